@@ -1,0 +1,24 @@
+# The one set of compiler settings, carried by every target of the project.
+#
+# -ffp-contract=off keeps a product and a sum two roundings on every machine, so that the same input
+# gives the same bytes everywhere.
+add_library(corvanta_settings INTERFACE)
+target_compile_options(corvanta_settings INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -ffp-contract=off)
+target_include_directories(corvanta_settings INTERFACE "${PROJECT_SOURCE_DIR}/src")
+if(CORVANTA_SANITIZE)
+  target_compile_options(corvanta_settings INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(corvanta_settings INTERFACE -fsanitize=address,undefined)
+endif()
+
+# corvanta_floor(<folder> <lower folder>...): the library of one folder below src/, from all its
+# sources, on the libraries of the folders that it may know.
+function(corvanta_floor folder)
+  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp")
+  add_library(corvanta_${folder} STATIC ${sources})
+  target_link_libraries(corvanta_${folder} PUBLIC corvanta_settings)
+  foreach(lower IN LISTS ARGN)
+    target_link_libraries(corvanta_${folder} PUBLIC corvanta_${lower})
+  endforeach()
+endfunction()

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cassert>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace corvanta {
+
+/// A grid of text cells with fixed rows above and fixed columns at the left. Rows and columns count
+/// from 0, fixed ones included. It holds what is shown; a window draws it.
+class DataGrid {
+  public:
+    bool Visible = false;
+    bool Editable = false;
+
+    /// Empties the grid: no rows, no columns, nothing fixed, no colours, not editable.
+    void Reset();
+
+    /// Sets the size, cells kept where they still fit, and how many of the rows and columns are
+    /// fixed.
+    void SetSize(int rows, int columns, int fixedRows, int fixedColumns);
+
+    [[nodiscard]] int Rows() const { return static_cast<int>(m_rows.size()); }
+    [[nodiscard]] int Columns() const { return m_columns; }
+    [[nodiscard]] int FixedRows() const { return m_fixedRows; }
+    [[nodiscard]] int FixedColumns() const { return m_fixedColumns; }
+
+    [[nodiscard]] const std::string& Cell(int row, int column) const {
+        return m_rows[Row(row)].Cells[Column(column)];
+    }
+    void SetCell(int row, int column, std::string text) {
+        m_rows[Row(row)].Cells[Column(column)] = std::move(text);
+    }
+
+    /// Width of a column in twips; 0 sizes it to its contents.
+    [[nodiscard]] int ColumnWidth(int column) const { return m_widths[Column(column)]; }
+    void SetColumnWidth(int column, int width) { m_widths[Column(column)] = width; }
+
+    /// A shaded row or column stands out from its neighbours.
+    [[nodiscard]] bool Shaded(int row, int column) const {
+        return m_rows[Row(row)].Shaded || m_shadedColumns[Column(column)];
+    }
+    void ShadeRow(int row) { m_rows[Row(row)].Shaded = true; }
+    void ShadeColumn(int column) { m_shadedColumns[Column(column)] = true; }
+
+    /// A bold row heads the grid.
+    [[nodiscard]] bool Bold(int row) const { return m_rows[Row(row)].Bold; }
+    void SetBold(int row) { m_rows[Row(row)].Bold = true; }
+
+    /// A text kept with a row and not shown.
+    [[nodiscard]] const std::string& RowData(int row) const { return m_rows[Row(row)].Data; }
+    void SetRowData(int row, std::string data) { m_rows[Row(row)].Data = std::move(data); }
+
+    /// The whole grid as text, fixed cells included: a line per row ending CR LF, cells parted by
+    /// TAB, no quoting.
+    [[nodiscard]] std::string Text() const;
+
+  private:
+    struct GridRow {
+        std::vector<std::string> Cells;
+        std::string Data;
+        bool Shaded = false;
+        bool Bold = false;
+    };
+
+    [[nodiscard]] std::size_t Row(int row) const {
+        assert(row >= 0 && row < Rows());
+        return static_cast<std::size_t>(row);
+    }
+    [[nodiscard]] std::size_t Column(int column) const {
+        assert(column >= 0 && column < m_columns);
+        return static_cast<std::size_t>(column);
+    }
+
+    std::vector<GridRow> m_rows;
+    std::vector<int> m_widths;
+    std::vector<bool> m_shadedColumns;
+    int m_columns = 0;
+    int m_fixedRows = 0;
+    int m_fixedColumns = 0;
+};
+
+} // namespace corvanta

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corvanta {
+
+/// Folder number of the per-user application data folder, for `SpecialFolder`.
+inline constexpr int ApplicationDataFolder = 26;
+
+/// All plain file and folder work of the program. Paths are UTF-8 in the platform's own form. The
+/// operations on disk are virtual so that a test can let the n-th of them fail.
+///
+/// Failing operations throw Failure: "File not found" for a missing file, otherwise number
+/// `fnFileAccess` and the platform's reason.
+class FileServices {
+  public:
+    FileServices() = default;
+    FileServices(const FileServices&) = delete;
+    FileServices& operator=(const FileServices&) = delete;
+    FileServices(FileServices&&) = delete;
+    FileServices& operator=(FileServices&&) = delete;
+    virtual ~FileServices() = default;
+
+    /// True when the path names a file; a folder is none.
+    [[nodiscard]] virtual bool FileExists(const std::string& path) const = 0;
+    [[nodiscard]] virtual bool FolderExists(const std::string& path) const = 0;
+
+    /// Makes a folder with its parents. A folder that exists is no failure.
+    virtual void MakeFolder(const std::string& path) = 0;
+
+    [[nodiscard]] virtual std::string ReadBytes(const std::string& path) = 0;
+
+    /// Writes a whole file: to a temporary name in the same folder that then takes the file's
+    /// place, so that a failed write leaves the old file as it was. A link is followed; a device or
+    /// a pipe is written to.
+    virtual void WriteBytes(const std::string& path, std::string_view bytes) = 0;
+    virtual void AppendBytes(const std::string& path, std::string_view bytes) = 0;
+    virtual void DeleteFile(const std::string& path) = 0;
+
+    /// A folder of the platform by its number, ending without a separator; nothing when this
+    /// machine has none. Only `ApplicationDataFolder` is known.
+    [[nodiscard]] virtual std::optional<std::string> SpecialFolder(int folderNumber) const = 0;
+
+    /// The text of a file of the system: code page 1252 on disk, UTF-8 in memory.
+    [[nodiscard]] std::string ReadText(const std::string& path);
+
+    /// Writes a whole text file in code page 1252; a character that the page lacks becomes "?".
+    void WriteText(const std::string& path, std::string_view text);
+    void AppendText(const std::string& path, std::string_view text);
+
+    /// The folder of a path, ending in a separator; the empty string when the path names none.
+    [[nodiscard]] static std::string ParentFolder(const std::string& path);
+
+    /// The file name of a path without folder and extension.
+    [[nodiscard]] static std::string BaseName(const std::string& path);
+
+    /// The platform's folder separator.
+    static const char Separator;
+};
+
+/// The path with every backslash as the platform's folder separator: stored names of folders, and
+/// paths on the command line, come with backslashes on every platform.
+[[nodiscard]] std::string NativePath(std::string_view path);
+
+} // namespace corvanta

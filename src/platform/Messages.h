@@ -1,0 +1,59 @@
+#pragma once
+
+#include <string>
+
+namespace corvanta {
+
+/// Styles of a message box: the buttons and the icon.
+enum MessageStyle : int {
+    msOK = 0,
+    msYesNoCancel = 3,
+    msYesNo = 4,
+    msExclamation = 48,
+    msInformation = 64,
+};
+
+/// Buttons that a message box answers with.
+enum MessageAnswer : int {
+    maNone = 0, ///< nothing was shown
+    maOK = 1,
+    maCancel = 2,
+    maYes = 6,
+    maNo = 7,
+};
+
+/// The platform's message box.
+class MessageBox {
+  public:
+    MessageBox() = default;
+    MessageBox(const MessageBox&) = delete;
+    MessageBox& operator=(const MessageBox&) = delete;
+    MessageBox(MessageBox&&) = delete;
+    MessageBox& operator=(MessageBox&&) = delete;
+    virtual ~MessageBox() = default;
+
+    /// Shows a message and returns the button pressed. `style` is a sum of `MessageStyle` values;
+    /// CR parts the lines of the prompt.
+    virtual int Show(const std::string& prompt, int style, const std::string& title) = 0;
+};
+
+/// The one way to show a message. Silent in a run without user interface.
+class Messages {
+  public:
+    explicit Messages(MessageBox& box) : m_box(box) {}
+
+    /// Shows the message and returns the button pressed; `maNone` at once while silent, so that a
+    /// question reads as declined.
+    int ShowMessage(const std::string& prompt, int style = msOK, const std::string& title = {}) {
+        return m_silent ? maNone : m_box.Show(prompt, style, title);
+    }
+
+    /// Silences all messages for the rest of the process.
+    void Silence() { m_silent = true; }
+
+  private:
+    MessageBox& m_box;
+    bool m_silent = false;
+};
+
+} // namespace corvanta
