@@ -1,0 +1,137 @@
+#include "calculation/SCalcs.h"
+
+#include "model/Failure.h"
+#include "properties/SGeoProp.h"
+#include "solver/SSums.h"
+#include "solver/StaticState.h"
+#include "solver/WheelPosition.h"
+
+namespace corvanta {
+
+namespace {
+
+/// Steps of a march around the centre step `centre`: below it outward, itself, above it outward.
+MarchStep MarchAround(int i, int centre, double stepSize) {
+    MarchStep step;
+    if (i < centre) {
+        step.Step = centre - i + 1;
+        step.Neighbour = step.Step == centre - 1 ? 1 : step.Step + 1;
+    } else if (i == centre) {
+        step.Step = centre;
+        step.Neighbour = centre - 1;
+    } else {
+        step.Step = i;
+        step.Neighbour = i == centre + 1 ? 1 : i - 1;
+    }
+    step.Travel = (centre - step.Step) * stepSize;
+    return step;
+}
+
+/// Gives a strut the upper joint and the fictitious upper wishbone that the solver works with.
+void PrepareStrutGeometry(Suspension& document) {
+    if (document.Data.SpringMechanism != smMacPhersonStrut) {
+        return;
+    }
+    PointSet& points = document.StaticPoints();
+    points[ptUWO] = points[ptSAI];
+    points[ptUWO_MACPH] = points[ptSAI];
+    const InnerPickups pickups = FictitiousWishbone(points[ptLWO], points[ptSAI], points[ptUWO]);
+    points[ptUWIF] = pickups.Front;
+    points[ptUWIR] = pickups.Rear;
+}
+
+bool SolveRow(Suspension& document, std::string& errorText, const MarchStep& row,
+              SolveCounts* counts) {
+    WheelState& start = document.WheelStates(row.Step, 1);
+    start.Points = document.StaticPoints();
+    if (!SolveRackRow(document, errorText, row.Step, row.Travel)) {
+        return false;
+    }
+    WheelSearch search(start.Points, document.StaticLengths, document.Data.SpringMechanism);
+    for (int j = 2; j <= document.NW + 1; ++j) {
+        const MarchStep step = WheelStepIndex(document, j);
+        WheelState& state = document.WheelStates(row.Step, step.Step);
+        state.Points = start.Points;
+        state.PointsPlus = start.Points;
+        state.PointsMinus = start.Points;
+        if (!SolveWheelStep(document, errorText, search, row.Step, step.Step, step.Neighbour,
+                            step.Travel)) {
+            return false;
+        }
+    }
+    if (counts != nullptr) {
+        counts->Solves += 3LL * document.NW;
+        counts->Locations += search.Locations();
+    }
+    return true;
+}
+
+/// The point that followed a strut's body through the march becomes the chassis pickup again.
+void RestoreStrutPickup(Suspension& document) {
+    const SuspPoint pickup = document.StaticPoints()[ptSAI];
+    for (int r = 2; r <= document.NR + 1; ++r) {
+        for (int c = 2; c <= document.NW + 1; ++c) {
+            WheelState& state = document.WheelStates(r, c);
+            state.Points[ptSAI] = pickup;
+            state.PointsPlus[ptSAI] = pickup;
+            state.PointsMinus[ptSAI] = pickup;
+        }
+    }
+}
+
+bool Calculate(Suspension& document, std::string& errorText) {
+    if (!SolveGrid(document, errorText) || !CalculateStateProperties(document, errorText)) {
+        return false;
+    }
+    CalculateGridChannels(document);
+    document.ResultsValid = document.GeometryValid;
+    return true;
+}
+
+} // namespace
+
+MarchStep WheelStepIndex(const Suspension& document, int i) {
+    return MarchAround(i, document.StaticWheel, document.Data.WheelTravelStepSize);
+}
+
+MarchStep RackStepIndex(const Suspension& document, int i) {
+    return MarchAround(i, document.StaticRack, document.Data.RackTravelStepSize);
+}
+
+bool SolveGrid(Suspension& document, std::string& errorText, SolveCounts* counts) {
+    if (!CheckInputGeometry(document, errorText)) {
+        return false;
+    }
+    PrepareStrutGeometry(document);
+    CalculateStaticLengths(document.StaticLengths, document.StaticPoints(), document.Data);
+    CalculateStaticPoints(document.StaticPoints(), document.StaticLengths, document.Data);
+    if (!CheckActuatorPlacement(document, errorText)) {
+        return false;
+    }
+    for (int i = 2; i <= document.NR + 1; ++i) {
+        if (!SolveRow(document, errorText, RackStepIndex(document, i), counts)) {
+            return false;
+        }
+    }
+    if (document.Data.SpringMechanism == smMacPhersonStrut) {
+        RestoreStrutPickup(document);
+    }
+    return true;
+}
+
+void RunCalculation(Suspension& document, Messages& messages) {
+    std::string errorText;
+    try {
+        if (Calculate(document, errorText)) {
+            return;
+        }
+    } catch (...) {
+        const Failure failure = FailureInFlight();
+        if (errorText.empty()) {
+            errorText = "The following error occurred: " + failure.Description();
+        }
+    }
+    messages.ShowMessage("Calculations could not be completed.\r\r" + errorText, msExclamation);
+}
+
+} // namespace corvanta

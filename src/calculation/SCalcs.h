@@ -1,0 +1,42 @@
+#pragma once
+
+#include "model/Suspension.h"
+#include "platform/Messages.h"
+
+#include <cstdint>
+#include <string>
+
+namespace corvanta {
+
+/// One step of the march over the grid.
+struct MarchStep {
+    int Step = 0;
+    double Travel = 0;
+    int Neighbour = 0; ///< the step solved before it that lies next to it; 1 is the start state
+};
+
+/// Step number `i` (from 2) of the march over the wheel steps: from static outward into bump, then
+/// the static step itself, then outward into droop.
+[[nodiscard]] MarchStep WheelStepIndex(const Suspension& document, int i);
+
+/// Step number `i` (from 2) of the march over the rack steps, in the same order. The rows are
+/// solved each from the static position, so that the neighbour has no use.
+[[nodiscard]] MarchStep RackStepIndex(const Suspension& document, int i);
+
+/// What a solve of the grid took.
+struct SolveCounts {
+    std::int64_t Solves = 0;    ///< positions solved
+    std::int64_t Locations = 0; ///< points located in their wheel steps
+};
+
+/// Checks the input and solves every position of the grid, without any derived property. Returns
+/// false with `errorText` for bad input and for a mechanism that cannot follow. Throws Failure for
+/// arithmetic failures and for a search that does not converge.
+[[nodiscard]] bool SolveGrid(Suspension& document, std::string& errorText,
+                             SolveCounts* counts = nullptr);
+
+/// Turns a document into results: solves the grid and derives all properties. Shows its own failure
+/// message; `ResultsValid` is set only when everything succeeded.
+void RunCalculation(Suspension& document, Messages& messages);
+
+} // namespace corvanta

@@ -1,0 +1,101 @@
+#include "platform/MachineServices.h"
+
+#include "platform/PathText.h"
+#include "platform/Utf8.h"
+
+#include <climits>
+#include <filesystem>
+#include <iostream>
+#include <iterator>
+#include <sstream>
+#include <stdexcept>
+#include <string_view>
+#include <system_error>
+
+namespace corvanta {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using WideNumbers = std::numpunct<wchar_t>;
+using WideTimes = std::time_put<wchar_t>;
+
+/// The running program's file: what the system says it is, else the name it was started by.
+fs::path ProgramFile(const char* startedAs) {
+    std::error_code unknown;
+    fs::path file = fs::read_symlink("/proc/self/exe", unknown);
+    if (unknown) {
+        file = fs::absolute(PathOf(startedAs == nullptr ? "" : startedAs), unknown);
+    }
+    return file;
+}
+
+std::string FolderText(const fs::path& folder) {
+    std::string text = PathText(folder);
+    while (!text.empty() && text.back() == static_cast<char>(fs::path::preferred_separator)) {
+        text.pop_back();
+    }
+    return text;
+}
+
+bool GroupsDigits(const WideNumbers& numbers) {
+    const std::string grouping = numbers.grouping();
+    return !grouping.empty() && grouping.front() > 0 && grouping.front() < CHAR_MAX &&
+           numbers.thousands_sep() != L'\0';
+}
+
+} // namespace
+
+std::locale EnvironmentLocale() {
+    try {
+        return std::locale("");
+    } catch (const std::runtime_error&) {
+        return std::locale::classic();
+    }
+}
+
+Separators SeparatorsOf(const std::locale& locale) {
+    const auto& numbers = std::use_facet<WideNumbers>(locale);
+    Separators separators;
+    separators.Decimal = Utf8FromWide(std::wstring(1, numbers.decimal_point()));
+    if (GroupsDigits(numbers)) {
+        separators.Thousands = Utf8FromWide(std::wstring(1, numbers.thousands_sep()));
+    } else {
+        separators.Thousands = separators.Decimal == "," ? "." : ",";
+    }
+    return separators;
+}
+
+std::string DateAndTimeText(const std::tm& moment, const std::locale& locale) {
+    constexpr std::wstring_view Form = L"%x %X";
+    std::wostringstream text;
+    text.imbue(locale);
+    std::use_facet<WideTimes>(locale).put(std::ostreambuf_iterator<wchar_t>(text), text, L' ',
+                                          &moment, Form.data(), Form.data() + Form.size());
+    return Utf8FromWide(text.str());
+}
+
+MachineServices::MachineServices(int argc, const char* const* argv, ProductVersion version)
+    : m_programFolder(FolderText(ProgramFile(argc > 0 ? argv[0] : nullptr).parent_path())),
+      m_version(version),
+      m_locale(EnvironmentLocale()),
+      m_separators(SeparatorsOf(m_locale)) {
+    for (int n = 1; n < argc; ++n) {
+        if (n > 1) {
+            m_commandLine += ' ';
+        }
+        m_commandLine += argv[n];
+    }
+}
+
+std::string MachineServices::DateAndTime() const {
+    const std::time_t now = std::time(nullptr);
+    return DateAndTimeText(*std::localtime(&now), m_locale);
+}
+
+void MachineServices::Beep() {
+    std::cerr << '\a' << std::flush;
+}
+
+} // namespace corvanta

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/ProcessServices.h"
+
+#include <ctime>
+#include <locale>
+#include <string>
+
+namespace corvanta {
+
+/// The locale that the environment names, or the classic one when the environment names a locale
+/// that this machine does not have. The process's own locale stays as it is.
+[[nodiscard]] std::locale EnvironmentLocale();
+
+/// The number characters of a locale. A locale that does not group digits gets "," for thousands,
+/// or "." where "," is its decimal separator.
+[[nodiscard]] Separators SeparatorsOf(const std::locale& locale);
+
+/// A moment in a locale's short date and long time, one blank between.
+[[nodiscard]] std::string DateAndTimeText(const std::tm& moment, const std::locale& locale);
+
+/// The process as the operating system started it. The environment's locale is read once, when the
+/// object is made.
+class MachineServices final : public ProcessServices {
+  public:
+    /// `argv` holds the program's name and then its arguments, `argc` of them altogether.
+    MachineServices(int argc, const char* const* argv, ProductVersion version);
+
+    /// The arguments joined by one blank.
+    [[nodiscard]] std::string CommandLine() const override { return m_commandLine; }
+    [[nodiscard]] std::string ProgramFolder() const override { return m_programFolder; }
+    [[nodiscard]] ProductVersion Version() const override { return m_version; }
+    [[nodiscard]] Separators NumberSeparators() const override { return m_separators; }
+    [[nodiscard]] std::string DateAndTime() const override;
+
+    /// Rings the bell of the terminal.
+    void Beep() override;
+
+  private:
+    std::string m_commandLine;
+    std::string m_programFolder;
+    ProductVersion m_version;
+    std::locale m_locale;
+    Separators m_separators;
+};
+
+} // namespace corvanta

@@ -1,0 +1,193 @@
+#include "properties/SGeoProp.h"
+
+#include "solver/MLibMaths.h"
+#include "solver/SGetLocn.h"
+#include "solver/WheelAttitude.h"
+
+#include <cmath>
+#include <string_view>
+
+namespace corvanta {
+
+namespace {
+
+/// A wishbone angle smaller than this is 0, deg.
+constexpr double LeastWishboneAngle = 1e-12;
+
+/// Joints of a driveshaft must lie at least this far apart across the car, mm.
+constexpr double LeastDriveshaftSpan = 1;
+
+/// The square of a driveshaft's span across the car must not vanish against its length, mm2.
+constexpr double LeastDriveshaftSpanSquared = 1e-6;
+
+/// The line through two points as seen along one axis: `Slope` across per height.
+struct AxisLine {
+    double Slope = 0;
+    double AtGround = 0; ///< where the line stands at the height of the contact patch
+};
+
+AxisLine SteeringAxis(double upperAcross, double lowerAcross, const SuspPoint& upper,
+                      const SuspPoint& lower, double groundHeight) {
+    const double slope = Divide(upperAcross - lowerAcross, upper.Z - lower.Z);
+    return {slope, slope * groundHeight + upperAcross - slope * upper.Z};
+}
+
+/// Runs a step under its name: a failure thrown out of it leaves the name in `message`.
+template <typename Step>
+void RunNamed(std::string& message, std::string_view name, Step step) {
+    message = "There was an error in ";
+    message += name;
+    step();
+    message.clear();
+}
+
+void SetWishboneAngle(WheelState& state, ChannelId channel, double slope) {
+    const double angle = std::atan(slope) * DegreesPerRadian;
+    state.Channels.Set(channel, std::abs(angle) < LeastWishboneAngle ? 0 : angle);
+}
+
+/// Kingpin inclination and offset, camber, half track, steer, caster and caster offset.
+void SetWheelAngles(WheelState& state) {
+    const PointSet& points = state.Points;
+    const SuspPoint& upper = points[ptUWO];
+    const SuspPoint& lower = points[ptLWO];
+    const SuspPoint& patch = points[ptWTCP];
+    ChannelCells& channels = state.Channels;
+
+    const AxisLine kingpin = SteeringAxis(upper.Y, lower.Y, upper, lower, patch.Z);
+    channels.Set(chKingpinInclination, std::atan(kingpin.Slope) * -DegreesPerRadian);
+    channels.Set(chKingpinOffset, patch.Y - kingpin.AtGround);
+    channels.Set(chCamberAngle, WheelCamber(points[ptWC], points[ptWSA]));
+    channels.Set(chHalfTrack, patch.Y);
+    channels.Set(chSteerAngle, WheelSteer(points[ptWC], points[ptWSA]));
+
+    const AxisLine caster = SteeringAxis(upper.X, lower.X, upper, lower, patch.Z);
+    channels.Set(chCasterAngle, std::atan(caster.Slope) * DegreesPerRadian);
+    channels.Set(chCasterOffset, caster.AtGround - patch.X);
+}
+
+bool CalculateState(Suspension& document, WheelState& state, std::string& message) {
+    return CalculateGeometry(document, state, message) &&
+           CalculateDriveshaftAngles(document, state, message);
+}
+
+/// Steer and Ackerman of a state against the opposite wheel on the same rack movement.
+void SetSteeringOfAxle(Suspension& document, int r, int w) {
+    WheelState& state = document.WheelStates(r, w);
+    const WheelState& mirror = document.WheelStates(2 * document.StaticRack - r, w);
+    const double own = state.Channels[chSteerAngle];
+    const double opposite = -mirror.Channels[chSteerAngle];
+    state.Channels.Set(chSteerAngleDelta, own - opposite);
+    double ackerman = 0;
+    if (r < document.StaticRack) {
+        ackerman = CalculateAckerman(document, own, opposite);
+    } else if (r > document.StaticRack) {
+        ackerman = CalculateAckerman(document, -opposite, -own);
+    }
+    state.Channels.Set(chAckerman, ackerman);
+}
+
+} // namespace
+
+bool CalculateStateProperties(Suspension& document, std::string& message) {
+    for (int r = 2; r <= document.NR + 1; ++r) {
+        for (int w = 2; w <= document.NW + 1; ++w) {
+            if (!CalculateState(document, document.WheelStates(r, w), message)) {
+                return false;
+            }
+        }
+        const WheelState& staticState = document.WheelStates(r, document.StaticWheel);
+        for (int w = 2; w <= document.NW + 1; ++w) {
+            RunNamed(message, "CalculateSteerAngleBump",
+                     [&] { CalculateSteerAngleBump(document.WheelStates(r, w), staticState); });
+        }
+    }
+    return true;
+}
+
+void CalculateGridChannels(Suspension& document) {
+    for (int r = 1; r <= document.NR + 1; ++r) {
+        const double startHeight = document.WheelStates(r, 1).Points[ptWTCP].Z;
+        for (int w = 1; w <= document.NW + 1; ++w) {
+            WheelState& state = document.WheelStates(r, w);
+            state.Channels.Set(chWheelTravel, state.Points[ptWTCP].Z - startHeight);
+        }
+    }
+    const double staticRackEnd = document.StaticPoints()[ptTRI].Y;
+    for (int w = 2; w <= document.NW + 1; ++w) {
+        for (int r = 2; r <= document.NR + 1; ++r) {
+            WheelState& state = document.WheelStates(r, w);
+            state.Channels.Set(chRackTravel, state.Points[ptTRI].Y - staticRackEnd);
+            SetSteeringOfAxle(document, r, w);
+        }
+    }
+}
+
+bool CalculateGeometry(Suspension& document, WheelState& state, std::string& message) {
+    const PointSet& points = state.Points;
+    const PlaneSlopes upper = PlaneGradients(points[ptUWIR], points[ptUWIF], points[ptUWO]);
+    document.GeometryValid = upper.Defined;
+    if (!upper.Defined) {
+        message = "Plane of upper wishbone not defined, points lie on a straight line";
+        return false;
+    }
+    const PlaneSlopes lower = PlaneGradients(points[ptLWIR], points[ptLWIF], points[ptLWO]);
+    document.GeometryValid = lower.Defined;
+    if (!lower.Defined) {
+        message = "Plane of lower wishbone not defined, points lie on a straight line";
+        return false;
+    }
+    SetWishboneAngle(state, chUpperLongAngle, upper.dZdX);
+    SetWishboneAngle(state, chUpperLatAngle, upper.dZdY);
+    SetWishboneAngle(state, chLowerLongAngle, lower.dZdX);
+    SetWishboneAngle(state, chLowerLatAngle, lower.dZdY);
+    SetWheelAngles(state);
+    return true;
+}
+
+bool CalculateDriveshaftAngles(Suspension& document, WheelState& state, std::string& message) {
+    if (!document.Data.DriveShaftExists) {
+        return true;
+    }
+    const auto fail = [&](const char* reason) {
+        document.GeometryValid = false;
+        message = reason;
+        return false;
+    };
+    const SuspPoint& outer = state.Points[ptDSO];
+    const SuspPoint& inner = state.Points[ptDSI];
+    const Vector3 shaft = VectorSubtract(outer, inner);
+    state.Channels.Set(chDriveshaftLength, PointDistance(outer, inner).Distance);
+    if (shaft.Y < LeastDriveshaftSpan) {
+        return fail("Driveshaft outboard point too close to inboard point for angle calcs");
+    }
+    const double perSpan = Divide(1, shaft.Y);
+    state.Channels.Set(chDriveshaftAngleYZ, std::atan(shaft.Z * perSpan) * DegreesPerRadian);
+    state.Channels.Set(chDriveshaftAngleXY, std::atan(shaft.X * perSpan) * DegreesPerRadian);
+    const double across = shaft.X * shaft.X + shaft.Z * shaft.Z;
+    const double along = (shaft.Y * shaft.Y + across) - across;
+    if (across < 0 || along < LeastDriveshaftSpanSquared) {
+        return fail("Driveshaft angle calculation failure");
+    }
+    state.Channels.Set(chDriveshaftTotalAngle,
+                       std::atan(Divide(SquareRoot(across), SquareRoot(along))) * DegreesPerRadian);
+    return true;
+}
+
+void CalculateSteerAngleBump(WheelState& state, const WheelState& staticState) {
+    state.Channels.Set(chSteerAngleBump,
+                       state.Channels[chSteerAngle] - staticState.Channels[chSteerAngle]);
+}
+
+double CalculateAckerman(const Suspension& document, double steerA, double steerB) {
+    if (steerA == 0) { // exactly straight ahead
+        return 0;
+    }
+    const double halfTrack = document.StaticLengths.StaticHalfTrack;
+    const double wheelbase = document.Data.Wheelbase;
+    const double turn = Divide(wheelbase, std::tan(steerA * RadiansPerDegree)) - halfTrack;
+    const double ideal = std::atan(Divide(wheelbase, turn - halfTrack)) / RadiansPerDegree;
+    return Divide(steerB - steerA, ideal - steerA);
+}
+
+} // namespace corvanta

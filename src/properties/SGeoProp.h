@@ -1,0 +1,37 @@
+#pragma once
+
+#include "model/Suspension.h"
+
+#include <string>
+
+namespace corvanta {
+
+/// Fills the channels of every solved state, row by row. The order of the steps is binding: some
+/// channels read others. Returns false at the first step that fails, with `message` holding the
+/// reason and `GeometryValid` cleared. After an arithmetic failure, which is thrown, `message`
+/// names the step that was at work, where that step has a text of its own.
+[[nodiscard]] bool CalculateStateProperties(Suspension& document, std::string& message);
+
+/// Fills the channels that compare one state with another. Runs after `CalculateStateProperties`.
+void CalculateGridChannels(Suspension& document);
+
+/// Channels of wheel attitude, steering axis and wishbone planes of one state. Returns false, with
+/// `message` set, when a wishbone's plane stands upright; `GeometryValid` takes the result.
+[[nodiscard]] bool CalculateGeometry(Suspension& document, WheelState& state, std::string& message);
+
+/// Channels of the driveshaft of one state; nothing to do without one. Returns false, with
+/// `message` set and `GeometryValid` cleared, when its joints lie less than 1 mm apart across the
+/// car.
+[[nodiscard]] bool CalculateDriveshaftAngles(Suspension& document, WheelState& state,
+                                             std::string& message);
+
+/// Steer of a state less that of the static wheel step of its rack step.
+void CalculateSteerAngleBump(WheelState& state, const WheelState& staticState);
+
+/// How much of the steering difference of the ideal, concentric corner two steer angles have, deg
+/// in, ratio out: 1 is true Ackerman, 0 parallel steer. `steerA` is the wheel of this corner;
+/// exactly 0 gives 0. Source: R. Ackermann's steering condition, for instance W. F. Milliken and D.
+/// L. Milliken, "Race Car Vehicle Dynamics", 1995, ch. 19. Throws Failure "Division by zero".
+[[nodiscard]] double CalculateAckerman(const Suspension& document, double steerA, double steerB);
+
+} // namespace corvanta

@@ -1,0 +1,123 @@
+#include "solver/SInitGeo.h"
+
+#include "model/Failure.h"
+#include "model/PointsInPlay.h"
+#include "solver/MLibMaths.h"
+
+#include <cmath>
+#include <limits>
+#include <string>
+
+namespace corvanta {
+
+namespace {
+
+/// Any fraction of a step above about 0.01 counts as one more step.
+constexpr double StepRounding = 0.99;
+
+/// By how much a step size that is too small grows at a time, mm.
+constexpr double GrowthInMillimetres = 0.5;
+constexpr double GrowthInInches = 0.05;
+
+/// Step sizes so far from the travel that growing takes more passes than this are nonsense.
+constexpr int MostGrowths = 1'000'000;
+
+/// Steps of a grid counted with its start step.
+constexpr int MostSteps = WheelStateGrid::Steps;
+
+int WholeSteps(double travel, double stepSize) {
+    const double steps = std::floor(Divide(travel, stepSize) + StepRounding);
+    if (std::abs(steps) > std::numeric_limits<std::int16_t>::max()) {
+        RaiseOverflow();
+    }
+    return static_cast<int>(steps);
+}
+
+/// A step size and the whole steps on either side of static that it makes of two travels.
+struct StepCount {
+    double StepSize = 0;
+    int First = 0;
+    int Second = 0;
+    bool Grown = false;
+};
+
+/// Counts the steps of the travels on both sides, growing the step size until the grid holds them.
+StepCount CountSteps(double firstTravel, double secondTravel, double stepSize, double growth) {
+    StepCount count{stepSize};
+    for (int pass = 0; pass <= MostGrowths; ++pass) {
+        count.First = WholeSteps(firstTravel, count.StepSize);
+        count.Second = WholeSteps(secondTravel, count.StepSize);
+        if (count.First + count.Second + 2 <= MostSteps) {
+            return count;
+        }
+        count.Grown = true;
+        count.StepSize += growth;
+    }
+    RaiseOverflow();
+}
+
+void RefuseUnusableTravel(const SuspensionData& data) {
+    const auto refuse = [](const char* what) { throw Failure(fnInvalidCall, what); };
+    if (data.WheelTravelStepSize < 0) {
+        refuse("The step size of wheel travel must be greater than 0.");
+    }
+    if (data.RackTravelStepSize < 0) {
+        refuse("The step size of rack travel must be greater than 0.");
+    }
+    if (data.Bump < 0 || data.Droop < 0) {
+        refuse("Wheel bump and droop travel must be positive.");
+    }
+}
+
+/// The number with the place of its sign in front: a blank where there is no minus.
+std::string SignedText(double value, const Separators& separators) {
+    const std::string text = NumberToText(value, separators);
+    return value < 0 ? text : " " + text;
+}
+
+/// The points that follow from others at the static position.
+void DerivePoints(Suspension& document) {
+    PointSet& points = document.StaticPoints();
+    points[ptTBDLO2] = {points[ptTBDLO].X, -points[ptTBDLO].Y, points[ptTBDLO].Z};
+    if (document.Data.ThirdSpringMechanism == tsCornerSpring) {
+        points[ptTSI] = {points[ptTBDLO].X, 0, points[ptTBDLO].Z};
+    }
+    if (document.Data.ThirdSpringMechanism == tsCentreSpring) {
+        points[ptR1O] = points[ptTBDLI];
+    }
+}
+
+} // namespace
+
+void SetStepSizes(Suspension& document, const FundamentalUnits& units, Messages& messages) {
+    SuspensionData& data = document.Data;
+    RefuseUnusableTravel(data);
+    const double growth =
+        units[ucDisplacement].Label == "mm" ? GrowthInMillimetres : GrowthInInches;
+    const StepCount wheel = CountSteps(data.Bump, data.Droop, data.WheelTravelStepSize, growth);
+    // The rack travels as far to one side as to the other, whatever the sign that is given.
+    const double rackTravel = std::abs(data.RackTravel);
+    const StepCount rack = CountSteps(rackTravel, rackTravel, data.RackTravelStepSize, growth);
+
+    data.WheelTravelStepSize = wheel.StepSize;
+    data.RackTravelStepSize = rack.StepSize;
+    document.NW = wheel.First + wheel.Second + 1;
+    document.StaticWheel = wheel.First + 2;
+    document.NR = 2 * rack.First + 1;
+    document.StaticRack = rack.First + 2;
+    if (wheel.Grown || rack.Grown) {
+        messages.ShowMessage("Max number of wheel travel points exceeded so step size reset to " +
+                                 SignedText(data.WheelTravelStepSize, units.NumberSeparators),
+                             msInformation);
+    }
+}
+
+void InitGeometry(Suspension& document, ChannelCatalogue& channels, const FundamentalUnits& units,
+                  Messages& messages) {
+    SetStepSizes(document, units, messages);
+    channels.SetFrontRearTitles(IsFrontCorner(document));
+    SetPointsInPlay(document.Catalogue, document.Data.SpringMechanism, document.Data);
+    DerivePoints(document);
+}
+
+} // namespace corvanta

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "model/Suspension.h"
+
+namespace corvanta {
+
+/// Measures the lengths of the static position, mm, from the points alone. Lengths that lead to the
+/// foot of a perpendicular are measured by `CalculateStaticPoints`, where the foot is made.
+void CalculateStaticLengths(StaticLengthRecord& lengths, const PointSet& points,
+                            const SuspensionData& data);
+
+/// Derives the stub axle point and the feet of perpendiculars at the static position, and the
+/// lengths that lead to them. Runs after `CalculateStaticLengths`, whose tyre radius and stub axle
+/// length it reads. Throws Failure "Division by zero" when two points of an axis coincide.
+void CalculateStaticPoints(PointSet& points, StaticLengthRecord& lengths,
+                           const SuspensionData& data);
+
+} // namespace corvanta
