@@ -92,7 +92,7 @@ class FieldReader {
     FieldReader(SuspensionData& data, CFileStream& stream) : m_data(data), m_stream(stream) {}
 
     void Read(const DocumentField& field) {
-        std::visit([&](const auto& place) { Read(field.Key, place); }, field.Place);
+        std::visit([&](const auto& place) { this->Read(field.Key, place); }, field.Place);
     }
 
   private:
