@@ -108,6 +108,7 @@ bool SolveGrid(Suspension& document, std::string& errorText, SolveCounts* counts
     if (!CheckActuatorPlacement(document, errorText)) {
         return false;
     }
+    document.WheelStates.Reserve(document.NR + 1);
     for (int i = 2; i <= document.NR + 1; ++i) {
         if (!SolveRow(document, errorText, RackStepIndex(document, i), counts)) {
             return false;

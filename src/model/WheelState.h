@@ -3,7 +3,6 @@
 #include "model/Channels.h"
 #include "model/Points.h"
 
-#include <algorithm>
 #include <array>
 #include <cassert>
 #include <cstddef>
@@ -48,31 +47,43 @@ struct WheelState {
 };
 
 /// The grid of states, rack step first, wheel step second, both 1 to 50. Element (1, 1) holds the
-/// document's static points; (r, 1) is the start state of rack step r; the states of the grid
-/// proper have steps from 2. Rack steps grow with rack travel, wheel steps from bump towards droop.
+/// document's static points; (r, 1) is the start state of rack step r; the states of the grid proper
+/// have steps from 2. Rack steps grow with rack travel, wheel steps from bump towards droop.
+///
+/// A rack step takes memory from its first writing on: a full grid is 10 MB, and most documents use
+/// a fraction of it.
 class WheelStateGrid {
   public:
     static constexpr int Steps = 50;
 
-    WheelStateGrid() : m_states(static_cast<std::size_t>(Steps) * Steps) {}
-
     [[nodiscard]] WheelState& operator()(int rackStep, int wheelStep) {
-        return m_states[Slot(rackStep, wheelStep)];
+        Row& row = m_rows[Slot(rackStep)];
+        if (row.empty()) {
+            row.resize(Steps);
+        }
+        return row[Slot(wheelStep)];
     }
     [[nodiscard]] const WheelState& operator()(int rackStep, int wheelStep) const {
-        return m_states[Slot(rackStep, wheelStep)];
+        const Row& row = m_rows[Slot(rackStep)];
+        return row.empty() ? NewState() : row[Slot(wheelStep)];
     }
+
+    /// Takes the memory of rack steps 1 to `rackSteps` now.
+    void Reserve(int rackSteps);
 
     /// Every state as new.
-    void Clear() { std::fill(m_states.begin(), m_states.end(), WheelState{}); }
+    void Clear() { m_rows = {}; }
 
   private:
-    static std::size_t Slot(int rackStep, int wheelStep) {
-        assert(rackStep >= 1 && rackStep <= Steps && wheelStep >= 1 && wheelStep <= Steps);
-        return static_cast<std::size_t>((rackStep - 1) * Steps + wheelStep - 1);
-    }
+    using Row = std::vector<WheelState>;
 
-    std::vector<WheelState> m_states;
+    static std::size_t Slot(int step) {
+        assert(step >= 1 && step <= Steps);
+        return static_cast<std::size_t>(step) - 1;
+    }
+    [[nodiscard]] static const WheelState& NewState();
+
+    std::array<Row, Steps> m_rows;
 };
 
 } // namespace corvanta
