@@ -1,0 +1,80 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace corvanta {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The floors of the house: an include points to a lower floor or stays in its folder.
+const std::map<std::string, int>& Floors() {
+    static const std::map<std::string, int> floors{
+        {"model", 1},      {"platform", 2}, {"solver", 3}, {"persistence", 4},
+        {"properties", 4}, {"results", 4},  {"export", 5}, {"calculation", 5},
+        {"shell", 6},      {"frame", 7},    {"batch", 8},  {"desktop", 8},
+    };
+    return floors;
+}
+
+struct Include {
+    fs::path File;
+    std::string Folder; ///< of the including file
+    std::string Target; ///< between the quotes or brackets
+    bool Quoted = false;
+};
+
+std::vector<Include> AllIncludes() {
+    static const std::regex line(R"(^\s*#\s*include\s*([<"])([^>"]+)[>"])");
+    std::vector<Include> includes;
+    const fs::path source = fs::path(CORVANTA_SOURCE_DIR) / "src";
+    for (const auto& entry : fs::recursive_directory_iterator(source)) {
+        const std::string extension = entry.path().extension().string();
+        if (extension != ".h" && extension != ".cpp") {
+            continue;
+        }
+        const std::string folder = fs::relative(entry.path(), source).begin()->string();
+        std::ifstream file(entry.path());
+        for (std::string text; std::getline(file, text);) {
+            std::smatch match;
+            if (std::regex_search(text, match, line)) {
+                includes.push_back({entry.path(), folder, match[2], match[1] == "\""});
+            }
+        }
+    }
+    return includes;
+}
+
+TEST(IncludesTest, PointDownOrStayInTheirFolder) {
+    const std::vector<Include> includes = AllIncludes();
+    ASSERT_GT(includes.size(), 100U);
+    for (const Include& include : includes) {
+        ASSERT_TRUE(Floors().contains(include.Folder)) << include.File << " is in no known folder";
+        if (!include.Quoted) {
+            continue;
+        }
+        const std::string target = include.Target.substr(0, include.Target.find('/'));
+        ASSERT_TRUE(Floors().contains(target)) << include.File << " includes " << include.Target;
+        EXPECT_TRUE(target == include.Folder || Floors().at(target) < Floors().at(include.Folder))
+            << include.File << " includes " << include.Target;
+    }
+}
+
+TEST(IncludesTest, NameTheStandardLibraryAloneBelowTheDesktop) {
+    static const std::regex standard("[a-z_0-9]+");
+    for (const Include& include : AllIncludes()) {
+        if (!include.Quoted && include.Folder != "desktop") {
+            EXPECT_TRUE(std::regex_match(include.Target, standard))
+                << include.File << " includes " << include.Target;
+        }
+    }
+}
+
+} // namespace
+} // namespace corvanta
