@@ -5,7 +5,6 @@
 
 #include <climits>
 #include <filesystem>
-#include <iostream>
 #include <iterator>
 #include <sstream>
 #include <stdexcept>
@@ -92,10 +91,6 @@ MachineServices::MachineServices(int argc, const char* const* argv, ProductVersi
 std::string MachineServices::DateAndTime() const {
     const std::time_t now = std::time(nullptr);
     return DateAndTimeText(*std::localtime(&now), m_locale);
-}
-
-void MachineServices::Beep() {
-    std::cerr << '\a' << std::flush;
 }
 
 } // namespace corvanta

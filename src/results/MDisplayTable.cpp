@@ -1,5 +1,8 @@
 #include "results/MDisplayTable.h"
 
+#include "model/Failure.h"
+
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -40,6 +43,9 @@ Course CourseOf(const Suspension& document, std::int32_t variable, int rackStep,
 /// Writes one channel into a column: -1 for a new one at the right, which `column` then names.
 void AddChannelColumn(ViewTable& table, const Program& program, const Course& course, int channel,
                       int& column) {
+    if (channel == chLinkLoads) { // a table of its own, no value; only a hand-made list names it
+        throw Failure(fnTypeMismatch, "Type mismatch");
+    }
     if (column < 0) {
         column = table.AddColumn();
     }
