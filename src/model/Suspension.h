@@ -47,6 +47,23 @@ struct QuadraticFit {
 
 inline constexpr int QuadraticFitCount = 10;
 
+/// How far the corner moves under the stated acceleration and braking, mm, and the load transferred
+/// to or from its wheel, N.
+struct DynamicsRecord {
+    double LinkAccel = 0; ///< deflection of the rigid links
+    double LinkBrake = 0;
+    double LoadAccel = 0; ///< load transferred
+    double LoadBrake = 0;
+    double SuspAccel = 0; ///< suspension deflection without correction
+    double SuspBrake = 0;
+    double SuspAccelCorrected = 0; ///< suspension deflection with the anti-feature
+    double SuspBrakeCorrected = 0;
+    double TotalAccel = 0; ///< tyre, links and corrected suspension
+    double TotalBrake = 0;
+    double TyreAccel = 0; ///< tyre deflection
+    double TyreBrake = 0;
+};
+
 /// The document: one corner with its settings, its solved grid and all that is derived from it. A
 /// value: two documents can live side by side.
 struct Suspension {
@@ -55,6 +72,7 @@ struct Suspension {
     WheelStateGrid WheelStates;
     StaticLengthRecord StaticLengths;
     std::array<QuadraticFit, QuadraticFitCount> QuadraticFits{};
+    DynamicsRecord Dynamics;
 
     int NW = 1;          ///< number of wheel steps, 1 to 49; they run from 2 to NW + 1
     int NR = 1;          ///< number of rack steps, 1 to 49; they run from 2 to NR + 1

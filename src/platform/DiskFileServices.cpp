@@ -157,6 +157,15 @@ bool DiskFileServices::FolderExists(const std::string& path) const {
     return fs::is_directory(PathOf(path), unreachable);
 }
 
+std::string DiskFileServices::FullPath(const std::string& path) const {
+    if (path.empty()) {
+        return {};
+    }
+    std::error_code reason;
+    const fs::path full = fs::absolute(PathOf(path), reason);
+    return reason ? path : PathText(full.lexically_normal());
+}
+
 void DiskFileServices::MakeFolder(const std::string& path) {
     Translated([&] { fs::create_directories(PathOf(path)); });
 }

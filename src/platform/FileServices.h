@@ -27,6 +27,9 @@ class FileServices {
     [[nodiscard]] virtual bool FileExists(const std::string& path) const = 0;
     [[nodiscard]] virtual bool FolderExists(const std::string& path) const = 0;
 
+    /// The path from the root on; a relative one counts from the current folder.
+    [[nodiscard]] virtual std::string FullPath(const std::string& path) const = 0;
+
     /// Makes a folder with its parents. A folder that exists is no failure.
     virtual void MakeFolder(const std::string& path) = 0;
 

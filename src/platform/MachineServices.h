@@ -33,7 +33,8 @@ class MachineServices final : public ProcessServices {
     [[nodiscard]] Separators NumberSeparators() const override { return m_separators; }
     [[nodiscard]] std::string DateAndTime() const override;
 
-    /// A process without a window has no bell: what it prints is its messages, and in silence nothing.
+    /// A process without a window has no bell: what it prints is its messages, and in silence
+    /// nothing.
     void Beep() override {}
 
   private:

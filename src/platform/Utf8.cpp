@@ -90,9 +90,9 @@ void AppendUtf8(std::string& text, char32_t code) {
 std::string Utf8FromWide(std::wstring_view wide) {
     std::string text;
     for (std::size_t place = 0; place < wide.size(); ++place) {
-        char32_t code = static_cast<char32_t>(wide[place]);
+        auto code = static_cast<char32_t>(wide[place]);
         if (IsLeadSurrogate(code) && place + 1 < wide.size()) {
-            const char32_t tail = static_cast<char32_t>(wide[place + 1]);
+            const auto tail = static_cast<char32_t>(wide[place + 1]);
             if (IsTailSurrogate(tail)) {
                 code = 0x10000 + ((code - 0xD800) << 10U) + (tail - 0xDC00);
                 ++place;

@@ -65,12 +65,16 @@ class MemoryFileServices final : public FileServices {
     [[nodiscard]] const std::vector<std::string>& Changes() const { return m_changes; }
 
     [[nodiscard]] bool FileExists(const std::string& path) const override {
-        return m_files.count(path) > 0;
+        return m_files.contains(path);
     }
 
     [[nodiscard]] bool FolderExists(const std::string& path) const override {
         const std::string folder = Bare(path);
-        return folder.empty() ? !path.empty() : m_folders.count(folder) > 0;
+        return folder.empty() ? !path.empty() : m_folders.contains(folder);
+    }
+
+    [[nodiscard]] std::string FullPath(const std::string& path) const override {
+        return path.empty() || path.front() == '/' ? path : '/' + path;
     }
 
     void MakeFolder(const std::string& path) override {
@@ -84,7 +88,7 @@ class MemoryFileServices final : public FileServices {
             throw Failure(fnFileNotFound, "File not found");
         }
         RefuseFolderAsFile(path);
-        if (m_unreadable.count(path) > 0) {
+        if (m_unreadable.contains(path)) {
             throw Failure(fnFileAccess, "Permission denied");
         }
         return found->second;

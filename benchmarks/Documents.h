@@ -1,0 +1,47 @@
+#pragma once
+
+#include "model/Program.h"
+#include "platform/DiskFileServices.h"
+#include "platform/Messages.h"
+
+#include <string>
+
+namespace corvanta::benchmarks {
+
+/// A message box that nobody sees.
+class NoMessageBox final : public MessageBox {
+  public:
+    int Show(const std::string& /*prompt*/, int /*style*/, const std::string& /*title*/) override {
+        return maNone;
+    }
+};
+
+/// A program with a document of the samples in it, its grid cut to `steps` by `steps` (an odd
+/// number up to 49) over the document's own travels. Throws Failure when the document can't be
+/// read.
+class LoadedProgram {
+  public:
+    LoadedProgram(const std::string& sample, int steps);
+
+    [[nodiscard]] Program& operator*() { return m_program; }
+    [[nodiscard]] Program* operator->() { return &m_program; }
+    [[nodiscard]] Messages& MessageSink() { return m_messages; }
+    [[nodiscard]] FileServices& Files() { return m_files; }
+
+    /// The document's file.
+    [[nodiscard]] const std::string& Path() const { return m_path; }
+
+  private:
+    NoMessageBox m_box;
+    Messages m_messages{m_box};
+    DiskFileServices m_files;
+    Program m_program;
+    std::string m_path;
+};
+
+/// The corners that stand for their kinds.
+inline constexpr const char* Strut = "published/STRUTGEN.WSP";
+inline constexpr const char* Pushrod = "published/FSPUSHF.WSP";
+inline constexpr const char* TBar = "published/FSTBARF.WSP";
+
+} // namespace corvanta::benchmarks

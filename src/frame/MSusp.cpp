@@ -1,0 +1,101 @@
+#include "frame/MSusp.h"
+
+#include "export/ListFiles.h"
+#include "frame/MOptions.h"
+#include "model/Failure.h"
+#include "platform/IniSettingsStore.h"
+
+namespace corvanta {
+
+namespace {
+
+/// Folders below the per-user application data folder, as stored.
+constexpr const char* ProductFolder = "\\Pewter Lantern\\Corvanta\\";
+
+constexpr const char* CustomChannelsFile = "customchannels.txt";
+constexpr const char* ExportTablesFile = "exporttables.txt";
+constexpr const char* SettingsFile = "Corvanta.ini";
+
+} // namespace
+
+ProductVersion BuiltVersion() {
+    return {CORVANTA_VERSION_MAJOR, CORVANTA_VERSION_MINOR, CORVANTA_VERSION_REVISION};
+}
+
+Application::Application(FileServices& files, MessageBox& box, ProcessServices& process)
+    : m_files(files),
+      m_process(process),
+      m_messages(box),
+      m_main(m_program, files, m_messages, process) {}
+
+StartResult Application::AppStart() {
+    try {
+        return Start();
+    } catch (...) {
+        const Failure failure = FailureInFlight();
+        m_messages.ShowMessage("Error " + std::to_string(failure.Number()) + " (" +
+                               failure.Description() + ") in procedure AppStart of Module MSusp");
+        return StartResult::Ended;
+    }
+}
+
+StartResult Application::Start() {
+    const Separators separators = m_process.NumberSeparators();
+    m_program.Units.NumberSeparators = separators;
+    SetUpFolders();
+    const bool batch =
+        ParseCommandLine(m_batch, m_messages, m_process.CommandLine(), m_files, separators);
+    ResetDocument(m_program.Document, m_program.Settings);
+    OptionsRead(m_program.Options, m_program.Document.Data, m_program.Units, *m_settings,
+                m_process.ProgramFolder());
+    m_program.Channels.ChannelsSetup(m_program.Units);
+    ReadLists(); // the old list of channels is keyed by channel names, so the channels come first
+    m_main.RefreshGUI(false);
+    if (!batch) {
+        return StartResult::Interactive;
+    }
+    RunBatch();
+    return StartResult::Ended;
+}
+
+void Application::SetUpFolders() {
+    const std::optional<std::string> userData = m_files.SpecialFolder(ApplicationDataFolder);
+    const std::string base = userData ? NativePath(*userData + ProductFolder)
+                                      : m_process.ProgramFolder() + FileServices::Separator;
+    m_settingsFolder = base + "Settings" + FileServices::Separator;
+    m_diagnosticsFolder = base + "Diagnostics" + FileServices::Separator;
+    m_files.MakeFolder(m_settingsFolder);
+    m_files.MakeFolder(m_diagnosticsFolder);
+    m_settings = std::make_unique<IniSettingsStore>(m_files, base + SettingsFile);
+}
+
+void Application::ReadLists() {
+    const std::string programFolder = m_process.ProgramFolder() + FileServices::Separator;
+    const Separators& separators = m_program.Units.NumberSeparators;
+    CustomChannelsRead(m_program.CustomChannels, m_program.Channels,
+                       programFolder + CustomChannelsFile, m_settingsFolder + CustomChannelsFile,
+                       separators, m_files, m_messages);
+    ExportTablesRead(m_program.ExportViews, programFolder + ExportTablesFile,
+                     m_settingsFolder + ExportTablesFile, separators, m_files, m_messages);
+}
+
+void Application::RunBatch() {
+    m_main.FileOpen(m_batch.InputPath);
+    if (m_program.Document.ResultsValid) {
+        const ExportPlace place{m_program, m_main, m_files, m_messages, m_process};
+        ExportResults(place, m_batch.ExportType, m_batch.OutputPath, &m_batch.Export);
+    }
+    ShutDown();
+}
+
+void Application::ShutDown() {
+    OptionsWrite(*m_settings, m_program.Options, m_program.Document.Data, m_program.Units);
+    m_settings->Save();
+    const Separators& separators = m_program.Units.NumberSeparators;
+    CustomChannelsWrite(m_program.CustomChannels, m_settingsFolder + CustomChannelsFile, separators,
+                        m_files, m_messages);
+    ExportTablesWrite(m_program.ExportViews, m_settingsFolder + ExportTablesFile, separators,
+                      m_files, m_messages);
+}
+
+} // namespace corvanta
