@@ -60,7 +60,7 @@ bool SolveRow(Suspension& document, std::string& errorText, const MarchStep& row
         }
     }
     if (counts != nullptr) {
-        counts->Solves += 3LL * document.NW;
+        counts->Solves += search.Solves();
         counts->Locations += search.Locations();
     }
     return true;

@@ -25,7 +25,7 @@ struct MarchStep {
 
 /// What a solve of the grid took.
 struct SolveCounts {
-    std::int64_t Solves = 0;    ///< positions solved
+    std::int64_t Solves = 0;    ///< positions searched in their wheel steps
     std::int64_t Locations = 0; ///< points located in their wheel steps
 };
 

@@ -15,6 +15,7 @@ void ResetDocument(Suspension& document, ViewSettings& settings) {
     document.Data.RackTravelStepSize = former.RackTravelStepSize;
     document.Data.ChassisMotion = former.ChassisMotion;
 
+    document.Catalogue = PointCatalogue{};
     document.DataLoaded = false;
     document.ResultsValid = false;
     document.GeometryValid = false;
