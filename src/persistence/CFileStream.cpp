@@ -104,9 +104,6 @@ std::string CFileStream::ValueText(const FieldValue& value) const {
             if constexpr (std::is_same_v<Held, bool>) {
                 return held ? "True" : "False";
             } else if constexpr (std::is_same_v<Held, double>) {
-                if (!std::isfinite(held)) {
-                    throw Failure(fnOverflow, "Overflow");
-                }
                 return NumberToText(held, m_separators);
             } else if constexpr (std::is_same_v<Held, std::int32_t>) {
                 return std::to_string(held);
