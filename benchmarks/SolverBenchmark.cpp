@@ -109,7 +109,7 @@ void BM_RunCalculation(benchmark::State& state, const char* sample) {
     LoadedProgram program(sample, static_cast<int>(state.range(0)));
     for (auto _ : state) {
         program->Document.ResultsValid = false;
-        RunCalculation(program->Document, program.MessageSink());
+        RunCalculation(program->Document, program->Channels, program.MessageSink());
         if (!program->Document.ResultsValid) {
             state.SkipWithError("The calculation failed");
             return;

@@ -109,9 +109,17 @@ bool BeginsLikeNumber(std::string_view text) {
     return !text.empty() && (text.front() == '.' || (text.front() >= '0' && text.front() <= '9'));
 }
 
+/// No text stands for an infinity or for what is not a number.
+void RequireFinite(double value) {
+    if (!std::isfinite(value)) {
+        throw Failure(fnOverflow, "Overflow");
+    }
+}
+
 } // namespace
 
 std::string NumberToText(double value, const Separators& separators) {
+    RequireFinite(value);
     std::array<char, 40> buffer{};
     // A zero has no sign in text.
     const double number = value == 0 ? 0.0 : value;
@@ -182,6 +190,7 @@ std::int32_t ToInteger32(double value) {
 }
 
 std::string FormatNumber(double value, std::string_view format, const Separators& separators) {
+    RequireFinite(value);
     const NumberFormat rule = ReadFormat(format);
     DecimalText text;
     if (value == 0) {

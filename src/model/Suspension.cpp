@@ -15,11 +15,11 @@ void ResetDocument(Suspension& document, ViewSettings& settings) {
     document.Data.RackTravelStepSize = former.RackTravelStepSize;
     document.Data.ChassisMotion = former.ChassisMotion;
 
-    document.Catalogue = PointCatalogue{};
     document.DataLoaded = false;
     document.ResultsValid = false;
     document.GeometryValid = false;
     document.DynamicsValid = false;
+    document.Catalogue = PointCatalogue{};
     document.WheelStates.Clear();
     settings.ViewVariable = vvAlongWheelTravel;
 }
