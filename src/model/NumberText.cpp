@@ -25,9 +25,9 @@ struct DecimalText {
 
 DecimalText ToDecimalText(double magnitude) {
     std::array<char, 32> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
-                                   std::chars_format::scientific, SignificantDigits - 1)
-                         .ptr;
+    const char* const end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
+                                          std::chars_format::scientific, SignificantDigits - 1)
+                                .ptr;
     DecimalText text;
     const char* exponent = std::find(buffer.data(), end, 'e') + 1;
     int slot = 0;
@@ -123,9 +123,9 @@ std::string NumberToText(double value, const Separators& separators) {
     std::array<char, 40> buffer{};
     // A zero has no sign in text.
     const double number = value == 0 ? 0.0 : value;
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
-                                   std::chars_format::general, SignificantDigits)
-                         .ptr;
+    const char* const end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
+                                          std::chars_format::general, SignificantDigits)
+                                .ptr;
     std::string text;
     for (const char* c = buffer.data(); c != end; ++c) {
         if (*c == '.') {
