@@ -29,7 +29,7 @@ DecimalText ToDecimalText(double magnitude) {
                                           std::chars_format::scientific, SignificantDigits - 1)
                                 .ptr;
     DecimalText text;
-    const char* exponent = std::find(buffer.data(), end, 'e') + 1;
+    const char* exponent = std::find<const char*>(buffer.data(), end, 'e') + 1;
     int slot = 0;
     for (const char* digit = buffer.data(); digit != exponent - 1; ++digit) {
         if (*digit != '.') {
