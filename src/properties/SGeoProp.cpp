@@ -39,10 +39,12 @@ AxisLine SteeringAxis(double upperAcross, double lowerAcross, const SuspPoint& u
 /// Runs a step under its name: a failure thrown out of it leaves the name in `message`.
 template <typename Step>
 void RunNamed(std::string& message, std::string_view name, Step step) {
-    message = "There was an error in ";
-    message += name;
-    step();
-    message.clear();
+    try {
+        step();
+    } catch (...) {
+        message = "There was an error in " + std::string(name);
+        throw;
+    }
 }
 
 void SetWishboneAngle(WheelState& state, ChannelId channel, double slope) {
