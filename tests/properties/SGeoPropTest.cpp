@@ -1,5 +1,7 @@
 #include "properties/SGeoProp.h"
 
+#include "tests/support/SampleCorners.h"
+
 #include "model/Failure.h"
 
 #include <gmock/gmock.h>
@@ -174,7 +176,7 @@ TEST_F(SGeoPropTest, ChannelsThatCompareStates) {
             state.Channels.Set(chSteerAngle, steers[r]);
         }
     }
-    CalculateGridChannels(document);
+    CalculateGridChannels(document, test::MetricChannels());
     for (int w = 2; w <= 3; ++w) {
         const auto cell = [&](int r, ChannelId id) {
             return document.WheelStates(r, w).Channels[id];
