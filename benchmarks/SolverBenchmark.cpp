@@ -1,3 +1,4 @@
+#include "benchmarks/Allocations.h"
 #include "benchmarks/Documents.h"
 
 #include "calculation/SCalcs.h"
@@ -85,8 +86,10 @@ void BM_SolveGrid(benchmark::State& state, const char* sample) {
     const double secondsPerLocation = SecondsPerLocation();
     using Clock = std::chrono::steady_clock;
     double best = 1;
+    std::int64_t allocations = 0;
     for (auto _ : state) {
         counts = {};
+        const std::int64_t allocated = Allocations();
         const auto begin = Clock::now();
         if (!SolveGrid(program->Document, errorText, &counts)) {
             state.SkipWithError(errorText.c_str());
@@ -94,7 +97,9 @@ void BM_SolveGrid(benchmark::State& state, const char* sample) {
         }
         const std::chrono::duration<double> took = Clock::now() - begin;
         best = std::min(best, took.count());
+        allocations = Allocations() - allocated;
     }
+    state.counters["allocations"] = static_cast<double>(allocations);
     state.counters["locations"] = static_cast<double>(counts.Locations);
     state.counters["us_per_solve"] = best * 1e6 / static_cast<double>(counts.Solves);
     state.counters["times_floor"] =
