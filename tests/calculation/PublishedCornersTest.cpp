@@ -60,7 +60,7 @@ const WheelState& StateAt(Suspension& document, double rackTravel, double wheelT
     data.WheelTravelStepSize = data.Bump;
     data.RackTravel = std::max(std::abs(rackTravel), 1.0);
     data.RackTravelStepSize = data.RackTravel;
-    SetUp(document);
+    SetUpCorner(document);
     Calculate(document);
     const auto step = [](double travel) { return travel > 0 ? 1 : (travel < 0 ? -1 : 0); };
     return document.WheelStates(document.StaticRack + step(rackTravel),

@@ -172,7 +172,7 @@ Suspension LoadSample(const std::string& name) {
     return document;
 }
 
-void SetUp(Suspension& document) {
+void SetUpCorner(Suspension& document) {
     ChannelCatalogue channels = MetricChannels();
     RecordingMessageBox box;
     Messages messages(box);
@@ -218,7 +218,7 @@ Suspension CornerOf(const MechanismChoice& choice) {
     data.RackTravel = 12;
     data.RackTravelStepSize = 4;
     PlaceOptionalPoints(document);
-    SetUp(document);
+    SetUpCorner(document);
     return document;
 }
 

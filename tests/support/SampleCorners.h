@@ -26,7 +26,7 @@ namespace corvanta::test {
 [[nodiscard]] Suspension LoadSample(const std::string& name);
 
 /// Sets a document up after a change of its settings.
-void SetUp(Suspension& document);
+void SetUpCorner(Suspension& document);
 
 /// The choices of the "Type" page.
 struct MechanismChoice {
