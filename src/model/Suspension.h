@@ -72,8 +72,8 @@ struct Suspension {
 };
 
 /// A new document in the place of the old: the defaults, the flags cleared, a fresh grid, no point
-/// in play or named, and `ViewVariable` 2. The centre spring system, centre spring rate, bar rate, travels and chassis
-/// motion stay: a new document inherits them from the one before it.
+/// in play or named, and `ViewVariable` 2. The centre spring system, centre spring rate, bar rate,
+/// travels and chassis motion stay: a new document inherits them from the one before it.
 void ResetDocument(Suspension& document, ViewSettings& settings);
 
 /// Wheel travel of a wheel step from static, mm: steps grow from bump towards droop.
