@@ -42,7 +42,7 @@ class SGeoPropTest : public testing::Test {
         p[ptWSA] = {5, 148, 300};
     }
 
-    double Angle(ChannelId channel) const { return m_state.Channels[channel]; }
+    [[nodiscard]] double Angle(ChannelId channel) const { return m_state.Channels[channel]; }
     bool Geometry() { return CalculateGeometry(m_document, m_state, m_message); }
     bool Driveshaft(const SuspPoint& outer) {
         m_document.Data.DriveShaftExists = true;
