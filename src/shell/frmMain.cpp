@@ -173,7 +173,7 @@ void frmMain::FileSave(const std::string& path) {
         bool written = false;
         if (!DataWrite(written, m_program.Document, savedPath, m_program.Units, m_files,
                        m_messages)) {
-            return;
+            throw Failure(fnFileAccess, "The file has no name");
         }
         m_program.Options.LastFolder = folder;
         m_program.DocumentPath = savedPath;
