@@ -151,7 +151,6 @@ void frmMain::FileOpen(const std::string& path) {
                           m_files, m_messages);
     } catch (...) {
         reason = FailureInFlight().Description();
-        ResetDocument(m_program.Document, m_program.Settings);
     }
     if (!opened) {
         m_messages.ShowMessage("There was an error while processing file\r\rError was: " + reason,
