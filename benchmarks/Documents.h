@@ -43,5 +43,6 @@ class LoadedProgram {
 inline constexpr const char* Strut = "published/STRUTGEN.WSP";
 inline constexpr const char* Pushrod = "published/FSPUSHF.WSP";
 inline constexpr const char* TBar = "published/FSTBARF.WSP";
+inline constexpr const char* TwoRockers = "prototype-front-two-rockers.WSP";
 
 } // namespace corvanta::benchmarks

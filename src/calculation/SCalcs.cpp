@@ -1,6 +1,7 @@
 #include "calculation/SCalcs.h"
 
 #include "model/Failure.h"
+#include "properties/Dynamics.h"
 #include "properties/SGeoProp.h"
 #include "solver/SSums.h"
 #include "solver/StaticState.h"
@@ -60,7 +61,7 @@ bool SolveRow(Suspension& document, std::string& errorText, const MarchStep& row
         }
     }
     if (counts != nullptr) {
-        counts->Solves += 3LL * document.NW;
+        counts->Solves += search.Solves();
         counts->Locations += search.Locations();
     }
     return true;
@@ -79,11 +80,12 @@ void RestoreStrutPickup(Suspension& document) {
     }
 }
 
-bool Calculate(Suspension& document, std::string& errorText) {
+bool Calculate(Suspension& document, const ChannelCatalogue& channels, std::string& errorText) {
     if (!SolveGrid(document, errorText) || !CalculateStateProperties(document, errorText)) {
         return false;
     }
-    CalculateGridChannels(document);
+    CalculateDynamics(document, document.StaticRack);
+    CalculateGridChannels(document, channels);
     document.ResultsValid = document.GeometryValid;
     return true;
 }
@@ -120,10 +122,10 @@ bool SolveGrid(Suspension& document, std::string& errorText, SolveCounts* counts
     return true;
 }
 
-void RunCalculation(Suspension& document, Messages& messages) {
+void RunCalculation(Suspension& document, const ChannelCatalogue& channels, Messages& messages) {
     std::string errorText;
     try {
-        if (Calculate(document, errorText)) {
+        if (Calculate(document, channels, errorText)) {
             return;
         }
     } catch (...) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/Channels.h"
 #include "model/Suspension.h"
 #include "platform/Messages.h"
 
@@ -25,7 +26,7 @@ struct MarchStep {
 
 /// What a solve of the grid took.
 struct SolveCounts {
-    std::int64_t Solves = 0;    ///< positions solved
+    std::int64_t Solves = 0;    ///< positions searched in their wheel steps
     std::int64_t Locations = 0; ///< points located in their wheel steps
 };
 
@@ -35,8 +36,9 @@ struct SolveCounts {
 [[nodiscard]] bool SolveGrid(Suspension& document, std::string& errorText,
                              SolveCounts* counts = nullptr);
 
-/// Turns a document into results: solves the grid and derives all properties. Shows its own failure
-/// message; `ResultsValid` is set only when everything succeeded.
-void RunCalculation(Suspension& document, Messages& messages);
+/// Turns a document into results: solves the grid and derives all properties; the fitted curves are
+/// in the display units of `channels`. Shows its own failure message; `ResultsValid` is set only
+/// when everything succeeded.
+void RunCalculation(Suspension& document, const ChannelCatalogue& channels, Messages& messages);
 
 } // namespace corvanta

@@ -10,7 +10,7 @@ namespace corvanta {
 namespace {
 
 /// Folders below the per-user application data folder, as stored.
-constexpr const char* ProductFolder = "\\Pewter Lantern\\Corvanta\\";
+constexpr const char* ProductFolder = R"(\Pewter Lantern\Corvanta\)";
 
 constexpr const char* CustomChannelsFile = "customchannels.txt";
 constexpr const char* ExportTablesFile = "exporttables.txt";

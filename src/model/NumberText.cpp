@@ -25,11 +25,11 @@ struct DecimalText {
 
 DecimalText ToDecimalText(double magnitude) {
     std::array<char, 32> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
-                                   std::chars_format::scientific, SignificantDigits - 1)
-                         .ptr;
+    const char* const end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
+                                          std::chars_format::scientific, SignificantDigits - 1)
+                                .ptr;
     DecimalText text;
-    const char* exponent = std::find(buffer.data(), end, 'e') + 1;
+    const char* exponent = std::find<const char*>(buffer.data(), end, 'e') + 1;
     int slot = 0;
     for (const char* digit = buffer.data(); digit != exponent - 1; ++digit) {
         if (*digit != '.') {
@@ -109,15 +109,23 @@ bool BeginsLikeNumber(std::string_view text) {
     return !text.empty() && (text.front() == '.' || (text.front() >= '0' && text.front() <= '9'));
 }
 
+/// No text stands for an infinity or for what is not a number.
+void RequireFinite(double value) {
+    if (!std::isfinite(value)) {
+        throw Failure(fnOverflow, "Overflow");
+    }
+}
+
 } // namespace
 
 std::string NumberToText(double value, const Separators& separators) {
+    RequireFinite(value);
     std::array<char, 40> buffer{};
     // A zero has no sign in text.
     const double number = value == 0 ? 0.0 : value;
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
-                                   std::chars_format::general, SignificantDigits)
-                         .ptr;
+    const char* const end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
+                                          std::chars_format::general, SignificantDigits)
+                                .ptr;
     std::string text;
     for (const char* c = buffer.data(); c != end; ++c) {
         if (*c == '.') {
@@ -182,6 +190,7 @@ std::int32_t ToInteger32(double value) {
 }
 
 std::string FormatNumber(double value, std::string_view format, const Separators& separators) {
+    RequireFinite(value);
     const NumberFormat rule = ReadFormat(format);
     DecimalText text;
     if (value == 0) {

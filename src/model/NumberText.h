@@ -15,7 +15,8 @@ struct Separators {
 };
 
 /// A double as plain text: up to 15 significant digits, "E" notation where the number needs it
-/// (1E+20, 1.5E-05), in the machine's decimal separator.
+/// (1E+20, 1.5E-05), in the machine's decimal separator. Throws Failure "Overflow" for a value that
+/// is no number.
 [[nodiscard]] std::string NumberToText(double value, const Separators& separators);
 
 /// A number that is the whole of a text, blanks and line ends around it apart. Nothing for any
@@ -34,7 +35,8 @@ struct Separators {
 /// written only if significant, "." the decimal separator, "," between "#"s thousands grouping. The
 /// number of "0" behind the "." is the number of decimals. Rounding is that of the value's decimal
 /// text with 15 significant digits, halves away from zero, so 100.005 shows as 100.01; a negative
-/// value keeps its minus sign when it rounds to zero.
+/// value keeps its minus sign when it rounds to zero. Throws Failure "Overflow" for a value that is
+/// no number.
 [[nodiscard]] std::string FormatNumber(double value, std::string_view format,
                                        const Separators& separators);
 

@@ -89,9 +89,9 @@ struct Suspension {
     [[nodiscard]] const PointSet& StaticPoints() const { return WheelStates(1, 1).Points; }
 };
 
-/// A new document in the place of the old: the defaults, the flags cleared and a fresh grid, and
-/// `ViewVariable` 2. The centre spring system, centre spring rate, bar rate, travels and chassis
-/// motion stay: a new document inherits them from the one before it.
+/// A new document in the place of the old: the defaults, the flags cleared, a fresh grid, no point
+/// in play or named, and `ViewVariable` 2. The centre spring system, centre spring rate, bar rate,
+/// travels and chassis motion stay: a new document inherits them from the one before it.
 void ResetDocument(Suspension& document, ViewSettings& settings);
 
 /// Wheel travel of a wheel step from static, mm: steps grow from bump towards droop.

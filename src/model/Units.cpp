@@ -2,6 +2,7 @@
 
 #include "model/Failure.h"
 
+#include <cmath>
 #include <cstddef>
 
 namespace corvanta {
@@ -112,7 +113,11 @@ std::string FormatChannelValue(const FundamentalUnits& units, std::optional<doub
 double ParseChannelValue(const FundamentalUnits& units, std::string_view text,
                          std::int32_t unitClass) {
     const UnitRecord& unit = UsableUnit(units, unitClass);
-    return LeadingNumber(text) / static_cast<double>(unit.Factor);
+    const double value = LeadingNumber(text) / static_cast<double>(unit.Factor);
+    if (!std::isfinite(value)) {
+        throw Failure(fnOverflow, "Overflow");
+    }
+    return value;
 }
 
 } // namespace corvanta

@@ -59,7 +59,8 @@ class FundamentalUnits {
                                              std::optional<double> value, std::int32_t unitClass);
 
 /// The stored value of a display text: the leading number of the text, "." the decimal point on any
-/// machine, divided by the factor of the class. Throws Failure 1000 when the class has no factor.
+/// machine, divided by the factor of the class. Throws Failure 1000 when the class has no factor,
+/// and "Overflow" beyond the range of a double.
 [[nodiscard]] double ParseChannelValue(const FundamentalUnits& units, std::string_view text,
                                        std::int32_t unitClass);
 

@@ -47,8 +47,8 @@ struct WheelState {
 };
 
 /// The grid of states, rack step first, wheel step second, both 1 to 50. Element (1, 1) holds the
-/// document's static points; (r, 1) is the start state of rack step r; the states of the grid proper
-/// have steps from 2. Rack steps grow with rack travel, wheel steps from bump towards droop.
+/// document's static points; (r, 1) is the start state of rack step r; the states of the grid
+/// proper have steps from 2. Rack steps grow with rack travel, wheel steps from bump towards droop.
 ///
 /// A rack step takes memory from its first writing on: a full grid is 10 MB, and most documents use
 /// a fraction of it.

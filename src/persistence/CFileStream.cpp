@@ -49,6 +49,12 @@ std::size_t HighestIndex(int asked, std::size_t size) {
     return highest;
 }
 
+/// The head of a field.
+std::string Tag(std::string_view name) {
+    std::string tag(1, '[');
+    return tag.append(name).append(1, ']');
+}
+
 std::string PageName(std::string_view name, int page) {
     return std::string(name) + " PAGE " + std::to_string(page);
 }
@@ -104,9 +110,6 @@ std::string CFileStream::ValueText(const FieldValue& value) const {
             if constexpr (std::is_same_v<Held, bool>) {
                 return held ? "True" : "False";
             } else if constexpr (std::is_same_v<Held, double>) {
-                if (!std::isfinite(held)) {
-                    throw Failure(fnOverflow, "Overflow");
-                }
                 return NumberToText(held, m_separators);
             } else if constexpr (std::is_same_v<Held, std::int32_t>) {
                 return std::to_string(held);
@@ -124,7 +127,7 @@ bool CFileStream::AddField(std::string_view name, FieldValue value) {
 bool CFileStream::AddField(std::string_view name, std::span<const FieldValue> values) {
     const FailureText text{"An error occurred while adding field: ", " to the filestream"};
     return Guarded(text, name, false, [&] {
-        std::string field = "[" + std::string(name) + "]";
+        std::string field = Tag(name);
         for (const FieldValue& value : values) {
             field += '\t';
             field += ValueText(value);
@@ -223,7 +226,7 @@ bool CFileStream::RemoveField(std::string_view name) {
 std::optional<CFileStream::FieldLimits> CFileStream::FindField(std::string_view name) {
     return Guarded({"An error occurred while finding field: ", ""}, name,
                    std::optional<FieldLimits>(), [&]() -> std::optional<FieldLimits> {
-                       const std::string tag = "[" + std::string(name) + "]";
+                       const std::string tag = Tag(name);
                        const std::size_t open = m_contents.find(tag);
                        if (open == std::string::npos) {
                            return std::nullopt;

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cassert>
+#include "model/Slot.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -28,30 +29,34 @@ class DataGrid {
     [[nodiscard]] int FixedColumns() const { return m_fixedColumns; }
 
     [[nodiscard]] const std::string& Cell(int row, int column) const {
-        return m_rows[Row(row)].Cells[Column(column)];
+        return m_rows[SlotOf(row, Rows())].Cells[SlotOf(column, m_columns)];
     }
     void SetCell(int row, int column, std::string text) {
-        m_rows[Row(row)].Cells[Column(column)] = std::move(text);
+        m_rows[SlotOf(row, Rows())].Cells[SlotOf(column, m_columns)] = std::move(text);
     }
 
     /// Width of a column in twips; 0 sizes it to its contents.
-    [[nodiscard]] int ColumnWidth(int column) const { return m_widths[Column(column)]; }
-    void SetColumnWidth(int column, int width) { m_widths[Column(column)] = width; }
+    [[nodiscard]] int ColumnWidth(int column) const { return m_widths[SlotOf(column, m_columns)]; }
+    void SetColumnWidth(int column, int width) { m_widths[SlotOf(column, m_columns)] = width; }
 
     /// A shaded row or column stands out from its neighbours.
     [[nodiscard]] bool Shaded(int row, int column) const {
-        return m_rows[Row(row)].Shaded || m_shadedColumns[Column(column)];
+        return m_rows[SlotOf(row, Rows())].Shaded || m_shadedColumns[SlotOf(column, m_columns)];
     }
-    void ShadeRow(int row) { m_rows[Row(row)].Shaded = true; }
-    void ShadeColumn(int column) { m_shadedColumns[Column(column)] = true; }
+    void ShadeRow(int row) { m_rows[SlotOf(row, Rows())].Shaded = true; }
+    void ShadeColumn(int column) { m_shadedColumns[SlotOf(column, m_columns)] = true; }
 
     /// A bold row heads the grid.
-    [[nodiscard]] bool Bold(int row) const { return m_rows[Row(row)].Bold; }
-    void SetBold(int row) { m_rows[Row(row)].Bold = true; }
+    [[nodiscard]] bool Bold(int row) const { return m_rows[SlotOf(row, Rows())].Bold; }
+    void SetBold(int row) { m_rows[SlotOf(row, Rows())].Bold = true; }
 
     /// A text kept with a row and not shown.
-    [[nodiscard]] const std::string& RowData(int row) const { return m_rows[Row(row)].Data; }
-    void SetRowData(int row, std::string data) { m_rows[Row(row)].Data = std::move(data); }
+    [[nodiscard]] const std::string& RowData(int row) const {
+        return m_rows[SlotOf(row, Rows())].Data;
+    }
+    void SetRowData(int row, std::string data) {
+        m_rows[SlotOf(row, Rows())].Data = std::move(data);
+    }
 
     /// The whole grid as text, fixed cells included: a line per row ending CR LF, cells parted by
     /// TAB, no quoting.
@@ -64,15 +69,6 @@ class DataGrid {
         bool Shaded = false;
         bool Bold = false;
     };
-
-    [[nodiscard]] std::size_t Row(int row) const {
-        assert(row >= 0 && row < Rows());
-        return static_cast<std::size_t>(row);
-    }
-    [[nodiscard]] std::size_t Column(int column) const {
-        assert(column >= 0 && column < m_columns);
-        return static_cast<std::size_t>(column);
-    }
 
     std::vector<GridRow> m_rows;
     std::vector<int> m_widths;

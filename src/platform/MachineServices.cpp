@@ -61,7 +61,7 @@ Separators SeparatorsOf(const std::locale& locale) {
     if (GroupsDigits(numbers)) {
         separators.Thousands = Utf8FromWide(std::wstring(1, numbers.thousands_sep()));
     } else {
-        separators.Thousands = separators.Decimal == "," ? "." : ",";
+        separators.Thousands.assign(1, separators.Decimal == "," ? '.' : ',');
     }
     return separators;
 }

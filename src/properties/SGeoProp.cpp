@@ -1,5 +1,9 @@
 #include "properties/SGeoProp.h"
 
+#include "properties/MotionRatios.h"
+#include "properties/RollCentre.h"
+#include "properties/SDampFit.h"
+#include "properties/SLinkLds.h"
 #include "solver/MLibMaths.h"
 #include "solver/SGetLocn.h"
 #include "solver/WheelAttitude.h"
@@ -35,10 +39,12 @@ AxisLine SteeringAxis(double upperAcross, double lowerAcross, const SuspPoint& u
 /// Runs a step under its name: a failure thrown out of it leaves the name in `message`.
 template <typename Step>
 void RunNamed(std::string& message, std::string_view name, Step step) {
-    message = "There was an error in ";
-    message += name;
-    step();
-    message.clear();
+    try {
+        step();
+    } catch (...) {
+        message = "There was an error in " + std::string(name);
+        throw;
+    }
 }
 
 void SetWishboneAngle(WheelState& state, ChannelId channel, double slope) {
@@ -66,9 +72,43 @@ void SetWheelAngles(WheelState& state) {
     channels.Set(chCasterOffset, caster.AtGround - patch.X);
 }
 
-bool CalculateState(Suspension& document, WheelState& state, std::string& message) {
-    return CalculateGeometry(document, state, message) &&
-           CalculateDriveshaftAngles(document, state, message);
+/// All channels of state (r, w) that no other state of its rack step is needed for.
+bool CalculateState(Suspension& document, int r, int w, std::string& message) {
+    WheelState& state = document.WheelStates(r, w);
+    if (!CalculateGeometry(document, state, message)) {
+        return false;
+    }
+    RunNamed(message, "CalculateAntiDiveSquatRollPercentages",
+             [&] { CalculateAntiDiveSquatRollPercentages(document, state); });
+    if (document.Data.ThirdSpringMechanism != tsCentreSpring) {
+        RunNamed(message, "CalculateMotionSpring", [&] { CalculateMotionSpring(document, state); });
+    }
+    RunNamed(message, "CalculateMotionThirdSpring",
+             [&] { CalculateMotionThirdSpring(document, state, document.WheelStates(r, 1)); });
+    RunNamed(message, "CalculateMotionPRod", [&] { CalculateMotionPRod(document, state); });
+    RunNamed(message, "CalculateMotionARB", [&] {
+        CalculateMotionARB(document, state,
+                           document.WheelStates(document.StaticRack, document.StaticWheel));
+    });
+    RunNamed(message, "CalculateWheelRates", [&] { CalculateWheelRates(document, state); });
+    RunNamed(message, "CalculateWheelRateTotal", [&] { CalculateWheelRateTotal(document, state); });
+    return CalculateDriveshaftAngles(document, state, message);
+}
+
+/// Channels of the states of a rack step that are told against its static wheel step. With
+/// `negateBar` the rotation of the bar changes its sign.
+void CompareRow(Suspension& document, int r, bool negateBar, std::string& message) {
+    const WheelState& reference = document.WheelStates(r, document.StaticWheel);
+    for (int w = 2; w <= document.NW + 1; ++w) {
+        WheelState& state = document.WheelStates(r, w);
+        if (negateBar) {
+            state.Channels.Set(chARBRotation, -state.Channels[chARBRotation]);
+        }
+        RunNamed(message, "CalculateSteerAngleBump",
+                 [&] { CalculateSteerAngleBump(state, reference); });
+        RunNamed(message, "CalculateWheelRateChanges",
+                 [&] { CalculateWheelRateChanges(state, reference); });
+    }
 }
 
 /// Steer and Ackerman of a state against the opposite wheel on the same rack movement.
@@ -90,27 +130,34 @@ void SetSteeringOfAxle(Suspension& document, int r, int w) {
 } // namespace
 
 bool CalculateStateProperties(Suspension& document, std::string& message) {
+    // Once a rack step shows the bar turning the other way, it and all later ones change its sign.
+    bool negateBar = false;
     for (int r = 2; r <= document.NR + 1; ++r) {
         for (int w = 2; w <= document.NW + 1; ++w) {
-            if (!CalculateState(document, document.WheelStates(r, w), message)) {
+            if (!CalculateState(document, r, w, message)) {
                 return false;
             }
         }
-        const WheelState& staticState = document.WheelStates(r, document.StaticWheel);
-        for (int w = 2; w <= document.NW + 1; ++w) {
-            RunNamed(message, "CalculateSteerAngleBump",
-                     [&] { CalculateSteerAngleBump(document.WheelStates(r, w), staticState); });
+        const double inBump = document.WheelStates(r, 2).Channels[chARBRotation];
+        const double inDroop = document.WheelStates(r, document.NW + 1).Channels[chARBRotation];
+        negateBar = negateBar || inDroop > inBump;
+        CompareRow(document, r, negateBar, message);
+        if (HasLinkLoads(document.Data.SpringMechanism)) {
+            CalculateLinkLoads(document, r);
         }
     }
     return true;
 }
 
-void CalculateGridChannels(Suspension& document) {
+void CalculateGridChannels(Suspension& document, const ChannelCatalogue& channels) {
     for (int r = 1; r <= document.NR + 1; ++r) {
         const double startHeight = document.WheelStates(r, 1).Points[ptWTCP].Z;
         for (int w = 1; w <= document.NW + 1; ++w) {
             WheelState& state = document.WheelStates(r, w);
-            state.Channels.Set(chWheelTravel, state.Points[ptWTCP].Z - startHeight);
+            const double patchHeight = state.Points[ptWTCP].Z;
+            state.Channels.Set(chWheelTravel, patchHeight - startHeight);
+            state.Channels.Set(chRollCentreToGround,
+                               state.Channels[chRollCentreToOrigin] - patchHeight);
         }
     }
     const double staticRackEnd = document.StaticPoints()[ptTRI].Y;
@@ -119,8 +166,10 @@ void CalculateGridChannels(Suspension& document) {
             WheelState& state = document.WheelStates(r, w);
             state.Channels.Set(chRackTravel, state.Points[ptTRI].Y - staticRackEnd);
             SetSteeringOfAxle(document, r, w);
+            CalculateRollCentre(document, r, w);
         }
     }
+    CalculateQuadraticFits(document, channels, document.StaticRack);
 }
 
 bool CalculateGeometry(Suspension& document, WheelState& state, std::string& message) {
@@ -141,6 +190,7 @@ bool CalculateGeometry(Suspension& document, WheelState& state, std::string& mes
     SetWishboneAngle(state, chUpperLatAngle, upper.dZdY);
     SetWishboneAngle(state, chLowerLongAngle, lower.dZdX);
     SetWishboneAngle(state, chLowerLatAngle, lower.dZdY);
+    CalculateFoci(state, upper, lower, IsFrontCorner(document));
     SetWheelAngles(state);
     return true;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/Channels.h"
 #include "model/Suspension.h"
 
 #include <string>
@@ -12,8 +13,9 @@ namespace corvanta {
 /// names the step that was at work, where that step has a text of its own.
 [[nodiscard]] bool CalculateStateProperties(Suspension& document, std::string& message);
 
-/// Fills the channels that compare one state with another. Runs after `CalculateStateProperties`.
-void CalculateGridChannels(Suspension& document);
+/// Fills the channels that compare one state with another, and the curves fitted against damper
+/// travel, which are in the display units of `channels`. Runs after `CalculateStateProperties`.
+void CalculateGridChannels(Suspension& document, const ChannelCatalogue& channels);
 
 /// Channels of wheel attitude, steering axis and wishbone planes of one state. Returns false, with
 /// `message` set, when a wishbone's plane stands upright; `GeometryValid` takes the result.

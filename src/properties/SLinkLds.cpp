@@ -31,8 +31,16 @@ constexpr std::array<LinkEnds, LinkCount> Links{{
 /// A force and its moment about the origin, in the order and the signs of the equations.
 using Wrench = std::array<double, LinkCount>;
 
-/// Rows of the system: three forces, three moments; a column per link, then the right-hand side.
-using EquationSystem = std::array<std::array<double, LinkCount + 1>, LinkCount>;
+/// The forces that the links are solved for: a unit force along each axis.
+constexpr std::size_t ForceCount = 3;
+constexpr std::size_t ColumnCount = LinkCount + ForceCount;
+
+/// Rows of the system: three forces, three moments; a column per link, then a right-hand side per
+/// force. The three systems have their links in common, so they are solved as one.
+using EquationSystem = std::array<std::array<double, ColumnCount>, LinkCount>;
+
+/// Loads by link and force.
+using LoadTable = std::array<std::array<double, ForceCount>, LinkCount>;
 
 /// The wrench of a force along `direction` at `at`.
 Wrench WrenchOf(const Vector3& direction, const SuspPoint& at) {
@@ -58,13 +66,16 @@ std::array<Wrench, LinkCount> LinkWrenches(const PointSet& points) {
     return wrenches;
 }
 
-EquationSystem BuildSystem(const std::array<Wrench, LinkCount>& links, const Wrench& force) {
+EquationSystem BuildSystem(const std::array<Wrench, LinkCount>& links,
+                           const std::array<Wrench, ForceCount>& forces) {
     EquationSystem system{};
     for (std::size_t row = 0; row < LinkCount; ++row) {
         for (std::size_t link = 0; link < LinkCount; ++link) {
             system[row][link] = links[link][row];
         }
-        system[row][LinkCount] = force[row];
+        for (std::size_t force = 0; force < ForceCount; ++force) {
+            system[row][LinkCount + force] = forces[force][row];
+        }
     }
     return system;
 }
@@ -79,8 +90,8 @@ std::size_t PivotRow(const EquationSystem& system, std::size_t column) {
     return best;
 }
 
-/// Gaussian elimination with partial pivoting and back substitution.
-std::array<double, LinkCount> Solve(EquationSystem system) {
+/// Gaussian elimination with partial pivoting on the link columns.
+void Eliminate(EquationSystem& system) {
     for (std::size_t column = 0; column + 1 < LinkCount; ++column) {
         std::swap(system[column], system[PivotRow(system, column)]);
         for (std::size_t row = column + 1; row < LinkCount; ++row) {
@@ -88,20 +99,23 @@ std::array<double, LinkCount> Solve(EquationSystem system) {
                 continue;
             }
             const double factor = Divide(system[row][column], system[column][column]);
-            for (std::size_t k = column + 1; k <= LinkCount; ++k) {
+            for (std::size_t k = column + 1; k < ColumnCount; ++k) {
                 system[row][k] -= factor * system[column][k];
             }
         }
     }
-    std::array<double, LinkCount> loads{};
+}
+
+LoadTable SubstituteBack(const EquationSystem& system) {
+    LoadTable loads{};
     for (std::size_t row = LinkCount; row-- > 0;) {
-        double rest = system[row][LinkCount];
-        double known = 0;
-        for (std::size_t k = LinkCount; k-- > row + 1;) {
-            known += system[row][k] * loads[k];
+        for (std::size_t force = 0; force < ForceCount; ++force) {
+            double known = 0;
+            for (std::size_t k = LinkCount; k-- > row + 1;) {
+                known += system[row][k] * loads[k][force];
+            }
+            loads[row][force] = Divide(system[row][LinkCount + force] - known, system[row][row]);
         }
-        rest -= known;
-        loads[row] = Divide(rest, system[row][row]);
     }
     return loads;
 }
@@ -110,20 +124,18 @@ void SetStateLoads(WheelState& state, const SuspensionData& data) {
     const SuspPoint& patch = state.Points[ptWTCP];
     const SuspPoint& ofX = data.XForce < 0 ? state.Points[ptWC] : patch;
     const std::array<Wrench, LinkCount> links = LinkWrenches(state.Points);
-    const std::array<Wrench, 3> forces{WrenchOf({1, 0, 0}, ofX), WrenchOf({0, 1, 0}, patch),
-                                       WrenchOf({0, 0, 1}, patch)};
-    std::array<std::array<double, LinkCount>, 3> loads{};
-    for (std::size_t force = 0; force < forces.size(); ++force) {
-        loads[force] = Solve(BuildSystem(links, forces[force]));
-    }
+    const std::array<Wrench, ForceCount> forces{
+        WrenchOf({1, 0, 0}, ofX), WrenchOf({0, 1, 0}, patch), WrenchOf({0, 0, 1}, patch)};
+    EquationSystem system = BuildSystem(links, forces);
+    Eliminate(system);
+    const LoadTable loads = SubstituteBack(system);
     for (std::size_t j = 0; j < LinkCount; ++j) {
+        const auto& [x, y, z] = loads[j];
         const int link = static_cast<int>(j) + 1;
-        state.LinkLoads.Set(link, 1, loads[0][j]);
-        state.LinkLoads.Set(link, 2, loads[1][j]);
-        state.LinkLoads.Set(link, 3, loads[2][j]);
-        state.LinkLoads.Set(link, 4,
-                            Checked(data.XForce * loads[0][j] + data.YForce * loads[1][j] +
-                                    data.ZForce * loads[2][j]));
+        state.LinkLoads.Set(link, 1, x);
+        state.LinkLoads.Set(link, 2, y);
+        state.LinkLoads.Set(link, 3, z);
+        state.LinkLoads.Set(link, 4, Checked(data.XForce * x + data.YForce * y + data.ZForce * z));
     }
 }
 

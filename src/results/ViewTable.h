@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cassert>
+#include "model/Slot.h"
+
 #include <cstddef>
 #include <string>
 #include <utility>
@@ -21,10 +22,10 @@ class ViewTable {
     [[nodiscard]] int Columns() const { return m_columns; }
 
     [[nodiscard]] const std::string& Cell(int row, int column) const {
-        return m_rows[Row(row)][Column(column)];
+        return m_rows[SlotOf(row, Rows())][SlotOf(column, m_columns)];
     }
     void SetCell(int row, int column, std::string text) {
-        m_rows[Row(row)][Column(column)] = std::move(text);
+        m_rows[SlotOf(row, Rows())][SlotOf(column, m_columns)] = std::move(text);
     }
 
     /// Adds an empty column at the right and returns its number.
@@ -42,15 +43,6 @@ class ViewTable {
     }
 
   private:
-    [[nodiscard]] std::size_t Row(int row) const {
-        assert(row >= 0 && row < Rows());
-        return static_cast<std::size_t>(row);
-    }
-    [[nodiscard]] std::size_t Column(int column) const {
-        assert(column >= 0 && column < m_columns);
-        return static_cast<std::size_t>(column);
-    }
-
     std::vector<std::vector<std::string>> m_rows;
     int m_columns = 0;
 };

@@ -57,7 +57,7 @@ void frmMain::Refresh(bool resetPosition) {
     Suspension& document = m_program.Document;
     ViewSettings& settings = m_program.Settings;
     if (!document.ResultsValid && document.DataLoaded) {
-        RunCalculation(document, m_messages);
+        RunCalculation(document, m_program.Channels, m_messages);
         if (settings.View == vwNone) {
             settings.View = vwCoordinates;
         }

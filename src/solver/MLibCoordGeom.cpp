@@ -122,7 +122,7 @@ Matrix3 RotationMatrix(double a, double b, double c) {
 
 SuspPoint TransformPoint(const SuspPoint& point, const Matrix3& matrix) {
     const auto row = [&](int r) {
-        return matrix(r, 1) * point.X + matrix(r, 2) * point.Y + matrix(r, 3) * point.Z;
+        return Checked(matrix(r, 1) * point.X + matrix(r, 2) * point.Y + matrix(r, 3) * point.Z);
     };
     return {row(1), row(2), row(3)};
 }

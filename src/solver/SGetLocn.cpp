@@ -14,92 +14,69 @@ constexpr double DegenerateSlope = 1e16;
 /// Below this an upright plane has no slopes; mm2.
 constexpr double UprightPlane = 1e-6;
 
-double Dot(const Vector3& a, const Vector3& b) {
-    return a.X * b.X + a.Y * b.Y + a.Z * b.Z;
-}
-
 } // namespace
 
 ReferenceTriangle::ReferenceTriangle(const SuspPoint& ref1, const SuspPoint& ref2,
                                      const SuspPoint& ref3)
-    : m_origin(ref1),
-      m_a(VectorSubtract(ref2, ref1)),
-      m_b(VectorSubtract(ref3, ref1)),
-      m_normal{m_a.Z * m_b.Y - m_b.Z * m_a.Y, m_b.Z * m_a.X - m_b.X * m_a.Z,
-               m_b.X * m_a.Y - m_b.Y * m_a.X},
-      m_aa(Dot(m_a, m_a)),
-      m_bb(Dot(m_b, m_b)) {
-    // Both slopes of a form are ratios of the other two components of the normal to its own, so the
-    // form with the smallest of the larger slopes is the one of the largest component.
-    const double dX = std::abs(m_normal.X);
-    const double dY = std::abs(m_normal.Y);
-    const double dZ = std::abs(m_normal.Z);
-    if (dX >= dY && dX >= dZ && dX > DegenerateDeterminant) {
-        m_free = FreeCoordinate::X;
-        m_slopeU = m_normal.Y / m_normal.X;
-        m_slopeV = m_normal.Z / m_normal.X;
-    } else if (dY >= dX && dY >= dZ && dY > DegenerateDeterminant) {
-        m_free = FreeCoordinate::Y;
-        m_slopeU = m_normal.X / m_normal.Y;
-        m_slopeV = m_normal.Z / m_normal.Y;
-    } else if (dZ > DegenerateDeterminant) {
-        m_free = FreeCoordinate::Z;
-        m_slopeU = m_normal.X / m_normal.Z;
-        m_slopeV = m_normal.Y / m_normal.Z;
+    : m_origin(CoordinatesOf(ref1)),
+      m_a(CoordinatesOf(VectorSubtract(ref2, ref1))),
+      m_b(CoordinatesOf(VectorSubtract(ref3, ref1))),
+      m_aa(m_a[0] * m_a[0] + m_a[1] * m_a[1] + m_a[2] * m_a[2]),
+      m_bb(m_b[0] * m_b[0] + m_b[1] * m_b[1] + m_b[2] * m_b[2]),
+      m_slopeNext(DegenerateSlope),
+      m_slopeLast(DegenerateSlope) {
+    const Coordinates line{m_a[2] * m_b[1] - m_b[2] * m_a[1], m_b[2] * m_a[0] - m_b[0] * m_a[2],
+                           m_b[0] * m_a[1] - m_b[1] * m_a[0]};
+    // Both slopes of a form are ratios of the other two components of the line to its own, so the
+    // form with the smallest of the larger slopes is the one of the largest component; on a tie X
+    // comes before Y and Y before Z.
+    const double dX = std::abs(line[0]);
+    const double dY = std::abs(line[1]);
+    const double dZ = std::abs(line[2]);
+    if (dX < dY || dX < dZ) {
+        m_free = dY >= dX && dY >= dZ ? 1 : 2;
+        m_next = m_free == 1 ? 2 : 0;
+        m_last = m_free == 1 ? 0 : 1;
+    }
+    m_determinant = line[m_free];
+    m_degenerate = std::abs(m_determinant) <= DegenerateDeterminant;
+    if (!m_degenerate) {
+        m_slopeNext = line[m_next] / m_determinant;
+        m_slopeLast = line[m_last] / m_determinant;
     }
 }
 
-ReferenceTriangle::StraightLines ReferenceTriangle::Lines(double r1, double r2) const {
-    StraightLines lines{m_slopeU, m_slopeV, 0, 0};
-    switch (m_free) {
-    case FreeCoordinate::X: // u is y, v is z
-        lines.InterceptU = (m_a.Z * r2 - m_b.Z * r1) / m_normal.X;
-        lines.InterceptV = (m_b.Y * r1 - m_a.Y * r2) / m_normal.X;
-        break;
-    case FreeCoordinate::Y: // u is x, v is z
-        lines.InterceptU = (m_b.Z * r1 - m_a.Z * r2) / m_normal.Y;
-        lines.InterceptV = (m_a.X * r2 - m_b.X * r1) / m_normal.Y;
-        break;
-    case FreeCoordinate::Z: // u is x, v is y
-        lines.InterceptU = (m_a.Y * r2 - m_b.Y * r1) / m_normal.Z;
-        lines.InterceptV = (m_b.X * r1 - m_a.X * r2) / m_normal.Z;
-        break;
-    case FreeCoordinate::None:
-        lines = {DegenerateSlope, DegenerateSlope, DegenerateSlope, DegenerateSlope};
-        break;
-    }
-    return lines;
-}
-
-SuspPoint ReferenceTriangle::Candidate(const StraightLines& lines, double root) const {
-    const double u = lines.SlopeU * root + lines.InterceptU;
-    const double v = lines.SlopeV * root + lines.InterceptV;
-    switch (m_free) {
-    case FreeCoordinate::Y:
-        return {u + m_origin.X, root + m_origin.Y, v + m_origin.Z};
-    case FreeCoordinate::Z:
-        return {u + m_origin.X, v + m_origin.Y, root + m_origin.Z};
-    case FreeCoordinate::X:
-    case FreeCoordinate::None:
-        break;
-    }
-    return {root + m_origin.X, u + m_origin.Y, v + m_origin.Z};
+SuspPoint ReferenceTriangle::Place(const Candidate& candidate) const {
+    Coordinates place{};
+    place[m_free] = candidate[0] + m_origin[m_free];
+    place[m_next] = candidate[1] + m_origin[m_next];
+    place[m_last] = candidate[2] + m_origin[m_last];
+    return {place[0], place[1], place[2]};
 }
 
 SuspPoint ReferenceTriangle::Locate(const BodyDistances& distances, const SuspPoint& near) const {
     const double r1 = (distances.First - distances.Second + m_aa) / 2;
     const double r2 = (distances.First - distances.Third + m_bb) / 2;
-    const StraightLines lines = Lines(r1, r2);
+    double interceptNext = DegenerateSlope;
+    double interceptLast = DegenerateSlope;
+    if (!m_degenerate) {
+        interceptNext = (m_a[m_last] * r2 - m_b[m_last] * r1) / m_determinant;
+        interceptLast = (m_b[m_next] * r1 - m_a[m_next] * r2) / m_determinant;
+    }
 
     // The free coordinate is a root of A u^2 + B u + C; a negative discriminant, where the spheres
     // do not meet, goes on by its absolute value.
-    const double A = lines.SlopeU * lines.SlopeU + lines.SlopeV * lines.SlopeV + 1;
-    const double B = 2 * lines.SlopeV * lines.InterceptV + 2 * lines.SlopeU * lines.InterceptU;
+    const double A = m_slopeNext * m_slopeNext + m_slopeLast * m_slopeLast + 1;
+    const double B = 2 * m_slopeLast * interceptLast + 2 * m_slopeNext * interceptNext;
     const double C =
-        lines.InterceptU * lines.InterceptU + lines.InterceptV * lines.InterceptV - distances.First;
+        interceptNext * interceptNext + interceptLast * interceptLast - distances.First;
     const double S = std::sqrt(std::abs(B * B - 4 * A * C));
-    const SuspPoint plus = Candidate(lines, (S - B) / (2 * A));
-    const SuspPoint minus = Candidate(lines, (-B - S) / (2 * A));
+    const auto candidate = [&](double root) {
+        return Place(
+            {root, m_slopeNext * root + interceptNext, m_slopeLast * root + interceptLast});
+    };
+    const SuspPoint plus = candidate((S - B) / (2 * A));
+    const SuspPoint minus = candidate((-B - S) / (2 * A));
     return PointDistanceSquared(minus, near) > PointDistanceSquared(plus, near) ? plus : minus;
 }
 

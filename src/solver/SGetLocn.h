@@ -3,7 +3,9 @@
 #include "model/Points.h"
 #include "solver/MLibMaths.h"
 
+#include <array>
 #include <cmath>
+#include <cstddef>
 
 namespace corvanta {
 
@@ -59,28 +61,27 @@ class ReferenceTriangle {
     [[nodiscard]] SuspPoint Locate(const BodyDistances& distances, const SuspPoint& near) const;
 
   private:
-    enum class FreeCoordinate { X, Y, Z, None };
+    /// Coordinates in the order X, Y, Z, to be taken by number.
+    using Coordinates = std::array<double, 3>;
 
-    /// The dependent coordinates u, v as functions of the free one.
-    struct StraightLines {
-        double SlopeU;
-        double SlopeV;
-        double InterceptU;
-        double InterceptV;
-    };
+    /// The coordinates of the found point from the first reference, in the order free, next, last.
+    using Candidate = std::array<double, 3>;
 
-    [[nodiscard]] StraightLines Lines(double r1, double r2) const;
-    [[nodiscard]] SuspPoint Candidate(const StraightLines& lines, double root) const;
+    [[nodiscard]] static Coordinates CoordinatesOf(const SuspPoint& p) { return {p.X, p.Y, p.Z}; }
+    [[nodiscard]] SuspPoint Place(const Candidate& candidate) const;
 
-    SuspPoint m_origin;
-    Vector3 m_a;
-    Vector3 m_b;
-    Vector3 m_normal;
+    Coordinates m_origin;
+    Coordinates m_a;
+    Coordinates m_b;
     double m_aa;
     double m_bb;
-    double m_slopeU = 0;
-    double m_slopeV = 0;
-    FreeCoordinate m_free = FreeCoordinate::None;
+    std::size_t m_free = 0; ///< number of the free coordinate
+    std::size_t m_next = 1; ///< the coordinates that follow it in the circle X, Y, Z
+    std::size_t m_last = 2;
+    double m_determinant = 0; ///< component of the line of intersection along the free coordinate
+    double m_slopeNext;
+    double m_slopeLast;
+    bool m_degenerate = true;
 };
 
 /// Moves a point of a rigid body along with three others of it. Distances of `targetOld` are taken

@@ -5,7 +5,6 @@
 #include "solver/MLibMaths.h"
 
 #include <cmath>
-#include <limits>
 #include <string>
 
 namespace corvanta {
@@ -25,12 +24,8 @@ constexpr int MostGrowths = 1'000'000;
 /// Steps of a grid counted with its start step.
 constexpr int MostSteps = WheelStateGrid::Steps;
 
-int WholeSteps(double travel, double stepSize) {
-    const double steps = std::floor(Divide(travel, stepSize) + StepRounding);
-    if (std::abs(steps) > std::numeric_limits<std::int16_t>::max()) {
-        RaiseOverflow();
-    }
-    return static_cast<int>(steps);
+double WholeSteps(double travel, double stepSize) {
+    return std::floor(Divide(travel, stepSize) + StepRounding);
 }
 
 /// A step size and the whole steps on either side of static that it makes of two travels.
@@ -45,9 +40,11 @@ struct StepCount {
 StepCount CountSteps(double firstTravel, double secondTravel, double stepSize, double growth) {
     StepCount count{stepSize};
     for (int pass = 0; pass <= MostGrowths; ++pass) {
-        count.First = WholeSteps(firstTravel, count.StepSize);
-        count.Second = WholeSteps(secondTravel, count.StepSize);
-        if (count.First + count.Second + 2 <= MostSteps) {
+        const double first = WholeSteps(firstTravel, count.StepSize);
+        const double second = WholeSteps(secondTravel, count.StepSize);
+        if (first + second + 2 <= MostSteps) {
+            count.First = static_cast<int>(first);
+            count.Second = static_cast<int>(second);
             return count;
         }
         count.Grown = true;

@@ -12,7 +12,8 @@ namespace corvanta {
 /// the user works in inches, until they fit; the user is told once.
 ///
 /// Throws Failure, and changes nothing, for a step size of 0 ("Division by zero") or below, for a
-/// negative bump or droop travel, and for travels of more than 32767 steps ("Overflow").
+/// negative bump or droop travel, and for travels that a million enlargements do not fit
+/// ("Overflow").
 void SetStepSizes(Suspension& document, const FundamentalUnits& units, Messages& messages);
 
 /// The set-up after every change of the document: step sizes, titles of the channels that depend on

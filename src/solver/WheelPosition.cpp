@@ -89,6 +89,7 @@ WheelSearch::Bodies WheelSearch::MeasureBodies(const PointSet& start) {
 }
 
 void WheelSearch::CalcWheelState(double travel, const PointSet& near, PointSet& solved) {
+    ++m_solves;
     for (int pass = 1;; ++pass) {
         if (m_isStrut) {
             PassStrut(travel, near, solved);

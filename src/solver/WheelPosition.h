@@ -51,6 +51,9 @@ class WheelSearch {
 
     [[nodiscard]] const PointSet& Start() const { return m_start; }
 
+    /// How many positions were searched since the search was made.
+    [[nodiscard]] std::int64_t Solves() const { return m_solves; }
+
     /// Counts points that were located on behalf of this search.
     void CountLocations(std::int64_t count) { m_locations += count; }
 
@@ -79,6 +82,7 @@ class WheelSearch {
     WishboneSwing m_swing;
     Bodies m_bodies;
     double m_travelFactor;
+    std::int64_t m_solves = 0;
     std::int64_t m_locations = 0;
 };
 

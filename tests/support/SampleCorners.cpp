@@ -150,12 +150,18 @@ FundamentalUnits MetricUnits() {
     return units;
 }
 
-Suspension LoadSample(const std::string& name) {
-    Suspension document;
-    ViewSettings settings;
+ChannelCatalogue MetricChannels() {
     FundamentalUnits units = MetricUnits();
     ChannelCatalogue channels;
     channels.ChannelsSetup(units);
+    return channels;
+}
+
+Suspension LoadSample(const std::string& name) {
+    Suspension document;
+    ViewSettings settings;
+    const FundamentalUnits units = MetricUnits();
+    ChannelCatalogue channels = MetricChannels();
     DiskFileServices files;
     RecordingMessageBox box;
     Messages messages(box);
@@ -167,12 +173,10 @@ Suspension LoadSample(const std::string& name) {
 }
 
 void SetUp(Suspension& document) {
-    FundamentalUnits units = MetricUnits();
-    ChannelCatalogue channels;
-    channels.ChannelsSetup(units);
+    ChannelCatalogue channels = MetricChannels();
     RecordingMessageBox box;
     Messages messages(box);
-    InitGeometry(document, channels, units, messages);
+    InitGeometry(document, channels, MetricUnits(), messages);
 }
 
 std::string MechanismChoice::Text() const {

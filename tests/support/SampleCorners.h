@@ -19,6 +19,9 @@ namespace corvanta::test {
 /// Units of a test: mm, N, kg and N/mm, a decimal point.
 [[nodiscard]] FundamentalUnits MetricUnits();
 
+/// The channels in the units of a test.
+[[nodiscard]] ChannelCatalogue MetricChannels();
+
 /// A document of the samples, loaded and set up. Throws when it can't be.
 [[nodiscard]] Suspension LoadSample(const std::string& name);
 

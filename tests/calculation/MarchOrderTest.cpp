@@ -1,0 +1,102 @@
+#include "calculation/SCalcs.h"
+#include "tests/support/Corners.h"
+#include "tests/support/SampleCorners.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace corvanta {
+namespace {
+
+using testing::ElementsAre;
+
+/// The step, its neighbour and its travel, in the order of the march.
+std::vector<std::vector<double>> March(MarchStep (*step)(const Suspension&, int),
+                                       const Suspension& document, int count) {
+    std::vector<std::vector<double>> march;
+    for (int i = 2; i <= count + 1; ++i) {
+        const MarchStep at = step(document, i);
+        march.push_back(
+            {static_cast<double>(at.Step), static_cast<double>(at.Neighbour), at.Travel});
+    }
+    return march;
+}
+
+TEST(MarchOrderTest, FromStaticIntoBumpThenStaticThenIntoDroop) {
+    Suspension document;
+    document.Data.WheelTravelStepSize = 4;
+    document.Data.RackTravelStepSize = 10;
+    const auto wheel = [&](int bump, int droop) {
+        document.NW = bump + droop + 1;
+        document.StaticWheel = bump + 2;
+        return March(WheelStepIndex, document, document.NW);
+    };
+    using Row = std::vector<double>;
+    EXPECT_THAT(wheel(3, 2), ElementsAre(Row{4, 1, 4}, Row{3, 4, 8}, Row{2, 3, 12}, Row{5, 4, 0},
+                                         Row{6, 1, -4}, Row{7, 6, -8}));
+    EXPECT_THAT(wheel(0, 2), ElementsAre(Row{2, 1, 0}, Row{3, 1, -4}, Row{4, 3, -8}));
+    EXPECT_THAT(wheel(2, 0), ElementsAre(Row{3, 1, 4}, Row{2, 3, 8}, Row{4, 3, 0}));
+    EXPECT_THAT(wheel(0, 0), ElementsAre(Row{2, 1, 0}));
+
+    document.NR = 5;
+    document.StaticRack = 4;
+    EXPECT_THAT(
+        March(RackStepIndex, document, 5),
+        ElementsAre(Row{3, 1, 10}, Row{2, 3, 20}, Row{4, 3, 0}, Row{5, 1, -10}, Row{6, 5, -20}));
+}
+
+class RunCalculationTest : public testing::Test {
+  protected:
+    RecordingMessageBox m_box;
+    Messages m_messages{m_box};
+};
+
+TEST_F(RunCalculationTest, ASoundCornerGivesResults) {
+    Suspension document = DoubleWishboneCorner();
+    RunCalculation(document, test::MetricChannels(), m_messages);
+    EXPECT_TRUE(document.ResultsValid);
+    EXPECT_TRUE(m_box.Shown.empty());
+    const ChannelCells& bump = document.WheelStates(2, 2).Channels;
+    const ChannelCells& atRest = document.WheelStates(2, document.StaticWheel).Channels;
+    EXPECT_EQ(bump[chSteerAngleBump], bump[chSteerAngle] - atRest[chSteerAngle]);
+    EXPECT_NE(bump[chSteerAngleBump], 0);
+    EXPECT_EQ(atRest[chSteerAngleBump], 0);
+
+    std::string errorText;
+    SolveCounts counts;
+    ASSERT_TRUE(SolveGrid(document, errorText, &counts));
+    EXPECT_EQ(counts.Solves, document.NR * (3 * document.NW - 1)) << "two at the static step";
+}
+
+TEST_F(RunCalculationTest, AFailureEndsTheRunAndIsToldOnce) {
+    Suspension document = DoubleWishboneCorner(smNone);
+    // In one step past the length of the upper wishbone.
+    document.Data.Bump = document.Data.Droop = document.Data.WheelTravelStepSize = 400;
+    InitMetricGeometry(document);
+    RunCalculation(document, test::MetricChannels(), m_messages);
+    EXPECT_FALSE(document.ResultsValid);
+    ASSERT_EQ(m_box.Shown.size(), 1U);
+    EXPECT_EQ(m_box.Shown[0].Prompt,
+              "Calculations could not be completed.\r\rThe following error occurred: Invalid "
+              "procedure call or argument");
+    EXPECT_EQ(m_box.Shown[0].Style, msExclamation);
+    EXPECT_EQ(m_box.Shown[0].Title, "");
+    EXPECT_EQ(document.WheelStates(2, document.StaticWheel + 1).Points, PointSet{})
+        << "nothing after the failed bump is solved";
+
+    document.StaticPoints()[ptTRI].Y = 800;
+    RunCalculation(document, test::MetricChannels(), m_messages);
+    ASSERT_EQ(m_box.Shown.size(), 2U);
+    EXPECT_EQ(m_box.Shown[1].Prompt,
+              "Calculations could not be completed.\r\rThe following problem/s were found with the "
+              "input geometry: \r\rTrackrod points swapped inboard for outboard");
+    m_messages.Silence();
+    RunCalculation(document, test::MetricChannels(), m_messages);
+    EXPECT_EQ(m_box.Shown.size(), 2U);
+}
+
+} // namespace
+} // namespace corvanta

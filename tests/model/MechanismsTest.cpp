@@ -1,0 +1,25 @@
+#include "model/Mechanisms.h"
+
+#include <gtest/gtest.h>
+
+namespace corvanta {
+namespace {
+
+TEST(MechanismsTest, TextsEndWhereTheCatalogueEnds) {
+    EXPECT_EQ(SpringMechanismName(11), "Macpherson strut");
+    EXPECT_EQ(SpringMechanismName(12), "");
+    EXPECT_EQ(SpringMechanismName(-1), "");
+    EXPECT_EQ(ThirdSpringName(2), "Centre spring");
+    EXPECT_EQ(ThirdSpringName(3), "");
+    EXPECT_EQ(CentreSpringSystemName(1), "Lateral via rocker");
+    EXPECT_EQ(CentreSpringSystemName(2), "");
+    for (const std::int32_t pullrod : {5, 7}) {
+        EXPECT_EQ(SpringShortWordOf(pullrod), "Pullrod");
+    }
+    for (const std::int32_t pushrod : {4, 6, 8, 9, 10}) {
+        EXPECT_EQ(SpringShortWordOf(pushrod), "Pushrod");
+    }
+}
+
+} // namespace
+} // namespace corvanta

@@ -1,0 +1,139 @@
+#include "solver/SInitGeo.h"
+
+#include "model/Failure.h"
+#include "tests/support/Corners.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace corvanta {
+namespace {
+
+using testing::ElementsAre;
+
+class SInitGeoTest : public testing::Test {
+  protected:
+    /// NW, StaticWheel, NR and StaticRack for the travels set.
+    std::vector<int> Shape() {
+        SetStepSizes(m_document, m_units, m_messages);
+        return {m_document.NW, m_document.StaticWheel, m_document.NR, m_document.StaticRack};
+    }
+    void SetWheel(double bump, double droop, double step) {
+        m_data.Bump = bump;
+        m_data.Droop = droop;
+        m_data.WheelTravelStepSize = step;
+    }
+    void SetRack(double travel, double step) {
+        m_data.RackTravel = travel;
+        m_data.RackTravelStepSize = step;
+    }
+
+    Suspension m_document;
+    SuspensionData& m_data = m_document.Data;
+    FundamentalUnits m_units = MetricUnits();
+    RecordingMessageBox m_box;
+    Messages m_messages{m_box};
+};
+
+TEST_F(SInitGeoTest, ShapeOfTheGrid) {
+    struct Case {
+        double Bump, Droop, Step;
+        int NW, StaticWheel;
+    };
+    SetRack(0, 5);
+    for (const Case& c :
+         {Case{0, 0, 5, 1, 2}, Case{50, 50, 5, 21, 12}, Case{50.5, 50, 5, 22, 13},
+          Case{50.04, 0, 5, 11, 12}, Case{0, 12, 5, 4, 2}, Case{24, 24, 1, 49, 26}}) {
+        SetWheel(c.Bump, c.Droop, c.Step);
+        EXPECT_THAT(Shape(), ElementsAre(c.NW, c.StaticWheel, 1, 2)) << c.Bump << " " << c.Droop;
+        EXPECT_EQ(m_data.WheelTravelStepSize, c.Step);
+    }
+    SetRack(24, 1);
+    EXPECT_THAT(Shape(), ElementsAre(49, 26, 49, 26));
+    EXPECT_TRUE(m_box.Shown.empty());
+}
+
+TEST_F(SInitGeoTest, AStepThatIsTooSmallGrowsAndTheUserIsToldOnce) {
+    constexpr auto* told = "Max number of wheel travel points exceeded so step size reset to  4.5";
+    SetWheel(100, 100, 1);
+    SetRack(25, 1);
+    // 100 / 4.5 + 0.99 = 23.2; at 4 it would be 25.99, 52 steps with the start.
+    EXPECT_THAT(Shape(), ElementsAre(47, 25, 2 * 17 + 1, 19));
+    EXPECT_EQ(m_data.WheelTravelStepSize, 4.5);
+    EXPECT_EQ(m_data.RackTravelStepSize, 1.5);
+    EXPECT_THAT(m_box.Prompts(), ElementsAre(told));
+    EXPECT_EQ(m_box.Shown[0].Style, msInformation);
+    EXPECT_EQ(m_box.Shown[0].Title, "");
+
+    (void)Shape();
+    EXPECT_EQ(m_box.Shown.size(), 1U) << "the document's own values are changed";
+    SetRack(25, 1);
+    (void)Shape();
+    EXPECT_THAT(m_box.Prompts(), ElementsAre(told, told)) << "for the rack, with the wheel's value";
+
+    m_units[ucDisplacement].Label = "in";
+    SetWheel(24.1, 24.1, 1);
+    EXPECT_EQ(Shape()[0], 47);
+    EXPECT_DOUBLE_EQ(m_data.WheelTravelStepSize, 1.05);
+
+    m_messages.Silence();
+    m_units[ucDisplacement].Label = "mm";
+    SetWheel(25, 25, 1e-9);
+    EXPECT_EQ(Shape()[0], 35) << "25 / 1.5 + 0.99 = 17.66";
+    EXPECT_EQ(m_data.WheelTravelStepSize, 1e-9 + 0.5 + 0.5 + 0.5);
+    EXPECT_EQ(m_box.Shown.size(), 3U);
+}
+
+TEST_F(SInitGeoTest, TravelThatMakesNoGridIsRefusedAndChangesNothing) {
+    struct Refusal {
+        double SuspensionData::*Field;
+        double Value;
+        const char* Message;
+    };
+    const std::vector<int> shape = Shape();
+    for (const Refusal& c : {Refusal{&SuspensionData::WheelTravelStepSize, 0, "Division by zero"},
+                             {&SuspensionData::RackTravelStepSize, 0, "Division by zero"},
+                             {&SuspensionData::WheelTravelStepSize, -5, "greater than 0"},
+                             {&SuspensionData::RackTravelStepSize, -5, "greater than 0"},
+                             {&SuspensionData::Bump, -1, "must be positive"},
+                             {&SuspensionData::Bump, 1e300, "Overflow"},
+                             {&SuspensionData::RackTravel, 1e12, "Overflow"}}) {
+        const double kept = m_data.*c.Field;
+        m_data.*c.Field = c.Value;
+        EXPECT_THAT([&] { (void)Shape(); },
+                    testing::ThrowsMessage<Failure>(testing::HasSubstr(c.Message)));
+        EXPECT_EQ(m_data.*c.Field, c.Value);
+        m_data.*c.Field = kept;
+        EXPECT_EQ(m_document.NW + m_document.NR, shape[0] + shape[2]);
+    }
+}
+
+TEST_F(SInitGeoTest, SetUpDerivesWhatTheUserDoesNotEnter) {
+    ChannelCatalogue channels;
+    channels.ChannelsSetup(m_units);
+    PointSet& points = m_document.StaticPoints();
+    for (const std::int32_t third : {tsCornerSpring, tsCornerAndCentreSpring, tsCentreSpring}) {
+        points = {};
+        points[ptWTCP].X = m_data.CGX + third; // the first at the CG, which is still in front
+        points[ptTBDLO] = {140, 150, 450};
+        points[ptTBDLI] = {2, 285, 532};
+        points[ptTSI] = {7, 8, 9};
+        m_data.SpringMechanism = smPullrodToUpright;
+        m_data.ThirdSpringMechanism = third;
+        InitGeometry(m_document, channels, m_units, m_messages);
+        EXPECT_EQ(points[ptTBDLO2], (SuspPoint{140, -150, 450}));
+        EXPECT_EQ(points[ptTSI], third == 0 ? (SuspPoint{140, 0, 450}) : (SuspPoint{7, 8, 9}));
+        EXPECT_EQ(points[ptR1O], third == 2 ? points[ptTBDLI] : SuspPoint{});
+        EXPECT_EQ(channels[chAntiSquatPercent].Title, third == 0 ? "Anti-Lift %" : "Anti-Squat %");
+        EXPECT_EQ(m_document.Catalogue[ptSAI].Enabled, third != 2);
+    }
+    ViewSettings settings;
+    ResetDocument(m_document, settings);
+    EXPECT_FALSE(m_document.Catalogue[ptWC].Enabled) << "a new document has none of the points";
+    EXPECT_EQ(m_document.Catalogue[ptWC].LongName, "");
+}
+
+} // namespace
+} // namespace corvanta
