@@ -231,7 +231,7 @@ std::optional<std::string> DiskFileServices::SpecialFolder(int folderNumber) con
     const fs::path folder = FolderFrom("APPDATA");
 #else
     fs::path folder = FolderFrom("XDG_CONFIG_HOME");
-    // A relative path here is invalid by the base directory specification of freedesktop.org.
+    // A relative path here is invalid by the base directory rules of freedesktop.org.
     if (!folder.is_absolute()) {
         const fs::path home = FolderFrom("HOME");
         folder = home.empty() ? fs::path() : home / ".config";
