@@ -95,7 +95,8 @@ void CMRUFileList::ListFiles(std::vector<MenuItem>& items) const {
         MenuItem& item = items[static_cast<std::size_t>(i)];
         item.Visible = true;
         item.Enabled = true;
-        item.Caption = "&" + std::to_string(i) + "  " + MenuPath(File(i));
+        // In a caption an "&" of the path is written twice.
+        item.Caption = "&" + std::to_string(i) + "  " + ReplaceAll(MenuPath(File(i)), "&", "&&");
         item.Tag = i;
     }
 }
