@@ -80,7 +80,7 @@ TEST_F(CMRUFileListTest, ShowsItsFilesBetweenTwoLines) {
 }
 
 TEST(MenuPathTest, IsCutAtAFolderThatLeavesAtMost32Characters) {
-    EXPECT_EQ(MenuPath("/team/cars/twenty-twenty-six/front.WSP"),
+    EXPECT_EQ(MenuPath("/team/gt3-cars/twenty-twenty-six/front.WSP"),
               ".../twenty-twenty-six/front.WSP");
     EXPECT_EQ(MenuPath("/cars/twenty-twenty-six/front.WSP"), "/cars/twenty-twenty-six/front.WSP")
         << "nothing stands before the only cut";
