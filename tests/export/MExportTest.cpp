@@ -74,12 +74,14 @@ TEST_F(MExportTest, TitlesOfEveryView) {
         return ExportTitleAdd(m_program, "1\r\n", view, argument, vvAlongRackTravel) +
                ExportTitleAdd(m_program, "2\r\n", view, argument, vvAlongWheelTravel);
     };
+    const auto atPosition = [&](std::string_view name) {
+        const std::string title = "TITLE:\t" + std::string(name) + "\r\n";
+        return title + wheel + "1\r\n" + title + rack + "2\r\n";
+    };
     for (std::int32_t view = vwAntis; view <= vwCustomTable; ++view) {
-        const std::string title = "TITLE:\t" + std::string(ViewName(view)) + "\r\n";
-        EXPECT_EQ(titles(view), title + wheel + "1\r\n" + title + rack + "2\r\n");
+        EXPECT_EQ(titles(view), atPosition(ViewName(view)));
     }
-    EXPECT_EQ(titles(vwAllChannels), "TITLE:\tAll channels\r\n" + wheel + "1\r\n" +
-                                         "TITLE:\tAll channels\r\n" + rack + "2\r\n");
+    EXPECT_EQ(titles(vwAllChannels), atPosition("All channels"));
     EXPECT_EQ(titles(vwPlot, 37),
               "TITLE:\tSteer Angle - Bump  v. Rack travel from static\r\n" + wheel + "1\r\n" +
                   "TITLE:\tSteer Angle - Bump  v. Wheel travel from static\r\n" + rack + "2\r\n");

@@ -95,7 +95,7 @@ class BatchRoadTest : public testing::TestWithParam<std::string> {
     /// Runs twice, the second time with a header, and expects the same bytes behind it.
     std::string Run(const std::string& keys) {
         SCOPED_TRACE(keys);
-        const std::string text = m_machine.Batch(keys);
+        std::string text = m_machine.Batch(keys);
         EXPECT_THAT(text, StartsWith("TITLE:\t"));
         EXPECT_EQ(m_machine.Batch(keys + " /hdr"),
                   "CREATED BY:\tCorvanta v5.4.5\r\nFILEPATH:\t/cars/c.WSP\r\n"
@@ -287,7 +287,7 @@ TEST_F(ApplicationTest, SettingsThatCannotBeUsedEndTheStartAndStayAsTheyAre) {
 }
 
 TEST_F(ApplicationTest, DamagedFilesOfSettingsCostWhatTheyHold) {
-    m_files.Put(Ini, std::string("\xFF\xFE\0[[Options\n=\nBump=1\n]", 24));
+    m_files.Put(Ini, std::string("\xFF\xFE\0[[Options\n=\nBump=1\n]", 23));
     m_files.Put(ChannelsList, std::string(5000, '['));
     m_files.Put(ViewsList, std::string("\0\r\n[Link Loads", 14));
     EXPECT_THAT(m_machine.Batch(m_table), StartsWith("TITLE:\tLink Lengths\r\n"));

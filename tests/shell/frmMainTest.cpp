@@ -65,7 +65,7 @@ class frmMainTest : public testing::Test {
     }
 
     /// Everything of the document is as a reset leaves it, and the program as it was before.
-    void ExpectReset(std::int32_t view) {
+    void ExpectReset(std::int32_t view) const {
         const Suspension& document = m_program.Document;
         EXPECT_FALSE(document.DataLoaded || document.GeometryValid || document.ResultsValid);
         EXPECT_EQ(document.StaticPoints(), PointSet());
@@ -224,7 +224,8 @@ TEST_F(frmMainTest, ADamagedFileGivesADocumentOrAReason) {
         ExpectDocumentOrReason(rubbish);
         std::string flipped = sample;
         for (int n = 0; n < 3; ++n) {
-            flipped[random() % flipped.size()] ^= static_cast<char>(1U << random() % 8);
+            char& byte = flipped[random() % flipped.size()];
+            byte = static_cast<char>(static_cast<unsigned char>(byte) ^ (1U << random() % 8));
         }
         ExpectDocumentOrReason(flipped);
     }
