@@ -1,5 +1,6 @@
 #include "export/MExport.h"
 
+#include "export/Suspvar.h"
 #include "model/Failure.h"
 #include "results/MDisplayTable.h"
 
@@ -134,8 +135,16 @@ void ExportGeneral(const ExportPlace& place, std::int32_t exportType, const std:
 
 void ExportResults(const ExportPlace& place, std::int32_t exportType, const std::string& filePath,
                    const BatchExport* batch) {
+    const Suspension& document = place.Program_.Document;
+    const Separators& separators = place.Program_.Units.NumberSeparators;
     try {
-        ExportGeneral(place, exportType, filePath, batch);
+        if (exportType == etSuspvar1_1) {
+            ExportSUSPVAR1_1(document, filePath, separators, place.Files, place.Messages_);
+        } else if (exportType == etSuspvar2_2) {
+            ExportSUSPVAR2_1(document, filePath, separators, place.Files, place.Messages_);
+        } else {
+            ExportGeneral(place, exportType, filePath, batch);
+        }
     } catch (...) {
         place.Messages_.ShowMessage("There was an error while exporting. \rError was: " +
                                         FailureInFlight().Description(),
