@@ -2,6 +2,7 @@
 
 #include "export/Suspvar.h"
 #include "model/Failure.h"
+#include "results/DynamicsReport.h"
 #include "results/MDisplayTable.h"
 
 namespace corvanta {
@@ -59,6 +60,8 @@ std::string GridViewText(const ExportPlace& place, const ExportBlock& block) {
 std::string BlockBody(const ExportPlace& place, const ExportBlock& block) {
     const Program& program = place.Program_;
     switch (block.View) {
+    case vwDynamicsReport:
+        return ShowDynamicsReport(program, place.Messages_);
     case vwPlot: {
         CustomChannels channel;
         channel.Add(block.Argument);
