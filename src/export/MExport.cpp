@@ -1,6 +1,8 @@
 #include "export/MExport.h"
 
+#include "export/Suspvar.h"
 #include "model/Failure.h"
+#include "results/DynamicsReport.h"
 #include "results/MDisplayTable.h"
 
 namespace corvanta {
@@ -58,6 +60,8 @@ std::string GridViewText(const ExportPlace& place, const ExportBlock& block) {
 std::string BlockBody(const ExportPlace& place, const ExportBlock& block) {
     const Program& program = place.Program_;
     switch (block.View) {
+    case vwDynamicsReport:
+        return ShowDynamicsReport(program, place.Messages_);
     case vwPlot: {
         CustomChannels channel;
         channel.Add(block.Argument);
@@ -145,8 +149,16 @@ void ExportGeneral(const ExportPlace& place, std::int32_t exportType, const std:
 
 void ExportResults(const ExportPlace& place, std::int32_t exportType, const std::string& filePath,
                    const BatchExport* batch) {
+    const Suspension& document = place.Program_.Document;
+    const Separators& separators = place.Program_.Units.NumberSeparators;
     try {
-        ExportGeneral(place, exportType, filePath, batch);
+        if (exportType == etSuspvar1_1) {
+            ExportSUSPVAR1_1(document, filePath, separators, place.Files, place.Messages_);
+        } else if (exportType == etSuspvar2_2) {
+            ExportSUSPVAR2_1(document, filePath, separators, place.Files, place.Messages_);
+        } else {
+            ExportGeneral(place, exportType, filePath, batch);
+        }
     } catch (...) {
         place.Messages_.ShowMessage("There was an error while exporting. \rError was: " +
                                         FailureInFlight().Description(),

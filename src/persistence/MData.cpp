@@ -3,10 +3,10 @@
 #include "model/Failure.h"
 #include "model/NumberText.h"
 #include "persistence/CFileStream.h"
-#include "solver/SInitGeo.h"
+#include "persistence/DocumentIntake.h"
+#include "persistence/LegacyImport.h"
 
 #include <array>
-#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <utility>
@@ -98,14 +98,8 @@ class FieldReader {
   private:
     void Read(std::string_view key, const MechanismField& place) {
         std::int32_t& mechanism = m_data.*place.Member;
-        const double value =
-            std::nearbyint(m_stream.GetFieldNumber(key, place.Default.value_or(mechanism)));
-        if (!(value >= 0 && value <= place.Highest)) {
-            throw Failure(fnInvalidCall, std::string(key) + " is " + NumberToText(value, {}) +
-                                             " in the file, but only 0 to " +
-                                             std::to_string(place.Highest) + " exist");
-        }
-        mechanism = ToInteger32(value);
+        mechanism = MechanismNumber(
+            key, m_stream.GetFieldNumber(key, place.Default.value_or(mechanism)), place.Highest);
     }
     void Read(std::string_view key, const NumberField& place) {
         m_data.*place.Member = m_stream.GetFieldNumber(key, place.Default);
@@ -153,24 +147,16 @@ void Require(bool added, std::string_view key) {
     }
 }
 
-/// Raises the reason why a file that holds no document can't be used.
-[[noreturn]] void RefuseFile(const std::string& path, FileServices& files) {
-    if (!files.FolderExists(path)) {
-        (void)files.ReadBytes(path); // a missing file fails here, and one that can't be read
-    }
-    throw Failure(fnTypeMismatch, "The file is not a suspension file");
-}
-
 } // namespace
 
 bool DataLoad(Suspension& document, ChannelCatalogue& channels, const std::string& path,
-              bool /*announceUpgrade*/, const FundamentalUnits& units, FileServices& files,
+              bool announceUpgrade, const FundamentalUnits& units, FileServices& files,
               Messages& messages) {
     document.DataLoaded = false;
     CFileStream stream = NewStream(units, files, messages);
     stream.FileRead(path);
     if (stream.GetFieldString(MechanismKey).empty()) {
-        RefuseFile(path, files);
+        return DataReadLegacy(document, channels, path, announceUpgrade, units, files, messages);
     }
     return DataRead(document, channels, path, units, files, messages);
 }
@@ -180,7 +166,8 @@ bool DataRead(Suspension& document, ChannelCatalogue& channels, const std::strin
     document.DataLoaded = false;
     CFileStream stream = NewStream(units, files, messages);
     if (!stream.FileRead(path)) {
-        RefuseFile(path, files);
+        (void)files.ReadBytes(path); // fails with the reason
+        throw Failure(fnFileAccess, "The file can't be read");
     }
     std::string message;
     if (!stream.IsCompatibleVersion(false, message)) {
@@ -191,18 +178,7 @@ bool DataRead(Suspension& document, ChannelCatalogue& channels, const std::strin
     for (const DocumentField& field : DocumentFields) {
         reader.Read(field);
     }
-    PointSet points = ReadPoints(stream);
-
-    std::swap(document.Data, data);
-    std::swap(document.StaticPoints(), points);
-    try {
-        InitGeometry(document, channels, units, messages);
-    } catch (...) {
-        std::swap(document.Data, data);
-        std::swap(document.StaticPoints(), points);
-        throw;
-    }
-    document.DataLoaded = true;
+    AdoptDocument(document, channels, std::move(data), ReadPoints(stream), units, messages);
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "calculation/SCalcs.h"
 #include "model/Failure.h"
 #include "persistence/MData.h"
+#include "results/DynamicsReport.h"
 #include "results/MDisplayTable.h"
 #include "results/PointsTable.h"
 
@@ -106,6 +107,7 @@ void frmMain::FillGridWithView(std::int32_t view, std::int32_t viewArgument, std
                                int wheel, int rack) {
     std::optional<ViewTable> table;
     ResetGrid(grdDisplay);
+    picResultsText.clear();
     switch (view) {
     case vwAntis:
     case vwLateralGeometry:
@@ -127,9 +129,7 @@ void frmMain::FillGridWithView(std::int32_t view, std::int32_t viewArgument, std
         table = ShowLinkLengths(m_program);
         break;
     case vwDynamicsReport:
-        if (!m_program.Document.DynamicsValid) {
-            m_messages.ShowMessage("Current settings are not valid for this report.");
-        }
+        picResultsText = ShowDynamicsReport(m_program, m_messages);
         break;
     case vwQuadraticCoefficients:
         table = ShowQuadraticCoefficients(m_program);

@@ -38,6 +38,9 @@ class frmMain final : public ViewHost {
 
     DataGrid grdDisplay;
 
+    /// The text in the result picture: the dynamics report, empty for other views.
+    std::string picResultsText;
+
   private:
     void Refresh(bool resetPosition);
     void FillGridWithView(std::int32_t view, std::int32_t viewArgument, std::int32_t variable,

@@ -102,6 +102,25 @@ TEST_F(BatchProgramTest, AFailureShowsOnStandardErrorAndUnderNoGuiNowhere) {
     }
 }
 
+TEST_F(BatchProgramTest, WritesComponentFilesAndTheDynamicsReport) {
+    const std::string rear = "/input=" + Sample("formula-rear-pushrod.WSP");
+    EXPECT_EQ(Run(rear + OutputKey() + " /type=5").Errors, "");
+    EXPECT_TRUE(OutputText().starts_with("[DEC SEP]\t.\r\n[FILEVERSION]\tSUSPVAR 1.1\r\n"));
+    EXPECT_EQ(Run(rear + OutputKey() + " /type=6").Errors, "");
+    EXPECT_TRUE(OutputText().starts_with("[DEC SEP]\t.\r\n[FILEVERSION]\tSUSPVAR 2.2\r\n"));
+    EXPECT_EQ(Run(rear + OutputKey() + " /type=2 /table=11").Errors, "");
+    EXPECT_TRUE(OutputText().starts_with("TITLE:\tDynamics Report\r\nRear suspension with o"));
+
+    // A corner without a spring has no report to show, and says so.
+    const std::string bare = "/input=" + Sample("roadster-front-links.WSP");
+    EXPECT_NE(Run(bare + OutputKey() + " /type=2 /table=11").Errors.find("not valid"),
+              std::string::npos);
+    EXPECT_EQ(OutputText(), "TITLE:\tDynamics Report\r\n\r\n\r\n");
+    EXPECT_NE(Run(rear + " /output=" + Backslashed(m_folder.Path()) + " /type=6")
+                  .Errors.find("An error occurred while writing file: "),
+              std::string::npos);
+}
+
 TEST_F(BatchProgramTest, AMachineWithADecimalCommaReadsAndWritesItsOwnNumbers) {
     const std::string make = "localedef -i de_DE -f UTF-8 '" + m_folder / "de_DE.UTF-8" + "'";
     ASSERT_EQ(std::system(make.c_str()), 0) << "the package locales is needed";

@@ -228,13 +228,17 @@ TEST_F(MDataTest, WhatIsNoDocumentIsRefused) {
     const Failure missing = LoadFailure("/data/none.WSP");
     EXPECT_EQ(missing.Number(), fnFileNotFound);
     EXPECT_EQ(missing.Description(), "File not found");
-    EXPECT_EQ(LoadFailure("/data").Description(), "The file is not a suspension file");
+    EXPECT_EQ(LoadFailure("/data").Description(), "Is a directory");
+    // What is no tagged stream, or holds no mechanism, is taken for a file of the old layouts.
+    m_files.Put(Path, "");
+    EXPECT_EQ(LoadFailure().Description(), "Input past end of file");
     for (const std::string& bytes :
-         {std::string(), std::string(5000, '\0'), std::string("not a corner\r\n"),
-          std::string("[SpringMechanism"), std::string("[SpringMechanism]\t\r\n\r\n"),
-          File("[Bump]\t25\r\n")}) {
+         {std::string(5000, '\0'), std::string("not a corner\r\n"), std::string("[SpringMechanism"),
+          std::string("[SpringMechanism]\t\r\n\r\n"), File("[Bump]\t25\r\n")}) {
         m_files.Put(Path, bytes);
-        EXPECT_EQ(LoadFailure().Description(), "The file is not a suspension file");
+        EXPECT_EQ(LoadFailure().Description(),
+                  "Type mismatch in line 1: a suspension file begins with its version or with the "
+                  "number of its SpringMechanism");
     }
     m_files.RefuseReading(Path);
     EXPECT_EQ(LoadFailure().Description(), "Permission denied");

@@ -1,0 +1,218 @@
+#include "results/DynamicsReport.h"
+
+#include "calculation/SCalcs.h"
+#include "model/Failure.h"
+#include "properties/Dynamics.h"
+#include "shell/frmMain.h"
+#include "tests/support/FakeProcessServices.h"
+#include "tests/support/MemoryFileServices.h"
+#include "tests/support/RecordingMessageBox.h"
+#include "tests/support/SampleCorners.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace corvanta::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+const std::string NotValid = "Current settings are not valid for this report.";
+
+const std::string Notes =
+    "\r\nNOTES\r\nResults use velocity ratio & antidive/squat at datum conditions.\r\n"
+    "Acceleration forces are applied through rear wheel hubs.\r\n"
+    "Braking forces are distributed to front and rear contact patches.";
+
+/// A corner whose numbers a hand can work out. The load transfer is 0.12 of the weight times g:
+/// 235.44 N per wheel under acceleration, 588.6 N under braking.
+Suspension HandCorner(bool front) {
+    Suspension document;
+    SuspensionData& data = document.Data;
+    data.SpringMechanism = smPushrodToUpright;
+    data.Mass = 800;
+    data.GAccel = 0.5;
+    data.GBrake = 1.25;
+    data.CGX = 1500;
+    data.CGZ = 350;
+    data.Wheelbase = 2500;
+    data.KTyre = 150;
+    data.KLink = 3000;
+    data.KSpring = 1;
+    data.FrontBrakeBalanceSplitPC = 60;
+    document.StaticRack = 3;
+    document.StaticWheel = 4;
+    document.StaticPoints()[ptWTCP] = {front ? 1500.0 : 1500.1, 700, 999};
+    document.WheelStates(3, 1).Points[ptWTCP].Z = 50;
+    ChannelCells& channels = document.WheelStates(3, 4).Channels;
+    channels.Set(chWheelRateSpring, 30);
+    channels.Set(chAntiDivePercent, front ? 0.2 : -0.5);
+    channels.Set(chAntiSquatPercent, 0.4);
+    return document;
+}
+
+class DynamicsReportTest : public testing::Test {
+  protected:
+    std::string Report(const Suspension& document, const FundamentalUnits& units) {
+        Program program;
+        program.Document = document;
+        program.Units = units;
+        return ShowDynamicsReport(program, m_messages);
+    }
+
+    RecordingMessageBox m_box;
+    Messages m_messages{m_box};
+};
+
+TEST_F(DynamicsReportTest, FrontCornerByHand) {
+    Suspension document = HandCorner(true);
+    CalculateDynamics(document, 3);
+    ASSERT_TRUE(document.DynamicsValid);
+    EXPECT_EQ(Report(document, MetricUnits()),
+              "Front suspension with outboard brakes\r\n"
+              "Front Brake Bias = 60.0%\r\n"
+              "\r\n"
+              "ACCELERATION AT 0.5 g\r\n"
+              "Reduction in wheel load = 235 N\r\n"
+              "Tyre extension  = 1.57 mm\r\n"       // 235.44 / 150
+              "Rigid link extension  = 0.08 mm\r\n" // 235.44 / 3000
+              "Suspension extension  = 7.85 mm\r\n" // 235.44 / 30
+              "Total extension  = 9.50 mm\r\n"      // 1.5696 + 0.07848 + 7.848
+              "\r\n"
+              "BRAKING AT 1.25 g\r\n"
+              "Additional  wheel load = 589 N\r\n"
+              "Tyre deflection = 3.92 mm\r\n"
+              "Rigid link deflection = 0.20 mm\r\n"
+              "Uncorrected Suspension deflection = 19.62 mm\r\n"
+              "Antidive corrected Suspension deflection = 15.70 mm\r\n" // 19.62 x 0.8
+              "Total deflection = 19.82 mm\r\n" +                       // 3.924 + 0.1962 + 15.696
+                  Notes);
+    EXPECT_THAT(m_box.Shown, IsEmpty());
+}
+
+TEST_F(DynamicsReportTest, RearCornerByHandInInchesAndKilogramsWithAComma) {
+    Suspension document = HandCorner(false);
+    CalculateDynamics(document, 3);
+    FundamentalUnits units;
+    units[ucDisplacement].Label = "in";
+    units[ucForce].Label = "kg";
+    units[ucMass].Label = "kg";
+    units[ucRate].Label = "lb/in";
+    units.SetFundUnitsData();
+    units.NumberSeparators = {",", "."};
+    EXPECT_EQ(Report(document, units),
+              "Rear suspension with outboard brakes\r\n"
+              "Front Brake Bias = 60,0%\r\n"
+              "\r\n"
+              "ACCELERATION AT 0,5 g\r\n"
+              "Additional  wheel load = 24,0 kg\r\n" // 235.44 / 9.81
+              "Tyre deflection = 0,062 in\r\n"
+              "Rigid link deflection = 0,003 in\r\n"
+              "Uncorrected Suspension deflection = 0,309\r\n"            // 7.848 mm
+              "Antisquat corrected Suspension deflection = 0,185 in\r\n" // 7.848 mm x 0.6
+              "Total deflection = 0,250 in\r\n" // 1.5696 + 0.07848 + 4.7088 mm
+              "\r\n"
+              "BRAKING AT 1,25 g\r\n"
+              "Reduction in wheel load = 60,0 kg\r\n"
+              "Tyre extension  = 0,154 in\r\n"
+              "Rigid link extension  = 0,008 in\r\n"
+              "Uncorrected Suspension extension  = 0,772 in\r\n"
+              "Antidive corrected Suspension extension  = 1,159 in\r\n" // 29.43 mm
+              "Total extension  = 1,321 in\r\n" +                       // 33.5502 mm
+                  Notes);
+}
+
+TEST_F(DynamicsReportTest, SettingsOutOfRangeHaveNoResults) {
+    const auto allowed = [](auto change) {
+        Suspension document = HandCorner(true);
+        document.DynamicsValid = true; // from an earlier run
+        document.Dynamics.TotalBrake = 5;
+        change(document);
+        CalculateDynamics(document, 3);
+        EXPECT_EQ(document.Dynamics.TotalBrake != 0, document.DynamicsValid);
+        return document.DynamicsValid;
+    };
+    using Document = Suspension;
+    EXPECT_TRUE(allowed([](Document& d) { d.Data.KLink = 1; }));
+    EXPECT_FALSE(allowed([](Document& d) { d.Data.KLink = 0.999; }));
+    EXPECT_FALSE(allowed([](Document& d) { d.Data.KTyre = 0.999; }));
+    EXPECT_FALSE(allowed([](Document& d) { d.Data.KSpring = 0.999; }));
+    EXPECT_FALSE(allowed([](Document& d) { d.Data.Wheelbase = 0.999; }));
+    EXPECT_FALSE(allowed([](Document& d) { d.Data.SpringMechanism = smNone; }));
+    EXPECT_FALSE(allowed([](Document& d) { d.WheelStates(3, 4).Channels.Set(41, 0); }));
+    EXPECT_FALSE(allowed([](Document& d) { d.WheelStates(3, 4).Channels.Set(41, -30); }));
+    EXPECT_THAT(m_box.Shown, IsEmpty());
+}
+
+TEST_F(DynamicsReportTest, AnArithmeticFailureLeavesNoResults) {
+    Suspension document = HandCorner(true);
+    CalculateDynamics(document, 3);
+    document.Data.Mass = 1e308;
+    document.Data.GBrake = 1e5;
+    EXPECT_THROW(CalculateDynamics(document, 3), Failure);
+    EXPECT_EQ(Report(document, MetricUnits()), "");
+    EXPECT_THAT(m_box.Prompts(), ElementsAre(NotValid));
+}
+
+TEST_F(DynamicsReportTest, DeflectionsOfTheSamplesCarryTheLoad) {
+    int valid = 0;
+    for (const std::string& path : AllSamplePaths()) {
+        SCOPED_TRACE(path);
+        Suspension document = LoadSample(path.substr(SamplePath("").size()));
+        const SuspensionData& data = document.Data;
+        const bool front = document.StaticPoints()[ptWTCP].X <= data.CGX;
+        document.Data.FrontBrakeBalanceSplitPC = 100; // the rear does not brake
+        RunCalculation(document, MetricChannels(), m_messages);
+        const DynamicsRecord& found = document.Dynamics;
+        if (!document.DynamicsValid) {
+            EXPECT_TRUE(data.SpringMechanism == smNone ||
+                        data.ThirdSpringMechanism == tsCentreSpring);
+            continue;
+        }
+        ++valid;
+        const WheelState& state = document.WheelStates(document.StaticRack, document.StaticWheel);
+        const double rate = state.Channels[chWheelRateSpring];
+        // Moments about the other axle's contact patches.
+        const double height = data.CGZ - document.StaticPoints()[ptWTCP].Z;
+        const double moment = data.Mass * 9.81 * data.GBrake * height;
+        EXPECT_NEAR(2 * found.LoadBrake * data.Wheelbase, moment, 1e-9 * moment);
+        EXPECT_NEAR(found.LoadAccel * data.GBrake, found.LoadBrake * data.GAccel, 1e-6);
+        EXPECT_NEAR(found.TyreBrake * data.KTyre, found.LoadBrake, 1e-9);
+        EXPECT_NEAR(found.LinkAccel * data.KLink, found.LoadAccel, 1e-9);
+        EXPECT_NEAR(found.SuspAccel * rate, found.LoadAccel, 1e-9);
+        EXPECT_NEAR(found.TotalBrake, found.TyreBrake + found.LinkBrake + found.SuspBrakeCorrected,
+                    1e-12);
+        EXPECT_EQ(found.SuspAccelCorrected == found.SuspAccel, front);
+        EXPECT_EQ(found.SuspBrakeCorrected == found.SuspBrake, !front);
+    }
+    EXPECT_GT(valid, 10);
+}
+
+TEST_F(DynamicsReportTest, TheWindowShowsItAsText) {
+    Program program;
+    MemoryFileServices files;
+    FakeProcessServices process;
+    program.Units = MetricUnits();
+    program.Channels = MetricChannels();
+    program.Document = LoadSample("formula-rear-pushrod.WSP");
+    program.Settings.View = vwDynamicsReport;
+    frmMain window(program, files, m_messages, process);
+    window.RefreshGUI(true);
+    EXPECT_THAT(window.picResultsText, StartsWith("Rear suspension with outboard brakes\r\n"));
+    EXPECT_EQ(window.Grid().Text(), "");
+    program.Settings.View = vwLateralGeometry;
+    window.RefreshGUI(false);
+    EXPECT_EQ(window.picResultsText, "");
+    program.Document.DynamicsValid = false;
+    program.Settings.View = vwDynamicsReport;
+    window.RefreshGUI(false);
+    EXPECT_EQ(window.picResultsText, "");
+    EXPECT_THAT(m_box.Prompts(), ElementsAre(NotValid));
+}
+
+} // namespace
+} // namespace corvanta::test
