@@ -23,14 +23,14 @@ void CalculateDynamics(Suspension& document, int rackRow) {
     const SuspensionData& data = document.Data;
     const ChannelCells& channels = document.WheelStates(rackRow, document.StaticWheel).Channels;
     const double rate = channels[chWheelRateSpring];
-    document.Dynamics = {};
-    document.DynamicsValid = AllowsDynamics(data, rate);
-    if (!document.DynamicsValid) {
+    if (!AllowsDynamics(data, rate)) {
+        document.DynamicsValid = false;
+        document.Dynamics = {};
         return;
     }
     const double patchHeight = document.WheelStates(rackRow, 1).Points[ptWTCP].Z;
     const double transfer = Divide(data.CGZ - patchHeight, data.Wheelbase);
-    DynamicsRecord& dynamics = document.Dynamics;
+    DynamicsRecord dynamics;
     dynamics.LoadAccel = data.Mass * 0.5 * data.GAccel * transfer * Gravity;
     dynamics.LoadBrake = data.Mass * 0.5 * data.GBrake * transfer * Gravity;
     dynamics.TyreAccel = Divide(dynamics.LoadAccel, data.KTyre);
@@ -46,8 +46,12 @@ void CalculateDynamics(Suspension& document, int rackRow) {
         IsFrontCorner(document)
             ? dynamics.SuspAccel
             : Divide(dynamics.LoadAccel * (1 - channels[chAntiSquatPercent]), rate);
-    dynamics.TotalAccel = dynamics.LinkAccel + dynamics.TyreAccel + dynamics.SuspAccelCorrected;
-    dynamics.TotalBrake = dynamics.LinkBrake + dynamics.TyreBrake + dynamics.SuspBrakeCorrected;
+    dynamics.TotalAccel =
+        Checked(dynamics.LinkAccel + dynamics.TyreAccel + dynamics.SuspAccelCorrected);
+    dynamics.TotalBrake =
+        Checked(dynamics.LinkBrake + dynamics.TyreBrake + dynamics.SuspBrakeCorrected);
+    document.Dynamics = dynamics;
+    document.DynamicsValid = true;
 }
 
 } // namespace corvanta
