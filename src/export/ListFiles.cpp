@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <string_view>
 
 namespace corvanta {
@@ -22,11 +23,6 @@ CFileStream NewStream(std::string_view version, const Separators& separators, Fi
     CFileStream stream(files, messages, separators);
     stream.Initialise(version, std::array{std::string()});
     return stream;
-}
-
-/// True for the channels that a table can show; the link loads are a table of their own.
-bool IsTableChannel(int id) {
-    return id >= 1 && id <= ChannelCount && id != chLinkLoads;
 }
 
 CFileStream ChannelsStream(const CustomChannels& customChannels, const Separators& separators,
@@ -67,11 +63,11 @@ void Migrate(CFileStream list, const std::string& legacyPath, const std::string&
 void ReadPositions(CustomChannels& customChannels, CFileStream& stream) {
     // A list holds each of the channels once; a count far beyond them comes from damage.
     constexpr double MostPositions = 1000;
+    constexpr double HighestId = std::numeric_limits<std::int16_t>::max();
     const double count = std::min(stream.GetFieldNumber("COUNT"), MostPositions);
     for (int position = 0; position < count; ++position) {
         const double id = stream.GetFieldNumber(std::to_string(position));
-        const bool whole = id >= 1 && id <= ChannelCount && id == std::floor(id);
-        if (whole && IsTableChannel(static_cast<int>(id))) {
+        if (id >= 1 && id <= HighestId && id == std::floor(id)) {
             customChannels.Add(static_cast<int>(id));
         }
     }
@@ -91,7 +87,8 @@ void CustomChannelsRead(CustomChannels& customChannels, const ChannelCatalogue& 
         return;
     }
     for (int id = 1; id <= ChannelCount; ++id) {
-        if (IsTableChannel(id) && stream.GetFieldString(channels[id].Title) == Ticked) {
+        // The link loads are a table of their own, which no list of channels offers.
+        if (id != chLinkLoads && stream.GetFieldString(channels[id].Title) == Ticked) {
             customChannels.Add(id);
         }
     }

@@ -16,8 +16,9 @@ namespace corvanta {
 /// loses its damaged entries only. A read or write that the disk refuses shows its message.
 
 /// Reads the channels of the custom table. The old file ticks channels by the catalogue's titles
-/// and gives them in id order; the present one holds ids in the user's order. An id that is no
-/// channel of a table is left out.
+/// and gives them in id order; the present one holds ids in the user's order. There an entry that
+/// is no positive whole number of 16 bits is left out; an id that is no channel of a table stays in
+/// the list, and the table fails when it is shown.
 void CustomChannelsRead(CustomChannels& customChannels, const ChannelCatalogue& channels,
                         const std::string& legacyPath, const std::string& path,
                         const Separators& separators, FileServices& files, Messages& messages);

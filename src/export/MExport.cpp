@@ -114,6 +114,18 @@ std::string ResultText(const ExportPlace& place, std::int32_t exportType, Export
     return text;
 }
 
+/// Shows what the window showed before the export. A view that comes back after others begins with
+/// its first sub-view, so the one that was showing is asked for once more.
+void ShowAgain(const ExportPlace& place, const ViewSettings& former) {
+    ViewSettings& settings = place.Program_.Settings;
+    settings = former;
+    place.Host.RefreshGUI(false);
+    if (settings.View == former.View && settings.ViewArgument != former.ViewArgument) {
+        settings.ViewArgument = former.ViewArgument;
+        place.Host.RefreshGUI(false);
+    }
+}
+
 void ExportGeneral(const ExportPlace& place, std::int32_t exportType, const std::string& filePath,
                    const BatchExport* batch) {
     Program& program = place.Program_;
@@ -126,8 +138,7 @@ void ExportGeneral(const ExportPlace& place, std::int32_t exportType, const std:
     const std::string text = header + ResultText(place, exportType, request.Block);
     place.Files.WriteText(filePath, text);
     program.Options.ExportFilePath = FileServices::ParentFolder(filePath);
-    program.Settings = former;
-    place.Host.RefreshGUI(false);
+    ShowAgain(place, former);
 }
 
 } // namespace

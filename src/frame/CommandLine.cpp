@@ -2,12 +2,16 @@
 
 #include "model/Failure.h"
 
+#include <algorithm>
 #include <map>
 #include <optional>
+#include <vector>
 
 namespace corvanta {
 
 namespace {
+
+constexpr std::string_view NoGuiKey = "nogui";
 
 using Keys = std::map<std::string, std::string, std::less<>>;
 
@@ -35,30 +39,27 @@ KeyAndValue SplitPiece(std::string_view piece) {
     return {std::string(TrimBlanks(key)), std::string(TrimBlanks(value))};
 }
 
-/// The keys of the command line. `nogui` counts from the moment it is read, so that a mistake
-/// behind or before it ends in silence too; so mistakes are raised only when all pieces have been
-/// read.
-Keys SplitKeys(std::string_view commandLine, bool& noGui) {
-    Keys keys;
-    std::optional<std::string> mistake;
-    const std::size_t first = commandLine.find('/');
-    const bool hasPieces = first != std::string_view::npos;
-    std::string_view rest = hasPieces ? commandLine.substr(first + 1) : std::string_view{};
-    for (bool more = hasPieces; more;) {
-        more = rest.find('/') != std::string_view::npos;
-        const std::string_view piece = TakePiece(rest, '/');
-        if (piece.empty()) {
-            mistake = mistake.value_or("The command line holds a \"/\" without a key");
-            continue;
-        }
-        auto [key, value] = SplitPiece(piece);
-        noGui = noGui || key == "nogui";
-        if (!keys.emplace(key, value).second) {
-            mistake = mistake.value_or("The key \"" + key + "\" is given twice");
-        }
+/// The pieces behind each "/"; what stands before the first one counts for nothing.
+std::vector<std::string_view> Pieces(std::string_view commandLine) {
+    std::vector<std::string_view> pieces;
+    for (std::size_t mark = commandLine.find('/'); mark != std::string_view::npos;) {
+        const std::size_t next = commandLine.find('/', mark + 1);
+        pieces.push_back(commandLine.substr(mark + 1, next - mark - 1));
+        mark = next;
     }
-    if (mistake) {
-        Refuse(*mistake);
+    return pieces;
+}
+
+Keys SplitKeys(std::string_view commandLine) {
+    Keys keys;
+    for (const std::string_view piece : Pieces(commandLine)) {
+        if (piece.empty()) {
+            Refuse("The command line holds a \"/\" without a key");
+        }
+        const auto [key, value] = SplitPiece(piece);
+        if (!keys.emplace(key, value).second) {
+            Refuse("The key \"" + key + "\" is given twice");
+        }
     }
     return keys;
 }
@@ -100,23 +101,19 @@ bool HasCommandLineKeys(std::string_view commandLine) {
     return commandLine.find('/') != std::string_view::npos;
 }
 
-bool ParseCommandLine(BatchRequest& request, Messages& messages, std::string_view commandLine,
+bool HasNoGuiKey(std::string_view commandLine) {
+    const std::vector<std::string_view> pieces = Pieces(commandLine);
+    return std::any_of(pieces.begin(), pieces.end(),
+                       [](std::string_view piece) { return SplitPiece(piece).Key == NoGuiKey; });
+}
+
+bool ParseCommandLine(BatchRequest& request, std::string_view commandLine,
                       const FileServices& files, const Separators& separators) {
-    Keys keys;
-    try {
-        keys = SplitKeys(commandLine, request.NoGui);
-    } catch (...) {
-        if (request.NoGui) {
-            messages.Silence();
-        }
-        throw;
-    }
+    const Keys keys = SplitKeys(commandLine);
     if (keys.empty()) {
         return false;
     }
-    if (request.NoGui) {
-        messages.Silence();
-    }
+    request.NoGui = keys.contains(NoGuiKey);
     request.InputPath = files.FullPath(NativePath(Required(keys, "input", "No input filepath")));
     if (!files.FileExists(request.InputPath)) {
         Refuse("Invalid input filepath specified");

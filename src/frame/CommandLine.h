@@ -3,7 +3,6 @@
 #include "export/MExport.h"
 #include "model/NumberText.h"
 #include "platform/FileServices.h"
-#include "platform/Messages.h"
 
 #include <cstdint>
 #include <string>
@@ -23,14 +22,16 @@ struct BatchRequest {
 /// True when the command line holds a key, so that a batch run is asked for.
 [[nodiscard]] bool HasCommandLineKeys(std::string_view commandLine);
 
+/// True when the key "nogui" stands on the command line, whatever else is wrong with it: then no
+/// message is displayed from the start on.
+[[nodiscard]] bool HasNoGuiKey(std::string_view commandLine);
+
 /// Reads the command line: keys behind "/", each with a value behind "=" or none. Returns false
-/// when it holds no key and the program starts normally, true when a batch run follows. Under the
-/// key "nogui" messages are silent from here on.
+/// when it holds no key and the program starts normally, true when a batch run follows.
 ///
 /// Throws Failure: number 10000 for a key or value that is missing or wrong, for a key given twice
 /// and for an empty key; "Type mismatch" for a value that is due to be a number and is none.
-[[nodiscard]] bool ParseCommandLine(BatchRequest& request, Messages& messages,
-                                    std::string_view commandLine, const FileServices& files,
-                                    const Separators& separators);
+[[nodiscard]] bool ParseCommandLine(BatchRequest& request, std::string_view commandLine,
+                                    const FileServices& files, const Separators& separators);
 
 } // namespace corvanta

@@ -40,12 +40,16 @@ StartResult Application::AppStart() {
 }
 
 StartResult Application::Start() {
+    const std::string commandLine = m_process.CommandLine();
+    if (HasNoGuiKey(commandLine)) {
+        m_messages.Silence(); // before anything can fail: no one is there to close a message
+    }
     const Separators separators = m_process.NumberSeparators();
     m_program.Units.NumberSeparators = separators;
     SetUpFolders();
-    const bool batch =
-        ParseCommandLine(m_batch, m_messages, m_process.CommandLine(), m_files, separators);
+    const bool batch = ParseCommandLine(m_batch, commandLine, m_files, separators);
     ResetDocument(m_program.Document, m_program.Settings);
+    m_settings = std::make_unique<IniSettingsStore>(m_files, m_settingsPath);
     OptionsRead(m_program.Options, m_program.Document.Data, m_program.Units, *m_settings,
                 m_process.ProgramFolder());
     m_program.Channels.ChannelsSetup(m_program.Units);
@@ -66,7 +70,7 @@ void Application::SetUpFolders() {
     m_diagnosticsFolder = base + "Diagnostics" + FileServices::Separator;
     m_files.MakeFolder(m_settingsFolder);
     m_files.MakeFolder(m_diagnosticsFolder);
-    m_settings = std::make_unique<IniSettingsStore>(m_files, base + SettingsFile);
+    m_settingsPath = base + SettingsFile;
 }
 
 void Application::ReadLists() {

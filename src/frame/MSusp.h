@@ -44,6 +44,7 @@ class Application {
     Program m_program;
     BatchRequest m_batch;
     std::unique_ptr<SettingsStore> m_settings;
+    std::string m_settingsPath;      ///< the file of the settings store
     std::string m_settingsFolder;    ///< holds the user's list files, ends in a separator
     std::string m_diagnosticsFolder; ///< made at every start, ends in a separator
     frmMain m_main;

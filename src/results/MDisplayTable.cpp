@@ -40,12 +40,21 @@ Course CourseOf(const Suspension& document, std::int32_t variable, int rackStep,
             alongRack ? document.NR : document.NW};
 }
 
+/// Refuses an id that has no value to show. Only a list made by hand names one.
+void RequireValue(int channel) {
+    const std::string named = "channel " + std::to_string(channel);
+    if (channel < 1 || channel > ChannelCount) {
+        throw Failure(fnSubscript, "Subscript out of range: there is no " + named);
+    }
+    if (channel == chLinkLoads) {
+        throw Failure(fnTypeMismatch, "Type mismatch: " + named + " is a table of its own");
+    }
+}
+
 /// Writes one channel into a column: -1 for a new one at the right, which `column` then names.
 void AddChannelColumn(ViewTable& table, const Program& program, const Course& course, int channel,
                       int& column) {
-    if (channel == chLinkLoads) { // a table of its own, no value; only a hand-made list names it
-        throw Failure(fnTypeMismatch, "Type mismatch");
-    }
+    RequireValue(channel);
     if (column < 0) {
         column = table.AddColumn();
     }

@@ -151,7 +151,6 @@ void frmMain::FileOpen(const std::string& path) {
                           m_files, m_messages);
     } catch (...) {
         reason = FailureInFlight().Description();
-        ResetDocument(m_program.Document, m_program.Settings);
     }
     if (!opened) {
         m_messages.ShowMessage("There was an error while processing file\r\rError was: " + reason,
@@ -173,7 +172,7 @@ void frmMain::FileSave(const std::string& path) {
         bool written = false;
         if (!DataWrite(written, m_program.Document, savedPath, m_program.Units, m_files,
                        m_messages)) {
-            return;
+            throw Failure(fnFileAccess, "The file has no name");
         }
         m_program.Options.LastFolder = folder;
         m_program.DocumentPath = savedPath;

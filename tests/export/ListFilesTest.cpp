@@ -131,9 +131,10 @@ TEST_F(ListFilesTest, AnOldFileThatCannotBeReadStaysAndTheNewOneCounts) {
 }
 
 TEST_F(ListFilesTest, DamageCostsItsOwnEntriesOnly) {
-    EXPECT_THAT(ReadChannels("[COUNT]\t9\r\n[0]\t3\r\n[1]\tx\r\n[2]\t52\r\n[3]\t26\r\n[4]\t-1\r\n"
-                             "[5]\t1E+300\r\n[6]\t3\r\n[7]\t4.5\r\n[8]\t51\r\n\r\n"),
-                ElementsAre(3, 51));
+    EXPECT_THAT(ReadChannels("[COUNT]\t11\r\n[0]\t3\r\n[1]\tx\r\n[2]\t52\r\n[3]\t26\r\n[4]\t-1\r\n"
+                             "[5]\t1E+300\r\n[6]\t3\r\n[7]\t4.5\r\n[8]\t32767\r\n[9]\t32768\r\n"
+                             "[10]\t51\r\n\r\n"),
+                ElementsAre(3, 52, 26, 32767, 51));
     EXPECT_THAT(ReadChannels("[COUNT]\t1E+300\r\n[0]\t3\r\n[2]\t4\r\n"), ElementsAre(3, 4));
     EXPECT_THAT(ReadChannels("[COUNT]\t-5\r\n[0]\t3\r\n"), IsEmpty());
     EXPECT_THAT(ReadChannels(std::string(3000, '[')), IsEmpty());

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace corvanta {
+
+/// What the windows ask of a window system. A program without one has services that answer nothing;
+/// a test has services that record what was asked and answer from a script.
+class WindowService {
+  public:
+    WindowService() = default;
+    WindowService(const WindowService&) = delete;
+    WindowService& operator=(const WindowService&) = delete;
+    WindowService(WindowService&&) = delete;
+    WindowService& operator=(WindowService&&) = delete;
+    virtual ~WindowService() = default;
+};
+
+/// What a file name is asked for.
+enum class FileNameMode { Open = 1, Save, SaveAs, Import, Export };
+
+struct FileNameRequest {
+    FileNameMode Mode = FileNameMode::Open;
+    std::string Title;
+    std::string Filter; ///< a description and a pattern, then another pair, all parted by "|"
+    std::string StartFolder;
+    std::string InitialName;
+    std::string Extension; ///< of a name typed without one, when writing
+};
+
+struct FileNameAnswer {
+    std::string Path;
+    int FilterIndex = 1; ///< the pair of the filter that was chosen, from 1
+};
+
+class FileDialog : public WindowService {
+  public:
+    /// Asks for a file name; nothing when the user cancels. Modes for writing ask before
+    /// overwriting.
+    virtual std::optional<FileNameAnswer> Ask(const FileNameRequest& request) = 0;
+};
+
+class Clipboard : public WindowService {
+  public:
+    virtual void SetText(const std::string& text) = 0;
+    [[nodiscard]] virtual std::string Text() const = 0;
+};
+
+/// The viewer of the help pages.
+class HelpViewer : public WindowService {
+  public:
+    virtual void ShowContents(const std::string& helpFile) = 0;
+    virtual void ShowTopic(const std::string& helpFile, int topic) = 0;
+};
+
+/// Numbers of cursors.
+inline constexpr int DefaultCursor = 0;
+inline constexpr int HourglassCursor = 11;
+
+/// The cursor of the whole screen.
+class ScreenCursor : public WindowService {
+  public:
+    [[nodiscard]] virtual int Current() const = 0;
+    virtual void Set(int cursor) = 0;
+};
+
+/// Place and size of a window on the screen, twips (1440 to the inch).
+struct WindowPlacement {
+    int Left = 0;
+    int Top = 0;
+    int Width = 0;
+    int Height = 0;
+
+    friend bool operator==(const WindowPlacement&, const WindowPlacement&) = default;
+};
+
+/// The frame of one window.
+class WindowFrame : public WindowService {
+  public:
+    /// The window's name in the settings store, for instance "frmMain".
+    [[nodiscard]] virtual std::string Name() const = 0;
+    [[nodiscard]] virtual WindowPlacement Placement() const = 0;
+    virtual void Place(const WindowPlacement& placement) = 0;
+
+    /// False for a window that is maximised or minimised.
+    [[nodiscard]] virtual bool IsNormal() const = 0;
+
+    /// Size of the screen that the window stands on; its place is not used.
+    [[nodiscard]] virtual WindowPlacement Screen() const = 0;
+};
+
+} // namespace corvanta

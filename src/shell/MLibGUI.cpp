@@ -1,0 +1,58 @@
+#include "shell/MLibGUI.h"
+
+#include "model/NumberText.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+namespace corvanta {
+
+namespace {
+
+/// A stored number of twips; nothing for a key that is missing or damaged.
+std::optional<int> StoredTwips(const SettingsStore& store, const std::string& section,
+                               const char* key) {
+    constexpr double Most = 1e6; // no screen is as wide
+    const std::optional<double> twips = WholeNumberText(store.Read(section, key, ""), ".");
+    if (!twips || std::max(*twips, -*twips) > Most) {
+        return std::nullopt;
+    }
+    return ToInteger32(*twips);
+}
+
+} // namespace
+
+void RestoreWindow(WindowFrame& window, const SettingsStore& store, int defaultWidth,
+                   int defaultHeight) {
+    const std::string section = window.Name();
+    const WindowPlacement screen = window.Screen();
+    WindowPlacement placement = window.Placement();
+    const int width = StoredTwips(store, section, "Width").value_or(defaultWidth);
+    const int height = StoredTwips(store, section, "Height").value_or(defaultHeight);
+    const int centreLeft = screen.Width / 2 - placement.Width / 2;
+    const int centreTop = screen.Height / 2 - placement.Height / 2;
+    placement.Left = std::max(0, StoredTwips(store, section, "Left").value_or(centreLeft));
+    placement.Top = std::max(0, StoredTwips(store, section, "Top").value_or(centreTop));
+    if (width > 0) {
+        placement.Width = width;
+    }
+    if (height > 0) {
+        placement.Height = height;
+    }
+    window.Place(placement);
+}
+
+void SaveWindow(const WindowFrame& window, SettingsStore& store, bool saveSize) {
+    if (!window.IsNormal()) {
+        return;
+    }
+    const std::string section = window.Name();
+    const WindowPlacement placement = window.Placement();
+    store.Write(section, "Left", std::to_string(placement.Left));
+    store.Write(section, "Top", std::to_string(placement.Top));
+    store.Write(section, "Width", std::to_string(saveSize ? placement.Width : 0));
+    store.Write(section, "Height", std::to_string(saveSize ? placement.Height : 0));
+}
+
+} // namespace corvanta

@@ -1,0 +1,368 @@
+#include "shell/frmMain.h"
+
+#include "platform/DiskFileServices.h"
+#include "tests/support/FakeProcessServices.h"
+#include "tests/support/MemoryFileServices.h"
+#include "tests/support/RecordingMessageBox.h"
+#include "tests/support/SampleCorners.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <random>
+
+namespace corvanta {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+const std::string Path = "/cars/front.WSP";
+const std::string Refused = "There was an error while processing file\r\rError was: ";
+const std::string NotCalculated = "Calculations could not be completed.\r\r";
+
+/// A message box during which another event of the window comes in.
+class InterruptingBox final : public MessageBox {
+  public:
+    std::function<void()> Event;
+    int Shows = 0;
+
+    int Show(const std::string& /*prompt*/, int /*style*/, const std::string& /*title*/) override {
+        ++Shows;
+        Event();
+        return maOK;
+    }
+};
+
+class frmMainTest : public testing::Test {
+  protected:
+    frmMainTest() {
+        m_program.Units = test::MetricUnits();
+        m_program.Channels.ChannelsSetup(m_program.Units);
+    }
+
+    static std::string SampleBytes(const std::string& name = "touring-front-wishbone.WSP") {
+        return DiskFileServices().ReadBytes(test::SamplePath(name));
+    }
+
+    /// The sample with another line for a field, or with none.
+    static std::string Changed(const std::string& key, const std::string& line) {
+        std::string bytes = SampleBytes();
+        const std::size_t open = bytes.find("[" + key + "]");
+        bytes.replace(open, bytes.find("\r\n", open) + 2 - open, line.empty() ? "" : line + "\r\n");
+        return bytes;
+    }
+
+    /// Opens the bytes as a file and returns the messages of that.
+    std::vector<std::string> Open(const std::string& bytes) {
+        m_files.Put(Path, bytes);
+        m_box.Shown.clear();
+        m_main.FileOpen(Path);
+        return m_box.Prompts();
+    }
+
+    /// Everything of the document is as a reset leaves it, and the program as it was before.
+    void ExpectReset(std::int32_t view) {
+        const Suspension& document = m_program.Document;
+        EXPECT_FALSE(document.DataLoaded || document.GeometryValid || document.ResultsValid);
+        EXPECT_EQ(document.StaticPoints(), PointSet());
+        EXPECT_EQ(document.Data.SpringMechanism, smNone);
+        EXPECT_EQ(document.Data.CGX, 1750);
+        EXPECT_EQ(document.Data.Description, "");
+        EXPECT_EQ(m_program.Settings.View, view);
+        EXPECT_EQ(m_program.DocumentPath, "/before.WSP");
+        EXPECT_EQ(m_program.Options.LastFolder, "/before/");
+    }
+
+    /// Opens bytes that may be damaged in any way: either there is a document, or a reason.
+    void ExpectDocumentOrReason(const std::string& bytes) {
+        const std::vector<std::string> prompts = Open(bytes);
+        const auto refusals = std::count_if(prompts.begin(), prompts.end(), [](const auto& text) {
+            return text.starts_with(Refused);
+        });
+        const Suspension& document = m_program.Document;
+        ASSERT_EQ(refusals, document.DataLoaded ? 0 : 1);
+        if (!document.DataLoaded) {
+            ASSERT_EQ(document.StaticPoints(), PointSet());
+        } else if (!document.ResultsValid) {
+            ASSERT_FALSE(prompts.empty());
+            ASSERT_THAT(prompts.back(), StartsWith(NotCalculated));
+            ASSERT_EQ(m_program.Settings.View, vwNone);
+        } else {
+            ASSERT_EQ(m_program.Settings.View, vwCoordinates);
+        }
+    }
+
+    Program m_program;
+    MemoryFileServices m_files;
+    RecordingMessageBox m_box;
+    Messages m_messages{m_box};
+    FakeProcessServices m_process;
+    frmMain m_main{m_program, m_files, m_messages, m_process};
+};
+
+TEST_F(frmMainTest, FileOpenShowsTheDocumentAtItsStaticPosition) {
+    m_program.Settings.ViewWheel = 3;
+    m_program.Settings.ViewRack = 3;
+    EXPECT_THAT(Open(SampleBytes()), IsEmpty());
+    EXPECT_TRUE(m_program.Document.DataLoaded && m_program.Document.ResultsValid);
+    EXPECT_EQ(m_program.DocumentPath, Path);
+    EXPECT_EQ(m_program.Options.LastFolder, "/cars/");
+    EXPECT_EQ(m_program.Settings.View, vwCoordinates);
+    EXPECT_EQ(m_program.Settings.ViewWheel, m_program.Document.StaticWheel);
+    EXPECT_EQ(m_program.Settings.ViewRack, m_program.Document.StaticRack);
+    EXPECT_THAT(m_main.Grid().Text(),
+                HasSubstr("\r\nUpper wishbone outer pickup\t31.60\t714.10\t452.00\r\n"));
+
+    const PointSet points = m_program.Document.StaticPoints();
+    std::string comma = SampleBytes().substr(13); // behind "[DEC SEP]\t.\r\n"
+    std::replace(comma.begin() + static_cast<std::ptrdiff_t>(comma.find("[Bump]")), comma.end(),
+                 '.', ',');
+    EXPECT_THAT(Open("[DEC SEP]\t,\r\n" + comma), IsEmpty());
+    EXPECT_EQ(m_program.Document.StaticPoints(), points);
+
+    m_program.Settings.View = vwSpringDetails; // stays over another document
+    EXPECT_THAT(Open(SampleBytes("saloon-front-strut.WSP")), IsEmpty());
+    EXPECT_THAT(m_main.Grid().Text(), StartsWith("Wheel Travel\tSpring Length\t"));
+}
+
+TEST_F(frmMainTest, AFileThatIsNoDocumentLeavesAResetOneAndSaysWhy) {
+    struct Case {
+        std::string Bytes;
+        std::string Reason;
+    };
+    const std::string none = "The file is not a suspension file";
+    const std::string step = "The step size of wheel travel must be greater than 0.";
+    const std::vector<Case> cases{
+        {"", none},
+        {"\r\n", none},
+        {SampleBytes().substr(0, 40), none},
+        {Changed("SpringMechanism", ""), none},
+        {Changed("SpringMechanism", "[SpringMechanism]\t12"),
+         "SpringMechanism is 12 in the file, but only 0 to 11 exist"},
+        {Changed("ARBMechanism", "[ARBMechanism]\t-1"),
+         "ARBMechanism is -1 in the file, but only 0 to 4 exist"},
+        {Changed("WheelTravelStepSize", "[WheelTravelStepSize]\t0"), "Division by zero"},
+        {Changed("RackTravelStepSize", "[RackTravelStepSize]\tx"), "Division by zero"},
+        {Changed("WheelTravelStepSize", "[WheelTravelStepSize]\t-5"), step},
+        {Changed("RackTravelStepSize", "[RackTravelStepSize]\t-5"),
+         "The step size of rack travel must be greater than 0."},
+        {Changed("Droop", "[Droop]\t-5"), "Wheel bump and droop travel must be positive."},
+        {Changed("Bump", "[Bump]\t1E+300"), "Overflow"},
+    };
+    for (const Case& bad : cases) {
+        SCOPED_TRACE(bad.Reason);
+        Open(SampleBytes());
+        m_program.Settings.View = vwAngles;
+        m_program.DocumentPath = "/before.WSP";
+        m_program.Options.LastFolder = "/before/";
+        EXPECT_THAT(Open(bad.Bytes), ElementsAre(Refused + bad.Reason));
+        EXPECT_EQ(m_box.Shown.back().Style, msExclamation);
+        ExpectReset(vwAngles);
+        m_main.RefreshGUI(false); // the next event
+        EXPECT_EQ(m_program.Settings.View, vwNone);
+    }
+    m_box.Shown.clear();
+    m_main.FileOpen("/cars/missing.WSP");
+    m_main.FileOpen("/cars");
+    m_files.RefuseReading(Path);
+    m_main.FileOpen(Path);
+    EXPECT_THAT(m_box.Prompts(), ElementsAre(Refused + "File not found", Refused + none,
+                                             "An error occurred while reading file: " + Path,
+                                             Refused + "Permission denied"));
+}
+
+TEST_F(frmMainTest, AFileOfAnotherVersionIsRefused) {
+    m_program.DocumentPath = "/before.WSP";
+    m_program.Options.LastFolder = "/before/";
+    const std::string required =
+        "Wrong file version\r\n\r\nFile version required =   Data 4.1 \r\n";
+    EXPECT_THAT(Open(Changed("FILEVERSION", "[FILEVERSION]\tData 4.2")),
+                ElementsAre(required + "File version available = Data 4.2 ", Refused));
+    ExpectReset(vwNone);
+    EXPECT_THAT(Open(Changed("FILEVERSION", "")),
+                ElementsAre(required + "No file version available", Refused));
+    ExpectReset(vwNone);
+}
+
+TEST_F(frmMainTest, ADocumentThatCannotBeCalculatedIsLoadedAndShowsNoView) {
+    const auto expectNotCalculated = [&](const std::string& bytes, const std::string& reason) {
+        Open(SampleBytes());
+        const int beeps = m_process.Beeps;
+        EXPECT_EQ(Open(bytes).back(), NotCalculated + "The following error occurred: " + reason);
+        EXPECT_TRUE(m_program.Document.DataLoaded);
+        EXPECT_FALSE(m_program.Document.ResultsValid);
+        EXPECT_EQ(m_program.Settings.View, vwNone);
+        EXPECT_EQ(m_process.Beeps, beeps + 1);
+        EXPECT_EQ(m_main.Grid().Text(), "");
+    };
+    expectNotCalculated(Changed("ptWC", "[ptWC]\t0\t1E+300\t0"), "Overflow");
+    expectNotCalculated(Changed("ptUWO", ""), "Unable to iterate wheel position");
+    expectNotCalculated(Changed("Bump", "[Bump]\t400"), "Unable to iterate wheel position");
+    // That travel made the step grow, and said so.
+    EXPECT_EQ(m_box.Shown.front().Prompt,
+              "Max number of wheel travel points exceeded so step size reset to  9.5");
+    EXPECT_EQ(m_box.Shown.size(), 2U);
+}
+
+TEST_F(frmMainTest, ADamagedFileGivesADocumentOrAReason) {
+    const std::string sample = SampleBytes();
+    for (std::size_t length = 0; length < sample.size(); length += 5) {
+        SCOPED_TRACE(length);
+        ExpectDocumentOrReason(sample.substr(0, length));
+    }
+    for (unsigned seed = 1; seed <= 150; ++seed) {
+        SCOPED_TRACE(seed);
+        std::mt19937 random(seed);
+        std::string rubbish(random() % 3000, '\0');
+        for (char& byte : rubbish) {
+            byte = static_cast<char>(random() % 256);
+        }
+        ExpectDocumentOrReason(rubbish);
+        std::string flipped = sample;
+        for (int n = 0; n < 3; ++n) {
+            flipped[random() % flipped.size()] ^= static_cast<char>(1U << random() % 8);
+        }
+        ExpectDocumentOrReason(flipped);
+    }
+}
+
+TEST_F(frmMainTest, RefreshGUICalculatesOnlyWhatIsStale) {
+    m_main.RefreshGUI(true); // with no document
+    EXPECT_EQ(m_process.Beeps, 0);
+    EXPECT_EQ(m_main.Grid().Rows(), 0);
+
+    Open(SampleBytes());
+    WheelState& state = m_program.Document.WheelStates(3, 3);
+    const double camber = state.Channels[chCamberAngle];
+    state.Channels.Set(chCamberAngle, 77);
+    m_main.RefreshGUI(true);
+    EXPECT_EQ(state.Channels[chCamberAngle], 77);
+    m_program.Document.ResultsValid = false;
+    m_program.Settings.View = vwNone;
+    m_main.RefreshGUI(false);
+    EXPECT_EQ(m_program.Document.WheelStates(3, 3).Channels[chCamberAngle], camber);
+    EXPECT_EQ(m_program.Settings.View, vwCoordinates) << "a calculation brings a view";
+    EXPECT_EQ(m_process.Beeps, 0);
+}
+
+TEST_F(frmMainTest, RefreshGUIKeepsThePositionOnTheGrid) {
+    Open(SampleBytes());
+    const Suspension& document = m_program.Document;
+    ViewSettings& settings = m_program.Settings;
+    const auto after = [&](int wheel, int rack, bool reset) {
+        settings.ViewWheel = wheel;
+        settings.ViewRack = rack;
+        m_main.RefreshGUI(reset);
+        return std::pair(settings.ViewWheel, settings.ViewRack);
+    };
+    const std::pair atStatic(document.StaticWheel, document.StaticRack);
+    EXPECT_EQ(after(3, 4, true), atStatic);
+    EXPECT_EQ(after(3, 4, false), std::pair(3, 4));
+    EXPECT_EQ(after(document.NW + 1, document.NR + 1, false),
+              std::pair(document.NW + 1, document.NR + 1));
+    EXPECT_EQ(after(document.NW + 2, document.NR + 2, false), atStatic);
+    EXPECT_EQ(after(0, 0, false), atStatic);
+    settings.ViewVariable = vvAlongRackTravel;
+    EXPECT_EQ(after(3, 4, false), std::pair(3, 4)) << "the other variable";
+}
+
+TEST_F(frmMainTest, AnEventDuringARefreshIsIgnored) {
+    InterruptingBox box;
+    Messages messages(box);
+    frmMain window(m_program, m_files, messages, m_process);
+    box.Event = [&] { window.RefreshGUI(true); };
+    m_files.Put(Path, SampleBytes("roadster-front-links.WSP"));
+    window.FileOpen(Path);
+    m_program.Settings.View = vwLinkLoads; // not available: shows a message while it refreshes
+    m_program.Settings.ViewWheel = 3;
+    window.RefreshGUI(false);
+    EXPECT_EQ(box.Shows, 1);
+    EXPECT_EQ(m_program.Settings.ViewWheel, 3);
+}
+
+TEST_F(frmMainTest, AFailureWhileResultsAreDisplayedIsReportedAndTheNextEventWorks) {
+    Open(SampleBytes());
+    m_program.Settings.View = vwLateralGeometry;
+    const float factor = m_program.Units[ucAngle].Factor;
+    m_program.Units[ucAngle].Factor = 0;
+    m_main.RefreshGUI(false);
+    EXPECT_THAT(m_box.Prompts(), ElementsAre("There was an error while displaying results. Error "
+                                             "was: There was a problem converting units."));
+    EXPECT_EQ(m_box.Shown.front().Style, msExclamation);
+    EXPECT_EQ(m_main.Grid().Rows(), 0);
+    m_program.Units[ucAngle].Factor = factor;
+    m_main.RefreshGUI(false);
+    EXPECT_EQ(m_main.Grid().Cell(0, 1), "Camber Angle");
+    EXPECT_EQ(m_box.Shown.size(), 1U);
+}
+
+TEST_F(frmMainTest, AViewArgumentLastsAsLongAsItsViewAndAPlotComesBackWithItsChannel) {
+    Open(SampleBytes());
+    ViewSettings& settings = m_program.Settings;
+    const auto change = [&](std::int32_t view) {
+        settings.View = view;
+        m_main.RefreshGUI(false);
+        return settings.ViewArgument;
+    };
+    const auto choose = [&](std::int32_t argument) {
+        settings.ViewArgument = argument;
+        m_main.RefreshGUI(false);
+        return settings.ViewArgument;
+    };
+    EXPECT_EQ(change(vwLinkLoads), 0);
+    EXPECT_THAT(m_main.Grid().Cell(0, 1), StartsWith("Upper Rear")); // 0 shows the first
+    EXPECT_EQ(choose(2), 2);
+    EXPECT_THAT(m_main.Grid().Cell(0, 1), StartsWith("Lower Rear"));
+    EXPECT_EQ(change(vwPlot), 0);
+    EXPECT_EQ(choose(chSteerAngle), chSteerAngle);
+    EXPECT_EQ(change(vwLinkLoads), 0);
+    EXPECT_EQ(change(vwPlot), chSteerAngle);
+    EXPECT_EQ(change(vwAntis), 0);
+
+    // While the window shows nothing, a view that is asked for keeps the argument it was given.
+    settings.View = vwNone;
+    m_main.RefreshGUI(false);
+    m_main.DisplayView(vwLinkLoads, 3, vvAlongWheelTravel, 2, 2);
+    EXPECT_EQ(m_main.Grid().Cell(0, 1), "Spring Load Factors");
+}
+
+TEST_F(frmMainTest, FileSaveWritesEverySampleByteForByte) {
+    for (const std::string& sample : test::AllSamplePaths()) {
+        SCOPED_TRACE(sample);
+        const std::string bytes = DiskFileServices().ReadBytes(sample);
+        EXPECT_THAT(Open(bytes), IsEmpty());
+        m_main.FileSave("/cars/copy.dat.txt");
+        EXPECT_EQ(m_files.Bytes("/cars/copy.dat.WSP"), bytes);
+        EXPECT_EQ(m_program.DocumentPath, "/cars/copy.dat.WSP");
+        EXPECT_EQ(m_program.Options.LastFolder, "/cars/");
+        EXPECT_TRUE(m_program.Document.ResultsValid);
+        EXPECT_THAT(m_box.Shown, IsEmpty());
+    }
+}
+
+TEST_F(frmMainTest, ASaveThatFailsIsToldAndKeepsTheOldFile) {
+    Open(SampleBytes());
+    m_files.Put("/cars/rear.WSP", "old");
+    m_files.FailOnChange(1);
+    m_main.FileSave("/cars/rear.WSP");
+    EXPECT_EQ(m_files.Bytes("/cars/rear.WSP"), "old");
+    m_main.FileSave("/cars/.WSP");
+    m_program.Document.Data.KARB = std::numeric_limits<double>::infinity();
+    m_main.FileSave("/cars/rear.WSP");
+    EXPECT_EQ(m_files.Bytes("/cars/rear.WSP"), "old");
+    const std::string refused = "There was an error while processing file\r\rError was ";
+    EXPECT_THAT(m_box.Prompts(),
+                ElementsAre("An error occurred while writing file: /cars/rear.WSP\r\n"
+                            "Error was: No space left on device",
+                            refused + "The file has no name",
+                            "An error occurred while adding field: KARB to the filestream",
+                            refused + "KARB can't be written"));
+    EXPECT_EQ(m_files.Paths(), std::vector<std::string>({Path, "/cars/rear.WSP"}));
+}
+
+} // namespace
+} // namespace corvanta
