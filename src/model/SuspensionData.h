@@ -1,8 +1,10 @@
 #pragma once
 
 #include "model/Mechanisms.h"
+#include "model/Points.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace corvanta {
@@ -59,6 +61,10 @@ struct SuspensionData {
     return data.ARBMechanism == abTBar ||
            (HasCentreSpring(data) && data.CentreSpringSystem == csLongitudinalViaTBar);
 }
+
+/// The end of the corner spring that moves with the wheel; its other end is `ptSAI`. None without a
+/// spring, and none when a single rocker drives a centre spring alone.
+[[nodiscard]] std::optional<PointNumber> MovingSpringEnd(const SuspensionData& data);
 
 /// The short word of the document's spring mechanism.
 [[nodiscard]] inline std::string_view SpringShortWord(const SuspensionData& data) {

@@ -45,28 +45,6 @@ double ArmVelocityRatio(const WheelState& state, PointNumber lever) {
                          PointDistance(state.PointsPlus[lever], state.PointsMinus[lever]).Distance);
 }
 
-/// The moving end of the corner spring; none without one.
-std::optional<PointNumber> SpringEnd(std::int32_t mechanism) {
-    switch (mechanism) {
-    case smOutboardToUpright:
-    case smOutboardToLowerWishbone:
-    case smDirectToUpperWishbone:
-    case smMacPhersonStrut:
-        return ptPRO;
-    case smRockerToUpperWishbone:
-    case smPullrodToUpright:
-    case smPushrodToUpright:
-    case smPullrodToUpperWishbone:
-    case smPushrodToLowerWishbone:
-        return ptR1O;
-    case smTwoRockersToUpright:
-    case smTwoRockersToLowerWishbone:
-        return ptR2O;
-    default:
-        return std::nullopt;
-    }
-}
-
 struct LeverAngle {
     double Degrees = 0;
     int Quadrant = 1;
@@ -129,7 +107,7 @@ double InverseSquareChange(double value, double reference) {
 } // namespace
 
 void CalculateMotionSpring(const Suspension& document, WheelState& state) {
-    const std::optional<PointNumber> end = SpringEnd(document.Data.SpringMechanism);
+    const std::optional<PointNumber> end = MovingSpringEnd(document.Data);
     if (!end) {
         state.Channels.Set(chSpringVelocityRatio, 0);
         state.Channels.Set(chSpringLength, 0);

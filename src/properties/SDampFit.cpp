@@ -56,12 +56,13 @@ Means MeansOf(std::span<const double> x, std::span<const double> y) {
 }
 
 double QuotientOrNone(double dividend, double divisor) {
-    return divisor == 0 ? NoCoefficient : Divide(dividend, divisor); // exactly 0
+    // An overflow of the divisor would pass for a quotient of 0.
+    return divisor == 0 ? NoCoefficient : Divide(dividend, Checked(divisor)); // exactly 0
 }
 
 QuadraticFit FitLine(const Means& m) {
     const double b = QuotientOrNone(m.XY - m.X * m.Y, m.X2 - m.X * m.X);
-    return {0, b, m.Y - m.X * b};
+    return {0, b, Checked(m.Y - m.X * b)};
 }
 
 /// Cramer's rule; a coefficient that can't be had goes into the next one as it stands.
@@ -72,7 +73,7 @@ QuadraticFit FitParabola(const Means& m) {
                                         (m.X3 - m.X2 * m.X) * m.XY,
                                     determinant);
     const double b = QuotientOrNone(m.X * m.Y + (m.X3 - m.X2 * m.X) * a - m.XY, m.X * m.X - m.X2);
-    return {a, b, m.Y - m.X2 * a - m.X * b};
+    return {a, b, Checked(m.Y - m.X2 * a - m.X * b)};
 }
 
 QuadraticFit FitChannelToDamperTravel(const Suspension& document, const ChannelCatalogue& channels,

@@ -12,7 +12,7 @@ inline constexpr double NoCoefficient = -99.9;
 
 /// The curve y = a x^2 + b x + c, or the straight line b x + c, of least squares through the
 /// points, by the normal equations. `x` and `y` have the same length of at least 1. A coefficient
-/// whose divisor is exactly 0 is `NoCoefficient`.
+/// whose divisor is exactly 0 is `NoCoefficient`. Throws Failure "Overflow".
 [[nodiscard]] QuadraticFit FitQuadratic(std::span<const double> x, std::span<const double> y,
                                         bool straightLine);
 

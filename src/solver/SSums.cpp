@@ -86,29 +86,8 @@ void CheckBar(ProblemList& problems, std::int32_t arbMechanism) {
 }
 
 void CheckSpring(ProblemList& problems, const SuspensionData& data) {
-    constexpr std::string_view message = "Two distinct points needed for the spring";
-    switch (data.SpringMechanism) {
-    case smOutboardToUpright:
-    case smOutboardToLowerWishbone:
-    case smDirectToUpperWishbone:
-    case smMacPhersonStrut:
-        problems.AddIfTooClose(ptPRO, ptSAI, message);
-        break;
-    case smRockerToUpperWishbone:
-    case smPullrodToUpright:
-    case smPushrodToUpright:
-    case smPullrodToUpperWishbone:
-    case smPushrodToLowerWishbone:
-        if (data.ThirdSpringMechanism != tsCentreSpring) {
-            problems.AddIfTooClose(ptR1O, ptSAI, message);
-        }
-        break;
-    case smTwoRockersToUpright:
-    case smTwoRockersToLowerWishbone:
-        problems.AddIfTooClose(ptR2O, ptSAI, message);
-        break;
-    default:
-        break;
+    if (const std::optional<PointNumber> end = MovingSpringEnd(data)) {
+        problems.AddIfTooClose(*end, ptSAI, "Two distinct points needed for the spring");
     }
 }
 

@@ -18,28 +18,8 @@ double Length(const PointSet& points, PointNumber from, PointNumber to) {
 
 void MeasureSpring(StaticLengthRecord& lengths, const PointSet& points,
                    const SuspensionData& data) {
-    switch (data.SpringMechanism) {
-    case smOutboardToUpright:
-    case smOutboardToLowerWishbone:
-    case smDirectToUpperWishbone:
-    case smMacPhersonStrut:
-        lengths.SpringLength = Length(points, ptPRO, ptSAI);
-        break;
-    case smRockerToUpperWishbone:
-    case smPullrodToUpright:
-    case smPushrodToUpright:
-    case smPullrodToUpperWishbone:
-    case smPushrodToLowerWishbone:
-        if (data.ThirdSpringMechanism != tsCentreSpring) {
-            lengths.SpringLength = Length(points, ptR1O, ptSAI);
-        }
-        break;
-    case smTwoRockersToUpright:
-    case smTwoRockersToLowerWishbone:
-        lengths.SpringLength = Length(points, ptR2O, ptSAI);
-        break;
-    default:
-        break;
+    if (const std::optional<PointNumber> end = MovingSpringEnd(data)) {
+        lengths.SpringLength = Length(points, *end, ptSAI);
     }
     if (HasCentreSpring(data)) {
         lengths.CentreSpringLength = Length(points, ptTSI, ptTSO);

@@ -10,7 +10,7 @@
 #include <sstream>
 #include <string>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -180,4 +180,4 @@ TEST_F(BatchProgramTest, SettingsThatCannotBeWrittenAreAFailureOfTheStart) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

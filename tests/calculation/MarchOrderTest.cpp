@@ -1,6 +1,6 @@
 #include "calculation/SCalcs.h"
 #include "tests/support/Corners.h"
-#include "tests/support/SampleCorners.h"
+#include "tests/support/RecordingMessageBox.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 using testing::ElementsAre;
@@ -56,7 +56,7 @@ class RunCalculationTest : public testing::Test {
 
 TEST_F(RunCalculationTest, ASoundCornerGivesResults) {
     Suspension document = DoubleWishboneCorner();
-    RunCalculation(document, test::MetricChannels(), m_messages);
+    RunCalculation(document, MetricChannels(), m_messages);
     EXPECT_TRUE(document.ResultsValid);
     EXPECT_TRUE(m_box.Shown.empty());
     const ChannelCells& bump = document.WheelStates(2, 2).Channels;
@@ -75,8 +75,8 @@ TEST_F(RunCalculationTest, AFailureEndsTheRunAndIsToldOnce) {
     Suspension document = DoubleWishboneCorner(smNone);
     // In one step past the length of the upper wishbone.
     document.Data.Bump = document.Data.Droop = document.Data.WheelTravelStepSize = 400;
-    InitMetricGeometry(document);
-    RunCalculation(document, test::MetricChannels(), m_messages);
+    SetUpCorner(document);
+    RunCalculation(document, MetricChannels(), m_messages);
     EXPECT_FALSE(document.ResultsValid);
     ASSERT_EQ(m_box.Shown.size(), 1U);
     EXPECT_EQ(m_box.Shown[0].Prompt,
@@ -88,15 +88,15 @@ TEST_F(RunCalculationTest, AFailureEndsTheRunAndIsToldOnce) {
         << "nothing after the failed bump is solved";
 
     document.StaticPoints()[ptTRI].Y = 800;
-    RunCalculation(document, test::MetricChannels(), m_messages);
+    RunCalculation(document, MetricChannels(), m_messages);
     ASSERT_EQ(m_box.Shown.size(), 2U);
     EXPECT_EQ(m_box.Shown[1].Prompt,
               "Calculations could not be completed.\r\rThe following problem/s were found with the "
               "input geometry: \r\rTrackrod points swapped inboard for outboard");
     m_messages.Silence();
-    RunCalculation(document, test::MetricChannels(), m_messages);
+    RunCalculation(document, MetricChannels(), m_messages);
     EXPECT_EQ(m_box.Shown.size(), 2U);
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

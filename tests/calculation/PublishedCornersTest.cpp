@@ -1,6 +1,3 @@
-#include "calculation/SCalcs.h"
-#include "platform/Messages.h"
-#include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
 
 #include <gtest/gtest.h>
@@ -44,13 +41,6 @@ std::vector<PublishedValue> ReadPublished(const std::string& name) {
     return values;
 }
 
-void Calculate(Suspension& document) {
-    RecordingMessageBox box;
-    Messages messages(box);
-    RunCalculation(document, MetricChannels(), messages);
-    ASSERT_TRUE(document.ResultsValid) << (box.Shown.empty() ? "" : box.Shown[0].Prompt);
-}
-
 /// Cuts the grid so that a state stands at exactly these travels, and calculates. Returns that
 /// state.
 const WheelState& StateAt(Suspension& document, double rackTravel, double wheelTravel) {
@@ -61,7 +51,7 @@ const WheelState& StateAt(Suspension& document, double rackTravel, double wheelT
     data.RackTravel = std::max(std::abs(rackTravel), 1.0);
     data.RackTravelStepSize = data.RackTravel;
     SetUpCorner(document);
-    Calculate(document);
+    CalculateCorner(document);
     const auto step = [](double travel) { return travel > 0 ? 1 : (travel < 0 ? -1 : 0); };
     return document.WheelStates(document.StaticRack + step(rackTravel),
                                 document.StaticWheel - step(wheelTravel));
@@ -137,7 +127,7 @@ TEST(PublishedCornersTest, TheMotionRatioOfAStudentCarIsMetWithinItsPrecision) {
     ASSERT_GT(ratio, 0);
 
     Suspension document = LoadSample("published/FSTBARF.WSP");
-    Calculate(document);
+    CalculateCorner(document);
     constexpr int stepsTo25 = 5;
     ASSERT_EQ(WheelTravelAtStep(document, document.StaticWheel - stepsTo25), 25);
     const auto springLength = [&](int wheelStep) {

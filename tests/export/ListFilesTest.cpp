@@ -8,7 +8,7 @@
 
 #include <vector>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 using testing::ElementsAre;
@@ -152,4 +152,4 @@ TEST_F(ListFilesTest, AFailedWriteIsToldAndLeavesTheOldFile) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

@@ -10,7 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 using testing::ElementsAre;
@@ -25,14 +25,14 @@ const std::string Failed = "There was an error while exporting. \rError was: ";
 class MExportTest : public testing::Test {
   protected:
     MExportTest() {
-        m_program.Units = test::MetricUnits();
+        m_program.Units = MetricUnits();
         m_program.Channels.ChannelsSetup(m_program.Units);
         m_files.PutFolder("/out");
         Open("touring-front-wishbone.WSP");
     }
 
     void Open(const std::string& sample) {
-        m_files.Put(Document, DiskFileServices().ReadBytes(test::SamplePath(sample)));
+        m_files.Put(Document, DiskFileServices().ReadBytes(SamplePath(sample)));
         m_main.FileOpen(Document);
         m_program.Settings.ViewWheel = m_program.Document.StaticWheel - 2;
         m_program.Settings.ViewRack = m_program.Document.StaticRack + 1;
@@ -240,4 +240,4 @@ TEST_F(MExportTest, AFailureLeavesTheOldFileAndTheViewAsItStood) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

@@ -13,7 +13,7 @@
 #include <filesystem>
 #include <regex>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 using testing::ElementsAre;
@@ -30,7 +30,7 @@ const std::string ViewsList = Base + "Settings/exporttables.txt";
 /// A machine on which the program starts as often as a test likes.
 class Machine {
   public:
-    explicit Machine(const std::string& sample = test::SamplePath("touring-front-wishbone.WSP")) {
+    explicit Machine(const std::string& sample = SamplePath("touring-front-wishbone.WSP")) {
         Files.Put("/cars/c.WSP", DiskFileServices().ReadBytes(sample));
         Files.PutFolder("/out");
     }
@@ -147,8 +147,8 @@ class BatchRoadTest : public testing::TestWithParam<std::string> {
         }
     }
 
-    Machine m_machine{test::SamplePath(GetParam())};
-    Suspension m_document = test::LoadSample(GetParam());
+    Machine m_machine{SamplePath(GetParam())};
+    Suspension m_document = LoadSample(GetParam());
 };
 
 TEST_P(BatchRoadTest, EveryTableIsThereAndWhole) {
@@ -183,9 +183,9 @@ TEST_P(BatchRoadTest, EveryTableIsThereAndWhole) {
 }
 
 std::vector<std::string> SampleNames() {
-    std::vector<std::string> names = test::AllSamplePaths();
+    std::vector<std::string> names = AllSamplePaths();
     for (std::string& name : names) {
-        name.erase(0, test::SamplePath("").size());
+        name.erase(0, SamplePath("").size());
     }
     return names;
 }
@@ -358,4 +358,4 @@ TEST_F(ApplicationTest, WithoutAHomeFolderTheSettingsLieBesideTheProgram) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

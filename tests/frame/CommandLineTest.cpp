@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 class CommandLineTest : public testing::Test {
@@ -118,4 +118,4 @@ TEST_F(CommandLineTest, NoGuiCountsWhereverItStands) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 class MOptionsTest : public testing::Test {
@@ -186,4 +186,4 @@ TEST_F(MOptionsTest, AValueThatCannotBeConvertedIsAFailureThatNamesItsKey) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

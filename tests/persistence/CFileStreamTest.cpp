@@ -11,7 +11,7 @@
 #include <limits>
 #include <random>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 using testing::ElementsAre;
@@ -334,4 +334,4 @@ TEST_F(CFileStreamTest, VersionsAreHeldAgainstThoseAccepted) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

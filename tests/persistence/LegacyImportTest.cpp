@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 using testing::ElementsAre;
@@ -312,4 +312,4 @@ TEST_F(LegacyImportTest, SavesInTheCurrentFormat) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

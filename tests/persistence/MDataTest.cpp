@@ -12,7 +12,7 @@
 #include <optional>
 #include <random>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 using testing::ElementsAre;
@@ -320,4 +320,4 @@ TEST(ParseBooleanTest, NumbersByTheirTruthAndTrueAlone) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

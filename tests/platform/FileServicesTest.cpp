@@ -15,7 +15,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -217,4 +217,4 @@ TEST(MemoryFileServicesTest, FailsWhereItIsTold) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

@@ -7,7 +7,7 @@
 
 #include <string>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 using namespace std::string_literals;
@@ -76,4 +76,4 @@ TEST(IniSettingsStoreTest, AMissingFileIsAnEmptyStoreAndAnUnreadableOneAFailure)
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

@@ -9,7 +9,7 @@
 #include <clocale>
 #include <filesystem>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 /// The number characters of a locale that this machine need not have.
@@ -97,4 +97,4 @@ TEST(Utf8Test, WideTextsOfEitherWidth) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

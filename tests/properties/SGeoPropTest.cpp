@@ -1,16 +1,19 @@
 #include "properties/SGeoProp.h"
 
-#include "tests/support/SampleCorners.h"
-
+#include "calculation/SCalcs.h"
 #include "model/Failure.h"
+#include "tests/support/RecordingMessageBox.h"
+#include "tests/support/SampleCorners.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <numbers>
+#include <utility>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 constexpr double Degree = std::numbers::pi / 180;
@@ -159,6 +162,7 @@ TEST_F(SGeoPropTest, ChannelsThatCompareStates) {
     Suspension& document = m_document;
     document.Data.Wheelbase = 2500;
     document.StaticLengths.StaticHalfTrack = 700;
+    document.Data.ChassisMotion = cmHeave;
     document.NW = 2;
     document.NR = 3;
     document.StaticWheel = 2;
@@ -174,15 +178,20 @@ TEST_F(SGeoPropTest, ChannelsThatCompareStates) {
             state.Points[ptTRI].Y = 350 + 10 * (r - 3) * (r > 1 ? 1 : 0);
             state.Points[ptWTCP].Z = 0.125 * r + 7 * (w - 1);
             state.Channels.Set(chSteerAngle, steers[r]);
+            if (r > 1 && w > 1) {
+                state.Channels.Set(chRollCentreToOrigin, 40 + 3 * r + w);
+            }
         }
     }
-    CalculateGridChannels(document, test::MetricChannels());
+    CalculateGridChannels(document, MetricChannels());
     for (int w = 2; w <= 3; ++w) {
         const auto cell = [&](int r, ChannelId id) {
             return document.WheelStates(r, w).Channels[id];
         };
         for (int r = 1; r <= 4; ++r) {
             EXPECT_EQ(cell(r, chWheelTravel), 7 * (w - 1));
+            const double patch = document.WheelStates(r, w).Points[ptWTCP].Z;
+            EXPECT_EQ(cell(r, chRollCentreToGround), (r > 1 ? 40 + 3 * r + w : 0) - patch);
         }
         EXPECT_EQ(cell(2, chRackTravel), -10);
         EXPECT_EQ(cell(4, chRackTravel), 10);
@@ -194,7 +203,157 @@ TEST_F(SGeoPropTest, ChannelsThatCompareStates) {
         EXPECT_DOUBLE_EQ(cell(4, chSteerAngleDelta), outer - inner);
     }
     EXPECT_FALSE(document.WheelStates(1, 1).Channels.Cell(chAckerman));
+    EXPECT_EQ(document.WheelStates(2, 1).Channels[chRollCentreToGround], -0.25) << "none above";
+}
+
+TEST(SteeringTest, AnAxleSteersAlikeToBothSides) {
+    ForEachSample(
+        [](Suspension& document) {
+            document.Data.RackTravel = 10;
+            document.Data.RackTravelStepSize = 5;
+        },
+        [](const Suspension& document) {
+            for (int w = 2; w <= document.NW + 1; ++w) {
+                for (int r = 2; r < document.StaticRack; ++r) {
+                    const ChannelCells& one = document.WheelStates(r, w).Channels;
+                    const ChannelCells& other =
+                        document.WheelStates(2 * document.StaticRack - r, w).Channels;
+                    EXPECT_EQ(one[chSteerAngleDelta], other[chSteerAngleDelta]);
+                    EXPECT_EQ(one[chAckerman], other[chAckerman]);
+                    EXPECT_NEAR(one[chRackTravel], -other[chRackTravel], 1e-9);
+                }
+                EXPECT_EQ(document.WheelStates(document.StaticRack, w).Channels[chAckerman], 0);
+            }
+        });
+}
+
+/// A solved corner with a bar to the lower wishbone, of 5 rack rows of 3 wheel steps.
+class PassOverTheGridTest : public testing::Test {
+  protected:
+    PassOverTheGridTest() {
+        m_document.Data.WheelTravelStepSize = 20;
+        m_document.Data.RackTravelStepSize = 5;
+        m_document.Data.ThirdSpringMechanism = tsCornerAndCentreSpring;
+        m_document.Data.CentreSpringSystem = csLateralViaRocker;
+        m_document.Data.KARB = 20;
+        m_document.Data.KThirdSpring = 30;
+        SetUpCorner(m_document);
+        CalculateCorner(m_document);
+    }
+    [[nodiscard]] ChannelCells& Cells(int r, int w) {
+        return m_document.WheelStates(r, w).Channels;
+    }
+
+    /// Points the bar's lever of a state by hand, deg from straight back, upwards in side view.
+    void Point(int r, int w, double degrees) {
+        PointSet& points = m_document.WheelStates(r, w).Points;
+        points[ptARP1] = {0, 0, 0};
+        points[ptARP2] = {0, 200, 0};
+        points[ptARI] = {100 * std::cos(degrees * Degree), 50, 100 * std::sin(degrees * Degree)};
+    }
+
+    Suspension m_document = DoubleWishboneCorner(smPushrodToLowerWishbone, abToLowerWishbone);
+    std::string m_message;
+};
+
+TEST_F(PassOverTheGridTest, ABarThatTurnsBackNegatesItsRowAndAllLaterOnes) {
+    ASSERT_EQ(m_document.NW, 3);
+    ASSERT_EQ(m_document.NR, 5);
+    const double ends[][2] = {{60, 60}, {70, 50}, {50, 70}, {80, 40}, {330, 20}}; // bump, droop
+    for (int r = 2; r <= 6; ++r) {
+        Point(r, 2, ends[r - 2][0]);
+        Point(r, 3, r == m_document.StaticRack ? 60 : 150); // points back at rest only here
+        Point(r, 4, ends[r - 2][1]);
+    }
+    ASSERT_TRUE(CalculateStateProperties(m_document, m_message));
+    const double rotations[][2] = {{-30, -30}, {-20, -40}, {40, 20}, {10, 50}, {120, 70}};
+    for (int r = 2; r <= 6; ++r) {
+        EXPECT_NEAR(Cells(r, 2)[chARBRotation], rotations[r - 2][0], 1e-6) << r;
+        EXPECT_NEAR(Cells(r, 4)[chARBRotation], rotations[r - 2][1], 1e-6) << r;
+    }
+}
+
+TEST_F(PassOverTheGridTest, AChannelThatItsMechanismDoesNotWriteKeepsWhatItHeld) {
+    const ChannelCells former = Cells(3, 2);
+    const ChannelId dependent[] = {chARBRatio,
+                                   chSpringVelocityRatio,
+                                   chSpringLength,
+                                   chRollStiffness,
+                                   chRollStiffnessChange,
+                                   chWheelRateChangeARB,
+                                   chWheelRateChangeTotal,
+                                   chDriveshaftTotalAngle};
+    for (const ChannelId id : dependent) {
+        ASSERT_NE(former[id], 0) << id;
+    }
+    m_document.Data.ThirdSpringMechanism = tsCentreSpring;
+    m_document.Data.ARBMechanism = abNone;
+    m_document.Data.DriveShaftExists = false;
+    m_document.Data.KTyre = 0;
+    m_document.Data.KSpring *= 2;
+    SetUpCorner(m_document);
+    CalculateCorner(m_document);
+    const ChannelCells& kept = Cells(3, 2);
+    for (const ChannelId id : dependent) {
+        EXPECT_EQ(kept[id], former[id]) << id;
+    }
+    EXPECT_EQ(kept[chWheelRateSpring], 2 * former[chWheelRateSpring]) << "from the former ratio";
+    EXPECT_EQ(kept[chWheelRateTotal], 0);
+
+    m_document.WheelStates.Clear();
+    m_document.StaticPoints() = DoubleWishboneCorner().StaticPoints();
+    SetUpCorner(m_document);
+    CalculateCorner(m_document);
+    for (const ChannelId id : dependent) {
+        EXPECT_FALSE(Cells(3, 2).Cell(id)) << id;
+    }
+    EXPECT_EQ(Cells(3, 2).Cell(chWheelRateSpring), 0);
+    EXPECT_FALSE(m_document.DynamicsValid);
+}
+
+TEST_F(PassOverTheGridTest, AFaultIsToldByTheNameOfItsStep) {
+    using Change = std::function<void(Suspension&, WheelState&)>;
+    const auto far = [](PointNumber point) {
+        return [=](Suspension&, WheelState& state) { state.PointsPlus[point].X = 1e200; };
+    };
+    const std::pair<const char*, Change> faults[] = {
+        {"CalculateAntiDiveSquatRollPercentages",
+         [](Suspension& document, WheelState& state) {
+             document.Data.CGZ = state.Points[ptWTCP].Z;
+         }},
+        {"CalculateMotionSpring", far(ptR1O)},
+        {"CalculateMotionThirdSpring", far(ptLCSI)},
+        {"CalculateMotionPRod", far(ptPRI)},
+        {"CalculateMotionARB", far(ptARI)},
+        {"CalculateWheelRates",
+         [](Suspension&, WheelState& state) {
+             state.PointsPlus[ptWTCP].Z = 1e-170;
+             state.PointsMinus[ptWTCP].Z = 0;
+         }},
+        {"CalculateWheelRateTotal",
+         [](Suspension& document, WheelState&) { document.Data.KTyre = 1e-310; }},
+        {"CalculateWheelRateChanges",
+         [](Suspension&, WheelState& state) { state.PointsMinus = state.PointsPlus; }},
+        {"", // the wheel's own angles have no name
+         [](Suspension&, WheelState& state) { state.Points[ptUWO].Z = state.Points[ptLWO].Z; }},
+    };
+    for (const auto& [name, change] : faults) {
+        Suspension document = m_document;
+        change(document, document.WheelStates(3, 2));
+        std::string message;
+        EXPECT_THROW((void)CalculateStateProperties(document, message), Failure) << name;
+        const std::string step = name;
+        EXPECT_EQ(message, step.empty() ? "" : "There was an error in " + step);
+    }
+
+    m_document.Data.KTyre = 1e-310; // its reciprocal is beyond a double
+    RecordingMessageBox box;
+    Messages messages(box);
+    RunCalculation(m_document, MetricChannels(), messages);
+    EXPECT_THAT(box.Prompts(), testing::ElementsAre(
+                                   "Calculations could not be completed.\r\rThere was an error in "
+                                   "CalculateWheelRateTotal"));
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

@@ -9,7 +9,7 @@
 
 #include <array>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 using testing::ThrowsMessage;
@@ -36,7 +36,7 @@ std::string Column(const ViewTable& table, int column, int first = 0) {
 class MDisplayTableTest : public testing::Test {
   protected:
     MDisplayTableTest() {
-        m_program.Units = test::MetricUnits();
+        m_program.Units = MetricUnits();
         m_program.Channels.ChannelsSetup(m_program.Units);
         Suspension& document = m_program.Document;
         document.NR = 3;
@@ -339,4 +339,4 @@ TEST_F(MDisplayTableTest, AGridShowsATableInItsLook) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

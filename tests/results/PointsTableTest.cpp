@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 using testing::EndsWith;
@@ -13,7 +13,7 @@ using testing::StartsWith;
 
 class PointsTableTest : public testing::Test {
   protected:
-    PointsTableTest() { m_program.Units = test::MetricUnits(); }
+    PointsTableTest() { m_program.Units = MetricUnits(); }
 
     void Fill(int wheelStep, int rackStep, bool editable = false) {
         SetupPointsTableBlank(m_grid, m_program.Document, m_program.Units, editable);
@@ -25,7 +25,7 @@ class PointsTableTest : public testing::Test {
 };
 
 TEST_F(PointsTableTest, HoldsThePointsInPlayInTheirOrder) {
-    m_program.Document = test::LoadSample("touring-front-wishbone.WSP");
+    m_program.Document = LoadSample("touring-front-wishbone.WSP");
     Fill(1, 1);
     const std::string text = m_grid.Text();
     EXPECT_THAT(text, StartsWith("Point\tX\tY\tZ\r\n\tmm\tmm\tmm\r\n"
@@ -57,7 +57,7 @@ TEST_F(PointsTableTest, HoldsThePointsInPlayInTheirOrder) {
 }
 
 TEST_F(PointsTableTest, ShowsTheStateThatIsAskedForInTheUsersUnit) {
-    m_program.Document = test::LoadSample("touring-front-wishbone.WSP");
+    m_program.Document = LoadSample("touring-front-wishbone.WSP");
     Suspension& document = m_program.Document;
     document.WheelStates(5, 7).Points[ptWTCP] = {25.4, -50.8, 0};
     document.WheelStates(document.StaticRack, 7).Points[ptWTCP].X = 254;
@@ -89,4 +89,4 @@ TEST_F(PointsTableTest, FollowsTheMechanismsOfTheDocument) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

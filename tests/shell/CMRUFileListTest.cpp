@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 using testing::ElementsAre;
@@ -95,4 +95,4 @@ TEST(MenuPathTest, IsCutAtAFolderThatLeavesAtMost32Characters) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

@@ -6,7 +6,7 @@
 
 #include <stdexcept>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 class FakeFrame final : public WindowFrame {
@@ -77,4 +77,4 @@ TEST(CMousePointerTest, TheFormerCursorComesBackByAnyRoad) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

@@ -12,7 +12,7 @@
 #include <functional>
 #include <random>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 using testing::ElementsAre;
@@ -40,12 +40,12 @@ class InterruptingBox final : public MessageBox {
 class frmMainTest : public testing::Test {
   protected:
     frmMainTest() {
-        m_program.Units = test::MetricUnits();
+        m_program.Units = MetricUnits();
         m_program.Channels.ChannelsSetup(m_program.Units);
     }
 
     static std::string SampleBytes(const std::string& name = "touring-front-wishbone.WSP") {
-        return DiskFileServices().ReadBytes(test::SamplePath(name));
+        return DiskFileServices().ReadBytes(SamplePath(name));
     }
 
     /// The sample with another line for a field, or with none.
@@ -335,7 +335,7 @@ TEST_F(frmMainTest, AViewArgumentLastsAsLongAsItsViewAndAPlotComesBackWithItsCha
 }
 
 TEST_F(frmMainTest, FileSaveWritesEverySampleByteForByte) {
-    for (const std::string& sample : test::AllSamplePaths()) {
+    for (const std::string& sample : AllSamplePaths()) {
         SCOPED_TRACE(sample);
         const std::string bytes = DiskFileServices().ReadBytes(sample);
         EXPECT_THAT(Open(bytes), IsEmpty());
@@ -369,4 +369,4 @@ TEST_F(frmMainTest, ASaveThatFailsIsToldAndKeepsTheOldFile) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

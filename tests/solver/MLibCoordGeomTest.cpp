@@ -9,7 +9,7 @@
 #include <random>
 #include <vector>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 void ExpectPoint(const SuspPoint& point, double x, double y, double z, double tolerance) {
@@ -79,4 +79,4 @@ TEST(MLibCoordGeomTest, RotationTurnsAboutXThenYThenZ) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

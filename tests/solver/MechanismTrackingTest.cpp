@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 using Body = std::vector<PointNumber>;
@@ -161,7 +161,7 @@ TEST(MechanismTrackingTest, ChassisEndsAndFeet) {
 std::string ReportOf(Suspension document, double travel) {
     document.Data.Bump = document.Data.Droop = travel;
     document.GeometryValid = true;
-    InitMetricGeometry(document);
+    SetUpCorner(document);
     std::string errorText;
     EXPECT_FALSE(SolveGrid(document, errorText));
     EXPECT_FALSE(document.GeometryValid);
@@ -198,4 +198,4 @@ TEST(MechanismTrackingTest, TravelThatALeverCannotFollowIsReported) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

@@ -10,7 +10,7 @@
 #include <cmath>
 #include <random>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 /// Three references and, as the fourth, the point to be located, in an old and a new place.
@@ -120,4 +120,4 @@ TEST_F(SGetLocnTest, SpheresThatDoNotMeet) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

@@ -2,13 +2,14 @@
 
 #include "model/Failure.h"
 #include "tests/support/Corners.h"
+#include "tests/support/RecordingMessageBox.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <vector>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 using testing::ElementsAre;
@@ -136,4 +137,4 @@ TEST_F(SInitGeoTest, SetUpDerivesWhatTheUserDoesNotEnter) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 const std::string Head = "The following problem/s were found with the input geometry: \r";
@@ -206,4 +206,4 @@ TEST(SSumsTest, ActuatorPlacement) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

@@ -14,7 +14,7 @@
 #include <random>
 #include <string>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 using testing::ThrowsMessage;
@@ -134,7 +134,7 @@ TEST(WheelPositionTest, AStrutSlidesThroughItsMount) {
 TEST(WheelPositionTest, TheOffsetOfTheSlopesIsAtMostOneMillimetre) {
     Suspension document = DoubleWishboneCorner(smNone);
     document.Data.WheelTravelStepSize = 20;
-    InitMetricGeometry(document);
+    SetUpCorner(document);
     std::string errorText;
     ASSERT_TRUE(SolveGrid(document, errorText));
     const WheelState& state = document.WheelStates(2, 2);
@@ -174,4 +174,4 @@ TEST(WheelPositionTest, PassesOfTheSearch) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

@@ -4,137 +4,33 @@
 #include "model/Suspension.h"
 #include "model/Units.h"
 #include "solver/SGetLocn.h"
-#include "solver/SInitGeo.h"
-#include "tests/support/RecordingMessageBox.h"
 
 #include <cstdint>
 
-namespace corvanta {
+namespace corvanta::test {
 
-/// The units of a user who works in millimetres and newtons.
-inline FundamentalUnits MetricUnits() {
-    FundamentalUnits units;
-    units[ucDisplacement].Label = "mm";
-    units[ucForce].Label = "N";
-    units[ucMass].Label = "kg";
-    units[ucRate].Label = "N/mm";
-    units.SetFundUnitsData();
-    return units;
-}
+/// Units of a test: mm, N, kg and N/mm, a decimal point.
+[[nodiscard]] FundamentalUnits MetricUnits();
 
-/// `InitGeometry` for a metric user; messages go nowhere.
-inline void InitMetricGeometry(Suspension& document) {
-    RecordingMessageBox box;
-    Messages messages(box);
-    FundamentalUnits units = MetricUnits();
-    ChannelCatalogue channels;
-    channels.ChannelsSetup(units);
-    InitGeometry(document, channels, units, messages);
-}
+/// The channels in the units of a test.
+[[nodiscard]] ChannelCatalogue MetricChannels();
+
+/// Sets a document up after a change of its settings; messages go nowhere.
+void SetUpCorner(Suspension& document);
+
+/// Calculates a document that was set up. Throws with the message of the run when it fails.
+void CalculateCorner(Suspension& document);
 
 /// A double wishbone corner of a road-going size, with every pickup that any mechanism asks for. No
 /// axis is parallel to a coordinate axis except the T-bar's, which must be, and the wheel stands
 /// with camber, so that a mixed-up coordinate shows. Travel is 20 mm in 5 mm steps, rack 10 mm in 5
 /// mm steps.
-inline Suspension DoubleWishboneCorner(std::int32_t springMechanism = smPushrodToLowerWishbone,
-                                       std::int32_t arbMechanism = abNone,
-                                       std::int32_t chassisMotion = cmRoll) {
-    Suspension document;
-    SuspensionData& data = document.Data;
-    data.SpringMechanism = springMechanism;
-    data.ARBMechanism = arbMechanism;
-    data.ChassisMotion = chassisMotion;
-    data.DriveShaftExists = true;
-    data.Bump = data.Droop = 20;
-    data.RackTravel = 10;
-
-    PointSet& points = document.StaticPoints();
-    points[ptWTCP] = {0, 750, 0};
-    points[ptWC] = {0, 745, 300};
-    points[ptUWO] = {8, 690, 440};
-    points[ptUWIR] = {150, 400, 425};
-    points[ptUWIF] = {-140, 390, 432};
-    points[ptLWO] = {-6, 715, 160};
-    points[ptLWIR] = {180, 350, 148};
-    points[ptLWIF] = {-170, 360, 140};
-    points[ptTRO] = {95, 705, 215};
-    points[ptTRI] = {90, 360, 200};
-    points[ptDSO] = {0, 700, 300};
-    points[ptDSI] = {10, 150, 290};
-    points[ptPRI] = {4, 330, 520};
-    points[ptR1P1] = {0, 300, 480};
-    points[ptR1P2] = {40, 302, 483};
-    points[ptR1O] = {6, 290, 540};
-    points[ptR2I] = {10, 180, 545};
-    points[ptR2P1] = {12, 170, 490};
-    points[ptR2P2] = {50, 171, 492};
-    points[ptR2O] = {14, 150, 550};
-    points[ptSAI] = {8, 40, 560};
-    points[ptARP1] = {250, 3, 120};
-    points[ptARP2] = {252, 200, 124};
-    points[ptARI] = {70, 550, 60};
-    points[ptARDL] = {60, 560, 165};
-    points[ptRHM] = {0, 0, 100};
-    points[ptTBDLI] = {2, 285, 532};
-    points[ptTBDLO] = {140, 150, 450};
-    points[ptTBP1] = {130, 0, 300};
-    points[ptTBP2] = {130, 60, 300};
-    points[ptTSO] = {300, 0, 460};
-    points[ptLCSI] = {5, 280, 545};
-
-    if (arbMechanism == abToRocker) {
-        points[ptARDL] = {10, 310, 530};
-        points[ptARI] = {130, 300, 300};
-    }
-    // The outermost pickup sits on what its mechanism moves it with.
-    switch (springMechanism) {
-    case smPullrodToUpright:
-    case smPullrodToUpperWishbone:
-        points[ptPRO] = {10, 670, 432};
-        break;
-    case smDirectToUpperWishbone:
-    case smRockerToUpperWishbone:
-        points[ptPRO] = {6, 360, 470};
-        points[ptSAI] = {8, 150, 300};
-        break;
-    default:
-        points[ptPRO] = {2, 670, 185};
-        break;
-    }
-    InitMetricGeometry(document);
-    return document;
-}
+[[nodiscard]] Suspension
+DoubleWishboneCorner(std::int32_t springMechanism = smPushrodToLowerWishbone,
+                     std::int32_t arbMechanism = abNone, std::int32_t chassisMotion = cmRoll);
 
 /// A MacPherson strut of a small car, travels as above.
-inline Suspension StrutCorner(std::int32_t arbMechanism = abNone) {
-    Suspension document;
-    SuspensionData& data = document.Data;
-    data.SpringMechanism = smMacPhersonStrut;
-    data.ARBMechanism = arbMechanism;
-    data.DriveShaftExists = true;
-    data.Bump = data.Droop = 20;
-    data.RackTravel = 10;
-
-    PointSet& points = document.StaticPoints();
-    points[ptWTCP] = {0, 745, 0};
-    points[ptWC] = {0, 740, 300};
-    points[ptLWO] = {-5, 700, 180};
-    points[ptLWIR] = {250, 380, 195};
-    points[ptLWIF] = {-40, 370, 185};
-    points[ptTRO] = {120, 690, 260};
-    points[ptTRI] = {125, 350, 262};
-    points[ptDSO] = {0, 690, 300};
-    points[ptDSI] = {10, 150, 290};
-    points[ptPRO] = {8, 660, 420};
-    points[ptSAI] = {30, 590, 800};
-    points[ptARP1] = {-250, 3, 120};
-    points[ptARP2] = {-252, 200, 124};
-    points[ptARI] = {-70, 550, 60};
-    points[ptARDL] = {-60, 560, 165};
-    points[ptRHM] = {0, 0, 120};
-    InitMetricGeometry(document);
-    return document;
-}
+[[nodiscard]] Suspension StrutCorner(std::int32_t arbMechanism = abNone);
 
 inline double Distance(const SuspPoint& p1, const SuspPoint& p2) {
     return PointDistance(p1, p2).Distance;
@@ -144,4 +40,4 @@ inline double Dot(const Vector3& a, const Vector3& b) {
     return a.X * b.X + a.Y * b.Y + a.Z * b.Z;
 }
 
-} // namespace corvanta
+} // namespace corvanta::test

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace corvanta {
+namespace corvanta::test {
 
 /// A process whose surroundings a test chooses.
 class FakeProcessServices final : public ProcessServices {
@@ -24,4 +24,4 @@ class FakeProcessServices final : public ProcessServices {
     void Beep() override { ++Beeps; }
 };
 
-} // namespace corvanta
+} // namespace corvanta::test

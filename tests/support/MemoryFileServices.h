@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace corvanta {
+namespace corvanta::test {
 
 /// File services in memory. The changes made (MakeFolder, WriteBytes, AppendBytes, DeleteFile) are
 /// counted and recorded, and any of them can be made to fail. A whole-file write that fails leaves
@@ -164,4 +164,4 @@ class MemoryFileServices final : public FileServices {
     int m_changesUntilFailure = 0;
 };
 
-} // namespace corvanta
+} // namespace corvanta::test

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace corvanta {
+namespace corvanta::test {
 
 /// A settings store in memory that keeps the order of its first writes.
 class MemorySettingsStore final : public SettingsStore {
@@ -52,4 +52,4 @@ class MemorySettingsStore final : public SettingsStore {
     }
 };
 
-} // namespace corvanta
+} // namespace corvanta::test

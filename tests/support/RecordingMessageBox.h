@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace corvanta {
+namespace corvanta::test {
 
 /// One message as it was shown.
 struct ShownMessage {
@@ -53,4 +53,4 @@ class RecordingMessageBox final : public MessageBox {
     }
 };
 
-} // namespace corvanta
+} // namespace corvanta::test

@@ -4,8 +4,9 @@
 #include "platform/DiskFileServices.h"
 #include "platform/Messages.h"
 #include "solver/MLibMaths.h"
-#include "solver/SInitGeo.h"
 #include "tests/support/RecordingMessageBox.h"
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
@@ -140,23 +141,6 @@ std::vector<std::string> AllSamplePaths() {
     return paths;
 }
 
-FundamentalUnits MetricUnits() {
-    FundamentalUnits units;
-    units[ucDisplacement].Label = "mm";
-    units[ucForce].Label = "N";
-    units[ucMass].Label = "kg";
-    units[ucRate].Label = "N/mm";
-    units.SetFundUnitsData();
-    return units;
-}
-
-ChannelCatalogue MetricChannels() {
-    FundamentalUnits units = MetricUnits();
-    ChannelCatalogue channels;
-    channels.ChannelsSetup(units);
-    return channels;
-}
-
 Suspension LoadSample(const std::string& name) {
     Suspension document;
     ViewSettings settings;
@@ -172,11 +156,17 @@ Suspension LoadSample(const std::string& name) {
     return document;
 }
 
-void SetUpCorner(Suspension& document) {
-    ChannelCatalogue channels = MetricChannels();
-    RecordingMessageBox box;
-    Messages messages(box);
-    InitGeometry(document, channels, MetricUnits(), messages);
+void ForEachSample(const std::function<void(Suspension&)>& change,
+                   const std::function<void(const Suspension&)>& look) {
+    for (const std::string& path : AllSamplePaths()) {
+        const std::string name = std::filesystem::relative(path, SamplePath("")).string();
+        SCOPED_TRACE(name);
+        Suspension document = LoadSample(name);
+        change(document);
+        SetUpCorner(document);
+        CalculateCorner(document);
+        look(document);
+    }
 }
 
 std::string MechanismChoice::Text() const {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "model/Channels.h"
 #include "model/Suspension.h"
-#include "model/Units.h"
+#include "tests/support/Corners.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,17 +16,13 @@ namespace corvanta::test {
 /// All documents of the samples, paths in order of name.
 [[nodiscard]] std::vector<std::string> AllSamplePaths();
 
-/// Units of a test: mm, N, kg and N/mm, a decimal point.
-[[nodiscard]] FundamentalUnits MetricUnits();
-
-/// The channels in the units of a test.
-[[nodiscard]] ChannelCatalogue MetricChannels();
-
 /// A document of the samples, loaded and set up. Throws when it can't be.
 [[nodiscard]] Suspension LoadSample(const std::string& name);
 
-/// Sets a document up after a change of its settings.
-void SetUpCorner(Suspension& document);
+/// Calculates every sample after `change` and shows it to `look`. A failure within names the
+/// sample.
+void ForEachSample(const std::function<void(Suspension&)>& change,
+                   const std::function<void(const Suspension&)>& look);
 
 /// The choices of the "Type" page.
 struct MechanismChoice {

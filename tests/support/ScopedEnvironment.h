@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-namespace corvanta {
+namespace corvanta::test {
 
 /// An environment variable with another value, or with none, for the life of the object.
 class ScopedEnvironment {
@@ -35,4 +35,4 @@ class ScopedEnvironment {
     std::optional<std::string> m_former;
 };
 
-} // namespace corvanta
+} // namespace corvanta::test

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace corvanta {
+namespace corvanta::test {
 
 /// An empty folder on disk for the life of a test, with all that the test leaves in it.
 class TemporaryFolder {
@@ -48,4 +48,4 @@ class TemporaryFolder {
     std::filesystem::path m_path;
 };
 
-} // namespace corvanta
+} // namespace corvanta::test

@@ -1,0 +1,26 @@
+#include "model/SuspensionData.h"
+
+namespace corvanta {
+
+std::optional<PointNumber> MovingSpringEnd(const SuspensionData& data) {
+    switch (data.SpringMechanism) {
+    case smOutboardToUpright:
+    case smOutboardToLowerWishbone:
+    case smDirectToUpperWishbone:
+    case smMacPhersonStrut:
+        return ptPRO;
+    case smRockerToUpperWishbone:
+    case smPullrodToUpright:
+    case smPushrodToUpright:
+    case smPullrodToUpperWishbone:
+    case smPushrodToLowerWishbone:
+        return data.ThirdSpringMechanism == tsCentreSpring ? std::nullopt : std::optional(ptR1O);
+    case smTwoRockersToUpright:
+    case smTwoRockersToLowerWishbone:
+        return ptR2O;
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace corvanta

@@ -1,0 +1,112 @@
+#include "properties/Dynamics.h"
+
+#include "model/Failure.h"
+#include "tests/support/Corners.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+
+namespace corvanta::test {
+namespace {
+
+/// The fields of the record in the order accelerating, braking: load, tyre, links, suspension,
+/// corrected suspension, total.
+std::array<double, 12> Fields(const DynamicsRecord& d) {
+    return {d.LoadAccel,          d.LoadBrake,          d.TyreAccel,  d.TyreBrake,
+            d.LinkAccel,          d.LinkBrake,          d.SuspAccel,  d.SuspBrake,
+            d.SuspAccelCorrected, d.SuspBrakeCorrected, d.TotalAccel, d.TotalBrake};
+}
+
+class DynamicsTest : public testing::Test {
+  protected:
+    DynamicsTest() {
+        m_data.SpringMechanism = smOutboardToUpright;
+        m_data.Mass = 800;
+        m_data.GAccel = 0.5;
+        m_data.GBrake = 1.5;
+        m_data.CGX = 0; // the patch lies at it: a front corner
+        m_data.CGZ = 510;
+        m_data.Wheelbase = 2500;
+        m_data.KTyre = 200;
+        m_data.KLink = 1000;
+        m_data.KSpring = 50;
+        m_document.StaticWheel = 4;
+        m_document.WheelStates(3, 1).Points[ptWTCP].Z = 10;
+        Static().Set(chWheelRateSpring, 25);
+        Static().Set(chAntiDivePercent, 0.3);
+        Static().Set(chAntiSquatPercent, 0.2);
+    }
+    ChannelCells& Static() { return m_document.WheelStates(3, 4).Channels; }
+    void ExpectFields(const std::array<double, 12>& expected) {
+        CalculateDynamics(m_document, 3);
+        EXPECT_TRUE(m_document.DynamicsValid);
+        EXPECT_THAT(Fields(m_document.Dynamics),
+                    testing::Pointwise(testing::DoubleNear(1e-9), expected));
+    }
+
+    Suspension m_document;
+    SuspensionData& m_data = m_document.Data;
+};
+
+TEST_F(DynamicsTest, MovementsOfAFrontAndARearCorner) {
+    // Of 800 kg at 0.5 g the share 500/2500 goes over to the two wheels of the axle.
+    ExpectFields({392.4, 1177.2, 1.962, 5.886, 0.3924, 1.1772, 15.696, 47.088, 15.696, 32.9616,
+                  18.0504, 40.0248});
+    m_data.CGX = -1; // the rear hubs drive; its anti-rise lifts against the brakes
+    Static().Set(chAntiDivePercent, -0.3);
+    ExpectFields({392.4, 1177.2, 1.962, 5.886, 0.3924, 1.1772, 15.696, 47.088, 12.5568, 61.2144,
+                  14.9112, 68.2776});
+}
+
+TEST_F(DynamicsTest, SettingsThatDoNotAllowThem) {
+    const SuspensionData sound = m_data;
+    const auto isValid = [&] {
+        m_document.DynamicsValid = true;
+        m_document.Dynamics.TyreBrake = 7;
+        CalculateDynamics(m_document, 3);
+        EXPECT_EQ(Fields(m_document.Dynamics) == Fields({}), !m_document.DynamicsValid);
+        return m_document.DynamicsValid;
+    };
+    for (double* const setting :
+         {&m_data.Wheelbase, &m_data.KTyre, &m_data.KLink, &m_data.KSpring}) {
+        *setting = 0.999;
+        EXPECT_FALSE(isValid());
+        *setting = 1;
+        EXPECT_TRUE(isValid());
+        m_data = sound;
+    }
+    m_data.SpringMechanism = smNone;
+    EXPECT_FALSE(isValid());
+    m_data = sound;
+    for (const double rate : {0.0, -5.0, 1e-6}) {
+        Static().Set(chWheelRateSpring, rate);
+        EXPECT_EQ(isValid(), rate > 0);
+    }
+    // Nothing of an earlier run stays behind an arithmetic failure.
+    m_document.DynamicsValid = true;
+    m_document.Dynamics.LoadAccel = 5;
+    Static().Set(chWheelRateSpring, 1e-308);
+    EXPECT_THAT([&] { CalculateDynamics(m_document, 3); },
+                testing::ThrowsMessage<Failure>("Overflow"));
+    EXPECT_FALSE(m_document.DynamicsValid);
+    EXPECT_EQ(Fields(m_document.Dynamics), Fields({}));
+}
+
+TEST_F(DynamicsTest, OfARunAreThoseOfTheStaticState) {
+    Suspension document = DoubleWishboneCorner();
+    document.Data.Mass = 900;
+    CalculateCorner(document);
+    ASSERT_TRUE(document.DynamicsValid);
+    const DynamicsRecord& dynamics = document.Dynamics;
+    EXPECT_NEAR(dynamics.LoadBrake, 900 * 9.81 * 300 / 2920, 1e-6) << "at 2 g, of half the axle";
+    const ChannelCells& cells =
+        document.WheelStates(document.StaticRack, document.StaticWheel).Channels;
+    EXPECT_NEAR(dynamics.SuspBrake * cells[chWheelRateSpring], dynamics.LoadBrake, 1e-9);
+    EXPECT_NEAR(dynamics.SuspBrakeCorrected / dynamics.SuspBrake, 1 - cells[chAntiDivePercent],
+                1e-12);
+}
+
+} // namespace
+} // namespace corvanta::test

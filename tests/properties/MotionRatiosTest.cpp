@@ -1,0 +1,411 @@
+#include "properties/MotionRatios.h"
+
+#include "model/Failure.h"
+#include "tests/support/SampleCorners.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+#include <utility>
+
+namespace corvanta::test {
+namespace {
+
+/// Slope of a quantity over the wheel steps next to `w` by the patch's height, a fourth order
+/// difference.
+template <typename Quantity>
+double SlopeOverSteps(const Suspension& document, int r, int w, Quantity quantity) {
+    const double step = document.Data.WheelTravelStepSize;
+    const auto at = [&](int offset) { return quantity(document.WheelStates(r, w - offset)); };
+    return (at(-2) - 8 * at(-1) + 8 * at(1) - at(2)) / (12 * step);
+}
+
+TEST(MotionRatiosTest, AgreeWithTheSlopesBetweenTheSteps) {
+    ForEachSample(
+        [](Suspension& document) {
+            // Steps fine enough for a difference over them.
+            document.Data.Bump = document.Data.Droop = 10;
+            document.Data.WheelTravelStepSize = 2;
+        },
+        [](const Suspension& document) {
+            const SuspensionData& data = document.Data;
+            for (int r = 2; r <= document.NR + 1; ++r) {
+                for (int w = 4; w <= document.NW - 1; ++w) {
+                    const ChannelCells& cells = document.WheelStates(r, w).Channels;
+                    const auto channel = [](ChannelId id) {
+                        return [id](const WheelState& state) { return state.Channels[id]; };
+                    };
+                    if (data.SpringMechanism != smNone &&
+                        data.ThirdSpringMechanism != tsCentreSpring) {
+                        const double slope =
+                            -SlopeOverSteps(document, r, w, channel(chSpringLength));
+                        const double ratio = cells[chSpringVelocityRatio];
+                        EXPECT_NEAR(1 / ratio, slope, 2e-4 * std::abs(slope));
+                        // The work of the wheel is the work of the spring.
+                        if (ratio > 0 && data.KSpring > 0) {
+                            EXPECT_NEAR(cells[chWheelRateSpring], data.KSpring * slope * slope,
+                                        5e-4 * data.KSpring * slope * slope);
+                        }
+                    }
+                    if (data.ThirdSpringMechanism != tsCornerSpring &&
+                        cells[chCentreSpringVelocityRatio] != 0) {
+                        const double slope =
+                            -SlopeOverSteps(document, r, w, channel(chCentreSpringLength));
+                        // The exported length of a lateral spring under heave spans both rockers.
+                        const double ends =
+                            HasLateralCentreSpring(data) && data.ChassisMotion == cmHeave ? 2 : 1;
+                        EXPECT_NEAR(1 / cells[chCentreSpringVelocityRatio], slope / ends,
+                                    2e-4 * std::abs(slope) + 1e-6);
+                    }
+                }
+            }
+        });
+}
+
+TEST(WheelRatesTest, TyreAndLinksAreInSeriesAndTheRollStiffnessFollows) {
+    Suspension document = LoadSample("formula-front-pushrod.WSP");
+    CalculateCorner(document);
+    const ChannelCells& cells =
+        document.WheelStates(document.StaticRack, document.StaticWheel).Channels;
+    // Deflections of springs in series add up under one load.
+    const double load = 1000;
+    const double parallel =
+        cells[chWheelRateSpring] + cells[chWheelRateARB] + cells[chWheelRateCentreSpring];
+    ASSERT_GT(cells[chWheelRateARB], 0);
+    ASSERT_GT(cells[chWheelRateCentreSpring], 0);
+    const double deflection =
+        load / document.Data.KTyre + load / document.Data.KLink + load / parallel;
+    EXPECT_NEAR(cells[chWheelRateTotal], load / deflection, 1e-9);
+    // A roll by a small angle lifts one wheel and drops the other by half the track times the
+    // angle.
+    const double track = 2 * cells[chHalfTrack];
+    const double moment = 2 * cells[chWheelRateTotal] * (track / 2) * (track / 2);
+    EXPECT_NEAR(cells[chRollStiffness], moment, 1e-9 * moment);
+
+    document.Data.ChassisMotion = cmHeave;
+    CalculateCorner(document);
+    EXPECT_EQ(cells[chWheelRateARB], 0);
+    EXPECT_EQ(cells[chARBRotation], 0);
+}
+
+TEST(ARBRotationTest, GrowsIntoBumpInEveryRackStep) {
+    ForEachSample([](Suspension& document) { document.Data.ChassisMotion = cmRoll; },
+                  [](const Suspension& document) {
+                      if (document.Data.ARBMechanism == abNone) {
+                          return;
+                      }
+                      for (int r = 2; r <= document.NR + 1; ++r) {
+                          EXPECT_GT(
+                              document.WheelStates(r, 2).Channels[chARBRotation],
+                              document.WheelStates(r, document.NW + 1).Channels[chARBRotation]);
+                      }
+                  });
+}
+
+constexpr double Degree = std::numbers::pi / 180;
+
+/// The degree of the system is right to 3e-8.
+constexpr double AngleTolerance = 1e-5;
+
+/// A state made by hand: the patch rises by 2 mm between the slope sets.
+class HandMadeStateTest : public testing::Test {
+  protected:
+    HandMadeStateTest() { Rise(2); }
+
+    void Rise(double rise) {
+        m_state.PointsPlus[ptWTCP].Z = rise / 2;
+        m_state.PointsMinus[ptWTCP].Z = -rise / 2;
+    }
+    /// Places a point, and how far it goes between the slope sets, about its place.
+    void Move(PointNumber point, const SuspPoint& at, const Vector3& way) {
+        m_state.Points[point] = at;
+        m_state.PointsPlus[point] = {at.X + way.X / 2, at.Y + way.Y / 2, at.Z + way.Z / 2};
+        m_state.PointsMinus[point] = {at.X - way.X / 2, at.Y - way.Y / 2, at.Z - way.Z / 2};
+    }
+    [[nodiscard]] double Cell(ChannelId id) const { return m_state.Channels[id]; }
+
+    Suspension m_document;
+    SuspensionData& m_data = m_document.Data;
+    WheelState m_state;
+};
+
+TEST_F(HandMadeStateTest, TheSpringIsMeasuredAtItsMovingEnd) {
+    const std::pair<int, PointNumber> ends[] = {{1, ptPRO}, {2, ptPRO},  {3, ptPRO}, {4, ptR1O},
+                                                {5, ptR1O}, {6, ptR1O},  {7, ptR1O}, {8, ptR1O},
+                                                {9, ptR2O}, {10, ptR2O}, {11, ptPRO}};
+    for (const auto& [mechanism, end] : ends) {
+        SCOPED_TRACE(mechanism);
+        m_state = {};
+        Rise(2);
+        m_data.SpringMechanism = mechanism;
+        Move(ptSAI, {0, 300, 500}, {0, 0, 7}); // fixed to the chassis: no movement counts
+        Move(end, {0, 0, 100}, {0, 0.9, 1.2});
+        CalculateMotionSpring(m_document, m_state);
+        EXPECT_DOUBLE_EQ(Cell(chSpringLength), 500);
+        EXPECT_NEAR(Cell(chSpringVelocityRatio), 2 / 1.5, 1e-6);
+
+        Move(ptPRI, {0, 1, 2}, {0.3, 0, 0.4});
+        CalculateMotionPRod(m_document, m_state);
+        const bool hasRod = mechanism >= 4 && mechanism <= 10;
+        EXPECT_NEAR(Cell(chPushrodVelocityRatio), hasRod ? 4 : 0, 1e-12);
+    }
+    m_data.SpringMechanism = smNone;
+    CalculateMotionSpring(m_document, m_state);
+    EXPECT_EQ(Cell(chSpringLength), 0);
+    EXPECT_EQ(Cell(chSpringVelocityRatio), 0);
+}
+
+TEST_F(HandMadeStateTest, AnActuatorThatStandsStillHasNoRatio) {
+    m_data.SpringMechanism = smOutboardToUpright;
+    m_state.Points[ptSAI] = {0, 0, 500};
+    for (const double way : {2e-6, 5e-7, -5e-7, -2e-6, -3.0}) {
+        Move(ptPRO, {0, 0, 100}, {0, 0, way}); // a spring that lengthens has a negative ratio
+        CalculateMotionSpring(m_document, m_state);
+        const double ratio = std::abs(way) < 1e-6 ? 0 : 2 / way;
+        EXPECT_NEAR(Cell(chSpringVelocityRatio), ratio, 1e-6 * std::abs(ratio));
+    }
+    m_data.SpringMechanism = smPushrodToUpright;
+    Move(ptPRI, {0, 0, 0}, {-3, 0, 0}); // a path has no sense
+    CalculateMotionPRod(m_document, m_state);
+    EXPECT_DOUBLE_EQ(Cell(chPushrodVelocityRatio), 2 / 3.0);
+    Rise(-2);
+    CalculateMotionPRod(m_document, m_state);
+    EXPECT_DOUBLE_EQ(Cell(chPushrodVelocityRatio), -2 / 3.0);
+}
+
+TEST_F(HandMadeStateTest, TheCentreSpringByItsSystemAndTheMotion) {
+    WheelState rowStart;
+    const auto measure = [&](std::int32_t system, std::int32_t motion) {
+        m_data.ThirdSpringMechanism = tsCornerAndCentreSpring;
+        m_data.CentreSpringSystem = system;
+        m_data.ChassisMotion = motion;
+        CalculateMotionThirdSpring(m_document, m_state, rowStart);
+    };
+    Move(ptTSI, {0, 0, 100}, {0.8, 0, 0});
+    Move(ptTSO, {300, 0, 100}, {50, 0, 0});
+    measure(csLongitudinalViaTBar, cmRoll);
+    EXPECT_DOUBLE_EQ(Cell(chCentreSpringLength), 300);
+    EXPECT_NEAR(Cell(chCentreSpringVelocityRatio), 2.5, 1e-9);
+
+    // The rockers' pickups: this one nods inboard, the far one stays where the row started.
+    Move(ptLCSI, {0, 200, 400}, {0, -0.4, 0});
+    rowStart.Points[ptLCSI] = {0, 220, 400};
+    measure(csLateralViaRocker, cmRoll);
+    EXPECT_DOUBLE_EQ(Cell(chCentreSpringLength), 420);
+    EXPECT_NEAR(Cell(chCentreSpringVelocityRatio), 5, 1e-9);
+    Move(ptLCSI, {0, 200, 400}, {0, -0.4, 0.3}); // only what lies across the car counts in heave
+    measure(csLateralViaRocker, cmHeave);
+    EXPECT_DOUBLE_EQ(Cell(chCentreSpringLength), 400);
+    EXPECT_NEAR(Cell(chCentreSpringVelocityRatio), 5, 1e-9);
+    Move(ptLCSI, {0, 200, 400}, {0, 5e-7, 0});
+    measure(csLateralViaRocker, cmHeave);
+    EXPECT_EQ(Cell(chCentreSpringVelocityRatio), 0);
+
+    m_data.ThirdSpringMechanism = tsCornerSpring;
+    CalculateMotionThirdSpring(m_document, m_state, rowStart);
+    EXPECT_EQ(Cell(chCentreSpringLength), 0);
+}
+
+/// A lateral bar made by hand: its lever points `degrees` from straight back, upwards in side view.
+class LateralBarTest : public HandMadeStateTest {
+  protected:
+    LateralBarTest() {
+        m_data.ARBMechanism = abToLowerWishbone;
+        m_state.Points[ptARP2].Y = 200;
+        PointStatic(1, 1);
+    }
+    void PointStatic(double back, double left) { m_static.Points[ptARI] = {back, left, 0}; }
+    double Rotation(const SuspPoint& lever) {
+        m_state.Points[ptARI] = lever;
+        CalculateMotionARB(m_document, m_state, m_static);
+        return Cell(chARBRotation);
+    }
+    double RotationAt(double degrees) {
+        return Rotation({100 * std::cos(degrees * Degree), 30, 100 * std::sin(degrees * Degree)});
+    }
+
+    WheelState m_static;
+};
+
+TEST_F(LateralBarTest, TurnsFromUpright) {
+    for (const double angle : {30.0, 150.0, 210.0}) {
+        EXPECT_NEAR(RotationAt(angle), angle - 90, AngleTolerance);
+    }
+    // Through the zero line the sign stays where the lever points back at rest, as seen in plan.
+    const std::pair<SuspPoint, double> atRest[] = {
+        {{1, 1, 0}, -120}, {{1, -1, 0}, -120}, {{-1, 1, 0}, 240}, {{-1, -1, 0}, 240}};
+    for (const auto& [lever, rotation] : atRest) {
+        PointStatic(lever.X, lever.Y);
+        EXPECT_NEAR(RotationAt(330), rotation, AngleTolerance);
+        EXPECT_NEAR(RotationAt(200), 110, AngleTolerance) << "only from the fourth quadrant";
+    }
+}
+
+TEST_F(LateralBarTest, UprightLeverCountsAsSuchWithinALimit) {
+    EXPECT_EQ(Rotation({5e-6, 30, 100}), 0);
+    EXPECT_EQ(Rotation({-5e-6, 30, -100}), 180);
+    EXPECT_EQ(Rotation({0, 30, 0}), 0);
+    EXPECT_NEAR(Rotation({2e-5, 30, 100}), -2e-7 / Degree, 1e-7);
+    EXPECT_NEAR(Rotation({2e-5, 30, -100}), -180 + 2e-7 / Degree, 1e-7) << "now behind the line";
+    EXPECT_NEAR(Rotation({-100, 30, 0}), 90, AngleTolerance);
+    EXPECT_NEAR(Rotation({100, 30, 0}), -90, AngleTolerance);
+}
+
+TEST_F(LateralBarTest, AnAxisAlongTheCarIsSeenInPlan) {
+    const SuspPoint lever{100, 100 * std::tan(20 * Degree), 100 * std::tan(50 * Degree)};
+    m_state.Points[ptARP2].Y = -0.999;
+    EXPECT_NEAR(Rotation(lever), 20 - 90, AngleTolerance);
+    for (const double span : {-1.0, 1.0}) {
+        m_state.Points[ptARP2].Y = span;
+        EXPECT_NEAR(Rotation(lever), 50 - 90, AngleTolerance);
+    }
+}
+
+TEST_F(LateralBarTest, RatiosAndWhenThereAreNone) {
+    m_document.StaticLengths.ARBInputLever = 250;
+    Move(ptARI, {0, 0, 100}, {0.3, 0, 0.4});
+    CalculateMotionARB(m_document, m_state, m_static);
+    EXPECT_NEAR(Cell(chARBVelocityRatio), 4, 1e-9);
+    EXPECT_NEAR(Cell(chARBRatio), 1, 1e-9);
+    for (const bool heave : {true, false}) {
+        m_data.ChassisMotion = heave ? cmHeave : cmRoll;
+        m_data.ARBMechanism = heave ? abToLowerWishbone : abNone;
+        m_state.Channels.Set(chARBRotation, 5);
+        m_state.Channels.Set(chARBVelocityRatio, 5);
+        CalculateMotionARB(m_document, m_state, m_static);
+        EXPECT_EQ(Cell(chARBRotation), 0);
+        EXPECT_EQ(Cell(chARBVelocityRatio), 0);
+        EXPECT_NEAR(Cell(chARBRatio), 1, 1e-9) << "not written";
+    }
+}
+
+TEST_F(HandMadeStateTest, TheTBarTwistsByTheAngleItsStemAndItsArmLeave) {
+    m_data.ARBMechanism = abTBar;
+    m_document.StaticLengths.ARBInputLever = 250;
+    const SuspPoint pivot{1000, 20, 300};
+    m_state.Points[ptTBP1] = pivot;
+    const auto rotation = [&](double stem, double arm) {
+        Move(ptTSI,
+             {pivot.X + 80 * std::cos(stem * Degree), 999, pivot.Z + 80 * std::sin(stem * Degree)},
+             {9, 9, 9});
+        Move(ptTBDLO,
+             {pivot.X + 150 * std::cos(arm * Degree), pivot.Y + 150 * std::sin(arm * Degree), -70},
+             {0, 0.4, 0.3});
+        CalculateMotionARB(m_document, m_state, m_state);
+        return Cell(chARBRotation);
+    };
+    EXPECT_NEAR(rotation(90, 90), 0, AngleTolerance);
+    EXPECT_NEAR(rotation(170, 130), 40, AngleTolerance);
+    EXPECT_NEAR(rotation(200, 140), 60, AngleTolerance);
+    EXPECT_NEAR(rotation(60, 100), -40, AngleTolerance);
+    EXPECT_NEAR(rotation(160, 300), -140, AngleTolerance);
+    EXPECT_NEAR(Cell(chARBVelocityRatio), 4, 1e-9) << "at the drop link";
+    EXPECT_NEAR(Cell(chARBRatio), 1, 1e-9);
+}
+
+/// Rates from ratios that stand in the channels.
+class RatesTest : public HandMadeStateTest {
+  protected:
+    RatesTest() {
+        m_data.KSpring = 50;
+        m_data.KThirdSpring = 30;
+        m_data.KARB = 20;
+        m_data.KTyre = 200;
+        m_data.KLink = 1000;
+        m_state.Channels.Set(chHalfTrack, 700);
+    }
+    void Rates(double spring, double centre, double bar) {
+        m_state.Channels.Set(chSpringVelocityRatio, spring);
+        m_state.Channels.Set(chCentreSpringVelocityRatio, centre);
+        m_state.Channels.Set(chARBVelocityRatio, bar);
+        CalculateWheelRates(m_document, m_state);
+        CalculateWheelRateTotal(m_document, m_state);
+    }
+};
+
+TEST_F(RatesTest, AConnectionWorksBetweenZeroAndAHundred) {
+    for (const double ratio : {0.5, 2.0, 99.5}) {
+        Rates(ratio, ratio, ratio);
+        EXPECT_DOUBLE_EQ(Cell(chWheelRateSpring), 50 / (ratio * ratio));
+        EXPECT_DOUBLE_EQ(Cell(chWheelRateCentreSpring), 30 / (ratio * ratio));
+        EXPECT_DOUBLE_EQ(Cell(chWheelRateARB), 20 / (ratio * ratio));
+        m_data.ChassisMotion = cmHeave;
+        Rates(ratio, ratio, 0);
+        EXPECT_DOUBLE_EQ(Cell(chWheelRateSpring), 50 / (ratio * ratio));
+        EXPECT_DOUBLE_EQ(Cell(chWheelRateCentreSpring), 15 / (ratio * ratio)) << "shared";
+        m_data.ChassisMotion = cmRoll;
+    }
+    for (const double ratio : {0.0, -2.0, 100.0, 250.0}) {
+        Rates(ratio, ratio, ratio);
+        EXPECT_EQ(Cell(chWheelRateSpring), 0);
+        EXPECT_EQ(Cell(chWheelRateCentreSpring), 0);
+        EXPECT_DOUBLE_EQ(Cell(chWheelRateARB), ratio > 0 ? 20 / (ratio * ratio) : 0) << "no limit";
+        EXPECT_EQ(Cell(chWheelRateTotal), 0) << "a bar alone carries nothing";
+    }
+    EXPECT_GT(Cell(chRollStiffness), 0) << "kept from the ratio before";
+}
+
+TEST_F(RatesTest, TheTotalNeedsTyreLinksAndAWorkingSpring) {
+    const SuspensionData sound = m_data;
+    const auto total = [&](double spring, double centre) {
+        m_state.Channels = {};
+        Rates(spring, centre, 2);
+        EXPECT_EQ(m_state.Channels.Cell(chRollStiffness).has_value(), Cell(chWheelRateTotal) > 0);
+        m_data = sound;
+        return Cell(chWheelRateTotal);
+    };
+    EXPECT_NEAR(total(1, 1), 1 / (1 / 200.0 + 1 / 1000.0 + 1 / (5 + 30 + 50.0)), 1e-12);
+    EXPECT_NEAR(total(1, 0), 1 / (1 / 200.0 + 1 / 1000.0 + 1 / (5 + 50.0)), 1e-12);
+    EXPECT_NEAR(total(100, 1), 1 / (1 / 200.0 + 1 / 1000.0 + 1 / (5 + 30.0)), 1e-12);
+    m_data.KSpring = 0;
+    EXPECT_NEAR(total(1, 1), 1 / (1 / 200.0 + 1 / 1000.0 + 1 / (5 + 30.0)), 1e-12);
+    m_data.KSpring = 0;
+    EXPECT_EQ(total(1, 0), 0);
+    m_data.KThirdSpring = 0;
+    EXPECT_EQ(total(0, 1), 0);
+    m_data.KSpring = m_data.KThirdSpring = 0;
+    EXPECT_EQ(total(1, 1), 0) << "a bar alone carries nothing";
+    for (double* const missing : {&m_data.KTyre, &m_data.KLink}) {
+        *missing = 0;
+        EXPECT_EQ(total(1, 1), 0);
+    }
+}
+
+TEST_F(RatesTest, ChangesAreToldAgainstAPositiveReference) {
+    const ChannelId changes[] = {chWheelRateChangeTotal, chWheelRateChangeSpring,
+                                 chWheelRateChangeCentreSpring, chWheelRateChangeARB,
+                                 chRollStiffnessChange};
+    const ChannelId sources[] = {chWheelRateTotal, chSpringVelocityRatio,
+                                 chCentreSpringVelocityRatio, chARBVelocityRatio, chRollStiffness};
+    WheelState reference;
+    for (const double none : {0.0, -3.0}) {
+        for (const ChannelId source : sources) {
+            reference.Channels.Set(source, none);
+        }
+        CalculateWheelRateChanges(m_state, reference);
+        for (const ChannelId change : changes) {
+            EXPECT_FALSE(m_state.Channels.Cell(change)) << "not written";
+        }
+    }
+    // Rates go with the inverse square of their ratio, also where the stiffness is 0.
+    double scale = 1;
+    for (const ChannelId source : sources) {
+        reference.Channels.Set(source, 2);
+        m_state.Channels.Set(source, 1.6 * scale);
+        scale *= 1.25;
+    }
+    CalculateWheelRateChanges(m_state, reference);
+    EXPECT_NEAR(Cell(chWheelRateChangeTotal), -0.2, 1e-12);
+    EXPECT_NEAR(Cell(chWheelRateChangeSpring), 0, 1e-12);
+    EXPECT_NEAR(Cell(chWheelRateChangeCentreSpring), 1 / 1.5625 - 1, 1e-12);
+    EXPECT_NEAR(Cell(chWheelRateChangeARB), 1 / (1.5625 * 1.5625) - 1, 1e-12);
+    EXPECT_NEAR(Cell(chRollStiffnessChange), 0.8 * 1.25 * 1.25 * 1.25 * 1.25 - 1, 1e-12);
+    m_state.Channels.Set(chSpringVelocityRatio, 0);
+    EXPECT_THAT([&] { CalculateWheelRateChanges(m_state, reference); },
+                testing::ThrowsMessage<Failure>("Division by zero"));
+}
+
+} // namespace
+} // namespace corvanta::test

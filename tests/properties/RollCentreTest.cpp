@@ -1,0 +1,356 @@
+#include "properties/RollCentre.h"
+
+#include "model/Failure.h"
+#include "tests/support/SampleCorners.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+#include <utility>
+
+namespace corvanta::test {
+namespace {
+
+/// Where two lines through (y1, z1) and (y2, z2) cross, by Cramer's rule on their normal forms.
+Point2D Cross(const Point2D& a1, const Point2D& a2, const Point2D& b1, const Point2D& b2) {
+    const double na = a2.Y - a1.Y, ma = a1.X - a2.X, ca = na * a1.X + ma * a1.Y;
+    const double nb = b2.Y - b1.Y, mb = b1.X - b2.X, cb = nb * b1.X + mb * b1.Y;
+    const double determinant = na * mb - nb * ma;
+    return {(ca * mb - cb * ma) / determinant, (na * cb - nb * ca) / determinant};
+}
+
+TEST(RollCentreTest, UnderRollLiesWhereTheLinesOfBothWheelsCross) {
+    Suspension alone = LoadSample("touring-front-wishbone.WSP");
+    alone.Data.ChassisMotion = cmHeave; // an axle that moves as one has each wheel's own height
+    ASSERT_GT(alone.Data.Bump, alone.Data.Droop);
+    const int mirrored = alone.NW - (alone.StaticWheel - 1); // steps of droop
+    CalculateCorner(alone);
+    Suspension rolled = alone;
+    rolled.Data.ChassisMotion = cmRoll;
+    CalculateCorner(rolled);
+
+    const int r = alone.StaticRack;
+    const int ws = alone.StaticWheel;
+    for (int w = 2; w <= alone.NW + 1; ++w) {
+        SCOPED_TRACE(w);
+        const ChannelCells& single = alone.WheelStates(r, w).Channels;
+        const ChannelCells& result = rolled.WheelStates(r, w).Channels;
+        const SuspPoint& patch = alone.WheelStates(r, w).Points[ptWTCP];
+        EXPECT_EQ(single[chRollCentreY], 0);
+        if (w < ws - mirrored) { // deeper in bump than the other wheel can be in droop
+            EXPECT_EQ(result[chRollCentreY], 0);
+            EXPECT_EQ(result[chRollCentreToOrigin], single[chRollCentreToOrigin]);
+            continue;
+        }
+        const int mirror = 2 * ws - w;
+        const SuspPoint& opposite = alone.WheelStates(r, mirror).Points[ptWTCP];
+        // In droop the other wheel's height is the one that its own roll centre has been given.
+        const Suspension& other = w > ws ? rolled : alone;
+        const Point2D expected =
+            Cross({-patch.Y, patch.Z}, {0, single[chRollCentreToOrigin]}, {opposite.Y, opposite.Z},
+                  {0, other.WheelStates(r, mirror).Channels[chRollCentreToOrigin]});
+        EXPECT_NEAR(result[chRollCentreY], expected.X, 1e-6);
+        EXPECT_NEAR(result[chRollCentreToOrigin], expected.Y, 1e-6);
+        EXPECT_NEAR(result[chRollCentreToGround], expected.Y - patch.Z, 1e-6);
+    }
+    const ChannelCells& upright = rolled.WheelStates(r, ws).Channels;
+    EXPECT_NEAR(upright[chRollCentreY], 0, 1e-9);
+    EXPECT_NEAR(upright[chRollCentreToOrigin],
+                alone.WheelStates(r, ws).Channels[chRollCentreToOrigin], 1e-9);
+}
+
+/// A state of which only what the foci are made of is given: the two wishbone planes by their
+/// slopes and their heights above the patch. Patch and wheel centre do not stand above each other.
+class FociTest : public testing::Test {
+  protected:
+    struct Plane {
+        double LongSlope = 0;
+        double LatSlope = 0;
+        double Height = 0;
+    };
+
+    FociTest() {
+        m_points[ptWTCP] = m_patch;
+        m_points[ptWC] = m_centre;
+    }
+    void Find(const Plane& upper, const Plane& lower, bool isFrontCorner = true) {
+        const auto onAxis = [&](const Plane& plane) {
+            return SuspPoint{m_patch.X, m_patch.Y - 400,
+                             m_patch.Z + plane.Height - 400 * plane.LatSlope};
+        };
+        m_points[ptSNextA] = onAxis(upper);
+        m_points[ptTNextA] = onAxis(lower);
+        CalculateFoci(m_state, {true, upper.LongSlope, upper.LatSlope},
+                      {true, lower.LongSlope, lower.LatSlope}, isFrontCorner);
+    }
+    [[nodiscard]] double Cell(ChannelId id) const { return m_state.Channels[id]; }
+
+    const SuspPoint m_patch{5, 750, 2};
+    const SuspPoint m_centre{7, 748, 300};
+    WheelState m_state;
+    PointSet& m_points = m_state.Points;
+};
+
+constexpr double Degree = std::numbers::pi / 180;
+
+TEST_F(FociTest, LieWhereThePlanesMeetInEachView) {
+    for (const bool front : {true, false}) {
+        Find({0.02, 0.11, 400}, {-0.06, -0.05, 160}, front);
+        const SuspPoint& side = m_points[ptLongFocus];
+        EXPECT_NEAR(side.X, 5 - 240 / 0.08, 1e-9);
+        EXPECT_EQ(side.Y, m_centre.Y);
+        EXPECT_NEAR(side.Z, 2 + 400 - 0.02 * 3000, 1e-9);
+        EXPECT_NEAR(Cell(chAntiDiveLength), std::hypot(3000, 340), 1e-9);
+        EXPECT_NEAR(Cell(chAntiSquatLength), std::hypot(3002, 42), 1e-9);
+        // Both angles are seen over the distance from the patch.
+        const double sense = front ? -1 : 1;
+        EXPECT_NEAR(Cell(chAntiDiveAngle), sense * std::atan(340 / 3000.0) / Degree, 1e-8);
+        EXPECT_NEAR(Cell(chAntiSquatAngle), sense * std::atan(42 / 3000.0) / Degree, 1e-8);
+        const SuspPoint& lateral = m_points[ptLatFocus];
+        EXPECT_EQ(lateral.X, m_patch.X);
+        EXPECT_NEAR(lateral.Y, 750 - 240 / 0.16, 1e-9);
+        EXPECT_NEAR(lateral.Z, 2 + 400 - 0.11 * 1500, 1e-9);
+        EXPECT_NEAR(Cell(chAntiRollLength), std::hypot(1500, 235), 1e-9);
+        EXPECT_NEAR(Cell(chAntiRollAngle), std::atan(235 / 1500.0) / Degree, 1e-8);
+        EXPECT_NEAR(Cell(chRollCentreToOrigin), 2 + 235 * 750 / 1500.0, 1e-9);
+    }
+}
+
+TEST_F(FociTest, OfParallelPlanesLieAtInfinity) {
+    const auto across = [&](double upperOverLower) {
+        Find({0.03 + upperOverLower, 0.03 + upperOverLower, 400}, {0.03, 0.03, 160});
+        return std::pair(m_points[ptLongFocus].X, m_points[ptLatFocus].Y);
+    };
+    EXPECT_EQ(across(-5e-7), std::pair(999999.0, 999999.0));
+    EXPECT_EQ(across(5e-7), std::pair(-999999.0, -999999.0));
+    EXPECT_EQ(across(0), std::pair(-999999.0, 999999.0)) << "the views differ in the tie";
+    EXPECT_EQ(Cell(chAntiDiveLength), 999999);
+    EXPECT_EQ(Cell(chAntiSquatLength), 999999);
+    EXPECT_DOUBLE_EQ(Cell(chAntiDiveAngle), 0.03 * 57.29577952) << "the slope itself";
+    EXPECT_DOUBLE_EQ(Cell(chAntiSquatAngle), 0.03 * 57.29577952);
+    EXPECT_NEAR(m_points[ptLongFocus].Z, 402 + 0.03 * (-999999 - 5), 1e-6);
+    const double rise = 400 + 0.03 * (999999 - 750);
+    EXPECT_NEAR(Cell(chAntiRollLength), std::hypot(999999 - 750, rise), 1e-6);
+    EXPECT_NEAR(Cell(chAntiRollAngle), -std::atan(rise / (999999 - 750)) / Degree, 1e-8);
+
+    const auto [x, y] = across(2e-6); // far, but they meet
+    EXPECT_NEAR(x / (5 - 240 / 2e-6), 1, 1e-9);
+    EXPECT_NEAR(y / (750 - 240 / 2e-6), 1, 1e-9);
+    EXPECT_NEAR(Cell(chAntiDiveLength) / 240 * 2e-6, 1, 1e-3);
+}
+
+TEST_F(FociTest, StraightAboveThePatchHaveNoLine) {
+    const auto meetBeside = [&](double distance) {
+        Find({0.3, 0.3, 400 - 0.5 * distance}, {-0.2, -0.2, 400});
+    };
+    for (const double distance : {-5e-7, 0.0, 5e-7}) {
+        meetBeside(distance);
+        EXPECT_EQ(Cell(chAntiDiveAngle), -99);
+        EXPECT_EQ(Cell(chAntiSquatAngle), -99);
+        EXPECT_EQ(Cell(chAntiRollAngle), -9999);
+        EXPECT_EQ(Cell(chRollCentreToOrigin), -9999);
+        EXPECT_NEAR(Cell(chAntiRollLength), 400, 1e-6);
+    }
+    meetBeside(2e-6);
+    EXPECT_NEAR(Cell(chAntiDiveAngle), 90, 1e-6);
+    EXPECT_NEAR(Cell(chAntiSquatAngle), 90, 2e-6);
+    EXPECT_NEAR(Cell(chAntiRollAngle), -90, 1e-6);
+    EXPECT_NEAR(Cell(chRollCentreToOrigin) / (-400 / 2e-6 * 750), 1, 1e-3);
+}
+
+TEST(RollCentreTest, CrossingIsKeptWithinBounds) {
+    const Point2D level = CalculateRollCentreUnderRoll(700, 0, 700, 0, 90, 90);
+    EXPECT_NEAR(level.X, 0, 1e-12);
+    EXPECT_NEAR(level.Y, 90, 1e-12);
+    const Point2D parallel = CalculateRollCentreUnderRoll(700, 0, 700, 100, 50, 50);
+    EXPECT_EQ(parallel.X, 9999);
+    EXPECT_EQ(parallel.Y, 9999);
+    // Slopes 0.1 and 0.09 from heights 300 apart: they cross 30 m away, at a height of 3 m.
+    const Point2D right = CalculateRollCentreUnderRoll(700, -70, 700, 363, 0, 300);
+    EXPECT_EQ(right.X, 9999);
+    EXPECT_NEAR(right.Y, 3000, 1e-6);
+    const Point2D left = CalculateRollCentreUnderRoll(700, -70, 700, -237, 0, -300);
+    EXPECT_EQ(left.X, -9999);
+    EXPECT_NEAR(left.Y, -3000, 1e-6);
+    EXPECT_NEAR(CalculateRollCentreUnderRoll(700, -14000, 700, 12950, 0, -350).Y, -7000, 1e-6);
+    EXPECT_EQ(CalculateRollCentreUnderRoll(700, -14000, 700, 12300, 0, -1000).Y, -9999);
+}
+
+TEST(RollCentreTest, NeedsAMirrorStepWithinTheShorterTravel) {
+    // How many steps on either side of static get a roll centre of the axle.
+    const auto stepsOfAxle = [](double bump, double droop) {
+        Suspension document;
+        document.Data.Bump = bump;
+        document.Data.Droop = droop;
+        document.Data.WheelTravelStepSize = 5;
+        document.StaticWheel = 8;
+        document.StaticRack = 4;
+        document.NW = 13;
+        document.NR = 5;
+        for (int r = 2; r <= 6; ++r) {
+            for (int w = 2; w <= 14; ++w) {
+                WheelState& state = document.WheelStates(r, w);
+                state.Points[ptWTCP] = {0, 700.0 + w, 5.0 * (8 - w)};
+                state.Channels.Set(chRollCentreToOrigin, 10.0 * r + w);
+            }
+        }
+        int steps = 0;
+        for (int w = 2; w <= 14; ++w) {
+            const WheelState& own = document.WheelStates(3, w);
+            const WheelState& mirror = document.WheelStates(3, 16 - w);
+            const SuspPoint& patch = own.Points[ptWTCP];
+            const SuspPoint& opposite = mirror.Points[ptWTCP];
+            const Point2D crossing =
+                Cross({-patch.Y, patch.Z}, {0, own.Channels[chRollCentreToOrigin]},
+                      {opposite.Y, opposite.Z}, {0, mirror.Channels[chRollCentreToOrigin]});
+            CalculateRollCentre(document, 3, w);
+            const ChannelCells& cells = own.Channels;
+            if (!cells.Cell(chRollCentreToGround)) {
+                EXPECT_EQ(cells.Cell(chRollCentreY), 0);
+                EXPECT_EQ(cells[chRollCentreToOrigin], 30 + w);
+                continue;
+            }
+            EXPECT_NEAR(cells[chRollCentreY], crossing.X, 1e-6);
+            EXPECT_NEAR(cells[chRollCentreToOrigin], crossing.Y, 1e-6);
+            EXPECT_NEAR(cells[chRollCentreToGround], crossing.Y - 5 * (8 - w), 1e-6);
+            steps += w > 8 ? 1 : 0;
+        }
+        return steps;
+    };
+    EXPECT_EQ(stepsOfAxle(12, 30), 2);
+    EXPECT_EQ(stepsOfAxle(30, 13), 3);
+    EXPECT_EQ(stepsOfAxle(12.5, 30), 2) << "a half goes to the even number";
+    EXPECT_EQ(stepsOfAxle(30, 17.5), 4);
+    EXPECT_EQ(stepsOfAxle(2, 30), 0);
+}
+
+/// A corner at rest whose wishbone planes rise rearward by the given slopes, the patch at the
+/// origin of X and Z. The inner axes run along the planes, the planes lie level across the car at
+/// the axes.
+Suspension InclinedCorner(double upperSlope, double lowerSlope, double upperHeight,
+                          double lowerHeight) {
+    Suspension document = LoadSample("published/DWSWEEP.WSP");
+    document.Data.Bump = document.Data.Droop = 0;
+    document.Data.RackTravel = 0;
+    PointSet& points = document.StaticPoints();
+    points[ptWTCP] = {0, 800, 0};
+    points[ptWC] = {0, 800, 300};
+    const auto place = [&](PointNumber point, double x, double y, double height, double slope) {
+        points[point] = {x, y, height + slope * x};
+    };
+    place(ptUWO, 10, 740, upperHeight, upperSlope);
+    place(ptUWIR, 150, 400, upperHeight, upperSlope);
+    place(ptUWIF, -150, 400, upperHeight, upperSlope);
+    place(ptLWO, -5, 760, lowerHeight, lowerSlope);
+    place(ptLWIR, 200, 350, lowerHeight, lowerSlope);
+    place(ptLWIF, -200, 350, lowerHeight, lowerSlope);
+    points[ptTRO] = {-120, 740, 220};
+    points[ptTRI] = {-110, 360, 215};
+    points[ptPRO] = {0, 600, lowerHeight + 30};
+    document.Data.CGX = 1200;
+    document.Data.CGZ = 500;
+    document.Data.Wheelbase = 2500;
+    document.Data.FrontBrakeBalanceSplitPC = 60;
+    SetUpCorner(document);
+    return document;
+}
+
+TEST(AntiFeaturesTest, OfInclinedWishbonesAreThoseOfTheSideView) {
+    // Lines z = 450 + 0.02 x and z = 170 - 0.05 x meet at x = -4000, z = 370.
+    Suspension front = InclinedCorner(0.02, -0.05, 450, 170);
+    CalculateCorner(front);
+    const WheelState& state = front.WheelStates(2, 2);
+    const ChannelCells& cells = state.Channels;
+    EXPECT_NEAR(state.Points[ptLongFocus].X, -4000, 1e-6);
+    EXPECT_NEAR(state.Points[ptLongFocus].Z, 370, 1e-6);
+    const double degrees = 180 / 3.14159265358979323846;
+    EXPECT_NEAR(cells[chAntiDiveAngle], std::atan(370 / -4000.0) * degrees, 1e-6);
+    EXPECT_NEAR(cells[chAntiSquatAngle], std::atan(70 / -4000.0) * degrees, 1e-6);
+    EXPECT_NEAR(cells[chAntiDiveLength], std::hypot(4000, 370), 1e-6);
+    EXPECT_NEAR(cells[chAntiSquatLength], std::hypot(4000, 70), 1e-6);
+    // Percentage of the load transfer that the links carry: the brake force of this axle times the
+    // line's slope against the whole force times height by wheelbase.
+    EXPECT_NEAR(cells[chAntiDivePercent], 0.6 * (370 / -4000.0) * (2500 / 500.0), 1e-9);
+    EXPECT_NEAR(cells[chAntiSquatPercent], (70 / 4000.0) * (2500 / 500.0), 1e-9);
+    // Level across the car: the front view lines are parallel and meet at infinity.
+    EXPECT_EQ(state.Points[ptLatFocus].Y, SwingAxleAtInfinity);
+    EXPECT_NEAR(cells[chAntiRollPercent], 0.5 * (450 - 0) / (800 - 999999.0) / (500 / 1600.0),
+                1e-9);
+
+    // The same corner behind the centre of gravity.
+    Suspension rear = InclinedCorner(0.02, -0.05, 450, 170);
+    rear.Data.CGX = -1300;
+    SetUpCorner(rear);
+    CalculateCorner(rear);
+    const ChannelCells& rearCells = rear.WheelStates(2, 2).Channels;
+    EXPECT_NEAR(rearCells[chAntiDiveAngle], std::atan(370 / 4000.0) * degrees, 1e-6);
+    EXPECT_NEAR(rearCells[chAntiDivePercent], -0.4 * (370 / -4000.0) * (2500 / 500.0), 1e-9);
+    EXPECT_NEAR(rearCells[chAntiSquatPercent], cells[chAntiSquatPercent], 1e-12);
+}
+
+TEST(AntiFeaturesTest, ParallelLinesAndMissingBasesGiveWholeNumbers) {
+    Suspension document = InclinedCorner(0.03, 0.03, 450, 170);
+    document.Data.Wheelbase = 0.5;
+    CalculateCorner(document);
+    const WheelState& state = document.WheelStates(2, 2);
+    EXPECT_EQ(state.Points[ptLongFocus].X, -999999);
+    EXPECT_EQ(state.Channels[chAntiDiveLength], 999999);
+    EXPECT_EQ(state.Channels[chAntiSquatLength], 999999);
+    EXPECT_NEAR(state.Channels[chAntiDiveAngle], 0.03 * 57.29577952, 1e-9);
+    EXPECT_EQ(state.Channels[chAntiDivePercent], -999);
+    EXPECT_EQ(state.Channels[chAntiSquatPercent], -999);
+    EXPECT_NE(state.Channels[chAntiRollPercent], -999);
+}
+
+TEST(AntiFeaturesTest, RestOnWheelbaseTrackAndHeight) {
+    Suspension document;
+    document.Data.CGX = 0; // the patch lies at it: a front corner
+    document.Data.CGZ = 510;
+    document.Data.Wheelbase = 2000;
+    document.Data.FrontBrakeBalanceSplitPC = 70;
+    WheelState state;
+    state.Points[ptWTCP] = {0, 700, 10};
+    state.Points[ptWC] = {20, 690, 300};
+    state.Points[ptLongFocus] = {-1980, 690, 410};
+    state.Points[ptLatFocus] = {0, -300, 260};
+    state.Channels.Set(chHalfTrack, 700);
+    const auto cell = [&](ChannelId id) {
+        CalculateAntiDiveSquatRollPercentages(document, state);
+        return state.Channels[id];
+    };
+    // A unit of load transfer is one 500/2000 of the force, and 500/1400 of a lateral one.
+    EXPECT_NEAR(cell(chAntiDivePercent), 0.7 * (-400 / 1980.0) * 4, 1e-12);
+    EXPECT_NEAR(cell(chAntiSquatPercent), (110 / 2000.0) * 4, 1e-12);
+    EXPECT_NEAR(cell(chAntiRollPercent), 0.5 * (250 / 1000.0) * 1400 / 500, 1e-12);
+    document.Data.CGX = -1;
+    EXPECT_NEAR(cell(chAntiDivePercent), 0.3 * (400 / 1980.0) * 4, 1e-12);
+    EXPECT_NEAR(cell(chAntiSquatPercent), (110 / 2000.0) * 4, 1e-12);
+
+    for (const double missing : {0.999, 0.0, -0.999}) {
+        document.Data.Wheelbase = missing;
+        EXPECT_EQ(cell(chAntiDivePercent), -999);
+        EXPECT_EQ(cell(chAntiSquatPercent), -999);
+        EXPECT_NEAR(cell(chAntiRollPercent), 0.35, 1e-12);
+    }
+    document.Data.Wheelbase = 1;
+    EXPECT_NEAR(cell(chAntiSquatPercent), 110 / 2000.0 / 500, 1e-15);
+    state.Channels.Set(chHalfTrack, 0.499);
+    EXPECT_EQ(cell(chAntiRollPercent), -999);
+    state.Channels.Set(chHalfTrack, 0.5);
+    EXPECT_NEAR(cell(chAntiRollPercent), 0.125 / 500, 1e-15);
+
+    const auto divides = testing::ThrowsMessage<Failure>("Division by zero");
+    const WheelState sound = state;
+    state.Points[ptLongFocus].X = 0;
+    EXPECT_THAT([&] { cell(chAntiDivePercent); }, divides);
+    state.Points[ptLongFocus].X = 20;
+    EXPECT_THAT([&] { cell(chAntiDivePercent); }, divides);
+    state = sound;
+    document.Data.CGZ = 10;
+    EXPECT_THAT([&] { cell(chAntiDivePercent); }, divides);
+}
+
+} // namespace
+} // namespace corvanta::test

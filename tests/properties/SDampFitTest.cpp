@@ -1,0 +1,165 @@
+#include "properties/SDampFit.h"
+
+#include "calculation/SCalcs.h"
+#include "model/Failure.h"
+#include "tests/support/RecordingMessageBox.h"
+#include "tests/support/SampleCorners.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstddef>
+#include <random>
+#include <vector>
+
+namespace corvanta::test {
+namespace {
+
+/// Least squares by orthogonal polynomials over the points, in long double: coefficients of 1, x,
+/// x^2.
+std::array<double, 3> OrthogonalFit(const std::vector<double>& x, const std::vector<double>& y,
+                                    int degree) {
+    using Real = long double;
+    std::array<std::array<Real, 3>, 3> basis{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
+    const auto value = [](const std::array<Real, 3>& p, Real at) {
+        return p[0] + at * (p[1] + at * p[2]);
+    };
+    const auto dot = [&](const auto& p, const auto& q) {
+        Real sum = 0;
+        for (const double at : x) {
+            sum += value(p, at) * value(q, at);
+        }
+        return sum;
+    };
+    std::array<Real, 3> fit{};
+    for (int k = 0; k <= degree; ++k) {
+        auto& p = basis[static_cast<std::size_t>(k)];
+        for (int j = 0; j < k; ++j) {
+            const auto& q = basis[static_cast<std::size_t>(j)];
+            const Real share = dot(p, q) / dot(q, q);
+            for (std::size_t n = 0; n < 3; ++n) {
+                p[n] -= share * q[n];
+            }
+        }
+        Real along = 0;
+        for (std::size_t i = 0; i < x.size(); ++i) {
+            along += value(p, x[i]) * y[i];
+        }
+        along /= dot(p, p);
+        for (std::size_t n = 0; n < 3; ++n) {
+            fit[n] += along * p[n];
+        }
+    }
+    return {static_cast<double>(fit[0]), static_cast<double>(fit[1]), static_cast<double>(fit[2])};
+}
+
+TEST(QuadraticFitsTest, AgreeWithOrthogonalPolynomials) {
+    std::mt19937_64 random(7);
+    std::uniform_real_distribution<double> noise(-1, 1);
+    for (const bool line : {false, true}) {
+        std::vector<double> x, y;
+        for (int k = 0; k < 23; ++k) {
+            x.push_back(-30 + 2.6 * k + noise(random));
+            y.push_back(0.002 * x.back() * x.back() - 0.9 * x.back() + 14 + noise(random));
+        }
+        const QuadraticFit fit = FitQuadratic(x, y, line);
+        const auto [c, b, a] = OrthogonalFit(x, y, line ? 1 : 2);
+        EXPECT_NEAR(fit.A, a, 1e-11);
+        EXPECT_NEAR(fit.B, b, 1e-10);
+        EXPECT_NEAR(fit.C, c, 1e-9);
+    }
+    const std::vector<double> still(5, 0.0);
+    const QuadraticFit none = FitQuadratic(still, still, false);
+    EXPECT_EQ(none.A, -99.9);
+    EXPECT_EQ(none.B, -99.9);
+}
+
+TEST(QuadraticFitsTest, OfADocumentAreInDisplayUnitsAfterTheRollCentreStep) {
+    Suspension document = LoadSample("formula-front-pullrod.WSP");
+    FundamentalUnits units = MetricUnits();
+    units[ucDisplacement].Label = "in";
+    ChannelCatalogue inches;
+    inches.ChannelsSetup(units);
+    RecordingMessageBox box;
+    Messages messages(box);
+    RunCalculation(document, inches, messages);
+    ASSERT_TRUE(document.ResultsValid);
+    const double factor = static_cast<double>(0.03937008F);
+    const int r = document.StaticRack;
+    std::vector<double> x, y;
+    for (int w = 2; w <= document.NW + 1; ++w) {
+        const double closing =
+            document.WheelStates(r, document.StaticWheel).Channels[chSpringLength] -
+            document.WheelStates(r, w).Channels[chSpringLength];
+        x.push_back(closing * factor);
+        y.push_back(document.WheelStates(r, w).Channels[chRollCentreToOrigin] * factor);
+    }
+    const auto [c, b, a] = OrthogonalFit(x, y, 2);
+    const QuadraticFit& fit = document.QuadraticFits[4];
+    EXPECT_NEAR(fit.A, a, 1e-8);
+    EXPECT_NEAR(fit.B, b, 1e-8);
+    EXPECT_NEAR(fit.C, c, 1e-8);
+    EXPECT_EQ(document.QuadraticFits[5].C, 0) << "no driveshaft";
+}
+
+TEST(QuadraticFitsTest, WithTooFewPlacesOfTheDamperMarkWhatCantBeHad) {
+    const std::vector<double> places{-1, 1};
+    const QuadraticFit two = FitQuadratic(places, std::vector<double>{3, 7}, false);
+    EXPECT_EQ(two.A, -99.9);
+    EXPECT_DOUBLE_EQ(two.B, 2);
+    EXPECT_DOUBLE_EQ(two.C, 5 + 99.9) << "the mark goes into the rest as it stands";
+    const QuadraticFit still =
+        FitQuadratic(std::vector<double>{0, 0}, std::vector<double>{3, 7}, true);
+    EXPECT_EQ(still.A, 0);
+    EXPECT_EQ(still.B, -99.9);
+    EXPECT_EQ(still.C, 5);
+    const std::vector<double> far{1e70, 2e70, 4e70};
+    EXPECT_THAT([&] { (void)FitQuadratic(far, far, false); },
+                testing::ThrowsMessage<Failure>("Overflow"));
+}
+
+TEST(QuadraticFitsTest, TakeEachChannelInItsOwnUnits) {
+    const ChannelId fitted[] = {
+        chWheelTravel,        chCamberAngle,          chSteerAngleBump, chPushrodVelocityRatio,
+        chRollCentreToOrigin, chDriveshaftTotalAngle, chAntiDiveAngle,  chAntiSquatAngle,
+        chAntiRollLength,     chAntiRollAngle};
+    Suspension document;
+    document.NW = 5;
+    document.StaticWheel = 4;
+    document.Data.DriveShaftExists = true;
+    for (int w = 2; w <= 6; ++w) {
+        const double closing = 10.0 * (4 - w); // mm
+        ChannelCells& cells = document.WheelStates(3, w).Channels;
+        cells.Set(chSpringLength, 300 - closing);
+        for (const ChannelId id : fitted) {
+            const double c = static_cast<int>(id);
+            cells.Set(id, c * (0.001 * closing * closing + 0.1 * closing + 1));
+        }
+    }
+    FundamentalUnits units = MetricUnits();
+    units[ucDisplacement].Label = "in";
+    ChannelCatalogue inches;
+    inches.ChannelsSetup(units);
+    CalculateQuadraticFits(document, inches, 3);
+    const auto inch = static_cast<double>(0.03937008F);
+    for (std::size_t record = 0; record < 10; ++record) {
+        SCOPED_TRACE(record);
+        const ChannelId id = fitted[record];
+        const bool isLength =
+            id == chWheelTravel || id == chRollCentreToOrigin || id == chAntiRollLength;
+        const double scale = static_cast<int>(id) * (isLength ? inch : 1);
+        const bool line = id == chCamberAngle || id == chSteerAngleBump;
+        const QuadraticFit& fit = document.QuadraticFits[record];
+        // The mean of the closing's square, 200, is all that a line sees of the curve.
+        EXPECT_NEAR(fit.A, line ? 0 : 0.001 * scale / (inch * inch), 1e-9);
+        EXPECT_NEAR(fit.B, 0.1 * scale / inch, 1e-9);
+        EXPECT_NEAR(fit.C, (line ? 1.2 : 1) * scale, 1e-9);
+    }
+    document.Data.DriveShaftExists = false;
+    CalculateQuadraticFits(document, inches, 3);
+    EXPECT_EQ(document.QuadraticFits[5].C, 0);
+}
+
+} // namespace
+} // namespace corvanta::test
