@@ -214,9 +214,8 @@ class LateralBarTest : public HandMadeStateTest {
     LateralBarTest() {
         m_data.ARBMechanism = abToLowerWishbone;
         m_state.Points[ptARP2].Y = 200;
-        PointStatic(1, 1);
+        m_static.Points[ptARI] = {1, 1, 0};
     }
-    void PointStatic(double back, double left) { m_static.Points[ptARI] = {back, left, 0}; }
     double Rotation(const SuspPoint& lever) {
         m_state.Points[ptARI] = lever;
         CalculateMotionARB(m_document, m_state, m_static);
@@ -234,10 +233,11 @@ TEST_F(LateralBarTest, TurnsFromUpright) {
         EXPECT_NEAR(RotationAt(angle), angle - 90, AngleTolerance);
     }
     // Through the zero line the sign stays where the lever points back at rest, as seen in plan.
-    const std::pair<SuspPoint, double> atRest[] = {
-        {{1, 1, 0}, -120}, {{1, -1, 0}, -120}, {{-1, 1, 0}, 240}, {{-1, -1, 0}, 240}};
+    const std::pair<SuspPoint, double> atRest[] = {{{1, 1, 0}, -120},  {{1, -1, 0}, -120},
+                                                   {{-1, 1, 0}, 240},  {{-1, -1, 0}, 240},
+                                                   {{0, 1, -1}, -120}, {{0, -1, 1}, 240}};
     for (const auto& [lever, rotation] : atRest) {
-        PointStatic(lever.X, lever.Y);
+        m_static.Points[ptARI] = lever;
         EXPECT_NEAR(RotationAt(330), rotation, AngleTolerance);
         EXPECT_NEAR(RotationAt(200), 110, AngleTolerance) << "only from the fourth quadrant";
     }
