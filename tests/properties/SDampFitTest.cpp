@@ -85,7 +85,7 @@ TEST(QuadraticFitsTest, OfADocumentAreInDisplayUnitsAfterTheRollCentreStep) {
     Messages messages(box);
     RunCalculation(document, inches, messages);
     ASSERT_TRUE(document.ResultsValid);
-    const double factor = static_cast<double>(0.03937008F);
+    const auto factor = static_cast<double>(0.03937008F);
     const int r = document.StaticRack;
     std::vector<double> x, y;
     for (int w = 2; w <= document.NW + 1; ++w) {
