@@ -2,57 +2,42 @@
 
 #include "solver/MLibMaths.h"
 
+#include <algorithm>
 #include <cassert>
 #include <cstddef>
-#include <functional>
-#include <optional>
 
 namespace corvanta {
 
-namespace {
-
-/// Of the x that `allowed` takes, the one that `before` puts first; of equal ones the first.
-template <typename Before, typename Allowed>
-std::optional<std::size_t> FirstBy(std::span<const double> x, Before before, Allowed allowed) {
-    std::optional<std::size_t> first;
+CCurve::CCurve(std::span<const double> x, std::span<const double> y) {
+    assert(!x.empty() && x.size() == y.size());
+    m_points.reserve(x.size());
     for (std::size_t k = 0; k < x.size(); ++k) {
-        if (allowed(x[k]) && (!first || before(x[k], x[*first]))) {
-            first = k;
-        }
+        m_points.push_back({x[k], y[k]});
     }
-    return first;
+    std::stable_sort(m_points.begin(), m_points.end(),
+                     [](const CurvePoint& a, const CurvePoint& b) { return a.X < b.X; });
+    const auto same = [](const CurvePoint& a, const CurvePoint& b) { return a.X == b.X; };
+    m_points.erase(std::unique(m_points.begin(), m_points.end(), same), m_points.end());
 }
 
-std::optional<std::size_t> LeastAbove(std::span<const double> x, double limit) {
-    return FirstBy(x, std::less<>(), [limit](double value) { return value > limit; });
+double CCurve::At(double x) const {
+    if (m_points.size() == 1) {
+        return m_points.front().Y;
+    }
+    // The segment begins at the point at or below, so that a point of the curve gives its own y.
+    const auto above =
+        std::upper_bound(m_points.begin(), m_points.end(), x,
+                         [](double value, const CurvePoint& point) { return value < point.X; });
+    const bool below = above == m_points.begin();
+    const bool beyond = above == m_points.end();
+    const CurvePoint& from = below ? *above : *(above - 1);
+    const CurvePoint& to = below ? *(above + 1) : (beyond ? *(above - 2) : *above);
+    const double share = Divide(x - from.X, to.X - from.X);
+    return Checked(from.Y + share * (to.Y - from.Y));
 }
-
-std::optional<std::size_t> GreatestBelow(std::span<const double> x, double limit) {
-    return FirstBy(x, std::greater<>(), [limit](double value) { return value < limit; });
-}
-
-std::optional<std::size_t> GreatestUpTo(std::span<const double> x, double limit) {
-    return FirstBy(x, std::greater<>(), [limit](double value) { return value <= limit; });
-}
-
-} // namespace
 
 double Interpolate(std::span<const double> x, std::span<const double> y, double at) {
-    assert(!x.empty() && x.size() == y.size());
-    // The segment begins at the point at or below, so that a point of the curve gives its own y.
-    std::optional<std::size_t> from = GreatestUpTo(x, at);
-    if (!from) {
-        from = LeastAbove(x, at);
-    }
-    std::optional<std::size_t> to = LeastAbove(x, x[*from]);
-    if (!to) {
-        to = GreatestBelow(x, x[*from]);
-    }
-    if (!to) {
-        return y[*from];
-    }
-    const double share = Divide(at - x[*from], x[*to] - x[*from]);
-    return Checked(y[*from] + share * (y[*to] - y[*from]));
+    return CCurve(x, y).At(at);
 }
 
 } // namespace corvanta

@@ -77,9 +77,9 @@ void FillOverStrutLength(const Suspension& document, std::span<const double> str
         cell(0, r) =
             rounded(document.WheelStates(r + 1, document.StaticWheel).Channels[chRackTravel]);
         const std::vector<double> x = ChannelAlongWheel(document, r, chSpringLength);
-        const std::vector<double> y = AlongWheel(document, r, value);
+        const CCurve curve(x, AlongWheel(document, r, value));
         for (int i = 1; i <= document.NW; ++i) {
-            cell(i, r) = rounded(Interpolate(x, y, strutLengths[Place(i - 1)]));
+            cell(i, r) = rounded(curve.At(strutLengths[Place(i - 1)]));
         }
     }
 }

@@ -30,9 +30,18 @@ char ByteOf(char32_t code) {
         FirstOwnByte + static_cast<std::size_t>(found - OwnCharacters.begin())));
 }
 
+/// The characters that both encodings write alike; nearly every text of the system is of them.
+bool IsAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
 } // namespace
 
 std::string FromCodePage1252(std::string_view bytes) {
+    if (IsAscii(bytes)) {
+        return std::string(bytes);
+    }
     std::string text;
     text.reserve(bytes.size());
     for (const char c : bytes) {
@@ -44,6 +53,9 @@ std::string FromCodePage1252(std::string_view bytes) {
 }
 
 std::string ToCodePage1252(std::string_view text) {
+    if (IsAscii(text)) {
+        return std::string(text);
+    }
     std::string bytes;
     bytes.reserve(text.size());
     while (!text.empty()) {
@@ -55,7 +67,7 @@ std::string ToCodePage1252(std::string_view text) {
 }
 
 bool FitsCodePage1252(std::string_view text) {
-    return FromCodePage1252(ToCodePage1252(text)) == text;
+    return IsAscii(text) || FromCodePage1252(ToCodePage1252(text)) == text;
 }
 
 } // namespace corvanta
