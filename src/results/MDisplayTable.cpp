@@ -32,10 +32,14 @@ struct Course {
     }
 };
 
+/// A rack step as it was given, or the static one for 0.
+int RackStepOf(const Suspension& document, int rackStep) {
+    return rackStep == 0 ? document.StaticRack : rackStep;
+}
+
 Course CourseOf(const Suspension& document, std::int32_t variable, int rackStep, int wheelStep) {
     const bool alongRack = variable == vvAlongRackTravel;
-    return {alongRack ? vvAlongRackTravel : vvAlongWheelTravel,
-            rackStep == 0 ? document.StaticRack : rackStep,
+    return {alongRack ? vvAlongRackTravel : vvAlongWheelTravel, RackStepOf(document, rackStep),
             wheelStep == 0 ? document.StaticWheel : wheelStep,
             alongRack ? document.NR : document.NW};
 }
@@ -314,7 +318,8 @@ ViewTable BuildLinkLoadTable(const Program& program, std::int32_t subView, int r
     HeadLinkColumns(table, 1, heads.First, program.Units[ucForce].Label);
     HeadLinkColumns(table, 1 + LinkColumns, heads.Second, program.Units[ucForce].Label);
     for (int wheelStep = 2; wheelStep <= program.Document.NW + 1; ++wheelStep) {
-        LinkLoadColumnsAdd(table, program, shown, wheelStep, rackStep);
+        LinkLoadColumnsAdd(table, program, shown, wheelStep,
+                           RackStepOf(program.Document, rackStep));
     }
     return table;
 }

@@ -25,7 +25,8 @@ namespace corvanta {
                                        std::int32_t variable, int rackStep, int wheelStep,
                                        const CustomChannels& customChannels);
 
-/// Sub-view 1 to 3 of the link loads along the wheel steps at `rackStep`; 0 counts as 1.
+/// Sub-view 1 to 3 of the link loads along the wheel steps at `rackStep`; a sub-view of 0 counts as
+/// 1, a rack step of 0 as the static one.
 [[nodiscard]] ViewTable BuildLinkLoadTable(const Program& program, std::int32_t subView,
                                            int rackStep);
 
