@@ -14,6 +14,7 @@ namespace corvanta {
 struct Program {
     Suspension Document;
     std::string DocumentPath; ///< full path of the open file, empty when none has been opened
+    bool Modified = false;    ///< the document holds changes that no file has
     corvanta::Options Options;
     FundamentalUnits Units;
     ChannelCatalogue Channels;

@@ -43,6 +43,8 @@ struct SuspensionData {
     double XForce = 0; ///< force at the contact patch for the link loads
     double YForce = 0;
     double ZForce = 0;
+
+    friend bool operator==(const SuspensionData&, const SuspensionData&) = default;
 };
 
 /// True when the corner has a centre spring.

@@ -27,6 +27,12 @@ struct OptionButton : Control {
 
 struct TextBox : Control {
     std::string Text;
+    bool Fault = false; ///< the text is none that the box can take
+};
+
+/// A text box for a number, with its label as the caption and its unit behind it.
+struct NumberBox : TextBox {
+    std::string Unit;
 };
 
 struct ListEntry {
@@ -78,10 +84,26 @@ class ListControl : public Control {
     int m_index = NoSelection;
 };
 
-/// An entry of a menu, or a line between entries.
+/// An entry of a menu, or with the caption "-" a line between entries.
 struct MenuItem : Control {
     bool Checked = false;
+    int Command = 0; ///< what it does, a number that its window knows
     int Tag = 0;
+};
+
+/// A menu of a menu bar, or below an entry.
+struct Menu : Control {
+    std::vector<MenuItem> Items;
+};
+
+/// A button of a toolbar; with an empty key a line between buttons.
+struct ToolButton : Control {
+    std::string Key;
+    std::string Image;
+    int Command = 0;
+    int Tag = 0;
+    bool TwoState = false;
+    bool Pressed = false;
 };
 
 } // namespace corvanta

@@ -10,6 +10,7 @@ void DataGrid::Reset() {
     m_fixedRows = 0;
     m_fixedColumns = 0;
     Editable = false;
+    MarkedRow = NoRow;
 }
 
 void DataGrid::SetSize(int rows, int columns, int fixedRows, int fixedColumns) {

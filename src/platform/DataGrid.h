@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -50,6 +51,20 @@ class DataGrid {
     [[nodiscard]] bool Bold(int row) const { return m_rows[SlotOf(row, Rows())].Bold; }
     void SetBold(int row) { m_rows[SlotOf(row, Rows())].Bold = true; }
 
+    /// The row that every eye looks for, set off by a fine line; `NoRow` for none.
+    static constexpr int NoRow = -1;
+    int MarkedRow = NoRow;
+
+    /// A faulty cell holds a text that can't be taken.
+    [[nodiscard]] bool Faulty(int row, int column) const {
+        return m_rows[SlotOf(row, Rows())].FaultyColumns.contains(column);
+    }
+    void SetFaulty(int row, int column, bool faulty) {
+        std::set<int>& columns = m_rows[SlotOf(row, Rows())].FaultyColumns;
+        faulty ? static_cast<void>(columns.insert(column))
+               : static_cast<void>(columns.erase(column));
+    }
+
     /// A text kept with a row and not shown.
     [[nodiscard]] const std::string& RowData(int row) const {
         return m_rows[SlotOf(row, Rows())].Data;
@@ -66,6 +81,7 @@ class DataGrid {
     struct GridRow {
         std::vector<std::string> Cells;
         std::string Data;
+        std::set<int> FaultyColumns;
         bool Shaded = false;
         bool Bold = false;
     };

@@ -34,21 +34,21 @@ struct FileNameAnswer {
     int FilterIndex = 1; ///< the pair of the filter that was chosen, from 1
 };
 
-class FileDialog : public WindowService {
+class FileDialog : public virtual WindowService {
   public:
     /// Asks for a file name; nothing when the user cancels. Modes for writing ask before
     /// overwriting.
     virtual std::optional<FileNameAnswer> Ask(const FileNameRequest& request) = 0;
 };
 
-class Clipboard : public WindowService {
+class Clipboard : public virtual WindowService {
   public:
     virtual void SetText(const std::string& text) = 0;
     [[nodiscard]] virtual std::string Text() const = 0;
 };
 
 /// The viewer of the help pages.
-class HelpViewer : public WindowService {
+class HelpViewer : public virtual WindowService {
   public:
     virtual void ShowContents(const std::string& helpFile) = 0;
     virtual void ShowTopic(const std::string& helpFile, int topic) = 0;
@@ -59,7 +59,7 @@ inline constexpr int DefaultCursor = 0;
 inline constexpr int HourglassCursor = 11;
 
 /// The cursor of the whole screen.
-class ScreenCursor : public WindowService {
+class ScreenCursor : public virtual WindowService {
   public:
     [[nodiscard]] virtual int Current() const = 0;
     virtual void Set(int cursor) = 0;
@@ -75,19 +75,21 @@ struct WindowPlacement {
     friend bool operator==(const WindowPlacement&, const WindowPlacement&) = default;
 };
 
-/// The frame of one window.
-class WindowFrame : public WindowService {
-  public:
-    /// The window's name in the settings store, for instance "frmMain".
-    [[nodiscard]] virtual std::string Name() const = 0;
-    [[nodiscard]] virtual WindowPlacement Placement() const = 0;
-    virtual void Place(const WindowPlacement& placement) = 0;
+/// The frame of one window: where it stands. A window system moves it there and keeps it up to
+/// date.
+struct WindowFrame {
+    std::string Name; ///< the window's name in the settings store, for instance "frmMain"
+    WindowPlacement Placement;
+    bool IsNormal = true; ///< false while the window is maximised or minimised
+};
 
-    /// False for a window that is maximised or minimised.
-    [[nodiscard]] virtual bool IsNormal() const = 0;
-
-    /// Size of the screen that the window stands on; its place is not used.
-    [[nodiscard]] virtual WindowPlacement Screen() const = 0;
+/// One window system.
+struct WindowSystem {
+    FileDialog& Files;
+    Clipboard& Board;
+    HelpViewer& Help;
+    ScreenCursor& Cursor;
+    WindowPlacement Screen; ///< size of the screen; its place is not used
 };
 
 } // namespace corvanta

@@ -23,11 +23,10 @@ std::optional<int> StoredTwips(const SettingsStore& store, const std::string& se
 
 } // namespace
 
-void RestoreWindow(WindowFrame& window, const SettingsStore& store, int defaultWidth,
-                   int defaultHeight) {
-    const std::string section = window.Name();
-    const WindowPlacement screen = window.Screen();
-    WindowPlacement placement = window.Placement();
+void RestoreWindow(WindowFrame& window, const WindowPlacement& screen, const SettingsStore& store,
+                   int defaultWidth, int defaultHeight) {
+    const std::string section = window.Name;
+    WindowPlacement& placement = window.Placement;
     const int width = StoredTwips(store, section, "Width").value_or(defaultWidth);
     const int height = StoredTwips(store, section, "Height").value_or(defaultHeight);
     const int centreLeft = screen.Width / 2 - placement.Width / 2;
@@ -40,15 +39,14 @@ void RestoreWindow(WindowFrame& window, const SettingsStore& store, int defaultW
     if (height > 0) {
         placement.Height = height;
     }
-    window.Place(placement);
 }
 
 void SaveWindow(const WindowFrame& window, SettingsStore& store, bool saveSize) {
-    if (!window.IsNormal()) {
+    if (!window.IsNormal) {
         return;
     }
-    const std::string section = window.Name();
-    const WindowPlacement placement = window.Placement();
+    const std::string section = window.Name;
+    const WindowPlacement& placement = window.Placement;
     store.Write(section, "Left", std::to_string(placement.Left));
     store.Write(section, "Top", std::to_string(placement.Top));
     store.Write(section, "Width", std::to_string(saveSize ? placement.Width : 0));

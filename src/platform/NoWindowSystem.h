@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/WindowServices.h"
+
+namespace corvanta {
+
+/// Window services of a program without a window system: they take everything and answer nothing.
+class NoWindowSystem final : private FileDialog,
+                             private Clipboard,
+                             private HelpViewer,
+                             private ScreenCursor {
+  public:
+    /// The services; they live as long as this object.
+    [[nodiscard]] WindowSystem Services() { return {*this, *this, *this, *this, {}}; }
+
+  private:
+    std::optional<FileNameAnswer> Ask(const FileNameRequest& /*request*/) override {
+        return std::nullopt;
+    }
+    void SetText(const std::string& /*text*/) override {}
+    [[nodiscard]] std::string Text() const override { return {}; }
+    void ShowContents(const std::string& /*helpFile*/) override {}
+    void ShowTopic(const std::string& /*helpFile*/, int /*topic*/) override {}
+    [[nodiscard]] int Current() const override { return DefaultCursor; }
+    void Set(int /*cursor*/) override {}
+};
+
+} // namespace corvanta

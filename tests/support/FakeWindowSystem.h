@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/WindowServices.h"
+
+#include <deque>
+#include <string>
+#include <vector>
+
+namespace corvanta::test {
+
+/// A window system that records what is asked of it and answers from a script. A file dialog
+/// without an answer left is cancelled.
+class FakeWindowSystem final : public FileDialog,
+                               public Clipboard,
+                               public HelpViewer,
+                               public ScreenCursor {
+  public:
+    std::vector<FileNameRequest> Requests;
+    std::deque<FileNameAnswer> Answers;
+    std::string Board;
+    std::vector<int> Topics; ///< of the help shown; 0 for the contents
+    std::string HelpFile;
+    std::vector<int> Shapes{DefaultCursor}; ///< every cursor that was set, the last one in force
+
+    [[nodiscard]] WindowSystem Services() { return {*this, *this, *this, *this, Screen}; }
+
+    static constexpr WindowPlacement Screen{0, 0, 28800, 16200};
+
+    std::optional<FileNameAnswer> Ask(const FileNameRequest& request) override {
+        Requests.push_back(request);
+        if (Answers.empty()) {
+            return std::nullopt;
+        }
+        FileNameAnswer answer = Answers.front();
+        Answers.pop_front();
+        return answer;
+    }
+    void SetText(const std::string& text) override { Board = text; }
+    [[nodiscard]] std::string Text() const override { return Board; }
+    void ShowContents(const std::string& helpFile) override { ShowTopic(helpFile, 0); }
+    void ShowTopic(const std::string& helpFile, int topic) override {
+        HelpFile = helpFile;
+        Topics.push_back(topic);
+    }
+    [[nodiscard]] int Current() const override { return Shapes.back(); }
+    void Set(int cursor) override { Shapes.push_back(cursor); }
+};
+
+} // namespace corvanta::test
