@@ -2,7 +2,10 @@
 
 #include "model/Program.h"
 #include "platform/DiskFileServices.h"
+#include "platform/MachineServices.h"
 #include "platform/Messages.h"
+#include "platform/NoWindowSystem.h"
+#include "shell/frmMain.h"
 
 #include <string>
 
@@ -44,5 +47,26 @@ inline constexpr const char* Strut = "published/STRUTGEN.WSP";
 inline constexpr const char* Pushrod = "published/FSPUSHF.WSP";
 inline constexpr const char* TBar = "published/FSTBARF.WSP";
 inline constexpr const char* TwoRockers = "prototype-front-two-rockers.WSP";
+
+/// The main window over a loaded program, with no window system below it.
+class WindowOver {
+  public:
+    explicit WindowOver(LoadedProgram& program)
+        : m_desk{*program,  program.Files(), program.MessageSink(),
+                 m_process, m_windows,       MLibHelp(m_windows.Help)} {}
+
+    [[nodiscard]] frmMain& operator*() { return m_window; }
+    [[nodiscard]] frmMain* operator->() { return &m_window; }
+    [[nodiscard]] ProcessServices& Process() { return m_process; }
+
+  private:
+    static constexpr const char* Name = "corvanta";
+
+    MachineServices m_process{1, &Name, ProductVersion{}};
+    NoWindowSystem m_noWindows;
+    WindowSystem m_windows = m_noWindows.Services();
+    Desk m_desk;
+    frmMain m_window{m_desk};
+};
 
 } // namespace corvanta::benchmarks

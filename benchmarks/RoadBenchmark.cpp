@@ -2,7 +2,6 @@
 #include "calculation/SCalcs.h"
 #include "export/MExport.h"
 #include "persistence/MData.h"
-#include "platform/MachineServices.h"
 #include "results/MDisplayTable.h"
 #include "results/PointsTable.h"
 #include "shell/frmMain.h"
@@ -19,10 +18,6 @@ namespace corvanta::benchmarks {
 namespace {
 
 constexpr int FullGrid = 49;
-
-ProductVersion NoVersion() {
-    return {};
-}
 
 /// The document's file into memory and set up.
 void BM_Load(benchmark::State& state, const char* sample) {
@@ -42,14 +37,12 @@ BENCHMARK_CAPTURE(BM_Load, tworockers, TwoRockers)->Unit(benchmark::kMicrosecond
 /// and filling the cells. View 8 is the step of a user who walks through wheel positions.
 void BM_View(benchmark::State& state) {
     LoadedProgram program(TBar, FullGrid);
-    const char* name = "corvanta";
-    MachineServices process(1, &name, NoVersion());
-    frmMain window(*program, program.Files(), program.MessageSink(), process);
-    window.RefreshGUI(true);
+    WindowOver window(program);
+    window->RefreshGUI(true);
     program->Settings.View = static_cast<std::int32_t>(state.range(0));
     for (auto _ : state) {
-        window.RefreshGUI(false);
-        benchmark::DoNotOptimize(window.grdDisplay.Rows());
+        window->RefreshGUI(false);
+        benchmark::DoNotOptimize(window->grdDisplay.Rows());
     }
 }
 BENCHMARK(BM_View)
@@ -70,17 +63,16 @@ BENCHMARK(BM_AllChannelsTable)->Unit(benchmark::kMicrosecond);
 /// A whole export of all selectable views with the header, to a file.
 void BM_Export(benchmark::State& state) {
     LoadedProgram program(TBar, FullGrid);
-    const char* name = "corvanta";
-    MachineServices process(1, &name, NoVersion());
-    frmMain window(*program, program.Files(), program.MessageSink(), process);
-    window.RefreshGUI(true);
+    WindowOver window(program);
+    window->RefreshGUI(true);
     for (int view = 1; view <= SelectableViewCount; ++view) {
         program->ExportViews.Set(view, true);
     }
     const std::string path =
         (std::filesystem::temp_directory_path() / "corvanta-benchmark.txt").string();
     const BatchExport batch{vvAlongWheelTravel, vwNone, true};
-    const ExportPlace place{*program, window, program.Files(), program.MessageSink(), process};
+    const ExportPlace place{*program, *window, program.Files(), program.MessageSink(),
+                            window.Process()};
     for (auto _ : state) {
         ExportResults(place, etSelectedViews, path, &batch);
     }
@@ -92,13 +84,12 @@ BENCHMARK(BM_Export)->Unit(benchmark::kMicrosecond);
 /// together against the positions alone, the best of both in turns.
 void BM_ExportComponent(benchmark::State& state) {
     LoadedProgram program(TBar, FullGrid);
-    const char* name = "corvanta";
-    MachineServices process(1, &name, NoVersion());
-    frmMain window(*program, program.Files(), program.MessageSink(), process);
+    WindowOver window(program);
     const std::string path =
         (std::filesystem::temp_directory_path() / "corvanta-benchmark.svr").string();
     const BatchExport batch;
-    const ExportPlace place{*program, window, program.Files(), program.MessageSink(), process};
+    const ExportPlace place{*program, *window, program.Files(), program.MessageSink(),
+                            window.Process()};
     using Clock = std::chrono::steady_clock;
     std::string errorText;
     double best = 1;

@@ -91,7 +91,7 @@ void BM_SolveGrid(benchmark::State& state, const char* sample) {
         counts = {};
         const std::int64_t allocated = Allocations();
         const auto begin = Clock::now();
-        if (!SolveGrid(program->Document, errorText, &counts)) {
+        if (!SolveGrid(program->Document, errorText, counts)) {
             state.SkipWithError(errorText.c_str());
             return;
         }

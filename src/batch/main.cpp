@@ -2,6 +2,7 @@
 #include "frame/MSusp.h"
 #include "platform/DiskFileServices.h"
 #include "platform/MachineServices.h"
+#include "platform/NoWindowSystem.h"
 
 #include <iostream>
 
@@ -33,7 +34,9 @@ int main(int argc, char** argv) {
     }
     corvanta::DiskFileServices files;
     corvanta::StandardErrorBox box;
-    corvanta::Application application(files, box, process);
+    corvanta::NoWindowSystem noWindows;
+    corvanta::WindowSystem windows = noWindows.Services();
+    corvanta::Application application(files, box, process, windows);
     static_cast<void>(application.AppStart()); // with a key on the command line it always ends
     return 0;
 }

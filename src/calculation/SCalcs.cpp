@@ -42,7 +42,9 @@ void PrepareStrutGeometry(Suspension& document) {
 }
 
 bool SolveRow(Suspension& document, std::string& errorText, const MarchStep& row,
-              SolveCounts* counts) {
+              SolveCounts& counts) {
+    counts.RackStep = row.Step;
+    counts.WheelStep = 1;
     WheelState& start = document.WheelStates(row.Step, 1);
     start.Points = document.StaticPoints();
     if (!SolveRackRow(document, errorText, row.Step, row.Travel)) {
@@ -51,6 +53,7 @@ bool SolveRow(Suspension& document, std::string& errorText, const MarchStep& row
     WheelSearch search(start.Points, document.StaticLengths, document.Data.SpringMechanism);
     for (int j = 2; j <= document.NW + 1; ++j) {
         const MarchStep step = WheelStepIndex(document, j);
+        counts.WheelStep = step.Step;
         WheelState& state = document.WheelStates(row.Step, step.Step);
         state.Points = start.Points;
         state.PointsPlus = start.Points;
@@ -60,10 +63,8 @@ bool SolveRow(Suspension& document, std::string& errorText, const MarchStep& row
             return false;
         }
     }
-    if (counts != nullptr) {
-        counts->Solves += search.Solves();
-        counts->Locations += search.Locations();
-    }
+    counts.Solves += search.Solves();
+    counts.Locations += search.Locations();
     return true;
 }
 
@@ -80,8 +81,13 @@ void RestoreStrutPickup(Suspension& document) {
     }
 }
 
-bool Calculate(Suspension& document, const ChannelCatalogue& channels, std::string& errorText) {
-    if (!SolveGrid(document, errorText) || !CalculateStateProperties(document, errorText)) {
+bool Calculate(Suspension& document, const ChannelCatalogue& channels, std::string& errorText,
+               SolveCounts& counts) {
+    if (!SolveGrid(document, errorText, counts)) {
+        return false;
+    }
+    counts = {}; // what fails from here on is about no position that is being solved
+    if (!CalculateStateProperties(document, errorText)) {
         return false;
     }
     CalculateDynamics(document, document.StaticRack);
@@ -100,7 +106,13 @@ MarchStep RackStepIndex(const Suspension& document, int i) {
     return MarchAround(i, document.StaticRack, document.Data.RackTravelStepSize);
 }
 
-bool SolveGrid(Suspension& document, std::string& errorText, SolveCounts* counts) {
+bool SolveGrid(Suspension& document, std::string& errorText) {
+    SolveCounts counts;
+    return SolveGrid(document, errorText, counts);
+}
+
+bool SolveGrid(Suspension& document, std::string& errorText, SolveCounts& counts) {
+    counts = {};
     if (!CheckInputGeometry(document, errorText)) {
         return false;
     }
@@ -122,11 +134,13 @@ bool SolveGrid(Suspension& document, std::string& errorText, SolveCounts* counts
     return true;
 }
 
-void RunCalculation(Suspension& document, const ChannelCatalogue& channels, Messages& messages) {
+CalculationFailure RunCalculation(Suspension& document, const ChannelCatalogue& channels,
+                                  Messages& messages) {
     std::string errorText;
+    SolveCounts counts;
     try {
-        if (Calculate(document, channels, errorText)) {
-            return;
+        if (Calculate(document, channels, errorText, counts)) {
+            return {};
         }
     } catch (...) {
         const Failure failure = FailureInFlight();
@@ -134,7 +148,10 @@ void RunCalculation(Suspension& document, const ChannelCatalogue& channels, Mess
             errorText = "The following error occurred: " + failure.Description();
         }
     }
-    messages.ShowMessage("Calculations could not be completed.\r\r" + errorText, msExclamation);
+    CalculationFailure failure{"Calculations could not be completed.\r\r" + errorText,
+                               counts.RackStep, counts.WheelStep};
+    messages.ShowMessage(failure.Message, msExclamation);
+    return failure;
 }
 
 } // namespace corvanta

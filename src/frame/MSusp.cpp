@@ -4,6 +4,8 @@
 #include "frame/MOptions.h"
 #include "model/Failure.h"
 #include "platform/IniSettingsStore.h"
+#include "shell/CMousePointer.h"
+#include "shell/MLibGUI.h"
 
 namespace corvanta {
 
@@ -15,6 +17,7 @@ constexpr const char* ProductFolder = R"(\Pewter Lantern\Corvanta\)";
 constexpr const char* CustomChannelsFile = "customchannels.txt";
 constexpr const char* ExportTablesFile = "exporttables.txt";
 constexpr const char* SettingsFile = "Corvanta.ini";
+constexpr const char* HelpFile = "susp.chm";
 
 } // namespace
 
@@ -22,11 +25,16 @@ ProductVersion BuiltVersion() {
     return {CORVANTA_VERSION_MAJOR, CORVANTA_VERSION_MINOR, CORVANTA_VERSION_REVISION};
 }
 
-Application::Application(FileServices& files, MessageBox& box, ProcessServices& process)
+Application::Application(FileServices& files, MessageBox& box, ProcessServices& process,
+                         WindowSystem& windows)
     : m_files(files),
       m_process(process),
+      m_windows(windows),
       m_messages(box),
-      m_main(m_program, files, m_messages, process) {}
+      m_desk{m_program, files, m_messages, process, windows, MLibHelp(windows.Help)},
+      m_main(m_desk) {
+    m_messages.BeforeMessage([this] { m_main.TakeDownSplash(); });
+}
 
 StartResult Application::AppStart() {
     try {
@@ -47,19 +55,52 @@ StartResult Application::Start() {
     const Separators separators = m_process.NumberSeparators();
     m_program.Units.NumberSeparators = separators;
     SetUpFolders();
-    const bool batch = ParseCommandLine(m_batch, commandLine, m_files, separators);
-    ResetDocument(m_program.Document, m_program.Settings);
     m_settings = std::make_unique<IniSettingsStore>(m_files, m_settingsPath);
-    OptionsRead(m_program.Options, m_program.Document.Data, m_program.Units, *m_settings,
-                m_process.ProgramFolder());
-    m_program.Channels.ChannelsSetup(m_program.Units);
-    ReadLists(); // the old list of channels is keyed by channel names, so the channels come first
+    m_desk.Store = m_settings.get();
+    m_main.Load();
+    const bool batch = ParseCommandLine(m_batch, commandLine, m_files, separators);
+    const bool hidden = m_batch.NoGui;
+    if (!hidden) {
+        m_main.About.ShowSplash(m_process.Version().Text());
+        m_windows.Screen.Update();
+    }
+    const CMousePointer wait(m_windows.Cursor, HourglassCursor);
+    SetUpMainWindow();
+    ReadSettings();
     m_main.RefreshGUI(false);
+    if (!hidden) {
+        m_main.IsOpen = true;
+        m_windows.Screen.Update();
+    }
+    m_desk.Help.SetHelpFile(m_process.ProgramFolder() + FileServices::Separator + HelpFile);
     if (!batch) {
         return StartResult::Interactive;
     }
     RunBatch();
     return StartResult::Ended;
+}
+
+void Application::SetUpMainWindow() {
+    constexpr int DefaultWidth = 8000;
+    constexpr int DefaultHeight = 6000;
+    m_main.BuildToolbar();
+    m_main.Caption = "Corvanta";
+    for (Control* area :
+         {&m_main.chtChart, &m_main.picComboContainer, static_cast<Control*>(&m_main.picResults)}) {
+        area->Visible = false;
+    }
+    m_main.grdDisplay.Visible = false;
+    RestoreWindow(m_main.Frame, m_windows.ScreenSize, *m_settings, DefaultWidth, DefaultHeight);
+}
+
+void Application::ReadSettings() {
+    ResetDocument(m_program.Document, m_program.Settings);
+    OptionsRead(m_program.Options, m_program.Document.Data, m_program.Units, *m_settings,
+                m_process.ProgramFolder());
+    m_program.Channels.ChannelsSetup(m_program.Units);
+    ReadLists(); // the old list of channels is keyed by channel names, so the channels come first
+    m_main.chk3dDrawAxes.Checked = m_program.Options.DrawAxes;
+    m_main.chk3dAutoScale.Checked = m_program.Options.AutoScale;
 }
 
 void Application::SetUpFolders() {
@@ -71,6 +112,7 @@ void Application::SetUpFolders() {
     m_files.MakeFolder(m_settingsFolder);
     m_files.MakeFolder(m_diagnosticsFolder);
     m_settingsPath = base + SettingsFile;
+    m_recoveryFolder = base + "Recovery" + FileServices::Separator;
 }
 
 void Application::ReadLists() {
@@ -90,16 +132,44 @@ void Application::RunBatch() {
         ExportResults(place, m_batch.ExportType, m_batch.OutputPath, &m_batch.Export);
     }
     ShutDown();
+    CloseWindow();
+}
+
+void Application::OfferRecovery() {
+    m_main.Recovery.SetFolder(m_recoveryFolder);
+    m_main.OfferRecovery();
+}
+
+bool Application::CloseMainWindow() {
+    if (!m_main.QueryUnload()) {
+        return false;
+    }
+    try {
+        CloseWindow();
+    } catch (...) {
+        m_messages.ShowMessage("The settings could not be saved.\rError was: " +
+                                   FailureInFlight().Description(),
+                               msExclamation);
+    }
+    return true;
+}
+
+void Application::CloseWindow() {
+    ShutDown();
+    m_main.Unload();
+    m_settings->Save();
 }
 
 void Application::ShutDown() {
     OptionsWrite(*m_settings, m_program.Options, m_program.Document.Data, m_program.Units);
-    m_settings->Save();
     const Separators& separators = m_program.Units.NumberSeparators;
     CustomChannelsWrite(m_program.CustomChannels, m_settingsFolder + CustomChannelsFile, separators,
                         m_files, m_messages);
     ExportTablesWrite(m_program.ExportViews, m_settingsFolder + ExportTablesFile, separators,
                       m_files, m_messages);
+    SaveWindow(m_main.Frame, *m_settings, true);
+    m_main.ResetEditDialog();
+    m_settings->Save();
 }
 
 } // namespace corvanta

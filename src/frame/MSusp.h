@@ -23,23 +23,39 @@ enum class StartResult {
 /// window, and takes them from nothing to the first event, or through a batch run to its end.
 class Application {
   public:
-    Application(FileServices& files, MessageBox& box, ProcessServices& process);
+    /// The surroundings outlive the program. A program without a window system has its services
+    /// from `NoWindowSystem`.
+    Application(FileServices& files, MessageBox& box, ProcessServices& process,
+                WindowSystem& windows);
 
     /// The entry of the program. Every failure of the start is reported and ends it at once,
     /// nothing saved.
     [[nodiscard]] StartResult AppStart();
 
-    /// Saves what outlives the process. Throws Failure when the settings can't be written.
-    void ShutDown();
+    /// The user closes the main window, or a batch run does: asks what to do with unsaved changes,
+    /// and saves what outlives the process. False when the window stays open. What can't be saved
+    /// is reported.
+    bool CloseMainWindow();
+
+    /// Offers the unsaved work of an earlier run. For an interactive start, with its window shown.
+    void OfferRecovery();
+
+    [[nodiscard]] frmMain& MainWindow() { return m_main; }
+    [[nodiscard]] Messages& MessageService() { return m_messages; }
 
   private:
     [[nodiscard]] StartResult Start();
     void SetUpFolders();
+    void SetUpMainWindow();
+    void ReadSettings();
     void ReadLists();
     void RunBatch();
+    void CloseWindow();
+    void ShutDown();
 
     FileServices& m_files;
     ProcessServices& m_process;
+    WindowSystem& m_windows;
     Messages m_messages;
     Program m_program;
     BatchRequest m_batch;
@@ -47,6 +63,8 @@ class Application {
     std::string m_settingsPath;      ///< the file of the settings store
     std::string m_settingsFolder;    ///< holds the user's list files, ends in a separator
     std::string m_diagnosticsFolder; ///< made at every start, ends in a separator
+    std::string m_recoveryFolder;    ///< copies of unsaved work, ends in a separator
+    Desk m_desk;
     frmMain m_main;
 };
 

@@ -121,7 +121,10 @@ void IniSettingsStore::Save() {
             text += key + "=" + Escaped(value) + "\n";
         }
     }
-    m_files.WriteBytes(m_path, text);
+    if (text != m_saved) {
+        m_files.WriteBytes(m_path, text);
+        m_saved = text;
+    }
 }
 
 IniSettingsStore::Entries& IniSettingsStore::Section(std::string_view name) {

@@ -29,6 +29,7 @@ class IniSettingsStore final : public SettingsStore {
 
     FileServices& m_files;
     std::string m_path;
+    std::string m_saved; ///< the text of the last save; saving it once more is no work
     std::vector<std::pair<std::string, Entries>> m_sections;
 };
 

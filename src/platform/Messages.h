@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <string>
+#include <utility>
 
 namespace corvanta {
 
@@ -45,14 +47,21 @@ class Messages {
     /// Shows the message and returns the button pressed; `maNone` at once while silent, so that a
     /// question reads as declined.
     int ShowMessage(const std::string& prompt, int style = msOK, const std::string& title = {}) {
+        if (m_beforeMessage) {
+            m_beforeMessage();
+        }
         return m_silent ? maNone : m_box.Show(prompt, style, title);
     }
+
+    /// What to do whenever a message appears, before it does.
+    void BeforeMessage(std::function<void()> step) { m_beforeMessage = std::move(step); }
 
     /// Silences all messages for the rest of the process.
     void Silence() { m_silent = true; }
 
   private:
     MessageBox& m_box;
+    std::function<void()> m_beforeMessage;
     bool m_silent = false;
 };
 

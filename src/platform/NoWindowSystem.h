@@ -8,10 +8,12 @@ namespace corvanta {
 class NoWindowSystem final : private FileDialog,
                              private Clipboard,
                              private HelpViewer,
-                             private ScreenCursor {
+                             private ScreenCursor,
+                             private PlaceLocks,
+                             private ScreenUpdate {
   public:
     /// The services; they live as long as this object.
-    [[nodiscard]] WindowSystem Services() { return {*this, *this, *this, *this, {}}; }
+    [[nodiscard]] WindowSystem Services() { return {*this, *this, *this, *this, *this, *this, {}}; }
 
   private:
     std::optional<FileNameAnswer> Ask(const FileNameRequest& /*request*/) override {
@@ -23,6 +25,9 @@ class NoWindowSystem final : private FileDialog,
     void ShowTopic(const std::string& /*helpFile*/, int /*topic*/) override {}
     [[nodiscard]] int Current() const override { return DefaultCursor; }
     void Set(int /*cursor*/) override {}
+    bool Take(const std::string& /*path*/) override { return false; }
+    void Release(const std::string& /*path*/) override {}
+    void Update() override {}
 };
 
 } // namespace corvanta

@@ -75,6 +75,21 @@ struct WindowPlacement {
     friend bool operator==(const WindowPlacement&, const WindowPlacement&) = default;
 };
 
+/// Locks that end with the program that holds them, however it ends.
+class PlaceLocks : public virtual WindowService {
+  public:
+    /// Takes the lock with a path as its name; false while another program holds it.
+    virtual bool Take(const std::string& path) = 0;
+    virtual void Release(const std::string& path) = 0;
+};
+
+/// What the windows of the program are to the user's eyes.
+class ScreenUpdate : public virtual WindowService {
+  public:
+    /// Brings the windows as they are now to the screen, without waiting for the next event.
+    virtual void Update() = 0;
+};
+
 /// The frame of one window: where it stands. A window system moves it there and keeps it up to
 /// date.
 struct WindowFrame {
@@ -89,7 +104,9 @@ struct WindowSystem {
     Clipboard& Board;
     HelpViewer& Help;
     ScreenCursor& Cursor;
-    WindowPlacement Screen; ///< size of the screen; its place is not used
+    PlaceLocks& Locks;
+    ScreenUpdate& Screen;
+    WindowPlacement ScreenSize; ///< its place is not used
 };
 
 } // namespace corvanta

@@ -1,13 +1,8 @@
 #include "shell/frmMain.h"
 
-#include "calculation/SCalcs.h"
 #include "model/Failure.h"
-#include "persistence/MData.h"
-#include "results/DynamicsReport.h"
-#include "results/MDisplayTable.h"
-#include "results/PointsTable.h"
-
-#include <optional>
+#include "shell/CMousePointer.h"
+#include "shell/MLibGUI.h"
 
 namespace corvanta {
 
@@ -27,22 +22,44 @@ class BusyScope {
     bool& m_flag;
 };
 
+constexpr int RecentFileCount = 4;
+
+/// 1100 by 720 pixels of 15 twips, the size that the window is drawn for.
+constexpr WindowPlacement DesignSize{0, 0, 16500, 10800};
+
+/// The views whose wheel and rack position the lists choose.
+bool HasPosition(std::int32_t view) {
+    return (view >= vwAntis && view <= vwCoordinates) || view == vwPlot || view == vw3d;
+}
+
 } // namespace
 
-frmMain::frmMain(Program& program, FileServices& files, Messages& messages,
-                 ProcessServices& process)
-    : m_program(program),
-      m_files(files),
-      m_messages(messages),
-      m_process(process) {}
+frmMain::frmMain(Desk& desk) : Recovery(desk.Files, desk.Windows.Locks), m_desk(desk) {
+    SetUpMainControls(*this);
+    Caption = "Corvanta";
+    Frame = {"frmMain", DesignSize};
+}
+
+void frmMain::Load() {
+    m_recentFiles.Initialise(mnuFMRU, RecentFileCount, true, "", *m_desk.Store, m_desk.Messages);
+    for (MenuItem& item : mnuFMRU) {
+        item.Command = item.Caption == "-" ? mcNone : mcRecentFile;
+    }
+    m_recentFiles.ListFiles(mnuFMRU);
+}
+
+void frmMain::Unload() {
+    m_recentFiles.Save(*m_desk.Store);
+    IsOpen = false;
+}
 
 void frmMain::RefreshGUI(bool resetPosition) {
     try {
         Refresh(resetPosition);
     } catch (...) {
-        m_messages.ShowMessage("There was an error while displaying results. Error was: " +
-                                   FailureInFlight().Description(),
-                               msExclamation);
+        m_desk.Messages.ShowMessage("There was an error while displaying results. Error was: " +
+                                        FailureInFlight().Description(),
+                                    msExclamation);
     }
 }
 
@@ -54,30 +71,46 @@ void frmMain::Refresh(bool resetPosition) {
     if (m_refreshBusy) {
         return;
     }
+    const CMousePointer wait(m_desk.Windows.Cursor, HourglassCursor);
     const BusyScope busy(m_refreshBusy);
-    Suspension& document = m_program.Document;
-    ViewSettings& settings = m_program.Settings;
+    Suspension& document = m_desk.Program.Document;
+    ViewSettings& settings = m_desk.Program.Settings;
     if (!document.ResultsValid && document.DataLoaded) {
-        RunCalculation(document, m_program.Channels, m_messages);
+        Calculate();
         if (settings.View == vwNone) {
             settings.View = vwCoordinates;
         }
     }
     const bool usable = document.GeometryValid && document.ResultsValid;
     if (!usable && settings.View != vwNone) {
-        m_process.Beep();
+        m_desk.Process.Beep();
     }
     if (!usable || !document.DataLoaded) {
         settings.View = vwNone;
     }
+    ShowViewPanels();
     ResetPosition(resetPosition);
     DisplayView(settings.View, settings.ViewArgument, settings.ViewVariable, settings.ViewWheel,
                 settings.ViewRack);
+    UpdateMenus();
+    UpdateToolbar();
+    DisplayFormCaption();
+    DisplayStatus();
+}
+
+void frmMain::Calculate() {
+    Program& program = m_desk.Program;
+    stbMain.Note.clear();
+    if (program.Modified && !Recovery.Keep(program)) {
+        stbMain.Note = "No recovery copy could be written: save your work yourself";
+    }
+    m_failure = RunCalculation(program.Document, program.Channels, m_desk.Messages);
+    panFailure.Caption = m_failure.Message;
 }
 
 void frmMain::ResetPosition(bool always) {
-    const Suspension& document = m_program.Document;
-    ViewSettings& settings = m_program.Settings;
+    const Suspension& document = m_desk.Program.Document;
+    ViewSettings& settings = m_desk.Program.Settings;
     if (always || settings.ViewWheel <= 0 || settings.ViewWheel > document.NW + 1) {
         settings.ViewWheel = document.StaticWheel;
     }
@@ -86,101 +119,155 @@ void frmMain::ResetPosition(bool always) {
     }
 }
 
-void frmMain::DisplayView(std::int32_t view, std::int32_t viewArgument, std::int32_t variable,
-                          int wheel, int rack) {
-    if (!m_program.Document.DataLoaded) {
+void frmMain::cboType_Changed() {
+    if (cboType.Text() == m_typeText || cboType.Index() == ListControl::NoSelection) {
         return;
     }
-    ViewSettings& settings = m_program.Settings;
-    if (settings.View != m_viewLastDisplayed) {
-        viewArgument = view == vwPlot ? m_channelLastPlotted : 0;
-        settings.ViewArgument = viewArgument;
+    m_typeText = cboType.Text();
+    ViewSettings& settings = m_desk.Program.Settings;
+    if (settings.View == vwLinkLoads) {
+        settings.ViewArgument = cboType.Index() + 1;
+    } else if (settings.View == vwPlot) {
+        settings.ViewArgument = cboType.Entry(cboType.Index()).ItemData;
     }
-    m_viewLastDisplayed = settings.View;
-    if (view == vwPlot) {
-        m_channelLastPlotted = settings.ViewArgument;
-    }
-    FillGridWithView(view, viewArgument, variable, wheel, rack);
+    RefreshGUI(false);
 }
 
-void frmMain::FillGridWithView(std::int32_t view, std::int32_t viewArgument, std::int32_t variable,
-                               int wheel, int rack) {
-    std::optional<ViewTable> table;
-    ResetGrid(grdDisplay);
-    picResultsText.clear();
-    switch (view) {
-    case vwAntis:
-    case vwLateralGeometry:
-    case vwPlanGeometry:
-    case vwSpringDetails:
-    case vwBarDetails:
-    case vwAngles:
-    case vwCustomTable:
-        table = BuildViewTable(m_program, view, variable, rack, wheel, m_program.CustomChannels);
+void frmMain::cboWheel_Changed() {
+    if (cboWheel.Text() == m_wheelText || cboWheel.Index() == ListControl::NoSelection) {
+        return;
+    }
+    m_wheelText = cboWheel.Text();
+    ViewSettings& settings = m_desk.Program.Settings;
+    if (HasPosition(settings.View)) {
+        settings.ViewWheel = cboWheel.Index() + 2;
+    }
+    RefreshGUI(false);
+    Focus = &cboWheel;
+}
+
+void frmMain::cboRack_Changed() {
+    if (cboRack.Text() == m_rackText || cboRack.Index() == ListControl::NoSelection) {
+        return;
+    }
+    m_rackText = cboRack.Text();
+    ViewSettings& settings = m_desk.Program.Settings;
+    if (HasPosition(settings.View)) {
+        settings.ViewRack = cboRack.Count() - cboRack.Index() + 1;
+    }
+    RefreshGUI(false);
+    Focus = &cboRack;
+}
+
+void frmMain::FixTravel(std::int32_t variable) {
+    m_desk.Program.Settings.ViewVariable = variable;
+    RefreshGUI(false);
+}
+
+void frmMain::chk3dDrawAxes_Click() {
+    m_desk.Program.Options.DrawAxes = chk3dDrawAxes.Checked;
+    RefreshGUI(false);
+}
+
+void frmMain::chk3dAutoScale_Click() {
+    m_desk.Program.Options.AutoScale = chk3dAutoScale.Checked;
+    RefreshGUI(false);
+}
+
+bool frmMain::KeyDown(MainKey key, KeyModifiers modifiers, const Control* focus) {
+    if (key == MainKey::F5) {
+        if (modifiers.Shift || modifiers.Alt) {
+            return false;
+        }
+        if (modifiers.Ctrl) {
+            m_desk.Program.Document.ResultsValid = false;
+        }
+        RefreshGUI(modifiers.Ctrl);
+        return true;
+    }
+    const bool alongWheel = key == MainKey::Up || key == MainKey::Down;
+    const ListControl& stepped = alongWheel ? cboWheel : cboRack;
+    const ListControl& other = alongWheel ? cboRack : cboWheel;
+    if (stepped.Visible) {
+        Focus = &stepped;
+    }
+    return focus == &other;
+}
+
+void frmMain::Execute(int command, int tag) {
+    if (command == mcView) {
+        GoToView(tag);
+    } else if (!ExecuteFileCommand(command, tag)) {
+        ExecuteWindowCommand(command);
+    }
+}
+
+void frmMain::ExecuteWindowCommand(int command) {
+    switch (command) {
+    case mcCopy:
+        CopyGrid();
         break;
-    case vwCoordinates:
-        SetupPointsTableBlank(grdDisplay, m_program.Document, m_program.Units, false);
-        DataPointsGet(grdDisplay, m_program.Document, m_program.Units, wheel, rack);
+    case mcProperties:
+        OpenEditor();
         break;
-    case vwLinkLoads:
-        table = ShowLinkLoadView(m_program, viewArgument, rack, m_messages, m_linkLoadsWarned);
+    case mcOptions:
+        OptionsDialog = std::make_unique<frmOptions>(m_desk, *this);
+        OptionsDialog->Open();
         break;
-    case vwLinkLengths:
-        table = ShowLinkLengths(m_program);
+    case mcHelpTopics:
+        m_desk.Help.ShowHelpContents();
         break;
-    case vwDynamicsReport:
-        picResultsText = ShowDynamicsReport(m_program, m_messages);
-        break;
-    case vwQuadraticCoefficients:
-        table = ShowQuadraticCoefficients(m_program);
+    case mcAbout:
+        About.ShowAbout(m_desk.Process.Version().Text());
         break;
     default:
         break;
     }
-    if (table) {
-        ShowTable(grdDisplay, view, *table);
+}
+
+void frmMain::GoToView(std::int32_t view) {
+    for (MenuItem& item : mnuView.Items) {
+        item.Checked = item.Command == mcView && item.Tag == view;
+    }
+    m_desk.Program.Settings.View = view;
+    RefreshGUI(false);
+}
+
+void frmMain::CopyGrid() {
+    const std::int32_t view = m_desk.Program.Settings.View;
+    if (view != vwNone && view != vwDynamicsReport && view != vwPlot && view != vw3d) {
+        m_desk.Windows.Board.SetText(grdDisplay.Text());
+        stbMain.Note = "Table copied";
     }
 }
 
-void frmMain::FileOpen(const std::string& path) {
-    std::string reason;
-    bool opened = false;
-    ResetDocument(m_program.Document, m_program.Settings);
-    try {
-        opened = DataLoad(m_program.Document, m_program.Channels, path, true, m_program.Units,
-                          m_files, m_messages);
-    } catch (...) {
-        reason = FailureInFlight().Description();
+void frmMain::OpenEditor() {
+    if (!EditGeometry || !EditGeometry->IsOpen) {
+        EditGeometry = std::make_unique<frmEditGeometry>(m_desk, *this);
+        EditGeometry->Open();
     }
-    if (!opened) {
-        m_messages.ShowMessage("There was an error while processing file\r\rError was: " + reason,
-                               msExclamation);
-        return;
-    }
-    m_program.Options.LastFolder = FileServices::ParentFolder(path);
-    m_program.DocumentPath = path;
-    if (m_program.Settings.View == vwNone) {
-        m_program.Settings.View = vwCoordinates;
-    }
-    RefreshGUI(true);
+    EditGeometry->Raise = true;
 }
 
-void frmMain::FileSave(const std::string& path) {
-    try {
-        const std::string folder = FileServices::ParentFolder(path);
-        const std::string savedPath = folder + FileServices::BaseName(path) + ".WSP";
-        bool written = false;
-        if (!DataWrite(written, m_program.Document, savedPath, m_program.Units, m_files,
-                       m_messages)) {
-            throw Failure(fnFileAccess, "The file has no name");
-        }
-        m_program.Options.LastFolder = folder;
-        m_program.DocumentPath = savedPath;
-        RefreshGUI(false);
-    } catch (...) {
-        m_messages.ShowMessage("There was an error while processing file\r\rError was " +
-                                   FailureInFlight().Description(),
-                               msExclamation);
+void frmMain::ResetEditDialog() {
+    if (EditGeometry && EditGeometry->IsOpen) {
+        EditGeometry->Close();
+    }
+}
+
+void frmMain::ReleaseClosedWindows() {
+    if (EditGeometry && !EditGeometry->IsOpen) {
+        EditGeometry.reset();
+    }
+    if (OptionsDialog && !OptionsDialog->IsOpen) {
+        OptionsDialog.reset();
+    }
+}
+
+void frmMain::TakeDownSplash() {
+    if (About.IsSplash) {
+        About.Close();
+        About.IsSplash = false;
     }
 }
 

@@ -1,21 +1,49 @@
 #pragma once
 
-#include "model/Program.h"
-#include "platform/DataGrid.h"
-#include "platform/FileServices.h"
-#include "platform/Messages.h"
-#include "platform/ProcessServices.h"
-#include "results/ViewHost.h"
+#include "calculation/SCalcs.h"
+#include "shell/CMRUFileList.h"
+#include "shell/Desk.h"
+#include "shell/MainControls.h"
+#include "shell/RecoveryCopy.h"
+#include "shell/ShellHost.h"
+#include "shell/frmAbout.h"
+#include "shell/frmEditGeometry.h"
+#include "shell/frmOptions.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 namespace corvanta {
 
-/// The main window, without a window system: it decides when to calculate and what to show.
-class frmMain final : public ViewHost {
+/// A file name that the user chose.
+struct ChosenFile {
+    std::string Path;      ///< from the root on
+    std::string Title;     ///< the name alone; on asking the name to begin with
+    std::string Extension; ///< behind the last "." of the name, or empty
+    int FilterIndex = 1;
+};
+
+/// Keys that the main window takes before its controls see them.
+enum class MainKey { F5, Up, Down, Left, Right };
+
+struct KeyModifiers {
+    bool Shift = false;
+    bool Ctrl = false;
+    bool Alt = false;
+};
+
+/// The main window, without a window system: it decides when to calculate and what to show, and
+/// owns the file commands, the menus and the windows that open from it.
+class frmMain final : public ShellHost, public MainControls, public Window {
   public:
-    frmMain(Program& program, FileServices& files, Messages& messages, ProcessServices& process);
+    explicit frmMain(Desk& desk);
+
+    /// Loading of the window: the recent files with their entries.
+    void Load();
+
+    /// Creates the toolbar once.
+    void BuildToolbar() { tbrMain = MainToolbar(); }
 
     /// Every event ends here: calculates if results are stale, and shows the current view. A
     /// failure is reported, and the next event works.
@@ -25,9 +53,50 @@ class frmMain final : public ViewHost {
 
     [[nodiscard]] const DataGrid& Grid() const override { return grdDisplay; }
 
+    /// Shows the parts of the result area and the selection strip that the view has.
+    void ShowViewPanels();
+
     /// Fills the result area with a view. A view that has nothing to show leaves the grid empty.
     void DisplayView(std::int32_t view, std::int32_t viewArgument, std::int32_t variable, int wheel,
                      int rack);
+
+    /// Rebuilds the selection strip for a view: what of it is shown, the entries of its lists and
+    /// their selection.
+    void SetupViewControls(std::int32_t view, std::int32_t viewArgument, std::int32_t variable,
+                           int wheel, int rack);
+
+    void UpdateMenus();
+    void UpdateToolbar();
+    void DisplayFormCaption();
+
+    // Events. The window system has put the new choice into the control before.
+    void cboType_Changed();
+    void cboWheel_Changed();
+    void cboRack_Changed();
+    void optRack_Click() { FixTravel(vvAlongRackTravel); }
+    void optWheel_Click() { FixTravel(vvAlongWheelTravel); }
+    void chk3dDrawAxes_Click();
+    void chk3dAutoScale_Click();
+
+    /// A key, before the controls see it; true when it goes no further. `focus` is the control that
+    /// has the keyboard focus.
+    bool KeyDown(MainKey key, KeyModifiers modifiers, const Control* focus);
+
+    /// The command of a menu entry or of a button.
+    void Execute(int command, int tag);
+    void Execute(const MenuItem& item) { Execute(item.Command, item.Tag); }
+
+    /// The size of the window changed.
+    void Resized() { RefreshGUI(false); }
+
+    /// A click on the splash window, the end of its time, or a message.
+    void TakeDownSplash();
+
+    /// Asks what to do with unsaved changes. False when the window must stay open.
+    [[nodiscard]] bool QueryUnload();
+
+    /// Unloading of the window: the list of recent files goes to the store.
+    void Unload();
 
     /// Opens a document in the place of the current one, and calculates. A file that can't be used
     /// is reported and leaves an empty document.
@@ -36,21 +105,61 @@ class frmMain final : public ViewHost {
     /// Saves the document as folder and base name of `path` with the extension ".WSP".
     void FileSave(const std::string& path);
 
-    DataGrid grdDisplay;
+    /// Asks for a file name. False on cancel and, reported unless `quietOnError`, on a failure.
+    bool GetFileName(FileNameMode mode, const std::string& filter, const std::string& startFolder,
+                     ChosenFile& chosen, bool quietOnError);
 
-    /// The text in the result picture: the dynamics report, empty for other views.
-    std::string picResultsText;
+    void ResetEditDialog() override;
+
+    /// Offers the unsaved work of a run that did not end well, if there is any.
+    void OfferRecovery();
+
+    /// Lets go of the windows that were closed.
+    void ReleaseClosedWindows();
+
+    /// The windows that open from this one; none is there until it is opened.
+    std::unique_ptr<frmEditGeometry> EditGeometry;
+    std::unique_ptr<frmOptions> OptionsDialog;
+    frmAbout About;
+
+    /// Folder of the documents that come with the program; empty when there is none.
+    [[nodiscard]] std::string SamplesFolder() const;
+
+    RecoveryCopy Recovery;
 
   private:
     void Refresh(bool resetPosition);
-    void FillGridWithView(std::int32_t view, std::int32_t viewArgument, std::int32_t variable,
-                          int wheel, int rack);
+    void Calculate();
     void ResetPosition(bool always);
+    void FillResultArea(std::int32_t view, std::int32_t viewArgument, std::int32_t variable,
+                        int wheel, int rack);
+    void MarkStaticRow(std::int32_t view, std::int32_t variable);
+    void FillPositionLists();
+    void FillTypeList(std::int32_t view);
+    void ShowSelectionControls(std::int32_t view, std::int32_t variable);
+    void SelectPositions(std::int32_t view, std::int32_t viewArgument, int wheel, int rack);
+    void DisplayStatus();
+    void FixTravel(std::int32_t variable);
+    void GoToView(std::int32_t view);
+    bool ExecuteFileCommand(int command, int tag);
+    void ExecuteWindowCommand(int command);
+    void New();
+    void AskAndOpen();
+    void Save();
+    void SaveAs();
+    void OpenEditor();
+    void CopyGrid();
+    void TakeDocument(const std::string& path);
+    void ShowNoDocument();
+    bool ReadDocument(const std::string& path);
+    void EnterRecentFile(const std::string& path);
 
-    Program& m_program;
-    FileServices& m_files;
-    Messages& m_messages;
-    ProcessServices& m_process;
+    Desk& m_desk;
+    CMRUFileList m_recentFiles;
+    CalculationFailure m_failure; ///< of the last calculation
+    std::string m_typeText;       ///< the texts last selected in the three lists
+    std::string m_wheelText;
+    std::string m_rackText;
     std::int32_t m_viewLastDisplayed = vwNone;
     std::int32_t m_channelLastPlotted = 0;
     bool m_linkLoadsWarned = false;

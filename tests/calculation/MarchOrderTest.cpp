@@ -67,7 +67,7 @@ TEST_F(RunCalculationTest, ASoundCornerGivesResults) {
 
     std::string errorText;
     SolveCounts counts;
-    ASSERT_TRUE(SolveGrid(document, errorText, &counts));
+    ASSERT_TRUE(SolveGrid(document, errorText, counts));
     EXPECT_EQ(counts.Solves, document.NR * (3 * document.NW - 1)) << "two at the static step";
 }
 

@@ -2,10 +2,8 @@
 
 #include "platform/DiskFileServices.h"
 #include "shell/frmMain.h"
-#include "tests/support/FakeProcessServices.h"
-#include "tests/support/MemoryFileServices.h"
-#include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
+#include "tests/support/TestDesk.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,11 +20,9 @@ const std::string Failed = "There was an error while exporting. \rError was: ";
 
 /// The window with a solved corner, whose wheel stands two steps of 5 mm above static and whose
 /// rack one step of 15 mm beside it.
-class MExportTest : public testing::Test {
+class MExportTest : public testing::Test, protected TestDesk {
   protected:
     MExportTest() {
-        m_program.Units = MetricUnits();
-        m_program.Channels.ChannelsSetup(m_program.Units);
         m_files.PutFolder("/out");
         Open("touring-front-wishbone.WSP");
     }
@@ -57,12 +53,7 @@ class MExportTest : public testing::Test {
         return Export(etCurrentView, &batch);
     }
 
-    Program m_program;
-    MemoryFileServices m_files;
-    RecordingMessageBox m_box;
-    Messages m_messages{m_box};
-    FakeProcessServices m_process;
-    frmMain m_main{m_program, m_files, m_messages, m_process};
+    frmMain m_main{m_desk};
     ExportPlace m_place{m_program, m_main, m_files, m_messages, m_process};
 };
 

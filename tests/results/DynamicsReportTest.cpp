@@ -3,9 +3,6 @@
 #include "calculation/SCalcs.h"
 #include "model/Failure.h"
 #include "properties/Dynamics.h"
-#include "shell/frmMain.h"
-#include "tests/support/FakeProcessServices.h"
-#include "tests/support/MemoryFileServices.h"
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
 
@@ -190,28 +187,6 @@ TEST_F(DynamicsReportTest, DeflectionsOfTheSamplesCarryTheLoad) {
         EXPECT_EQ(found.SuspBrakeCorrected == found.SuspBrake, !front);
     }
     EXPECT_GT(valid, 10);
-}
-
-TEST_F(DynamicsReportTest, TheWindowShowsItAsText) {
-    Program program;
-    MemoryFileServices files;
-    FakeProcessServices process;
-    program.Units = MetricUnits();
-    program.Channels = MetricChannels();
-    program.Document = LoadSample("formula-rear-pushrod.WSP");
-    program.Settings.View = vwDynamicsReport;
-    frmMain window(program, files, m_messages, process);
-    window.RefreshGUI(true);
-    EXPECT_THAT(window.picResultsText, StartsWith("Rear suspension with outboard brakes\r\n"));
-    EXPECT_EQ(window.Grid().Text(), "");
-    program.Settings.View = vwLateralGeometry;
-    window.RefreshGUI(false);
-    EXPECT_EQ(window.picResultsText, "");
-    program.Document.DynamicsValid = false;
-    program.Settings.View = vwDynamicsReport;
-    window.RefreshGUI(false);
-    EXPECT_EQ(window.picResultsText, "");
-    EXPECT_THAT(m_box.Prompts(), ElementsAre(NotValid));
 }
 
 } // namespace

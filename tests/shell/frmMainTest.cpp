@@ -1,10 +1,8 @@
 #include "shell/frmMain.h"
 
 #include "platform/DiskFileServices.h"
-#include "tests/support/FakeProcessServices.h"
-#include "tests/support/MemoryFileServices.h"
-#include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
+#include "tests/support/TestDesk.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -37,13 +35,8 @@ class InterruptingBox final : public MessageBox {
     }
 };
 
-class frmMainTest : public testing::Test {
+class frmMainTest : public testing::Test, protected TestDesk {
   protected:
-    frmMainTest() {
-        m_program.Units = MetricUnits();
-        m_program.Channels.ChannelsSetup(m_program.Units);
-    }
-
     static std::string SampleBytes(const std::string& name = "touring-front-wishbone.WSP") {
         return DiskFileServices().ReadBytes(SamplePath(name));
     }
@@ -96,12 +89,7 @@ class frmMainTest : public testing::Test {
         }
     }
 
-    Program m_program;
-    MemoryFileServices m_files;
-    RecordingMessageBox m_box;
-    Messages m_messages{m_box};
-    FakeProcessServices m_process;
-    frmMain m_main{m_program, m_files, m_messages, m_process};
+    frmMain m_main{m_desk};
 };
 
 TEST_F(frmMainTest, FileOpenShowsTheDocumentAtItsStaticPosition) {
@@ -277,7 +265,10 @@ TEST_F(frmMainTest, RefreshGUIKeepsThePositionOnTheGrid) {
 TEST_F(frmMainTest, AnEventDuringARefreshIsIgnored) {
     InterruptingBox box;
     Messages messages(box);
-    frmMain window(m_program, m_files, messages, m_process);
+    Desk desk{m_program, m_files, messages, m_process, m_windows, MLibHelp(m_windows.Help),
+              &m_store};
+    frmMain window(desk);
+    window.Load();
     box.Event = [&] { window.RefreshGUI(true); };
     m_files.Put(Path, SampleBytes("roadster-front-links.WSP"));
     window.FileOpen(Path);
@@ -366,6 +357,22 @@ TEST_F(frmMainTest, ASaveThatFailsIsToldAndKeepsTheOldFile) {
                             "An error occurred while adding field: KARB to the filestream",
                             refused + "KARB can't be written"));
     EXPECT_EQ(m_files.Paths(), std::vector<std::string>({Path, "/cars/rear.WSP"}));
+}
+
+TEST_F(frmMainTest, TheDynamicsReportIsTextInThePicture) {
+    Open(SampleBytes("formula-rear-pushrod.WSP"));
+    m_program.Settings.View = vwDynamicsReport;
+    m_main.RefreshGUI(true);
+    EXPECT_THAT(m_main.picResults.Text, StartsWith("Rear suspension with outboard brakes\r\n"));
+    EXPECT_EQ(m_main.Grid().Text(), "");
+    m_program.Settings.View = vwLateralGeometry;
+    m_main.RefreshGUI(false);
+    EXPECT_EQ(m_main.picResults.Text, "");
+    m_program.Document.DynamicsValid = false;
+    m_program.Settings.View = vwDynamicsReport;
+    m_main.RefreshGUI(false);
+    EXPECT_EQ(m_main.picResults.Text, "");
+    EXPECT_THAT(m_box.Prompts(), ElementsAre("Current settings are not valid for this report."));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "platform/WindowServices.h"
 
 #include <deque>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,9 @@ namespace corvanta::test {
 class FakeWindowSystem final : public FileDialog,
                                public Clipboard,
                                public HelpViewer,
-                               public ScreenCursor {
+                               public ScreenCursor,
+                               public PlaceLocks,
+                               public ScreenUpdate {
   public:
     std::vector<FileNameRequest> Requests;
     std::deque<FileNameAnswer> Answers;
@@ -21,8 +24,12 @@ class FakeWindowSystem final : public FileDialog,
     std::vector<int> Topics; ///< of the help shown; 0 for the contents
     std::string HelpFile;
     std::vector<int> Shapes{DefaultCursor}; ///< every cursor that was set, the last one in force
+    std::set<std::string> Locked;           ///< the locks that some program holds
+    int Updates = 0;
 
-    [[nodiscard]] WindowSystem Services() { return {*this, *this, *this, *this, Screen}; }
+    [[nodiscard]] WindowSystem Services() {
+        return {*this, *this, *this, *this, *this, *this, Screen};
+    }
 
     static constexpr WindowPlacement Screen{0, 0, 28800, 16200};
 
@@ -44,6 +51,9 @@ class FakeWindowSystem final : public FileDialog,
     }
     [[nodiscard]] int Current() const override { return Shapes.back(); }
     void Set(int cursor) override { Shapes.push_back(cursor); }
+    bool Take(const std::string& path) override { return Locked.insert(path).second; }
+    void Release(const std::string& path) override { Locked.erase(path); }
+    void Update() override { ++Updates; }
 };
 
 } // namespace corvanta::test

@@ -1,0 +1,286 @@
+// What the main window shows: the result area, the selection strip, menus, toolbar, status bar.
+
+#include "shell/frmMain.h"
+
+#include "results/DynamicsReport.h"
+#include "results/MDisplayTable.h"
+#include "results/PointsTable.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace corvanta {
+
+namespace {
+
+bool IsTableView(std::int32_t view) {
+    return (view >= vwAntis && view <= vwLinkLengths) || view == vwQuadraticCoefficients;
+}
+
+bool IsChannelTable(std::int32_t view) {
+    return view >= vwAntis && view <= vwCustomTable;
+}
+
+/// The views with the selection strip.
+bool HasStrip(std::int32_t view) {
+    return (IsTableView(view) && view != vwLinkLengths) || view == vwPlot || view == vw3d;
+}
+
+/// A travel as the status bar names it: in words, with sign and unit.
+std::string TravelWords(const FundamentalUnits& units, double travel, const char* positive,
+                        const char* negative) {
+    const std::string text = FormatChannelValue(units, travel, ucDisplacement);
+    return std::string(travel < 0 ? negative : positive) + (travel > 0 ? " +" : " ") + text + " " +
+           units[ucDisplacement].Label;
+}
+
+} // namespace
+
+void frmMain::ShowViewPanels() {
+    const bool loaded = m_desk.Program.Document.DataLoaded;
+    const std::int32_t view = loaded ? m_desk.Program.Settings.View : std::int32_t{vwNone};
+    grdDisplay.Visible = IsTableView(view);
+    chtChart.Visible = view == vwPlot;
+    picResults.Visible = view == vwDynamicsReport || view == vw3d;
+    picResults.Inverted = view == vw3d;
+    picComboContainer.Visible = HasStrip(view);
+    panFailure.Visible = view == vwNone && loaded;
+    panStart.Visible = view == vwNone && !loaded;
+}
+
+void frmMain::DisplayView(std::int32_t view, std::int32_t viewArgument, std::int32_t variable,
+                          int wheel, int rack) {
+    if (!m_desk.Program.Document.DataLoaded) {
+        return;
+    }
+    const bool gridVisible = grdDisplay.Visible;
+    grdDisplay.Visible = false; // nothing flickers while the grid is filled
+    ViewSettings& settings = m_desk.Program.Settings;
+    if (settings.View != m_viewLastDisplayed) {
+        viewArgument = view == vwPlot ? m_channelLastPlotted : 0;
+        settings.ViewArgument = viewArgument;
+    }
+    m_viewLastDisplayed = settings.View;
+    if (view == vwPlot) {
+        m_channelLastPlotted = settings.ViewArgument;
+    }
+    SetupViewControls(view, viewArgument, variable, wheel, rack);
+    FillResultArea(view, viewArgument, variable, wheel, rack);
+    grdDisplay.Visible = gridVisible;
+}
+
+void frmMain::FillResultArea(std::int32_t view, std::int32_t viewArgument, std::int32_t variable,
+                             int wheel, int rack) {
+    Program& program = m_desk.Program;
+    std::optional<ViewTable> table;
+    ResetGrid(grdDisplay);
+    picResults.Text.clear();
+    if (IsChannelTable(view)) {
+        table = BuildViewTable(program, view, variable, rack, wheel, program.CustomChannels);
+    } else if (view == vwCoordinates) {
+        SetupPointsTableBlank(grdDisplay, program.Document, program.Units, false);
+        DataPointsGet(grdDisplay, program.Document, program.Units, wheel, rack);
+    } else if (view == vwLinkLoads) {
+        table = ShowLinkLoadView(program, viewArgument, rack, m_desk.Messages, m_linkLoadsWarned);
+    } else if (view == vwLinkLengths) {
+        table = ShowLinkLengths(program);
+    } else if (view == vwDynamicsReport) {
+        picResults.Text = ShowDynamicsReport(program, m_desk.Messages);
+    } else if (view == vwQuadraticCoefficients) {
+        table = ShowQuadraticCoefficients(program);
+    }
+    if (table) {
+        ShowTable(grdDisplay, view, *table);
+        MarkStaticRow(view, variable);
+    }
+}
+
+void frmMain::MarkStaticRow(std::int32_t view, std::int32_t variable) {
+    // Below two rows of heads the rows are the steps, which begin with 2.
+    if (IsChannelTable(view) && variable == vvAlongRackTravel) {
+        grdDisplay.MarkedRow = m_desk.Program.Document.StaticRack;
+    } else if (IsChannelTable(view) || view == vwLinkLoads) {
+        grdDisplay.MarkedRow = m_desk.Program.Document.StaticWheel;
+    }
+}
+
+void frmMain::SetupViewControls(std::int32_t view, std::int32_t viewArgument, std::int32_t variable,
+                                int wheel, int rack) {
+    for (ListControl* list : {&cboType, &cboWheel, &cboRack}) {
+        list->Clear();
+    }
+    FillPositionLists();
+    FillTypeList(view);
+    ShowSelectionControls(view, variable);
+    SelectPositions(view, viewArgument, wheel, rack);
+    for (const ListControl* list : {&cboType, &cboWheel, &cboRack}) {
+        if (list->Visible && list->Enabled) {
+            Focus = list;
+        }
+    }
+    optRack.Selected = m_desk.Program.Settings.ViewVariable == vvAlongRackTravel;
+    optWheel.Selected = m_desk.Program.Settings.ViewVariable == vvAlongWheelTravel;
+}
+
+void frmMain::FillPositionLists() {
+    const Suspension& document = m_desk.Program.Document;
+    if (!document.ResultsValid) {
+        return; // there are no positions to choose from
+    }
+    constexpr int FirstStep = 2;
+    const FundamentalUnits& units = m_desk.Program.Units;
+    for (int step = FirstStep; step <= document.NW + 1; ++step) {
+        cboWheel.Add(FormatChannelValue(
+            units, document.WheelStates(FirstStep, step).Channels.Cell(chWheelTravel),
+            ucDisplacement));
+    }
+    const double staticY = document.StaticPoints()[ptTRI].Y;
+    for (int step = document.NR + 1; step >= FirstStep; --step) {
+        const double travel = document.WheelStates(step, FirstStep).Points[ptTRI].Y - staticY;
+        cboRack.Add(FormatChannelValue(units, travel, ucDisplacement));
+    }
+}
+
+void frmMain::FillTypeList(std::int32_t view) {
+    if (view == vwLinkLoads) {
+        labType.Caption = "Show link loads for:";
+        for (int subView = 1; subView <= LinkLoadViewCount; ++subView) {
+            cboType.Add(LinkLoadViewName(subView, m_desk.Program.Document.Data), subView);
+        }
+    } else if (view == vwPlot) {
+        labType.Caption = "Plot channel:";
+        for (int id = 1; id <= ChannelCount; ++id) {
+            if (id != chLinkLoads) {
+                cboType.Add(m_desk.Program.Channels[id].Title, id);
+            }
+        }
+    }
+}
+
+void frmMain::ShowSelectionControls(std::int32_t view, std::int32_t variable) {
+    const bool both = view == vwCoordinates || view == vw3d;
+    const bool fixed = IsChannelTable(view) || view == vwPlot;
+    const bool type = view == vwLinkLoads || view == vwPlot;
+    const bool wheel = both || (fixed && variable == vvAlongRackTravel);
+    const bool rack = both || (fixed && variable == vvAlongWheelTravel);
+    labType.Visible = cboType.Visible = type;
+    labWheel.Visible = cboWheel.Visible = labUpDown.Visible = wheel;
+    labRack.Visible = cboRack.Visible = labLeftRight.Visible = rack;
+    optRack.Visible = optWheel.Visible = fixed;
+    chk3dDrawAxes.Visible = chk3dAutoScale.Visible = view == vw3d;
+}
+
+void frmMain::SelectPositions(std::int32_t view, std::int32_t viewArgument, int wheel, int rack) {
+    const auto select = [](ListControl& list, int index) {
+        list.Select(index >= 0 && index < list.Count() ? index : 0);
+    };
+    if (cboWheel.Visible) {
+        select(cboWheel, wheel - 2);
+    }
+    if (cboRack.Visible) {
+        select(cboRack, cboRack.Count() - rack + 1);
+    }
+    if (view == vwLinkLoads) {
+        select(cboType, std::max(viewArgument, 1) - 1);
+    } else if (view == vwPlot) {
+        const int channel = std::max(viewArgument, 1);
+        select(cboType, channel < chLinkLoads ? channel - 1 : channel - 2);
+    }
+    // What the lists show now is what a later choice is compared with.
+    m_typeText = cboType.Text();
+    m_wheelText = cboWheel.Text();
+    m_rackText = cboRack.Text();
+}
+
+void frmMain::UpdateMenus() {
+    const Program& program = m_desk.Program;
+    const bool results = program.Document.ResultsValid && program.Document.DataLoaded;
+    const std::int32_t mechanism = program.Document.Data.SpringMechanism;
+    for (MenuItem& item : mnuView.Items) {
+        if (item.Command == mcView) {
+            item.Enabled = results;
+        }
+    }
+    if (results && mechanism == smNone) {
+        for (const std::int32_t view :
+             {vwSpringDetails, vwBarDetails, vwDynamicsReport, vwQuadraticCoefficients}) {
+            ItemOf(mnuView, mcView, view).Enabled = false;
+        }
+    }
+    ItemOf(mnuView, mcView, vwLinkLoads).Enabled = results && HasLinkLoads(mechanism);
+    ItemOf(mnuFile, mcPrint).Enabled = program.Document.ResultsValid;
+    ItemOf(mnuEdit, mcAdjust).Enabled = program.Document.ResultsValid;
+    const std::int32_t view = program.Settings.View;
+    mnuExport.Enabled = (view >= vwAntis && view <= vwQuadraticCoefficients) || view == vwPlot;
+    ItemOf(mnuFile, mcExportMenu).Enabled = mnuExport.Enabled;
+    ItemOf(mnuEdit, mcCopy).Enabled =
+        view != vwNone && view != vwDynamicsReport && view != vwPlot && view != vw3d;
+}
+
+void frmMain::UpdateToolbar() {
+    for (ToolButton& button : tbrMain) {
+        switch (button.Command) {
+        case mcNew:
+        case mcOpen:
+        case mcSave:
+        case mcPrint:
+            button.Enabled = ItemOf(mnuFile, static_cast<MainCommand>(button.Command)).Enabled;
+            break;
+        case mcExportComponent:
+            button.Enabled = mnuExport.Enabled;
+            break;
+        case mcView:
+            button.Enabled = ItemOf(mnuView, mcView, button.Tag).Enabled;
+            button.Pressed = button.Tag == m_desk.Program.Settings.View;
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+void frmMain::DisplayFormCaption() {
+    const std::string name = FileServices::BaseName(m_desk.Program.DocumentPath);
+    Caption = "Corvanta " + m_desk.Process.Version().Text();
+    if (!name.empty()) {
+        Caption +=
+            " - " + name + " - [" + std::string(ViewName(m_desk.Program.Settings.View)) + "]";
+    }
+}
+
+void frmMain::DisplayStatus() {
+    const Program& program = m_desk.Program;
+    const Suspension& document = program.Document;
+    const FundamentalUnits& units = program.Units;
+    const auto position = [&](int wheelStep, int rackStep) {
+        std::string text;
+        if (wheelStep >= 2) {
+            text = TravelWords(units, WheelTravelAtStep(document, wheelStep), "Bump", "Droop");
+        }
+        if (rackStep >= 2) {
+            text += (text.empty() ? "" : "   ") +
+                    TravelWords(units, RackTravelAtStep(document, rackStep), "Rack", "Rack");
+        }
+        return text;
+    };
+    stbMain.Document = "No suspension";
+    if (document.DataLoaded) {
+        const std::string& path = program.DocumentPath;
+        stbMain.Document =
+            path.empty() ? "New suspension" : path.substr(FileServices::ParentFolder(path).size());
+    }
+    stbMain.Document += program.Modified ? "  modified" : "";
+    stbMain.Position = position(
+        cboWheel.Visible && picComboContainer.Visible ? program.Settings.ViewWheel : 0,
+        (cboRack.Visible || program.Settings.View == vwLinkLoads) && picComboContainer.Visible
+            ? program.Settings.ViewRack
+            : 0);
+    stbMain.Units =
+        units[ucDisplacement].Label + "  " + units[ucForce].Label + "  " + units[ucRate].Label;
+    if (panFailure.Visible && m_failure.RackStep != 0) {
+        stbMain.Note = "Stopped at " + position(m_failure.WheelStep, m_failure.RackStep);
+    }
+}
+
+} // namespace corvanta
