@@ -21,7 +21,7 @@ namespace corvanta {
 
 /// The process as the operating system started it. The environment's locale is read once, when the
 /// object is made.
-class MachineServices final : public ProcessServices {
+class MachineServices : public ProcessServices {
   public:
     /// `argv` holds the program's name and then its arguments, `argc` of them altogether.
     MachineServices(int argc, const char* const* argv, ProductVersion version);

@@ -1,0 +1,90 @@
+#include "desktop/Desktop.h"
+
+#include "desktop/AboutWindow.h"
+#include "desktop/EditGeometryWindow.h"
+#include "desktop/Guard.h"
+#include "desktop/MainWindow.h"
+#include "desktop/OptionsWindow.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace corvanta {
+
+namespace {
+
+WindowPlacement SizeOfScreen() {
+    const QSize size = QGuiApplication::primaryScreen()->availableSize();
+    return {0, 0, size.width() * TwipsPerPixel, size.height() * TwipsPerPixel};
+}
+
+/// Makes a view for a window that opened, brings it up to date, takes it away when it closed.
+template <typename View, typename Window>
+void Follow(std::unique_ptr<View>& view, Window* window, Desktop& desktop) {
+    const bool open = window != nullptr && window->IsOpen;
+    if (view && (!open || !view->Shows(*window))) {
+        view->hide();
+        view.release()->deleteLater(); // an event of its own may be what closed it
+    }
+    if (open && !view) {
+        view = std::make_unique<View>(desktop, *window);
+    }
+    if (view) {
+        view->Refresh();
+    }
+}
+
+} // namespace
+
+Desktop::Desktop(FileServices& files, ProcessServices& process)
+    : Desktop(files, process, m_ownBox, m_ownDialog) {}
+
+Desktop::Desktop(FileServices& files, ProcessServices& process, MessageBox& box,
+                 FileDialog& dialog)
+    : m_windows{dialog, m_clipboard, m_help, m_cursor, m_locks, *this, SizeOfScreen()},
+      m_application(files, box, process, m_windows) {}
+
+Desktop::~Desktop() = default;
+
+StartResult Desktop::Start() {
+    const StartResult result = m_application.AppStart();
+    if (result == StartResult::Interactive) {
+        Show();
+        Handle([this] { m_application.OfferRecovery(); });
+    }
+    return result;
+}
+
+void Desktop::Handle(const std::function<void()>& event) {
+    Guarded(m_application.MessageService(), event);
+    Show();
+}
+
+void Desktop::Show() {
+    Guarded(m_application.MessageService(), [this] {
+        if (Main().IsOpen && !m_main) {
+            m_main = std::make_unique<MainWindow>(*this);
+            m_main->Refresh();
+            m_main->show();
+        }
+        if (m_main) {
+            m_main->Refresh();
+            m_main->setVisible(Main().IsOpen);
+        }
+        ShowChildWindows();
+    });
+}
+
+void Desktop::ShowChildWindows() {
+    Follow(m_editor, Main().EditGeometry.get(), *this);
+    Follow(m_options, Main().OptionsDialog.get(), *this);
+    Follow(m_about, &Main().About, *this);
+    Main().ReleaseClosedWindows();
+}
+
+void Desktop::Update() {
+    Show();
+    QGuiApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+} // namespace corvanta

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "desktop/HelpWindow.h"
+#include "desktop/QtServices.h"
+#include "frame/MSusp.h"
+#include "platform/FileServices.h"
+
+#include <functional>
+#include <memory>
+
+namespace corvanta {
+
+class AboutWindow;
+class EditGeometryWindow;
+class MainWindow;
+class OptionsWindow;
+
+/// The program's windows on the screen. They are made, brought up to date and taken away by what
+/// the windows of the program are, after every event.
+class Desktop final : private ScreenUpdate {
+  public:
+    Desktop(FileServices& files, ProcessServices& process);
+    Desktop(FileServices& files, ProcessServices& process, MessageBox& box, FileDialog& dialog);
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+    Desktop(Desktop&&) = delete;
+    Desktop& operator=(Desktop&&) = delete;
+    ~Desktop() override;
+
+    /// Starts the program. `Interactive` when its window is up, with unsaved work of an earlier run
+    /// offered.
+    [[nodiscard]] StartResult Start();
+
+    /// Runs an event, reports what it throws, and brings the outcome to the screen.
+    void Handle(const std::function<void()>& event);
+
+    /// Brings the windows as they are now to the screen.
+    void Show();
+
+    [[nodiscard]] Application& Program() { return m_application; }
+    [[nodiscard]] frmMain& Main() { return m_application.MainWindow(); }
+
+    /// The windows that are up, none otherwise.
+    [[nodiscard]] MainWindow* MainView() const { return m_main.get(); }
+    [[nodiscard]] EditGeometryWindow* EditorView() const { return m_editor.get(); }
+    [[nodiscard]] OptionsWindow* OptionsView() const { return m_options.get(); }
+    [[nodiscard]] AboutWindow* AboutView() const { return m_about.get(); }
+    [[nodiscard]] HelpWindow& Help() { return m_help; }
+
+  private:
+    void Update() override;
+    void ShowChildWindows();
+
+    QtMessageBox m_ownBox;
+    QtFileDialog m_ownDialog;
+    QtClipboard m_clipboard;
+    QtScreenCursor m_cursor;
+    QtPlaceLocks m_locks;
+    HelpWindow m_help;
+    WindowSystem m_windows;
+    Application m_application;
+    std::unique_ptr<MainWindow> m_main;
+    std::unique_ptr<EditGeometryWindow> m_editor;
+    std::unique_ptr<OptionsWindow> m_options;
+    std::unique_ptr<AboutWindow> m_about;
+};
+
+} // namespace corvanta

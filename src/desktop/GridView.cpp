@@ -1,0 +1,378 @@
+#include "desktop/GridView.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QFontDatabase>
+#include <QFontMetrics>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace corvanta {
+
+namespace {
+
+constexpr int Padding = 8;
+constexpr int LeastColumnWidth = 72;
+constexpr int WidestTitle = 132; ///< a longer title is wrapped
+constexpr int RowPadding = 6;
+
+/// A colour between two, `share` of the second.
+QColor Blend(const QColor& first, const QColor& second, double share) {
+    const auto mix = [share](float a, float b) {
+        return static_cast<float>(a + (b - a) * share);
+    };
+    return QColor::fromRgbF(mix(first.redF(), second.redF()), mix(first.greenF(), second.greenF()),
+                            mix(first.blueF(), second.blueF()));
+}
+
+QColor LineColour(const QPalette& palette) {
+    return Blend(palette.color(QPalette::Base), palette.color(QPalette::Text), 0.18);
+}
+
+QColor QuietColour(const QPalette& palette) {
+    return Blend(palette.color(QPalette::Button), palette.color(QPalette::ButtonText), 0.62);
+}
+
+QColor FaultColour(const QPalette& palette) {
+    return Blend(palette.color(QPalette::Base), QColor(220, 40, 30), 0.35);
+}
+
+/// The fine lines above and below the marked row.
+void PaintMark(QPainter& painter, const QRect& cell, const QPalette& palette) {
+    painter.setPen(QPen(palette.color(QPalette::Highlight), 1));
+    painter.drawLine(cell.topLeft(), cell.topRight());
+    painter.drawLine(cell.bottomLeft(), cell.bottomRight());
+}
+
+/// The heads of the first column, in the corner of the table.
+class Corner final : public QWidget {
+  public:
+    Corner(const GridHeader& heads, const GridRowHeads& rowHeads, QWidget* parent)
+        : QWidget(parent),
+          m_heads(heads),
+          m_rowHeads(rowHeads) {}
+
+  protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        painter.fillRect(rect(), palette().color(QPalette::Button));
+        m_heads.PaintHeads(painter, rect(), 0,
+                           m_rowHeads.HoldsNumbers() ? Qt::AlignRight : Qt::AlignLeft);
+    }
+
+  private:
+    const GridHeader& m_heads;
+    const GridRowHeads& m_rowHeads;
+};
+
+} // namespace
+
+QFont TableFont() {
+    QFont font = QApplication::font();
+    const QFontMetrics metrics(font);
+    const int width = metrics.horizontalAdvance('0');
+    for (char digit = '1'; digit <= '9'; ++digit) {
+        if (metrics.horizontalAdvance(QChar(digit)) != width) {
+            return QFontDatabase::systemFont(QFontDatabase::FixedFont);
+        }
+    }
+    return font;
+}
+
+GridHeader::GridHeader(const GridModel& model, QWidget* parent)
+    : QHeaderView(Qt::Horizontal, parent),
+      m_model(model) {
+    setSectionsClickable(true);
+    setHighlightSections(false);
+}
+
+QFont GridHeader::UnitFont() const {
+    QFont small = font();
+    small.setPointSizeF(small.pointSizeF() * 0.9);
+    return small;
+}
+
+int GridHeader::NeededWidth(int column) const {
+    const QFontMetrics metrics(font());
+    const int gridColumn = m_model.GridColumn(column);
+    int width = LeastColumnWidth;
+    const QString title = m_model.Text(0, gridColumn);
+    for (const QString& word : title.split(' ')) {
+        width = std::max(width, metrics.horizontalAdvance(word) + 2 * Padding);
+    }
+    width = std::max(width, std::min(metrics.horizontalAdvance(title) + 2 * Padding, WidestTitle));
+    for (int row = m_model.Grid().FixedRows(); row < m_model.Grid().Rows(); ++row) {
+        width = std::max(width, metrics.horizontalAdvance(m_model.Text(row, gridColumn)) +
+                                    2 * Padding);
+    }
+    return width;
+}
+
+QSize GridHeader::sizeHint() const {
+    const QFontMetrics metrics(font());
+    int lines = metrics.height();
+    for (int column = 0; column < m_model.Grid().Columns(); ++column) {
+        const int section = column - m_model.Grid().FixedColumns();
+        const int width = section >= 0 && section < count() ? sectionSize(section) : WidestTitle;
+        const QRect box(0, 0, std::max(1, width - 2 * Padding), 1000);
+        lines = std::max(lines, metrics
+                                    .boundingRect(box, Qt::TextWordWrap | Qt::AlignHCenter,
+                                                  m_model.Text(0, column))
+                                    .height());
+    }
+    const int units = m_model.Grid().FixedRows() > 1 ? QFontMetrics(UnitFont()).height() : 0;
+    return {QHeaderView::sizeHint().width(), lines + units + 2 * RowPadding};
+}
+
+void GridHeader::PaintHeads(QPainter& painter, const QRect& area, int gridColumn,
+                            Qt::Alignment sides) const {
+    const QRect text = area.adjusted(Padding, RowPadding, -Padding, -RowPadding);
+    painter.setFont(font());
+    painter.setPen(palette().color(QPalette::ButtonText));
+    if (m_model.Grid().Bold(0) && m_model.Grid().Rows() > 0) {
+        QFont bold = font();
+        bold.setBold(true);
+        painter.setFont(bold);
+    }
+    painter.drawText(text, static_cast<int>(sides | Qt::AlignTop) | Qt::TextWordWrap,
+                     m_model.Text(0, gridColumn));
+    if (m_model.Grid().FixedRows() > 1) {
+        painter.setFont(UnitFont());
+        painter.setPen(QuietColour(palette()));
+        painter.drawText(text, static_cast<int>(sides | Qt::AlignBottom),
+                         m_model.Text(1, gridColumn));
+    }
+    painter.setPen(LineColour(palette()));
+    painter.drawLine(area.bottomLeft(), area.bottomRight());
+    painter.drawLine(area.topRight(), area.bottomRight());
+}
+
+void GridHeader::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const {
+    painter->save();
+    painter->fillRect(rect, palette().color(QPalette::Button));
+    if (m_model.Grid().Rows() > 0) {
+        PaintHeads(*painter, rect, m_model.GridColumn(logicalIndex), Qt::AlignRight);
+    }
+    painter->restore();
+}
+
+GridRowHeads::GridRowHeads(const GridModel& model, QWidget* parent)
+    : QHeaderView(Qt::Vertical, parent),
+      m_model(model) {
+    setSectionsClickable(true);
+    setHighlightSections(false);
+    setSectionResizeMode(QHeaderView::Fixed);
+    setDefaultSectionSize(QFontMetrics(font()).height() + RowPadding);
+}
+
+bool GridRowHeads::HoldsNumbers() const {
+    bool isNumber = false;
+    static_cast<void>(m_model.Text(m_model.GridRow(0), 0).remove(',').toDouble(&isNumber));
+    return isNumber;
+}
+
+QSize GridRowHeads::sizeHint() const {
+    const QFontMetrics metrics(font());
+    int width = LeastColumnWidth;
+    for (int row = 0; row < m_model.Grid().Rows() && m_model.Grid().FixedColumns() > 0; ++row) {
+        width = std::max(width, metrics.horizontalAdvance(m_model.Text(row, 0)) + 2 * Padding);
+    }
+    return {width, QHeaderView::sizeHint().height()};
+}
+
+void GridRowHeads::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const {
+    painter->save();
+    painter->fillRect(rect, palette().color(QPalette::Button));
+    painter->setFont(font());
+    painter->setPen(palette().color(QPalette::ButtonText));
+    const Qt::Alignment side = HoldsNumbers() ? Qt::AlignRight : Qt::AlignLeft;
+    painter->drawText(rect.adjusted(Padding, 0, -Padding, 0),
+                      static_cast<int>(side | Qt::AlignVCenter),
+                      m_model.Text(m_model.GridRow(logicalIndex), 0));
+    painter->setPen(LineColour(palette()));
+    painter->drawLine(rect.topRight(), rect.bottomRight());
+    if (m_model.GridRow(logicalIndex) == m_model.Grid().MarkedRow) {
+        PaintMark(*painter, rect, palette());
+    }
+    painter->restore();
+}
+
+GridDelegate::GridDelegate(const GridModel& model, QObject* parent)
+    : QStyledItemDelegate(parent),
+      m_model(model) {}
+
+void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+    const int row = m_model.GridRow(index.row());
+    const int column = m_model.GridColumn(index.column());
+    const DataGrid& grid = m_model.Grid();
+    if (row >= grid.Rows() || column >= grid.Columns()) {
+        return; // the grid has changed, and the view follows at its next refresh
+    }
+    QStyleOptionViewItem cell = option;
+    cell.rect.adjust(0, 0, -Padding / 2, 0);
+    if (grid.Faulty(row, column)) {
+        painter->fillRect(option.rect, FaultColour(option.palette));
+    } else if (grid.Shaded(row, column)) {
+        painter->fillRect(option.rect, option.palette.color(QPalette::AlternateBase));
+    }
+    if (option.state.testFlag(QStyle::State_Selected)) {
+        painter->fillRect(option.rect, option.palette.color(QPalette::Highlight));
+    }
+    QStyledItemDelegate::paint(painter, cell, index);
+    if (row == grid.MarkedRow) {
+        painter->save();
+        PaintMark(*painter, option.rect, option.palette);
+        painter->restore();
+    }
+}
+
+GridView::GridView(const DataGrid& grid, QWidget* parent) : QTableView(parent), m_model(grid) {
+    const QFont font = TableFont();
+    setFont(font);
+    m_heads = new GridHeader(m_model, this);
+    m_rowHeads = new GridRowHeads(m_model, this);
+    m_heads->setFont(font);
+    m_rowHeads->setFont(font);
+    setHorizontalHeader(m_heads);
+    setVerticalHeader(m_rowHeads);
+    m_corner = new Corner(*m_heads, *m_rowHeads, this);
+    setModel(&m_model);
+    setItemDelegate(new GridDelegate(m_model, this));
+    setCornerButtonEnabled(false);
+    setShowGrid(false);
+    setWordWrap(false);
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::AnyKeyPressed |
+                    QAbstractItemView::EditKeyPressed);
+    connect(m_heads, &QHeaderView::geometriesChanged, this, &GridView::PlaceCorner);
+    connect(m_rowHeads, &QHeaderView::geometriesChanged, this, &GridView::PlaceCorner);
+}
+
+void GridView::Refresh() {
+    m_model.Refresh();
+    FitColumns();
+    PlaceCorner();
+    viewport()->update();
+}
+
+void GridView::FitColumns() {
+    for (int column = 0; column < m_model.columnCount(); ++column) {
+        const int width = m_heads->NeededWidth(column);
+        if (width != columnWidth(column)) {
+            setColumnWidth(column, width);
+        }
+    }
+    updateGeometries();
+}
+
+void GridView::PlaceCorner() {
+    m_corner->setVisible(m_model.Grid().Rows() > 0 && m_model.Grid().FixedColumns() > 0);
+    m_corner->setGeometry(0, 0, m_rowHeads->width(), m_heads->height());
+    m_corner->raise();
+    m_corner->update();
+}
+
+QString GridView::SelectedText(bool withHeads) const {
+    QModelIndexList selected = selectionModel()->selectedIndexes();
+    if (selected.isEmpty()) {
+        return {};
+    }
+    int top = selected.first().row();
+    int bottom = top;
+    int left = selected.first().column();
+    int right = left;
+    for (const QModelIndex& index : selected) {
+        top = std::min(top, index.row());
+        bottom = std::max(bottom, index.row());
+        left = std::min(left, index.column());
+        right = std::max(right, index.column());
+    }
+    QString text;
+    const auto addRow = [&](int gridRow) {
+        QStringList cells;
+        if (withHeads && m_model.Grid().FixedColumns() > 0) {
+            cells << m_model.Text(gridRow, 0);
+        }
+        for (int column = left; column <= right; ++column) {
+            cells << m_model.Text(gridRow, m_model.GridColumn(column));
+        }
+        text += cells.join('\t') + '\n';
+    };
+    for (int head = 0; withHeads && head < m_model.Grid().FixedRows(); ++head) {
+        addRow(head);
+    }
+    for (int row = top; row <= bottom; ++row) {
+        addRow(m_model.GridRow(row));
+    }
+    return text;
+}
+
+void GridView::Copy(bool withHeads) const {
+    QApplication::clipboard()->setText(SelectedText(withHeads));
+}
+
+bool GridView::event(QEvent* event) {
+    // A selected range takes the key before the menu's command for the whole table does.
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->matches(QKeySequence::Copy) && selectionModel()->selectedIndexes().size() > 1) {
+            event->accept();
+            return true;
+        }
+    }
+    return QTableView::event(event);
+}
+
+void GridView::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy)) {
+        Copy(false);
+        return;
+    }
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (m_model.Grid().Editable && enter && state() != EditingState) {
+        setCurrentIndex(moveCursor(MoveNext, Qt::NoModifier));
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+void GridView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    const bool next = hint == QAbstractItemDelegate::SubmitModelCache;
+    QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    if (next || hint == QAbstractItemDelegate::EditNextItem) {
+        setCurrentIndex(moveCursor(MoveNext, Qt::NoModifier));
+    } else if (hint == QAbstractItemDelegate::EditPreviousItem) {
+        setCurrentIndex(moveCursor(MovePrevious, Qt::NoModifier));
+    }
+}
+
+void GridView::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu menu(this);
+    QAction* copy = menu.addAction(tr("Copy"), [this] { Copy(false); });
+    QAction* withHeads = menu.addAction(tr("Copy with Heads"), [this] { Copy(true); });
+    const bool selected = selectionModel()->hasSelection();
+    copy->setEnabled(selected);
+    withHeads->setEnabled(selected);
+    menu.addAction(tr("Select All"), this, &GridView::selectAll);
+    menu.exec(event->globalPos());
+}
+
+void GridView::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    PlaceCorner();
+}
+
+void GridView::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        m_corner->update();
+    }
+}
+
+} // namespace corvanta

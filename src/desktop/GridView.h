@@ -1,0 +1,108 @@
+#pragma once
+
+#include "desktop/GridModel.h"
+
+#include <QHeaderView>
+#include <QStyledItemDelegate>
+#include <QTableView>
+
+namespace corvanta {
+
+/// The heads of a grid: the titles, wrapped between words, and below them the units, quieter.
+class GridHeader final : public QHeaderView {
+    Q_OBJECT
+
+  public:
+    GridHeader(const GridModel& model, QWidget* parent);
+
+    /// Width that a column needs for its heads and its values.
+    [[nodiscard]] int NeededWidth(int column) const;
+
+    /// Draws the heads of a column of the grid into a rectangle.
+    void PaintHeads(QPainter& painter, const QRect& area, int gridColumn, Qt::Alignment sides) const;
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+  protected:
+    void paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const override;
+
+  private:
+    [[nodiscard]] QFont UnitFont() const;
+
+    const GridModel& m_model;
+};
+
+/// The first column of a grid, which stays in sight.
+class GridRowHeads final : public QHeaderView {
+    Q_OBJECT
+
+  public:
+    GridRowHeads(const GridModel& model, QWidget* parent);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+    /// True when the first column holds numbers, which are aligned like all others.
+    [[nodiscard]] bool HoldsNumbers() const;
+
+  protected:
+    void paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const override;
+
+  private:
+    const GridModel& m_model;
+};
+
+/// Draws the cells: banded rows, the marked row between fine lines, faulty cells.
+class GridDelegate final : public QStyledItemDelegate {
+    Q_OBJECT
+
+  public:
+    GridDelegate(const GridModel& model, QObject* parent);
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+
+  private:
+    const GridModel& m_model;
+};
+
+/// A table on the screen: the heads and the first column stay in sight, a range of cells can be
+/// selected and copied, with its heads or without. An editable one takes typing; Tab and Enter go
+/// through its cells row by row.
+class GridView final : public QTableView {
+    Q_OBJECT
+
+  public:
+    explicit GridView(const DataGrid& grid, QWidget* parent = nullptr);
+
+    [[nodiscard]] GridModel& Model() { return m_model; }
+
+    /// Shows the grid as it is now.
+    void Refresh();
+
+    /// The selected cells as tab-separated text, lines ended by a line feed.
+    [[nodiscard]] QString SelectedText(bool withHeads) const;
+
+  protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+
+  private:
+    void FitColumns();
+    void PlaceCorner();
+    void Copy(bool withHeads) const;
+
+    GridModel m_model;
+    GridHeader* m_heads;
+    GridRowHeads* m_rowHeads;
+    QWidget* m_corner; ///< the heads of the first column
+};
+
+/// The font of all tables: the platform's own if its figures are of one width, otherwise its
+/// fixed one.
+[[nodiscard]] QFont TableFont();
+
+} // namespace corvanta

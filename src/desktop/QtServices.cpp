@@ -1,0 +1,153 @@
+#include "desktop/QtServices.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+namespace corvanta {
+
+namespace {
+
+constexpr int ButtonsOfStyle = 15; ///< the part of a style that names the buttons
+constexpr int IconsOfStyle = 0xF0;
+
+QMessageBox::StandardButtons ButtonsOf(int style) {
+    switch (style & ButtonsOfStyle) {
+    case msYesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case msYesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    default:
+        return QMessageBox::Ok;
+    }
+}
+
+QMessageBox::Icon IconOf(int style) {
+    switch (style & IconsOfStyle) {
+    case msExclamation:
+        return QMessageBox::Warning;
+    case msInformation:
+        return QMessageBox::Information;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+int AnswerOf(int button) {
+    switch (button) {
+    case QMessageBox::Yes:
+        return maYes;
+    case QMessageBox::No:
+        return maNo;
+    case QMessageBox::Cancel:
+        return maCancel;
+    default:
+        return maOK;
+    }
+}
+
+} // namespace
+
+QString MessageText(const std::string& prompt) {
+    QString text = QString::fromStdString(prompt);
+    text.replace("\r\n", "\n").replace('\r', '\n');
+    return text;
+}
+
+int QtMessageBox::Show(const std::string& prompt, int style, const std::string& title) {
+    QMessageBox box(QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.setWindowTitle(title.empty() ? QString("Corvanta") : QString::fromStdString(title));
+    box.setText(MessageText(prompt));
+    box.setIcon(IconOf(style));
+    box.setStandardButtons(ButtonsOf(style));
+    // A question that could cost work is not answered by a slip of the Enter key.
+    if ((style & ButtonsOfStyle) == msYesNo) {
+        box.setDefaultButton(QMessageBox::No);
+        box.setEscapeButton(QMessageBox::No);
+    }
+    // The wait cursor of a command that asks would say that it does not wait for the user.
+    QApplication::setOverrideCursor(Qt::ArrowCursor);
+    const int button = box.exec();
+    QApplication::restoreOverrideCursor();
+    return AnswerOf(button);
+}
+
+QStringList DialogFilters(const std::string& filter) {
+    const QStringList parts = QString::fromStdString(filter).split('|');
+    QStringList filters;
+    for (int n = 0; n + 1 < parts.size(); n += 2) {
+        QString description = parts[n].trimmed();
+        const QString pattern = parts[n + 1].trimmed();
+        // The toolkit wants the patterns in brackets behind the description, and tells upper from
+        // lower case.
+        const qsizetype bracket = description.indexOf('(');
+        description = bracket < 0 ? description : description.left(bracket).trimmed();
+        const QString patterns = pattern.contains("*.*") ? QString("*") : pattern;
+        const QString upper = patterns.toUpper();
+        filters << description + " (" + patterns + (upper == patterns ? "" : " " + upper) + ")";
+    }
+    return filters;
+}
+
+std::optional<FileNameAnswer> QtFileDialog::Ask(const FileNameRequest& request) {
+    QFileDialog dialog(QApplication::activeWindow(), QString::fromStdString(request.Title));
+    const bool reads = request.Mode == FileNameMode::Open || request.Mode == FileNameMode::Import;
+    const QStringList filters = DialogFilters(request.Filter);
+    dialog.setAcceptMode(reads ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
+    dialog.setFileMode(reads ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    dialog.setNameFilters(filters);
+    if (QFileInfo(QString::fromStdString(request.StartFolder)).isDir()) {
+        dialog.setDirectory(QString::fromStdString(request.StartFolder));
+    }
+    if (!request.InitialName.empty()) {
+        dialog.selectFile(QString::fromStdString(request.InitialName));
+    }
+    if (!reads && !request.Extension.empty()) {
+        dialog.setDefaultSuffix(QString::fromStdString(request.Extension));
+    }
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        return std::nullopt;
+    }
+    const qsizetype chosen = filters.indexOf(dialog.selectedNameFilter());
+    return FileNameAnswer{dialog.selectedFiles().constFirst().toStdString(),
+                          chosen < 0 ? 1 : static_cast<int>(chosen) + 1};
+}
+
+void QtClipboard::SetText(const std::string& text) {
+    QApplication::clipboard()->setText(QString::fromStdString(text));
+}
+
+std::string QtClipboard::Text() const {
+    return QApplication::clipboard()->text().toStdString();
+}
+
+void QtScreenCursor::Set(int cursor) {
+    if (cursor == m_current) {
+        return;
+    }
+    if (cursor == DefaultCursor) {
+        QApplication::restoreOverrideCursor();
+    } else {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    }
+    m_current = cursor;
+}
+
+bool QtPlaceLocks::Take(const std::string& path) {
+    auto lock = std::make_unique<QLockFile>(QString::fromStdString(path));
+    lock->setStaleLockTime(0); // a lock is stale only when its program is gone
+    if (m_locks.contains(path) || !lock->tryLock(0)) {
+        return false;
+    }
+    m_locks[path] = std::move(lock);
+    return true;
+}
+
+void DesktopProcess::Beep() {
+    QApplication::beep();
+}
+
+} // namespace corvanta

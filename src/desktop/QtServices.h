@@ -1,0 +1,69 @@
+#pragma once
+
+#include "platform/MachineServices.h"
+#include "platform/Messages.h"
+#include "platform/WindowServices.h"
+
+#include <QLockFile>
+#include <QString>
+
+#include <map>
+#include <memory>
+#include <string>
+
+namespace corvanta {
+
+/// Pixels of a screen at 100 per cent are 15 twips.
+inline constexpr int TwipsPerPixel = 15;
+
+/// The message box of the window system, in front of the active window.
+class QtMessageBox final : public MessageBox {
+  public:
+    int Show(const std::string& prompt, int style, const std::string& title) override;
+};
+
+class QtFileDialog final : public FileDialog {
+  public:
+    std::optional<FileNameAnswer> Ask(const FileNameRequest& request) override;
+};
+
+class QtClipboard final : public Clipboard {
+  public:
+    void SetText(const std::string& text) override;
+    [[nodiscard]] std::string Text() const override;
+};
+
+class QtScreenCursor final : public ScreenCursor {
+  public:
+    [[nodiscard]] int Current() const override { return m_current; }
+    void Set(int cursor) override;
+
+  private:
+    int m_current = DefaultCursor;
+};
+
+/// Locks as files; the one of a program that ended without releasing it is stale and can be taken.
+class QtPlaceLocks final : public PlaceLocks {
+  public:
+    bool Take(const std::string& path) override;
+    void Release(const std::string& path) override { m_locks.erase(path); }
+
+  private:
+    std::map<std::string, std::unique_ptr<QLockFile>> m_locks;
+};
+
+/// The process with the bell of the window system.
+class DesktopProcess final : public MachineServices {
+  public:
+    using MachineServices::MachineServices;
+
+    void Beep() override;
+};
+
+/// Filters of a file dialog: the pairs of description and pattern as the toolkit writes them.
+[[nodiscard]] QStringList DialogFilters(const std::string& filter);
+
+/// A message's lines, parted by CR or CR LF, as the toolkit parts them.
+[[nodiscard]] QString MessageText(const std::string& prompt);
+
+} // namespace corvanta
