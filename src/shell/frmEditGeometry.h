@@ -1,13 +1,183 @@
 #pragma once
+
+#include "model/Suspension.h"
+#include "platform/Controls.h"
+#include "platform/DataGrid.h"
 #include "shell/Desk.h"
 #include "shell/ShellHost.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
 namespace corvanta {
-class frmEditGeometry : public Window {
-  public:
-    frmEditGeometry(Desk&, ShellHost&) {}
-    void Open() { IsOpen = true; }
-    void Close() { IsOpen = false; }
-    void cmdApply_Click() {}
-    bool HasUnappliedChanges() const { return false; }
+
+/// The pages of the geometry editor, in their order.
+enum EditorPage : int {
+    pgType,
+    pgStaticPoints,
+    pgTravel,
+    pgVehicle,
+    pgLoadCases,
+    pgDescription,
 };
+
+/// A frame of a page with the boxes in it, from top to bottom.
+struct FieldFrame : Control {
+    EditorPage Page = pgTravel;
+    std::vector<NumberBox*> Boxes;
+};
+
+/// A block of cells, both ends included.
+struct CellRange {
+    int FirstRow = 0;
+    int FirstColumn = 0;
+    int LastRow = 0;
+    int LastColumn = 0;
+
+    friend bool operator==(const CellRange&, const CellRange&) = default;
+};
+
+/// The geometry editor: mechanisms, static points, travels, vehicle data, load cases and the
+/// description of the document. Its controls speak the user's units; the document changes when they
+/// are applied, and when the page of mechanisms is left.
+class frmEditGeometry final : public Window {
+  public:
+    frmEditGeometry(Desk& desk, ShellHost& main);
+    frmEditGeometry(const frmEditGeometry&) = delete;
+    frmEditGeometry& operator=(const frmEditGeometry&) = delete;
+    frmEditGeometry(frmEditGeometry&&) = delete;
+    frmEditGeometry& operator=(frmEditGeometry&&) = delete;
+    ~frmEditGeometry() = default;
+
+    /// Opens the window on the document. A failure is told, and leaves the window closed unless
+    /// only the vehicle data could not be shown.
+    void Open();
+
+    /// Remembers the place of the window and closes it; nothing is stored.
+    void Close();
+
+    /// Takes every page into the document and lets the main window calculate. False when a page
+    /// could not be taken: the user was told, the pages before it are taken, and the fault is on
+    /// show.
+    bool Apply();
+
+    /// The exchange between a page and the document. Those that read the page throw Failure, and
+    /// change nothing, for a text that is no number; those with a result tell the user of a failure
+    /// themselves and give false.
+    void TravelToForm();
+    void TravelFromForm();
+    void VehicleToForm();
+    bool VehicleFromForm();
+    bool PointsFromGrid();
+
+    /// Writes the static points of the document into the table that stands.
+    void PointsToGrid();
+
+    /// Takes the page of mechanisms, if it differs, and lays out the table of points anew. With
+    /// `confirm` the user is asked first; declined, the page goes back to the document's choices.
+    void TypeFromForm(bool confirm);
+
+    /// Lets every list of mechanisms offer what the choices above it allow.
+    void UpdateMechanismLists();
+
+    // Events. The control already holds what the user chose or typed.
+    void cboSpringMechanism_Changed() { UpdateMechanismLists(); }
+    void cboSpringSystem_Changed() { UpdateMechanismLists(); }
+    void cboARB_Changed() { UpdateMechanismLists(); }
+    void tabPages_Changed(int newPage);
+    void NumberBox_Changed(NumberBox& box);   ///< after each keystroke
+    void NumberBox_LostFocus(NumberBox& box); ///< typing has ended
+    void txtDescription_Changed();
+    void grdPoints_Edited(int row, int column, const std::string& text);
+    void cmdOK_Click();
+    void cmdApply_Click();
+    void cmdCancel_Click();
+    void cmdHelp_Click();
+    void cmdCopy_Click();
+    void cmdPaste_Click();
+
+    /// The corner as the controls stand, for a drawing: the mechanisms chosen, with their points in
+    /// play, and the points typed; a cell that holds no number keeps what is stored. It is not set
+    /// up to be solved.
+    [[nodiscard]] Suspension Draft() const;
+
+    /// The point of a row of the table; none for its heads.
+    [[nodiscard]] std::optional<PointNumber> PointAtRow(int row) const;
+
+    /// What a cell of the table holds, in words.
+    [[nodiscard]] std::string grdPoints_ToolTip(int row, int column) const;
+
+    /// True while the controls hold something that the document does not.
+    [[nodiscard]] bool HasUnappliedChanges() const;
+
+    std::vector<std::string> Pages; ///< captions
+    int Page = pgType;
+
+    Control labSpringMechanism, labSpringSystem, labCentreSpringSystem, labARB;
+    ListControl cboSpringMechanism, cboSpringSystem, cboCentreSpringSystem, cboARB;
+    CheckBox chkDriveshaft;
+
+    /// Set while the lists are refilled, so that their own changes are no events.
+    bool ListsBusy = false;
+
+    DataGrid grdPoints;
+    CellRange grdPointsSelection; ///< the window system keeps it up to date
+    Control cmdCopy, cmdPaste;
+    Control labStatus; ///< what the last copy or paste did
+
+    Control labMotionType;
+    OptionButton optRoll, optHeave;
+    NumberBox txtBump, txtDroop, txtWheelStep, txtRackTravel, txtRackStep;
+    Control labTravelSummary; ///< the grid that the fields make, empty while a field is faulty
+
+    NumberBox txtCoGX, txtCoGZ, txtWheelbase, txtTotalMass;
+    NumberBox txtSpringStiffness, txtLinkStiffness, txtTyreStiffness, txtARBRate, txtKThirdSpring;
+
+    Control labLinkLoads, labLinkLoadsNote;
+    NumberBox txtForceX, txtForceY, txtForceZ;
+    NumberBox txtAccel, txtBraking, txtBrakeBalance;
+
+    TextBox txtDescription; ///< lines may end in any way
+    Control labDescriptionNote;
+
+    FieldFrame fraSuspensionTravel, fraRackTravel, fraChassis, fraRates, fraLinkLoads, fraDynamics;
+
+    Control cmdOK, cmdCancel, cmdApply, cmdHelp;
+
+  private:
+    /// The four lists and the check box as numbers.
+    using TypeChoices = std::array<int, 5>;
+
+    void LoadForm();
+    void ShowUnits();
+    void TypeToForm();
+    void PointTableToForm();
+    [[nodiscard]] TypeChoices ChosenType() const;
+    void TakeType(SuspensionData& data) const;
+    void TakeTravel(SuspensionData& data, std::string& message) const;
+    [[nodiscard]] std::string TakeDescription(const std::string& stored) const;
+    bool TakeAllPages();
+    void SetUpGeometry();
+    void LeaveTypePage();
+    void EnterPage(int page);
+    void MarkFaults();
+    void ShowFirstFault();
+    void UpdateTravelSummary();
+    [[nodiscard]] std::string TravelSummary() const;
+    void ShowFailure(std::string_view lead);
+
+    struct DocumentMark;
+    [[nodiscard]] DocumentMark MarkDocument() const;
+    [[nodiscard]] bool ChangedSince(const DocumentMark& mark) const;
+    void InvalidateResults();
+
+    Desk& m_desk;
+    ShellHost& m_main;
+    TypeChoices m_shownType{};  ///< as the document's choices show
+    bool m_resultsLost = false; ///< leaving a page changed a document that had been calculated
+};
+
 } // namespace corvanta

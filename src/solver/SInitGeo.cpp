@@ -72,7 +72,36 @@ std::string SignedText(double value, const Separators& separators) {
     return value < 0 ? text : " " + text;
 }
 
-/// The points that follow from others at the static position.
+} // namespace
+
+TravelGrid CountTravelSteps(const SuspensionData& data, const FundamentalUnits& units) {
+    RefuseUnusableTravel(data);
+    const double growth =
+        units[ucDisplacement].Label == "mm" ? GrowthInMillimetres : GrowthInInches;
+    const StepCount wheel = CountSteps(data.Bump, data.Droop, data.WheelTravelStepSize, growth);
+    // The rack travels as far to one side as to the other, whatever the sign that is given.
+    const double rackTravel = std::abs(data.RackTravel);
+    const StepCount rack = CountSteps(rackTravel, rackTravel, data.RackTravelStepSize, growth);
+    return {wheel.StepSize,  rack.StepSize,  wheel.First + wheel.Second + 1, 2 * rack.First + 1,
+            wheel.First + 2, rack.First + 2, wheel.Grown || rack.Grown};
+}
+
+void SetStepSizes(Suspension& document, const FundamentalUnits& units, Messages& messages) {
+    SuspensionData& data = document.Data;
+    const TravelGrid grid = CountTravelSteps(data, units);
+    data.WheelTravelStepSize = grid.WheelTravelStepSize;
+    data.RackTravelStepSize = grid.RackTravelStepSize;
+    document.NW = grid.NW;
+    document.NR = grid.NR;
+    document.StaticWheel = grid.StaticWheel;
+    document.StaticRack = grid.StaticRack;
+    if (grid.Grown) {
+        messages.ShowMessage("Max number of wheel travel points exceeded so step size reset to " +
+                                 SignedText(data.WheelTravelStepSize, units.NumberSeparators),
+                             msInformation);
+    }
+}
+
 void DerivePoints(Suspension& document) {
     PointSet& points = document.StaticPoints();
     points[ptTBDLO2] = {points[ptTBDLO].X, -points[ptTBDLO].Y, points[ptTBDLO].Z};
@@ -81,31 +110,6 @@ void DerivePoints(Suspension& document) {
     }
     if (document.Data.ThirdSpringMechanism == tsCentreSpring) {
         points[ptR1O] = points[ptTBDLI];
-    }
-}
-
-} // namespace
-
-void SetStepSizes(Suspension& document, const FundamentalUnits& units, Messages& messages) {
-    SuspensionData& data = document.Data;
-    RefuseUnusableTravel(data);
-    const double growth =
-        units[ucDisplacement].Label == "mm" ? GrowthInMillimetres : GrowthInInches;
-    const StepCount wheel = CountSteps(data.Bump, data.Droop, data.WheelTravelStepSize, growth);
-    // The rack travels as far to one side as to the other, whatever the sign that is given.
-    const double rackTravel = std::abs(data.RackTravel);
-    const StepCount rack = CountSteps(rackTravel, rackTravel, data.RackTravelStepSize, growth);
-
-    data.WheelTravelStepSize = wheel.StepSize;
-    data.RackTravelStepSize = rack.StepSize;
-    document.NW = wheel.First + wheel.Second + 1;
-    document.StaticWheel = wheel.First + 2;
-    document.NR = 2 * rack.First + 1;
-    document.StaticRack = rack.First + 2;
-    if (wheel.Grown || rack.Grown) {
-        messages.ShowMessage("Max number of wheel travel points exceeded so step size reset to " +
-                                 SignedText(data.WheelTravelStepSize, units.NumberSeparators),
-                             msInformation);
     }
 }
 

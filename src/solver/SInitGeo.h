@@ -7,14 +7,32 @@
 
 namespace corvanta {
 
-/// Turns the travel settings into the shape of the solved grid: `NW`, `NR`, `StaticWheel` and
-/// `StaticRack`. A step size that asks for more than 49 steps is enlarged by 0.5, or by 0.05 when
-/// the user works in inches, until they fit; the user is told once.
+/// What travel settings make of the solved grid.
+struct TravelGrid {
+    double WheelTravelStepSize = 0; ///< mm, grown where the one asked for makes too many steps
+    double RackTravelStepSize = 0;
+    int NW = 1;
+    int NR = 1;
+    int StaticWheel = 2;
+    int StaticRack = 2;
+    bool Grown = false; ///< a step size is not the one asked for
+};
+
+/// The grid of travel settings. A step size that asks for more than 49 steps grows by 0.5, or by
+/// 0.05 when the user works in inches, until they fit.
 ///
-/// Throws Failure, and changes nothing, for a step size of 0 ("Division by zero") or below, for a
-/// negative bump or droop travel, and for travels that a million enlargements do not fit
-/// ("Overflow").
+/// Throws Failure for a step size of 0 ("Division by zero") or below, for a negative bump or droop
+/// travel, and for travels that a million growths do not fit ("Overflow").
+[[nodiscard]] TravelGrid CountTravelSteps(const SuspensionData& data,
+                                          const FundamentalUnits& units);
+
+/// Gives the document the grid of its travel settings, with the step sizes of that grid; the user
+/// is told once when one had to grow. Throws Failure as `CountTravelSteps`, and changes nothing
+/// then.
 void SetStepSizes(Suspension& document, const FundamentalUnits& units, Messages& messages);
+
+/// The points that the user does not enter, from those of the static position that he does.
+void DerivePoints(Suspension& document);
 
 /// The set-up after every change of the document: step sizes, titles of the channels that depend on
 /// the end of the car, points in play, and the points that the user does not enter.

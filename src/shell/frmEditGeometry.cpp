@@ -1,0 +1,368 @@
+#include "shell/frmEditGeometry.h"
+
+#include "model/Failure.h"
+#include "model/PointsInPlay.h"
+#include "results/PointsTable.h"
+#include "shell/BusyScope.h"
+#include "shell/EditGeometryFields.h"
+#include "shell/MLibGUI.h"
+#include "shell/MechanismLists.h"
+#include "shell/PointCells.h"
+#include "shell/TypedNumber.h"
+#include "solver/SInitGeo.h"
+
+#include <algorithm>
+#include <cassert>
+#include <span>
+#include <utility>
+
+namespace corvanta {
+
+namespace {
+
+constexpr WindowPlacement DesignSize{0, 0, 15000, 9600};
+
+bool IsFaulty(const NumberBox& box, const Separators& separators) {
+    return !ReadTypedNumber(box.Text, separators, box.Unit);
+}
+
+} // namespace
+
+/// The document at one moment, to tell whether it changed.
+struct frmEditGeometry::DocumentMark {
+    SuspensionData Data;
+    PointSet Points;
+};
+
+frmEditGeometry::frmEditGeometry(Desk& desk, ShellHost& main) : m_desk(desk), m_main(main) {
+    Caption = "Suspension Properties";
+    Frame.Name = "frmEditGeometry";
+    Frame.Placement = DesignSize;
+    Pages = {"&Type", "&Static Points", "&Travel", "&Vehicle", "Load Cases", "Description"};
+    labSpringMechanism.Caption = "Spring actuation system:";
+    labSpringSystem.Caption = "Springs:";
+    labCentreSpringSystem.Caption = "Centre spring actuation system:";
+    labARB.Caption = "Anti-roll bar system:";
+    chkDriveshaft.Caption = "Include driveshaft";
+    cmdCopy.Caption = "&Copy";
+    cmdPaste.Caption = "&Paste";
+    labMotionType.Caption = "Motion type:";
+    optRoll.Caption = "&Single wheel";
+    optHeave.Caption = "&Axle";
+    labLinkLoads.Caption = "Forces applied at the tyre contact patch:";
+    labLinkLoadsNote.Caption = "Note: X is positive backwards so for acceleration the X direction "
+                               "force is negative.";
+    cmdOK.Caption = "&OK";
+    cmdCancel.Caption = "Cancel";
+    cmdApply.Caption = "&Apply";
+    cmdHelp.Caption = "&Help";
+
+    const auto describe = [](FieldFrame& frame, EditorPage page, const char* caption) {
+        frame.Page = page;
+        frame.Caption = caption;
+    };
+    describe(fraSuspensionTravel, pgTravel, "Suspension Travel");
+    describe(fraRackTravel, pgTravel, "Steering Rack Travel");
+    describe(fraChassis, pgVehicle, "Chassis Details");
+    describe(fraRates, pgVehicle, "Rates");
+    describe(fraLinkLoads, pgLoadCases, "Link Loads");
+    describe(fraDynamics, pgLoadCases, "Dynamics Report");
+    for (const auto fields : {TravelFields(), VehicleFields()}) {
+        for (const NumberField& field : fields) {
+            (this->*field.Box).Caption = field.Caption;
+            (this->*field.Frame).Boxes.push_back(&(this->*field.Box));
+        }
+    }
+}
+
+// --- The window ---------------------------------------------------------------------------------
+
+void frmEditGeometry::Open() {
+    try {
+        LoadForm();
+        IsOpen = true;
+    } catch (...) {
+        ShowFailure("There was an error while loading the Edit Geometry form.\rError was: ");
+    }
+}
+
+void frmEditGeometry::LoadForm() {
+    if (m_desk.Store != nullptr) {
+        RestoreWindow(Frame, m_desk.Windows.ScreenSize, *m_desk.Store, -1, -1);
+    }
+    Page = pgType;
+    ShowUnits();
+    {
+        const BusyScope busy(ListsBusy);
+        Refill(cboSpringMechanism, SpringMechanismEntries());
+        cboSpringMechanism.Select(smNone);
+    }
+    UpdateMechanismLists();
+    TypeToForm();
+    TravelToForm();
+    VehicleToForm();
+    PointTableToForm();
+    txtDescription.Text = m_desk.Program.Document.Data.Description;
+    txtDescription_Changed();
+}
+
+void frmEditGeometry::Close() {
+    if (IsOpen && m_desk.Store != nullptr) {
+        SaveWindow(Frame, *m_desk.Store, true);
+    }
+    IsOpen = false;
+}
+
+void frmEditGeometry::ShowUnits() {
+    for (const auto fields : {TravelFields(), VehicleFields()}) {
+        for (const NumberField& field : fields) {
+            NumberBox& box = this->*field.Box;
+            box.Unit = FieldUnit(field, m_desk.Program.Units);
+            const std::string hint = field.Hint;
+            box.ToolTip = hint.empty() ? hint : box.Unit + ", " + hint;
+        }
+    }
+}
+
+void frmEditGeometry::ShowFailure(std::string_view lead) {
+    m_desk.Messages.ShowMessage(std::string(lead) + FailureInFlight().Description(), msExclamation);
+}
+
+void frmEditGeometry::cmdOK_Click() {
+    if (Apply()) {
+        Close();
+    }
+}
+
+void frmEditGeometry::cmdApply_Click() {
+    Apply();
+    Raise = true;
+}
+
+void frmEditGeometry::cmdCancel_Click() {
+    Close();
+    if (std::exchange(m_resultsLost, false)) {
+        m_main.RefreshGUI(false); // what is on show belongs to the document as it was before
+    }
+}
+
+void frmEditGeometry::cmdHelp_Click() {
+    m_desk.Help.ShowHelpTopic(htEditGeometry);
+}
+
+// --- Pages --------------------------------------------------------------------------------------
+
+void frmEditGeometry::tabPages_Changed(int newPage) {
+    const int left = Page;
+    try {
+        if (left == pgType && newPage != pgType) {
+            LeaveTypePage();
+        }
+        EnterPage(newPage);
+    } catch (...) {
+        Page = newPage;
+        ShowFailure("There was an error while changing tabs\rError was: ");
+    }
+}
+
+void frmEditGeometry::LeaveTypePage() {
+    const DocumentMark before = MarkDocument();
+    if (PointsFromGrid()) { // what was typed is stored before the table is laid out anew
+        TypeFromForm(true);
+    }
+    if (ChangedSince(before)) {
+        InvalidateResults();
+    }
+}
+
+void frmEditGeometry::EnterPage(int page) {
+    Page = page;
+    labStatus.Caption.clear();
+    if (page == pgVehicle) {
+        txtKThirdSpring.Enabled =
+            m_desk.Program.Document.Data.ThirdSpringMechanism != tsCornerSpring;
+    }
+}
+
+frmEditGeometry::DocumentMark frmEditGeometry::MarkDocument() const {
+    const Suspension& document = m_desk.Program.Document;
+    return {document.Data, document.StaticPoints()};
+}
+
+/// Points that are not in play are derived or forgotten: they are no part of the document.
+bool frmEditGeometry::ChangedSince(const DocumentMark& mark) const {
+    const Suspension& document = m_desk.Program.Document;
+    return mark.Data != document.Data ||
+           std::any_of(AllPoints.begin(), AllPoints.end(), [&](PointNumber number) {
+               return document.Catalogue[number].Enabled &&
+                      mark.Points[number] != document.StaticPoints()[number];
+           });
+}
+
+/// The document changed, but the main window is not to calculate yet.
+void frmEditGeometry::InvalidateResults() {
+    Program& program = m_desk.Program;
+    program.Modified = true;
+    if (program.Document.DataLoaded) {
+        m_resultsLost = true;
+        program.Document.ResultsValid = false;
+        InitGeometry(program.Document, program.Channels, program.Units, m_desk.Messages);
+    }
+}
+
+// --- Apply --------------------------------------------------------------------------------------
+
+bool frmEditGeometry::Apply() {
+    Program& program = m_desk.Program;
+    Suspension& document = program.Document;
+    assert(IsOpen); // boxes that were never filled would empty the document
+    const DocumentMark before = MarkDocument();
+    MarkFaults();
+    bool taken = false;
+    try {
+        taken = TakeAllPages();
+        if (taken) {
+            SetUpGeometry();
+        }
+    } catch (...) {
+        taken = false;
+        ShowFailure("There was an error while applying data.\rError was: ");
+    }
+    const bool changed = ChangedSince(before);
+    if (!taken) {
+        if (changed) {
+            InvalidateResults();
+        }
+        ShowFirstFault();
+        return false;
+    }
+    program.Modified = program.Modified || changed || !document.DataLoaded;
+    document.ResultsValid = false;
+    document.DataLoaded = true;
+    m_resultsLost = false;
+    m_main.RefreshGUI(true);
+    return true;
+}
+
+bool frmEditGeometry::TakeAllPages() {
+    Suspension& document = m_desk.Program.Document;
+    TravelFromForm();
+    if (ChosenType() != m_shownType && !PointsFromGrid()) {
+        return false; // the table is about to be laid out anew: nothing typed may be lost with it
+    }
+    TypeFromForm(false);
+    if (!PointsFromGrid() || !VehicleFromForm()) {
+        return false;
+    }
+    document.Data.Description = TakeDescription(document.Data.Description);
+    return true;
+}
+
+/// A step size that has to grow is the document's own from then on, and is shown.
+void frmEditGeometry::SetUpGeometry() {
+    Program& program = m_desk.Program;
+    const SuspensionData asked = program.Document.Data;
+    InitGeometry(program.Document, program.Channels, program.Units, m_desk.Messages);
+    for (const NumberField& field : TravelFields()) {
+        const double value = program.Document.Data.*field.Target;
+        if (value != asked.*field.Target) { // exactly: it is the same number unless it grew
+            (this->*field.Box).Text = FieldText(field, value, program.Units);
+        }
+    }
+    UpdateTravelSummary();
+}
+
+bool frmEditGeometry::HasUnappliedChanges() const {
+    const Program& program = m_desk.Program;
+    const Suspension& document = program.Document;
+    if (!IsOpen) {
+        return false;
+    }
+    try {
+        std::string corrections;
+        SuspensionData data = document.Data;
+        TakeTravel(data, corrections);
+        if (data != document.Data) { // the step sizes end up as the grid allows
+            const TravelGrid grid = CountTravelSteps(data, program.Units);
+            data.WheelTravelStepSize = grid.WheelTravelStepSize;
+            data.RackTravelStepSize = grid.RackTravelStepSize;
+        }
+        TakeType(data);
+        TakeFields(data, *this, VehicleFields(), program.Units);
+        data.Description = TakeDescription(data.Description);
+        return data != document.Data ||
+               PointsOfCells(grdPoints, program.Units, document.StaticPoints()) !=
+                   document.StaticPoints();
+    } catch (const Failure&) {
+        return true; // the document holds no text that it can't take
+    }
+}
+
+Suspension frmEditGeometry::Draft() const {
+    const Suspension& document = m_desk.Program.Document;
+    Suspension draft;
+    draft.Data = document.Data;
+    TakeType(draft.Data);
+    SetPointsInPlay(draft.Catalogue, draft.Data.SpringMechanism, draft.Data);
+    draft.StaticPoints() = DraftOfCells(grdPoints, m_desk.Program.Units, document.StaticPoints());
+    DerivePoints(draft);
+    return draft;
+}
+
+// --- Faults -------------------------------------------------------------------------------------
+
+void frmEditGeometry::MarkFaults() {
+    const FundamentalUnits& units = m_desk.Program.Units;
+    for (const auto fields : {TravelFields(), VehicleFields()}) {
+        for (const NumberField& field : fields) {
+            NumberBox& box = this->*field.Box;
+            box.Text = CommittedText(box.Text, units.NumberSeparators, box.Unit);
+            box.Fault = IsFaulty(box, units.NumberSeparators);
+        }
+    }
+    for (int row = grdPoints.FixedRows(); row < grdPoints.Rows(); ++row) {
+        for (int column = grdPoints.FixedColumns(); column < grdPoints.Columns(); ++column) {
+            PutPointCell(grdPoints, units, row, column, std::string(grdPoints.Cell(row, column)));
+        }
+    }
+}
+
+/// Turns to the first field that can't be taken, in the order of taking.
+void frmEditGeometry::ShowFirstFault() {
+    const auto showFaultyBox = [this](std::span<const NumberField> fields) {
+        const auto found =
+            std::find_if(fields.begin(), fields.end(),
+                         [&](const NumberField& field) { return (this->*field.Box).Fault; });
+        if (found == fields.end()) {
+            return false;
+        }
+        EnterPage((this->*found->Frame).Page);
+        Focus = &(this->*found->Box);
+        return true;
+    };
+    if (showFaultyBox(TravelFields())) {
+        return;
+    }
+    for (int row = grdPoints.FixedRows(); row < grdPoints.Rows(); ++row) {
+        for (int column = grdPoints.FixedColumns(); column < grdPoints.Columns(); ++column) {
+            if (grdPoints.Faulty(row, column)) {
+                EnterPage(pgStaticPoints);
+                grdPointsSelection = {row, column, row, column};
+                return;
+            }
+        }
+    }
+    showFaultyBox(VehicleFields());
+}
+
+void frmEditGeometry::NumberBox_Changed(NumberBox& box) {
+    box.Fault = IsFaulty(box, m_desk.Program.Units.NumberSeparators);
+    UpdateTravelSummary();
+}
+
+void frmEditGeometry::NumberBox_LostFocus(NumberBox& box) {
+    box.Text = CommittedText(box.Text, m_desk.Program.Units.NumberSeparators, box.Unit);
+    NumberBox_Changed(box);
+}
+
+} // namespace corvanta
