@@ -72,18 +72,6 @@ std::string SignedText(double value, const Separators& separators) {
     return value < 0 ? text : " " + text;
 }
 
-/// The points that follow from others at the static position.
-void DerivePoints(Suspension& document) {
-    PointSet& points = document.StaticPoints();
-    points[ptTBDLO2] = {points[ptTBDLO].X, -points[ptTBDLO].Y, points[ptTBDLO].Z};
-    if (document.Data.ThirdSpringMechanism == tsCornerSpring) {
-        points[ptTSI] = {points[ptTBDLO].X, 0, points[ptTBDLO].Z};
-    }
-    if (document.Data.ThirdSpringMechanism == tsCentreSpring) {
-        points[ptR1O] = points[ptTBDLI];
-    }
-}
-
 } // namespace
 
 void SetStepSizes(Suspension& document, const FundamentalUnits& units, Messages& messages) {
@@ -109,12 +97,22 @@ void SetStepSizes(Suspension& document, const FundamentalUnits& units, Messages&
     }
 }
 
+void DerivePoints(PointSet& points, const SuspensionData& data) {
+    points[ptTBDLO2] = {points[ptTBDLO].X, -points[ptTBDLO].Y, points[ptTBDLO].Z};
+    if (data.ThirdSpringMechanism == tsCornerSpring) {
+        points[ptTSI] = {points[ptTBDLO].X, 0, points[ptTBDLO].Z};
+    }
+    if (data.ThirdSpringMechanism == tsCentreSpring) {
+        points[ptR1O] = points[ptTBDLI];
+    }
+}
+
 void InitGeometry(Suspension& document, ChannelCatalogue& channels, const FundamentalUnits& units,
                   Messages& messages) {
     SetStepSizes(document, units, messages);
     channels.SetFrontRearTitles(IsFrontCorner(document));
     SetPointsInPlay(document.Catalogue, document.Data.SpringMechanism, document.Data);
-    DerivePoints(document);
+    DerivePoints(document.StaticPoints(), document.Data);
 }
 
 } // namespace corvanta

@@ -16,6 +16,11 @@ namespace corvanta {
 /// ("Overflow").
 void SetStepSizes(Suspension& document, const FundamentalUnits& units, Messages& messages);
 
+/// Places the points that the user does not enter and that need no calculation: the far side of a
+/// T-bar, its middle where no spring stands on it, and the output of a rocker that drives a centre
+/// spring alone.
+void DerivePoints(PointSet& points, const SuspensionData& data);
+
 /// The set-up after every change of the document: step sizes, titles of the channels that depend on
 /// the end of the car, points in play, and the points that the user does not enter.
 void InitGeometry(Suspension& document, ChannelCatalogue& channels, const FundamentalUnits& units,
