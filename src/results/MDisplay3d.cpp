@@ -243,6 +243,9 @@ PointSet WithDerivedPoints(const PointSet& entered, const SuspensionData& data) 
         // The rocker has no output of its own: draw it as an arm to the rod.
         points[ptR1O] = points[ptPRI];
     }
+    if (HasLateralCentreSpring(data)) { // a T-bar beside it carries no spring in its middle
+        points[ptTSI] = {points[ptTBDLO].X, 0, points[ptTBDLO].Z};
+    }
     if (!HasRocker(data.SpringMechanism)) {
         points[ptPRI] = points[ptSAI];
     }
