@@ -1,5 +1,6 @@
 #include "export/MExport.h"
 
+#include "export/ExportFailure.h"
 #include "export/Suspvar.h"
 #include "model/Failure.h"
 #include "results/DynamicsReport.h"
@@ -160,9 +161,7 @@ void ExportResults(const ExportPlace& place, std::int32_t exportType, const std:
             ExportGeneral(place, exportType, filePath, batch);
         }
     } catch (...) {
-        place.Messages_.ShowMessage("There was an error while exporting. \rError was: " +
-                                        FailureInFlight().Description(),
-                                    msExclamation);
+        ReportExportFailure(place.Messages_);
     }
 }
 

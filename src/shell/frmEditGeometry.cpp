@@ -305,7 +305,7 @@ Suspension frmEditGeometry::Draft() const {
     TakeType(draft.Data);
     SetPointsInPlay(draft.Catalogue, draft.Data.SpringMechanism, draft.Data);
     draft.StaticPoints() = DraftOfCells(grdPoints, m_desk.Program.Units, document.StaticPoints());
-    DerivePoints(draft);
+    DerivePoints(draft.StaticPoints(), draft.Data);
     return draft;
 }
 

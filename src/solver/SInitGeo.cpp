@@ -102,13 +102,12 @@ void SetStepSizes(Suspension& document, const FundamentalUnits& units, Messages&
     }
 }
 
-void DerivePoints(Suspension& document) {
-    PointSet& points = document.StaticPoints();
+void DerivePoints(PointSet& points, const SuspensionData& data) {
     points[ptTBDLO2] = {points[ptTBDLO].X, -points[ptTBDLO].Y, points[ptTBDLO].Z};
-    if (document.Data.ThirdSpringMechanism == tsCornerSpring) {
+    if (data.ThirdSpringMechanism == tsCornerSpring) {
         points[ptTSI] = {points[ptTBDLO].X, 0, points[ptTBDLO].Z};
     }
-    if (document.Data.ThirdSpringMechanism == tsCentreSpring) {
+    if (data.ThirdSpringMechanism == tsCentreSpring) {
         points[ptR1O] = points[ptTBDLI];
     }
 }
@@ -118,7 +117,7 @@ void InitGeometry(Suspension& document, ChannelCatalogue& channels, const Fundam
     SetStepSizes(document, units, messages);
     channels.SetFrontRearTitles(IsFrontCorner(document));
     SetPointsInPlay(document.Catalogue, document.Data.SpringMechanism, document.Data);
-    DerivePoints(document);
+    DerivePoints(document.StaticPoints(), document.Data);
 }
 
 } // namespace corvanta

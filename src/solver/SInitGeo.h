@@ -31,8 +31,10 @@ struct TravelGrid {
 /// then.
 void SetStepSizes(Suspension& document, const FundamentalUnits& units, Messages& messages);
 
-/// The points that the user does not enter, from those of the static position that he does.
-void DerivePoints(Suspension& document);
+/// Places the points that the user does not enter and that need no calculation: the far side of a
+/// T-bar, its middle where no spring stands on it, and the output of a rocker that drives a centre
+/// spring alone.
+void DerivePoints(PointSet& points, const SuspensionData& data);
 
 /// The set-up after every change of the document: step sizes, titles of the channels that depend on
 /// the end of the car, points in play, and the points that the user does not enter.

@@ -38,16 +38,6 @@ void MeasureBar(StaticLengthRecord& lengths, const PointSet& points, std::int32_
     }
 }
 
-void PlaceStubAxle(PointSet& points, const StaticLengthRecord& lengths) {
-    const SuspPoint& centre = points[ptWC];
-    const SuspPoint& patch = points[ptWTCP];
-    // Square to the line from contact patch to wheel centre, in the lateral plane.
-    const double a = Divide(centre.Z - patch.Z, lengths.TyreRadius);
-    const double b = Divide(centre.Y - patch.Y, lengths.TyreRadius);
-    points[ptWSA] = {centre.X, centre.Y - a * lengths.StubAxleLength,
-                     centre.Z + b * lengths.StubAxleLength};
-}
-
 void PlaceRockerFeet(PointSet& points, StaticLengthRecord& lengths, const SuspensionData& data) {
     PerpendicularFootOfPoints(points, ptR1P1, ptR1P2, ptPRI, ptPRICR);
     // A rocker that drives a centre spring alone has no corner spring pickup of its own.
@@ -123,6 +113,16 @@ void CalculateStaticLengths(StaticLengthRecord& lengths, const PointSet& points,
     lengths.UpperRearLink = Length(points, ptUWO, ptUWIR);
     lengths.TBarInputLever = Length(points, ptTBDLO, ptTSI);
     lengths.TBarDropLink = Length(points, ptTBDLO, ptTBDLI);
+}
+
+void PlaceStubAxle(PointSet& points, const StaticLengthRecord& lengths) {
+    const SuspPoint& centre = points[ptWC];
+    const SuspPoint& patch = points[ptWTCP];
+    // Square to the line from contact patch to wheel centre, in the lateral plane.
+    const double a = Divide(centre.Z - patch.Z, lengths.TyreRadius);
+    const double b = Divide(centre.Y - patch.Y, lengths.TyreRadius);
+    points[ptWSA] = {centre.X, centre.Y - a * lengths.StubAxleLength,
+                     centre.Z + b * lengths.StubAxleLength};
 }
 
 void CalculateStaticPoints(PointSet& points, StaticLengthRecord& lengths,

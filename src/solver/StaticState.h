@@ -9,6 +9,11 @@ namespace corvanta {
 void CalculateStaticLengths(StaticLengthRecord& lengths, const PointSet& points,
                             const SuspensionData& data);
 
+/// Places the stub axle point, inboard of the wheel centre and square to the line from the contact
+/// patch to it. Reads the tyre radius and the stub axle length. Throws Failure "Division by zero"
+/// for a wheel without a radius.
+void PlaceStubAxle(PointSet& points, const StaticLengthRecord& lengths);
+
 /// Derives the stub axle point and the feet of perpendiculars at the static position, and the
 /// lengths that lead to them. Runs after `CalculateStaticLengths`, whose tyre radius and stub axle
 /// length it reads. Throws Failure "Division by zero" when two points of an axis coincide.

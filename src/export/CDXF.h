@@ -1,0 +1,39 @@
+#pragma once
+
+#include "model/Suspension.h"
+#include "platform/FileServices.h"
+#include "platform/Messages.h"
+#include "results/DrawingSink.h"
+
+#include <string>
+
+namespace corvanta {
+
+/// Writes the lines of a drawing into a DXF file (Autodesk, DXF Reference, the ENTITIES section)
+/// that holds nothing but LINE entities on one layer. Circles, labels and colours are not written.
+/// The file grows with each line; a failure to write throws Failure and leaves what was written.
+class CDXF final : public DrawingSink {
+  public:
+    CDXF(FileServices& files, std::string path);
+
+    /// Begins the file in the place of what stands there.
+    void OpenSection();
+    void AddCircle(const SuspPoint& centre, const SuspPoint& axisPoint, double radius,
+                   Colour colour) override;
+    void AddLabel(const SuspPoint& at, const std::string& text) override;
+    /// Throws Failure "Overflow" for a coordinate that is no number.
+    void AddLine(const SuspPoint& from, const SuspPoint& to, Colour colour) override;
+    void CloseSection();
+
+  private:
+    FileServices& m_files;
+    std::string m_path;
+};
+
+/// The DXF export: draws the corner at a rack and wheel step of the solved grid, 0 for the static
+/// one, into a file. A failure is reported, and the file then stays without its end. True if the
+/// file is whole.
+bool ExportDXF(const Suspension& document, int rackStep, int wheelStep, const std::string& path,
+               FileServices& files, Messages& messages);
+
+} // namespace corvanta

@@ -1,0 +1,364 @@
+#include "results/CWireframe.h"
+
+#include "model/Failure.h"
+#include "model/NumberText.h"
+#include "solver/MLibMaths.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace corvanta {
+
+namespace {
+
+/// Radians per degree of the views' rotations, and the circle's constants. They are fixed: drawings
+/// of the system rest on them.
+constexpr double RadiansPerDegree = 0.017453292;
+constexpr double DegreesPerRadian = 57.29578049;
+constexpr double CircleStep = 0.17453292222222; // rad
+constexpr int CircleLines = 36;
+
+/// The share of its room that a fitted view takes.
+constexpr double FittedShare = 0.9;
+
+/// Where a row of the legend begins.
+constexpr double LegendStart = 50;
+
+constexpr Colour DividingLine{192, 192, 192};
+
+/// A view of the layout with its middle in shares of the surface.
+struct QuadrantView {
+    ViewAngles Angles;
+    double AnchorX;
+    double AnchorY;
+};
+
+/// In the order of drawing. The first one is the free view in its standard form: its angles make
+/// the vertical of the car nearly that of the picture.
+constexpr std::array<QuadrantView, 4> QuadrantViews{{
+    {{30, 30, 40.7}, 0.75, 0.75},
+    {{90, 0, 0}, 0.25, 0.25},
+    {{90, -90, 0}, 0.75, 0.25},
+    {{0, 0, 0}, 0.25, 0.75},
+}};
+constexpr const ViewAngles& StandardFreeAngles = QuadrantViews.front().Angles;
+
+double ToSingle(double value) {
+    if (std::abs(value) > static_cast<double>(std::numeric_limits<float>::max())) {
+        RaiseOverflow();
+    }
+    return static_cast<double>(static_cast<float>(value));
+}
+
+/// A point as the lists keep it.
+SuspPoint Stored(const SuspPoint& p) {
+    return {ToSingle(p.X), -ToSingle(p.Y), ToSingle(p.Z)};
+}
+
+std::int16_t ToInteger16(double value) {
+    const std::int32_t rounded = ToInteger32(value);
+    if (rounded != static_cast<std::int16_t>(rounded)) {
+        RaiseOverflow();
+    }
+    return static_cast<std::int16_t>(rounded);
+}
+
+void RequireRoom(std::size_t count, int most) {
+    if (count >= static_cast<std::size_t>(most)) {
+        throw Failure(fnSubscript, "Subscript out of range");
+    }
+}
+
+Matrix3 RotationOf(const ViewAngles& angles) {
+    const double s1 = std::sin(angles.A1 * RadiansPerDegree);
+    const double c1 = std::cos(angles.A1 * RadiansPerDegree);
+    const double s2 = std::sin(angles.A2 * RadiansPerDegree);
+    const double c2 = std::cos(angles.A2 * RadiansPerDegree);
+    const double s3 = std::sin(angles.A3 * RadiansPerDegree);
+    const double c3 = std::cos(angles.A3 * RadiansPerDegree);
+    Matrix3 m;
+    m(1, 1) = c3 * c2;
+    m(1, 2) = c3 * s2 * s1 + c1 * s3;
+    m(1, 3) = s3 * s1 - c3 * s2 * c1;
+    m(2, 1) = -s3 * c2;
+    m(2, 2) = c3 * c1 - s3 * s2 * s1;
+    m(2, 3) = s3 * s2 * c1 + c3 * s1;
+    m(3, 1) = s2;
+    m(3, 2) = -s1 * c2;
+    m(3, 3) = c1 * c2;
+    return m;
+}
+
+Matrix3 Product(const Matrix3& a, const Matrix3& b) {
+    Matrix3 product;
+    for (int row = 1; row <= 3; ++row) {
+        for (int column = 1; column <= 3; ++column) {
+            product(row, column) =
+                a(row, 1) * b(1, column) + a(row, 2) * b(2, column) + a(row, 3) * b(3, column);
+        }
+    }
+    return product;
+}
+
+/// Tilt of a circle about one axis, degrees: the ratio of two components of its own axis, taken as
+/// an angle, which is near enough for a wheel.
+double CircleTilt(double across, double along) {
+    if (across == 0 || along == 0) { // exactly along Y, or with no component along it
+        return 0;
+    }
+    return NormaliseAngle(Divide(across, along)) * DegreesPerRadian;
+}
+
+} // namespace
+
+void CWireframe::AddCircle(const SuspPoint& centre, const SuspPoint& axisPoint, double radius,
+                           Colour colour) {
+    const Vector3 axis = VectorSubtract(centre, axisPoint);
+    SetRotation({-CircleTilt(axis.Z, axis.Y), 0, CircleTilt(axis.X, axis.Y)});
+    SuspPoint previous;
+    for (int i = 0; i <= CircleLines; ++i) {
+        const double t = i * CircleStep;
+        const SuspPoint spoke =
+            TransformPoint({radius * std::cos(t), 0, radius * std::sin(t)}, m_rotation);
+        const SuspPoint next{spoke.X + centre.X, spoke.Y + centre.Y, spoke.Z + centre.Z};
+        if (i > 0) {
+            AddLine(previous, next, colour);
+        }
+        previous = next;
+    }
+}
+
+void CWireframe::AddLabel(const SuspPoint& at, const std::string& text) {
+    RequireRoom(m_labels.size(), MostLabels);
+    m_labels.push_back({Stored(at), text});
+}
+
+void CWireframe::AddLine(const SuspPoint& from, const SuspPoint& to, Colour colour) {
+    RequireRoom(m_lines.size(), MostLines);
+    m_lines.push_back({Stored(from), Stored(to), colour});
+}
+
+void CWireframe::Init(DrawingSurface& surface) {
+    ClearLines();
+    ClearLabels();
+    surface.SetScaleHeight(-std::abs(surface.ScaleHeight()));
+    surface.SetScaleWidth(std::abs(surface.ScaleWidth()));
+}
+
+void CWireframe::SetRotation(const ViewAngles& angles) {
+    m_rotation = RotationOf(angles);
+}
+
+std::vector<CWireframe::WireLine> CWireframe::Rotated() const {
+    std::vector<WireLine> rotated = m_lines;
+    for (WireLine& line : rotated) {
+        line.From = TransformPoint(line.From, m_rotation);
+        line.To = TransformPoint(line.To, m_rotation);
+    }
+    return rotated;
+}
+
+std::vector<CWireframe::WireLine> CWireframe::ProjectLines(const ViewAngles& angles) {
+    SetRotation(angles);
+    return Rotated();
+}
+
+CWireframe::Extents CWireframe::GetExtents(const std::vector<WireLine>& lines) {
+    SuspPoint low;
+    SuspPoint high;
+    if (!lines.empty()) {
+        low = high = lines.front().From;
+    }
+    const auto include = [&](const SuspPoint& p) {
+        low = {std::min(low.X, p.X), std::min(low.Y, p.Y), std::min(low.Z, p.Z)};
+        high = {std::max(high.X, p.X), std::max(high.Y, p.Y), std::max(high.Z, p.Z)};
+    };
+    for (const WireLine& line : lines) {
+        include(line.From);
+        include(line.To);
+    }
+    return {{(high.X + low.X) / 2, (high.Y + low.Y) / 2, (high.Z + low.Z) / 2},
+            VectorSubtract(high, low)};
+}
+
+/// The part of a line inside a box, if there is any. Source: Y.-D. Liang and B. A. Barsky, "A new
+/// concept and method for line clipping", ACM Transactions on Graphics 3 (1984).
+std::optional<std::array<Point2D, 2>> CWireframe::PartInside(const Point2D& from, const Point2D& to,
+                                                             const Box& box) {
+    const double dx = to.X - from.X;
+    const double dy = to.Y - from.Y;
+    double first = 0; // the shares of the line at which it comes in and goes out
+    double last = 1;
+    // Inside one edge the share t of the line obeys t p <= q.
+    const auto cut = [&](double p, double q) {
+        if (p == 0) { // exactly along the edge: on the one side or on the other as a whole
+            return q >= 0;
+        }
+        if (p < 0) {
+            first = std::max(first, q / p);
+        } else {
+            last = std::min(last, q / p);
+        }
+        return first <= last;
+    };
+    if (!cut(-dx, from.X - box.Low.X) || !cut(dx, box.High.X - from.X) ||
+        !cut(-dy, from.Y - box.Low.Y) || !cut(dy, box.High.Y - from.Y)) {
+        return std::nullopt;
+    }
+    return std::array{Point2D{from.X + first * dx, from.Y + first * dy},
+                      Point2D{from.X + last * dx, from.Y + last * dy}};
+}
+
+void CWireframe::DrawLines(DrawingSurface& surface, const std::vector<WireLine>& projected,
+                           const Placing& placing, const Box* frame) {
+    for (const WireLine& line : projected) {
+        std::optional ends = std::array{placing(line.From), placing(line.To)};
+        if (frame != nullptr) {
+            ends = PartInside(ends->front(), ends->back(), *frame);
+        }
+        if (ends) {
+            surface.DrawLine(ends->front().X, ends->front().Y, ends->back().X, ends->back().Y,
+                             line.Drawn);
+        }
+    }
+}
+
+void CWireframe::PrintLabels(DrawingSurface& surface, const Placing& placing,
+                             const Box* frame) const {
+    for (const WireLabel& label : m_labels) {
+        const Point2D at = placing(TransformPoint(label.At, m_rotation));
+        if (frame == nullptr || frame->Holds(at)) {
+            surface.SetCurrentX(at.X);
+            surface.SetCurrentY(at.Y);
+            surface.Print(label.Text);
+        }
+    }
+}
+
+void CWireframe::DrawLabels(DrawingSurface& surface, double scale, double offsetX,
+                            double offsetY) const {
+    PrintLabels(surface, {scale, offsetX, offsetY}, nullptr);
+}
+
+void CWireframe::Draw(DrawingSurface& surface, const ViewAngles& angles, double scale,
+                      bool drawLabels) {
+    surface.Clear();
+    const Placing placing{scale == 0 ? 1 : scale, // exactly 0 stands for no scale
+                          static_cast<double>(ToInteger16(surface.ScaleWidth() / 4)),
+                          static_cast<double>(ToInteger16(surface.ScaleHeight() / 4))};
+    DrawLines(surface, ProjectLines(angles), placing, nullptr);
+    if (drawLabels) {
+        PrintLabels(surface, placing, nullptr);
+    }
+}
+
+void CWireframe::FitQuadrant(Layout& layout, std::size_t quadrant, const Extents& extents,
+                             const DrawingSurface& surface) const {
+    const double width = surface.ScaleWidth();
+    const double height = surface.ScaleHeight();
+    if (quadrant == 0) {
+        const double fitX = std::abs(Divide(width / 2, extents.Size.X));
+        const double fitY = std::abs(Divide(height / 2, extents.Size.Y));
+        layout.Scale = static_cast<float>(ToSingle(FittedShare * std::min(fitX, fitY)));
+        layout.Middle = GetExtents(m_lines).Centre;
+    }
+    const QuadrantView& view = QuadrantViews.at(quadrant);
+    const auto scale = static_cast<double>(layout.Scale);
+    layout.Offsets.at(quadrant) = {ToInteger16(width * view.AnchorX - extents.Centre.X * scale),
+                                   ToInteger16(height * view.AnchorY - extents.Centre.Y * scale)};
+}
+
+void CWireframe::DrawAutoLayout(DrawingSurface& surface, bool drawLabels, bool forceLayout) {
+    surface.Clear();
+    Layout layout = m_layout;
+    if (layout.Scale == 0) { // exactly 0: nothing was laid out yet
+        layout.Scale = 1;
+    }
+    const std::int32_t width = ToInteger32(surface.Width());
+    const std::int32_t height = ToInteger32(surface.Height());
+    const bool fit = forceLayout || width != layout.LastWidth || height != layout.LastHeight;
+    layout.LastWidth = width;
+    layout.LastHeight = height;
+
+    const Point2D middle{surface.ScaleWidth() / 2, surface.ScaleHeight() / 2};
+    for (std::size_t quadrant = 0; quadrant < Quadrants; ++quadrant) {
+        const std::vector<WireLine> projected = ProjectLines(QuadrantViews.at(quadrant).Angles);
+        if (fit) {
+            FitQuadrant(layout, quadrant, GetExtents(projected), surface);
+        }
+        const ScreenOffset& offset = layout.Offsets.at(quadrant);
+        const Placing placing{static_cast<double>(layout.Scale), static_cast<double>(offset.X),
+                              static_cast<double>(offset.Y)};
+        if (quadrant == 0) {
+            const Box frame{{middle.X, surface.ScaleHeight()}, {surface.ScaleWidth(), middle.Y}};
+            DrawFree(surface, placing, layout.Middle, frame, drawLabels);
+            continue;
+        }
+        DrawLines(surface, projected, placing, nullptr);
+        if (drawLabels) {
+            PrintLabels(surface, placing, nullptr);
+        }
+    }
+    m_layout = layout;
+    surface.DrawLine(middle.X, 0, middle.X, surface.ScaleHeight(), DividingLine);
+    surface.DrawLine(0, middle.Y, surface.ScaleWidth(), middle.Y, DividingLine);
+}
+
+void CWireframe::DrawFreeView(DrawingSurface& surface, bool drawLabels) {
+    surface.Clear();
+    const Extents extents = GetExtents(ProjectLines(StandardFreeAngles));
+    const double width = surface.ScaleWidth();
+    const double height = surface.ScaleHeight();
+    double room = std::numeric_limits<double>::infinity();
+    if (extents.Size.X > 0) {
+        room = std::abs(width) / extents.Size.X;
+    }
+    if (extents.Size.Y > 0) {
+        room = std::min(room, std::abs(height) / extents.Size.Y);
+    }
+    // Lines without an extent fit at any scale.
+    const double scale = std::isfinite(room) ? FittedShare * room : 1;
+    const Placing placing{scale, width / 2 - extents.Centre.X * scale,
+                          height / 2 - extents.Centre.Y * scale};
+    DrawFree(surface, placing, GetExtents(m_lines).Centre, {{0, height}, {width, 0}}, drawLabels);
+}
+
+void CWireframe::DrawFree(DrawingSurface& surface, const Placing& standard, const SuspPoint& middle,
+                          const Box& frame, bool drawLabels) {
+    const Matrix3 rotation = RotationOf(StandardFreeAngles);
+    m_rotation = rotation;
+    m_freePlacing = standard;
+    const bool turned = m_freeView != FreeView{};
+    if (turned) {
+        m_rotation = Product(RotationMatrix(m_freeView.Tilt, 0, 0),
+                             Product(rotation, RotationMatrix(0, 0, m_freeView.Turn)));
+        const SuspPoint from = TransformPoint(middle, rotation);
+        const SuspPoint to = TransformPoint(middle, m_rotation);
+        const double scale = standard.Scale * m_freeView.Zoom;
+        m_freePlacing = {scale, standard.Scale * from.X + standard.OffsetX - scale * to.X,
+                         standard.Scale * from.Y + standard.OffsetY - scale * to.Y};
+    }
+    m_freeRotation = m_rotation;
+    const Box* const cut = turned ? &frame : nullptr;
+    DrawLines(surface, Rotated(), m_freePlacing, cut);
+    if (drawLabels) {
+        PrintLabels(surface, m_freePlacing, cut);
+    }
+}
+
+Point2D CWireframe::PlaceInFreeView(const SuspPoint& point) const {
+    return m_freePlacing(TransformPoint(Stored(point), m_freeRotation));
+}
+
+void CWireframe::DrawLegend(DrawingSurface& surface, const std::string& text, Colour colour,
+                            bool startOfRow) {
+    if (startOfRow) {
+        surface.SetCurrentX(LegendStart);
+    }
+    surface.SetCurrentY(0);
+    surface.SetForeColour(colour);
+    surface.Print(text + "   ");
+}
+
+} // namespace corvanta

@@ -1,0 +1,227 @@
+#include "export/CDXF.h"
+
+#include "tests/support/MemoryFileServices.h"
+#include "tests/support/RecordingMessageBox.h"
+#include "tests/support/SampleCorners.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <limits>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace corvanta::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+const std::string Path = "/out/corner.dxf";
+
+/// One group of a DXF file.
+struct Group {
+    int Code = 0;
+    std::string Value;
+};
+
+/// Reads a text file of DXF as a program that knows only the format: lines in pairs.
+std::vector<Group> GroupsOf(const std::string& bytes) {
+    std::vector<std::string> lines;
+    std::size_t from = 0;
+    for (std::size_t end = bytes.find('\n'); end != std::string::npos;
+         from = end + 1, end = bytes.find('\n', from)) {
+        EXPECT_TRUE(end > 0 && bytes[end - 1] == '\r');
+        lines.push_back(bytes.substr(from, end - from - 1));
+    }
+    EXPECT_EQ(from, bytes.size()) << "the last line has no end";
+    EXPECT_EQ(lines.size() % 2, 0U);
+    std::vector<Group> groups;
+    for (std::size_t n = 0; n + 1 < lines.size(); n += 2) {
+        groups.push_back({std::stoi(lines[n]), lines[n + 1]});
+    }
+    return groups;
+}
+
+struct DrawnLine {
+    SuspPoint From;
+    SuspPoint To;
+};
+
+/// The lines of a drawing with an ENTITIES section and nothing else.
+std::vector<DrawnLine> LinesOf(const std::string& bytes) {
+    const std::vector<Group> groups = GroupsOf(bytes);
+    std::vector<std::map<int, std::string>> entities;
+    for (const Group& group : groups) {
+        if (group.Code == 0) {
+            entities.emplace_back();
+        }
+        EXPECT_TRUE(entities.back().emplace(group.Code, group.Value).second) << "a code twice";
+    }
+    EXPECT_EQ(entities.at(0), (std::map<int, std::string>{{0, "SECTION"}, {2, "ENTITIES"}}));
+    EXPECT_EQ(entities.at(entities.size() - 2), (std::map<int, std::string>{{0, "ENDSEC"}}));
+    EXPECT_EQ(entities.back(), (std::map<int, std::string>{{0, "EOF"}}));
+    std::vector<DrawnLine> lines;
+    for (std::size_t n = 1; n + 2 < entities.size(); ++n) {
+        const std::map<int, std::string>& entity = entities[n];
+        EXPECT_EQ(entity.size(), 8U);
+        EXPECT_EQ(entity.at(0), "LINE");
+        EXPECT_EQ(entity.at(8), "Corvanta");
+        const auto number = [&](int code) { return std::stod(entity.at(code)); };
+        lines.push_back(
+            {{number(10), number(20), number(30)}, {number(11), number(21), number(31)}});
+    }
+    return lines;
+}
+
+class CDXFTest : public testing::Test {
+  protected:
+    CDXFTest() { m_files.PutFolder("/out"); }
+
+    std::string Exported(const Suspension& document, int rackStep, int wheelStep) {
+        EXPECT_TRUE(ExportDXF(document, rackStep, wheelStep, Path, m_files, m_messages));
+        EXPECT_THAT(m_box.Shown, IsEmpty());
+        return m_files.Bytes(Path).value_or("");
+    }
+
+    MemoryFileServices m_files;
+    RecordingMessageBox m_box;
+    Messages m_messages{m_box};
+};
+
+TEST_F(CDXFTest, WritesTheFormatToTheByte) {
+    CDXF dxf(m_files, Path);
+    m_files.Put(Path, "what stood there");
+    dxf.OpenSection();
+    dxf.AddCircle({1, 2, 3}, {4, 5, 6}, 7, {});
+    dxf.AddLabel({1, 2, 3}, "X");
+    dxf.AddLine({612.5, -0.1, 0}, {-0.0, 1e-7, 123456789012345680}, {255, 0, 0});
+    dxf.CloseSection();
+    EXPECT_EQ(m_files.Bytes(Path),
+              " 0 \r\nSECTION\r\n 2 \r\nENTITIES\r\n"
+              " 0 \r\nLINE\r\n 8 \r\nCorvanta\r\n"
+              " 10 \r\n 612.5 \r\n 20 \r\n-0.1 \r\n 30 \r\n 0 \r\n"
+              " 11 \r\n 0 \r\n 21 \r\n 0.0000001 \r\n 31 \r\n 123456789012345680 \r\n"
+              " 0 \r\nENDSEC\r\n 0 \r\nEOF\r\n");
+}
+
+TEST_F(CDXFTest, CarriesEveryDoubleExactly) {
+    const double most = std::numeric_limits<double>::max();
+    const double least = std::numeric_limits<double>::denorm_min();
+    const SuspPoint from{0.1 + 0.2, -least, most};
+    const SuspPoint to{-most, 1.0 / 3, 277.61900000000003};
+    CDXF dxf(m_files, Path);
+    dxf.OpenSection();
+    dxf.AddLine(from, to, {});
+    dxf.CloseSection();
+    const std::string bytes = m_files.Bytes(Path).value_or("");
+    EXPECT_EQ(bytes.find_first_of("eE+", bytes.find("Corvanta") + 8), bytes.find("ENDSEC"));
+    // Read by the plain decimal digits alone; the smallest one is beyond what stod takes.
+    const std::vector<Group> groups = GroupsOf(bytes);
+    const std::array<double, 6> written{from.X, from.Y, from.Z, to.X, to.Y, to.Z};
+    for (std::size_t n = 0; n < written.size(); ++n) {
+        EXPECT_EQ(std::strtod(groups.at(n + 4).Value.c_str(), nullptr), written.at(n));
+    }
+    EXPECT_THROW(dxf.AddLine({std::nan(""), 0, 0}, {}, {}), Failure);
+}
+
+TEST_F(CDXFTest, HoldsTheLinksOfEverySampleInTheirLengths) {
+    for (const std::string& path : AllSamplePaths()) {
+        SCOPED_TRACE(path);
+        Suspension document = LoadSample(path.substr(SamplePath("").size()));
+        CalculateCorner(document);
+        const std::vector<DrawnLine> lines =
+            LinesOf(Exported(document, document.NR + 1, document.NW + 1));
+        const PointSet& points = document.WheelStates(document.NR + 1, document.NW + 1).Points;
+        const StaticLengthRecord& lengths = document.StaticLengths;
+        const SuspensionData& data = document.Data;
+        // A T-bar that is the anti-roll bar and carries the centre spring is drawn as each of them.
+        const bool asSpring = HasCentreSpring(data) && !HasLateralCentreSpring(data);
+        const int tBars = (data.ARBMechanism == abTBar ? 1 : 0) + (asSpring ? 1 : 0);
+
+        struct Link {
+            PointNumber One;
+            PointNumber Other;
+            double Length;
+            int Times;
+        };
+        std::vector<Link> links{
+            {ptLWIF, ptLWO, lengths.LowerFrontLink, 1},
+            {ptLWIR, ptLWO, lengths.LowerRearLink, 1},
+            {ptTRI, ptTRO, lengths.TrackRodLength, 1},
+            {ptWC, ptWTCP, lengths.TyreRadius, 1},
+            {ptWSA, ptWC, lengths.StubAxleLength, 1},
+            {ptTBDLI, ptTBDLO, lengths.TBarDropLink, tBars},
+        };
+        if (data.SpringMechanism != smMacPhersonStrut) {
+            links.push_back({ptUWIF, ptUWO, lengths.UpperFrontLink, 1});
+            links.push_back({ptUWIR, ptUWO, lengths.UpperRearLink, 1});
+        }
+        if (HasRocker(data.SpringMechanism)) {
+            links.push_back({ptPRO, ptPRI, lengths.PushrodLength, 1});
+        }
+        if (HasSecondRocker(data.SpringMechanism)) {
+            links.push_back({ptR1O, ptR2I, lengths.InterconnectLength, 1});
+        }
+        if (IsLateralBar(data.ARBMechanism)) {
+            links.push_back({ptARI, ptARDL, lengths.ARBDropLink, 1});
+        }
+        for (const Link& link : links) {
+            int found = 0;
+            for (const DrawnLine& line : lines) {
+                if ((line.From == points[link.One] && line.To == points[link.Other]) ||
+                    (line.To == points[link.One] && line.From == points[link.Other])) {
+                    EXPECT_NEAR(Distance(line.From, line.To), link.Length, 1e-4);
+                    ++found;
+                }
+            }
+            EXPECT_EQ(found, link.Times) << PointShortName(link.One);
+        }
+    }
+}
+
+TEST_F(CDXFTest, ACornerWithoutASpringHoldsItsLinksAndWheelLines) {
+    Suspension document = LoadSample("roadster-front-links.WSP");
+    document.Data.ARBMechanism = abNone;
+    document.Data.DriveShaftExists = false;
+    SetUpCorner(document);
+    CalculateCorner(document);
+    // Two wishbones and the upright of three lines each, the track rod, two lines of the wheel.
+    EXPECT_EQ(LinesOf(Exported(document, 2, 2)).size(), 12U);
+    // Step 0 is the static position, where every pickup stands as it was entered.
+    const std::vector<DrawnLine> lines = LinesOf(Exported(document, 0, 0));
+    EXPECT_NEAR(Distance(lines.at(0).To, document.StaticPoints()[ptLWO]), 0, 1e-9);
+}
+
+TEST_F(CDXFTest, AFailureAtAnyWriteIsToldAndLeavesTheBeginning) {
+    Suspension document = LoadSample("roadster-front-links.WSP");
+    CalculateCorner(document);
+    const std::string whole = Exported(document, 2, 2);
+    const int writes = static_cast<int>(m_files.Changes().size());
+    ASSERT_GT(writes, 10);
+    for (int n = 1; n <= writes; ++n) {
+        m_box.Shown.clear();
+        m_files.Put(Path, "old");
+        m_files.FailOnChange(n);
+        EXPECT_FALSE(ExportDXF(document, 2, 2, Path, m_files, m_messages));
+        EXPECT_THAT(m_box.Prompts(), ElementsAre("There was an error while exporting. \r"
+                                                 "Error was: No space left on device"));
+        EXPECT_EQ(m_box.Shown.at(0).Style, msExclamation);
+        const std::string left = m_files.Bytes(Path).value_or("");
+        if (n == 1) { // nothing could be opened
+            EXPECT_EQ(left, "old");
+            continue;
+        }
+        EXPECT_THAT(whole, StartsWith(left));
+        EXPECT_THAT(left, StartsWith(" 0 \r\nSECTION\r\n"));
+        EXPECT_THAT(left, testing::Not(HasSubstr("EOF")));
+    }
+}
+
+} // namespace
+} // namespace corvanta::test
