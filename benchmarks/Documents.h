@@ -11,14 +11,6 @@
 
 namespace corvanta::benchmarks {
 
-/// A message box that nobody sees.
-class NoMessageBox final : public MessageBox {
-  public:
-    int Show(const std::string& /*prompt*/, int /*style*/, const std::string& /*title*/) override {
-        return maNone;
-    }
-};
-
 /// A program with a document of the samples in it, its grid cut to `steps` by `steps` (an odd
 /// number up to 49) over the document's own travels. Throws Failure when the document can't be
 /// read.

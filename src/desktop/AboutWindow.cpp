@@ -17,9 +17,9 @@ constexpr int PictureSize = 72;
 } // namespace
 
 AboutWindow::AboutWindow(Desktop& desktop, frmAbout& window)
-    : QDialog(nullptr,
-              window.IsSplash ? Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint
-                              : Qt::Dialog),
+    : QDialog(nullptr, window.IsSplash
+                           ? Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint
+                           : Qt::Dialog),
       m_desktop(desktop),
       m_window(window),
       m_splash(window.IsSplash) {

@@ -19,8 +19,8 @@ WindowPlacement SizeOfScreen() {
 }
 
 /// Makes a view for a window that opened, brings it up to date, takes it away when it closed.
-template <typename View, typename Window>
-void Follow(std::unique_ptr<View>& view, Window* window, Desktop& desktop) {
+template <typename View, typename Logic>
+void Follow(std::unique_ptr<View>& view, Logic* window, Desktop& desktop) {
     const bool open = window != nullptr && window->IsOpen;
     if (view && (!open || !view->Shows(*window))) {
         view->hide();
@@ -39,12 +39,15 @@ void Follow(std::unique_ptr<View>& view, Window* window, Desktop& desktop) {
 Desktop::Desktop(FileServices& files, ProcessServices& process)
     : Desktop(files, process, m_ownBox, m_ownDialog) {}
 
-Desktop::Desktop(FileServices& files, ProcessServices& process, MessageBox& box,
-                 FileDialog& dialog)
+Desktop::Desktop(FileServices& files, ProcessServices& process, MessageBox& box, FileDialog& dialog)
     : m_windows{dialog, m_clipboard, m_help, m_cursor, m_locks, *this, SizeOfScreen()},
       m_application(files, box, process, m_windows) {}
 
 Desktop::~Desktop() = default;
+
+QWidget* Desktop::MainWidget() const {
+    return m_main.get();
+}
 
 StartResult Desktop::Start() {
     const StartResult result = m_application.AppStart();

@@ -41,6 +41,7 @@ class Desktop final : private ScreenUpdate {
     [[nodiscard]] frmMain& Main() { return m_application.MainWindow(); }
 
     /// The windows that are up, none otherwise.
+    [[nodiscard]] QWidget* MainWidget() const;
     [[nodiscard]] MainWindow* MainView() const { return m_main.get(); }
     [[nodiscard]] EditGeometryWindow* EditorView() const { return m_editor.get(); }
     [[nodiscard]] OptionsWindow* OptionsView() const { return m_options.get(); }

@@ -50,8 +50,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole:
         return QVariant(Qt::AlignRight | Qt::AlignVCenter);
     case Qt::ToolTipRole:
-        return row < m_grid.Rows() && m_grid.Faulty(row, column) ? tr("This is no number")
-                                                                 : QVariant();
+        return m_toolTip ? m_toolTip(row, column) : QVariant();
     default:
         return {};
     }

@@ -22,6 +22,10 @@ class GridModel final : public QAbstractTableModel {
 
     void OnTyped(Typed typed) { m_typed = std::move(typed); }
 
+    /// What a cell says of itself under the pointer.
+    using ToolTip = std::function<QString(int row, int column)>;
+    void OnToolTip(ToolTip toolTip) { m_toolTip = std::move(toolTip); }
+
     /// Takes the grid as it is now. A grid of the former shape keeps its selection.
     void Refresh();
 
@@ -51,6 +55,7 @@ class GridModel final : public QAbstractTableModel {
     const DataGrid& m_grid;
     Shape m_shape; ///< of the grid at the last refresh, which a view relies on between two
     Typed m_typed;
+    ToolTip m_toolTip;
 };
 
 } // namespace corvanta

@@ -22,9 +22,7 @@ constexpr int RowPadding = 6;
 
 /// A colour between two, `share` of the second.
 QColor Blend(const QColor& first, const QColor& second, double share) {
-    const auto mix = [share](float a, float b) {
-        return static_cast<float>(a + (b - a) * share);
-    };
+    const auto mix = [share](float a, float b) { return static_cast<float>(a + (b - a) * share); };
     return QColor::fromRgbF(mix(first.redF(), second.redF()), mix(first.greenF(), second.greenF()),
                             mix(first.blueF(), second.blueF()));
 }
@@ -106,8 +104,8 @@ int GridHeader::NeededWidth(int column) const {
     }
     width = std::max(width, std::min(metrics.horizontalAdvance(title) + 2 * Padding, WidestTitle));
     for (int row = m_model.Grid().FixedRows(); row < m_model.Grid().Rows(); ++row) {
-        width = std::max(width, metrics.horizontalAdvance(m_model.Text(row, gridColumn)) +
-                                    2 * Padding);
+        width =
+            std::max(width, metrics.horizontalAdvance(m_model.Text(row, gridColumn)) + 2 * Padding);
     }
     return width;
 }
@@ -119,10 +117,10 @@ QSize GridHeader::sizeHint() const {
         const int section = column - m_model.Grid().FixedColumns();
         const int width = section >= 0 && section < count() ? sectionSize(section) : WidestTitle;
         const QRect box(0, 0, std::max(1, width - 2 * Padding), 1000);
-        lines = std::max(lines, metrics
-                                    .boundingRect(box, Qt::TextWordWrap | Qt::AlignHCenter,
-                                                  m_model.Text(0, column))
-                                    .height());
+        lines = std::max(
+            lines,
+            metrics.boundingRect(box, Qt::TextWordWrap | Qt::AlignHCenter, m_model.Text(0, column))
+                .height());
     }
     const int units = m_model.Grid().FixedRows() > 1 ? QFontMetrics(UnitFont()).height() : 0;
     return {QHeaderView::sizeHint().width(), lines + units + 2 * RowPadding};

@@ -19,7 +19,8 @@ class GridHeader final : public QHeaderView {
     [[nodiscard]] int NeededWidth(int column) const;
 
     /// Draws the heads of a column of the grid into a rectangle.
-    void PaintHeads(QPainter& painter, const QRect& area, int gridColumn, Qt::Alignment sides) const;
+    void PaintHeads(QPainter& painter, const QRect& area, int gridColumn,
+                    Qt::Alignment sides) const;
 
     [[nodiscard]] QSize sizeHint() const override;
 

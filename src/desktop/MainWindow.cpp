@@ -255,9 +255,7 @@ QWidget* MainWindow::BuildResultArea() {
         openSample = [this] { m_desktop.Handle([&] { m_window.OpenSample(); }); };
     }
     m_start = new StartPage(
-        [this](int command, int tag) {
-            m_desktop.Handle([&] { m_window.Execute(command, tag); });
-        },
+        [this](int command, int tag) { m_desktop.Handle([&] { m_window.Execute(command, tag); }); },
         std::move(openSample), area);
     m_failure = new FailurePage(
         [this] { m_desktop.Handle([&] { m_window.Execute(mcProperties, 0); }); }, area);
@@ -301,7 +299,7 @@ void MainWindow::Refresh() {
     m_failure->Refresh(m_window.panFailure.Caption);
     ShowStatus();
     setWindowTitle(QString::fromStdString(m_window.Caption).replace("[*]", "[*][*]") + "[*]");
-    setWindowModified(m_desktop.Program().Document().Modified);
+    setWindowModified(m_desktop.Program().Data().Modified);
     setEnabled(!m_window.About.IsSplash || !m_window.About.IsOpen);
     GiveFocus();
 }
@@ -371,9 +369,8 @@ bool MainWindow::TakeKey(QKeyEvent* event) {
         return false; // selects cells, scrolls, opens a list
     }
     bool swallowed = false;
-    m_binder.Run([&] {
-        swallowed = m_window.KeyDown(key, modifiers, m_binder.ControlOf(focusWidget()));
-    });
+    m_binder.Run(
+        [&] { swallowed = m_window.KeyDown(key, modifiers, m_binder.ControlOf(focusWidget())); });
     if (arrow && !swallowed) {
         QComboBox* box = key == MainKey::Up || key == MainKey::Down ? m_wheel : m_rack;
         if (box->hasFocus() || focusWidget() == box) {
@@ -393,8 +390,7 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
             TakeKey(static_cast<QKeyEvent*>(event))) {
             return true;
         }
-        if (widget == this && focusWidget() == nullptr &&
-            TakeKey(static_cast<QKeyEvent*>(event))) {
+        if (widget == this && focusWidget() == nullptr && TakeKey(static_cast<QKeyEvent*>(event))) {
             return true;
         }
     }

@@ -24,10 +24,10 @@ OptionsWindow::OptionsWindow(Desktop& desktop, frmOptions& window)
                                                      {&window.optMillimetres, "optMillimetres"}}));
     groups->addWidget(Group(window.fraMassAndForce, {{&window.optKilograms, "optKilograms"},
                                                      {&window.optPounds, "optPounds"}}));
-    groups->addWidget(Group(
-        window.fraSpringRate, {{&window.optKilogramsPerMillimetre, "optKilogramsPerMillimetre"},
-                               {&window.optNewtonsPerMillimetre, "optNewtonsPerMillimetre"},
-                               {&window.optPoundsPerInch, "optPoundsPerInch"}}));
+    groups->addWidget(Group(window.fraSpringRate,
+                            {{&window.optKilogramsPerMillimetre, "optKilogramsPerMillimetre"},
+                             {&window.optNewtonsPerMillimetre, "optNewtonsPerMillimetre"},
+                             {&window.optPoundsPerInch, "optPoundsPerInch"}}));
     layout->addLayout(groups);
     layout->addStretch(1);
     auto* buttons = new QDialogButtonBox(this);
@@ -38,8 +38,9 @@ OptionsWindow::OptionsWindow(Desktop& desktop, frmOptions& window)
         m_binder.Bind(button, control, std::move(clicked));
         return button;
     };
-    add(window.cmdOK, QDialogButtonBox::AcceptRole, "cmdOK", [this] { m_window.cmdOK_Click(); })
-        ->setDefault(true);
+    add(window.cmdOK, QDialogButtonBox::AcceptRole, "cmdOK", [this] {
+        m_window.cmdOK_Click();
+    })->setDefault(true);
     add(window.cmdCancel, QDialogButtonBox::RejectRole, "cmdCancel",
         [this] { m_window.cmdCancel_Click(); });
     add(window.cmdHelp, QDialogButtonBox::HelpRole, "cmdHelp",

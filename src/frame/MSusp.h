@@ -40,6 +40,7 @@ class Application {
     /// Offers the unsaved work of an earlier run. For an interactive start, with its window shown.
     void OfferRecovery();
 
+    [[nodiscard]] const Program& Data() const { return m_program; }
     [[nodiscard]] frmMain& MainWindow() { return m_main; }
     [[nodiscard]] Messages& MessageService() { return m_messages; }
 

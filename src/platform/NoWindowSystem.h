@@ -1,8 +1,17 @@
 #pragma once
 
+#include "platform/Messages.h"
 #include "platform/WindowServices.h"
 
 namespace corvanta {
+
+/// A message box that nobody sees: a question reads as not answered.
+class NoMessageBox final : public MessageBox {
+  public:
+    int Show(const std::string& /*prompt*/, int /*style*/, const std::string& /*title*/) override {
+        return maNone;
+    }
+};
 
 /// Window services of a program without a window system: they take everything and answer nothing.
 class NoWindowSystem final : private FileDialog,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Program.h"
+#include "platform/Controls.h"
 #include "platform/FileServices.h"
 #include "platform/Messages.h"
 #include "platform/ProcessServices.h"

@@ -2,7 +2,7 @@
 
 #include "model/Failure.h"
 #include "persistence/MData.h"
-#include "platform/Messages.h"
+#include "platform/NoWindowSystem.h"
 
 namespace corvanta {
 
@@ -11,14 +11,6 @@ namespace {
 constexpr const char* CopyExtension = ".WSP";
 constexpr const char* OriginExtension = ".txt";
 constexpr const char* LockExtension = ".lock";
-
-/// A message box that nobody sees: a copy is made behind the user's back.
-class SilentBox final : public MessageBox {
-  public:
-    int Show(const std::string& /*prompt*/, int /*style*/, const std::string& /*title*/) override {
-        return maNone;
-    }
-};
 
 /// Runs a step that may fail; false when it did.
 template <typename Step>
@@ -46,7 +38,7 @@ bool RecoveryCopy::Keep(const Program& program) {
         if (!TakePlace()) {
             return false;
         }
-        SilentBox box;
+        NoMessageBox box;
         Messages silent(box);
         bool written = false;
         m_files.WriteBytes(PathOf(m_place, OriginExtension), program.DocumentPath);

@@ -122,6 +122,9 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     std::unique_ptr<frmOptions> OptionsDialog;
     frmAbout About;
 
+    /// Asks for one of the samples and opens it.
+    void OpenSample();
+
     /// Folder of the documents that come with the program; empty when there is none.
     [[nodiscard]] std::string SamplesFolder() const;
 
@@ -144,7 +147,7 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     bool ExecuteFileCommand(int command, int tag);
     void ExecuteWindowCommand(int command);
     void New();
-    void AskAndOpen();
+    void AskAndOpen(const std::string& startFolder);
     void Save();
     void SaveAs();
     void OpenEditor();

@@ -41,7 +41,7 @@ bool frmMain::ExecuteFileCommand(int command, int tag) {
         New();
         return true;
     case mcOpen:
-        AskAndOpen();
+        AskAndOpen(m_desk.Program.Options.LastFolder);
         return true;
     case mcSave:
         Save();
@@ -73,10 +73,13 @@ void frmMain::New() {
     OpenEditor();
 }
 
-void frmMain::AskAndOpen() {
+void frmMain::OpenSample() {
+    AskAndOpen(SamplesFolder());
+}
+
+void frmMain::AskAndOpen(const std::string& startFolder) {
     ChosenFile chosen;
-    if (GetFileName(FileNameMode::Open, DocumentFilter, m_desk.Program.Options.LastFolder, chosen,
-                    false)) {
+    if (GetFileName(FileNameMode::Open, DocumentFilter, startFolder, chosen, false)) {
         FileOpen(chosen.Path);
     }
 }

@@ -1,0 +1,88 @@
+#include "desktop/DrawingView.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+
+namespace corvanta {
+
+namespace {
+
+QColor ColourOf(const Colour& colour) {
+    return {colour.Red, colour.Green, colour.Blue};
+}
+
+} // namespace
+
+RecordedSurface::RecordedSurface(double width, double height, QFont font)
+    : DrawingSurface(width, height),
+      m_font(std::move(font)) {}
+
+void RecordedSurface::Erase() {
+    m_lines.clear();
+    m_circles.clear();
+    m_texts.clear();
+}
+
+void RecordedSurface::PaintLine(double x1, double y1, double x2, double y2, Colour colour) {
+    m_lines.push_back({x1, y1, x2, y2, colour});
+}
+
+void RecordedSurface::PaintCircle(double x, double y, double radius, Colour colour) {
+    m_circles.push_back({x, y, radius, colour});
+}
+
+void RecordedSurface::PaintText(double x, double y, const std::string& text, Colour colour) {
+    m_texts.push_back({x, y, text, colour});
+}
+
+double RecordedSurface::TextWidth(const std::string& text) const {
+    return QFontMetricsF(m_font).horizontalAdvance(QString::fromStdString(text));
+}
+
+void RecordedSurface::PaintOn(QPainter& painter, double penWidth) const {
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPen pen;
+    pen.setWidthF(penWidth);
+    pen.setCapStyle(Qt::RoundCap);
+    for (const Line& line : m_lines) {
+        pen.setColor(ColourOf(line.Drawn));
+        painter.setPen(pen);
+        painter.drawLine(QPointF(line.X1, line.Y1), QPointF(line.X2, line.Y2));
+    }
+    painter.setBrush(Qt::NoBrush);
+    for (const Circle& circle : m_circles) {
+        pen.setColor(ColourOf(circle.Drawn));
+        painter.setPen(pen);
+        painter.drawEllipse(QPointF(circle.X, circle.Y), circle.Radius, circle.Radius);
+    }
+    painter.setFont(m_font);
+    const double ascent = QFontMetricsF(m_font).ascent();
+    for (const Text& text : m_texts) {
+        painter.setPen(ColourOf(text.Drawn));
+        painter.drawText(QPointF(text.X, text.Y + ascent), QString::fromStdString(text.Written));
+    }
+}
+
+DrawingView::DrawingView(QColor paper, double penWidth, QWidget* parent)
+    : QWidget(parent),
+      m_paper(std::move(paper)),
+      m_penWidth(penWidth),
+      m_surface(width(), height(), font()) {
+    setMinimumSize(200, 160);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+RecordedSurface& DrawingView::Surface() {
+    if (m_surface.Width() != width() || m_surface.Height() != height()) {
+        m_surface.Resize(width(), height());
+    }
+    return m_surface;
+}
+
+void DrawingView::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.fillRect(rect(), m_paper);
+    m_surface.PaintOn(painter, m_penWidth);
+}
+
+} // namespace corvanta

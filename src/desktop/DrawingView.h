@@ -1,0 +1,70 @@
+#pragma once
+
+#include "platform/DrawingSurface.h"
+
+#include <QFont>
+#include <QWidget>
+
+#include <string>
+#include <vector>
+
+class QPainter;
+
+namespace corvanta {
+
+/// Keeps what is drawn on it and paints it as often as a window asks, antialiased.
+class RecordedSurface final : public DrawingSurface {
+  public:
+    RecordedSurface(double width, double height, QFont font);
+
+    /// Paints the record. The pen is in the surface's own units.
+    void PaintOn(QPainter& painter, double penWidth) const;
+
+  protected:
+    void Erase() override;
+    void PaintLine(double x1, double y1, double x2, double y2, Colour colour) override;
+    void PaintCircle(double x, double y, double radius, Colour colour) override;
+    void PaintText(double x, double y, const std::string& text, Colour colour) override;
+    [[nodiscard]] double TextWidth(const std::string& text) const override;
+
+  private:
+    struct Line {
+        double X1, Y1, X2, Y2;
+        Colour Drawn;
+    };
+    struct Circle {
+        double X, Y, Radius;
+        Colour Drawn;
+    };
+    struct Text {
+        double X, Y;
+        std::string Written;
+        Colour Drawn;
+    };
+
+    QFont m_font;
+    std::vector<Line> m_lines;
+    std::vector<Circle> m_circles;
+    std::vector<Text> m_texts;
+};
+
+/// A drawing in a window, on its own paper whatever the theme.
+class DrawingView : public QWidget {
+    Q_OBJECT
+
+  public:
+    DrawingView(QColor paper, double penWidth, QWidget* parent = nullptr);
+
+    /// The surface to draw on, of the view's size now; `update` shows what was drawn.
+    [[nodiscard]] RecordedSurface& Surface();
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    QColor m_paper;
+    double m_penWidth;
+    RecordedSurface m_surface;
+};
+
+} // namespace corvanta

@@ -1,0 +1,370 @@
+#include "desktop/EditGeometryWindow.h"
+
+#include "desktop/Desktop.h"
+#include "desktop/DrawingView.h"
+#include "desktop/GridView.h"
+#include "desktop/Guard.h"
+#include "desktop/Icons.h"
+#include "desktop/NumberField.h"
+#include "results/MDisplay3d.h"
+
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace corvanta {
+
+namespace {
+
+constexpr int PageMargin = 16;
+constexpr double DrawingPen = 1.6;
+
+QVBoxLayout* PageLayout(QWidget* page) {
+    auto* layout = new QVBoxLayout(page);
+    layout->setContentsMargins(PageMargin, PageMargin, PageMargin, PageMargin);
+    layout->setSpacing(PageMargin);
+    return layout;
+}
+
+} // namespace
+
+EditGeometryWindow::EditGeometryWindow(Desktop& desktop, frmEditGeometry& window)
+    : QWidget(desktop.MainWidget(), Qt::Window),
+      m_desktop(desktop),
+      m_window(window),
+      m_binder([&desktop](const auto& event) { desktop.Handle(event); }) {
+    setObjectName("frmEditGeometry");
+    setWindowTitle(QString::fromStdString(window.Caption));
+    setWindowIcon(ThemedIcon("properties"));
+    auto* layout = new QVBoxLayout(this);
+    m_pages = new QTabWidget(this);
+    const std::vector<QWidget*> pages{BuildTypePage(),
+                                      BuildPointsPage(),
+                                      BuildTravelPage(),
+                                      BuildFramesPage({&window.fraChassis, &window.fraRates}),
+                                      BuildFramesPage({&window.fraLinkLoads, &window.fraDynamics}),
+                                      BuildDescriptionPage()};
+    for (std::size_t n = 0; n < pages.size(); ++n) {
+        m_pages->addTab(pages[n], QString::fromStdString(window.Pages.at(n)));
+    }
+    connect(m_pages, &QTabWidget::currentChanged, this,
+            [this](int page) { m_desktop.Handle([&] { m_window.tabPages_Changed(page); }); });
+    layout->addWidget(m_pages, 1);
+    layout->addWidget(BuildButtons());
+    PlaceWindow();
+    Refresh();
+    show();
+}
+
+void EditGeometryWindow::PlaceWindow() {
+    const WindowPlacement& place = m_window.Frame.Placement;
+    resize(place.Width / TwipsPerPixel, place.Height / TwipsPerPixel);
+    move(place.Left / TwipsPerPixel, place.Top / TwipsPerPixel);
+}
+
+QWidget* EditGeometryWindow::Button(const Control& control, const char* name, const char* icon,
+                                    Binder::Event clicked) {
+    auto* button = new QPushButton(this);
+    button->setObjectName(name);
+    if (icon != nullptr) {
+        button->setIcon(ThemedIcon(icon));
+    }
+    m_binder.Bind(button, control, std::move(clicked));
+    return button;
+}
+
+QWidget* EditGeometryWindow::BuildTypePage() {
+    auto* page = new QWidget(this);
+    auto* columns = new QHBoxLayout(page);
+    columns->setContentsMargins(PageMargin, PageMargin, PageMargin, PageMargin);
+    columns->setSpacing(PageMargin);
+    auto* lists = new QVBoxLayout;
+    const auto add = [&](const Control& label, ListControl& list, const char* name,
+                         Binder::Event changed) {
+        auto* caption = new QLabel(page);
+        m_binder.Bind(caption, label);
+        auto* box = new QComboBox(page);
+        box->setObjectName(name);
+        box->setMinimumWidth(380);
+        m_binder.Bind(box, list, std::move(changed));
+        caption->setBuddy(box);
+        lists->addWidget(caption);
+        lists->addWidget(box);
+        lists->addSpacing(8);
+    };
+    add(m_window.labSpringMechanism, m_window.cboSpringMechanism, "cboSpringMechanism",
+        [this] { m_window.cboSpringMechanism_Changed(); });
+    add(m_window.labSpringSystem, m_window.cboSpringSystem, "cboSpringSystem",
+        [this] { m_window.cboSpringSystem_Changed(); });
+    add(m_window.labCentreSpringSystem, m_window.cboCentreSpringSystem, "cboCentreSpringSystem",
+        [] {});
+    add(m_window.labARB, m_window.cboARB, "cboARB", [this] { m_window.cboARB_Changed(); });
+    auto* driveshaft = new QCheckBox(page);
+    driveshaft->setObjectName("chkDriveshaft");
+    m_binder.Bind(driveshaft, m_window.chkDriveshaft, [] {});
+    lists->addWidget(driveshaft);
+    lists->addStretch(1);
+    columns->addLayout(lists);
+    m_typeDrawing = new DrawingView(Qt::black, DrawingPen, page);
+    columns->addWidget(m_typeDrawing, 1);
+    return page;
+}
+
+QWidget* EditGeometryWindow::BuildPointsPage() {
+    auto* page = new QSplitter(Qt::Horizontal, this);
+    auto* left = new QWidget(page);
+    auto* layout = new QVBoxLayout(left);
+    m_points = new GridView(m_window.grdPoints, left);
+    m_points->setObjectName("grdPoints");
+    m_points->Model().OnTyped([this](int row, int column, const std::string& text) {
+        m_desktop.Handle([&] { m_window.grdPoints_Edited(row, column, text); });
+    });
+    m_points->Model().OnToolTip([this](int row, int column) {
+        return QString::fromStdString(m_window.grdPoints_ToolTip(row, column));
+    });
+    connect(m_points->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this] { ShowDrawings(); });
+    layout->addWidget(m_points, 1);
+    auto* row = new QHBoxLayout;
+    row->addWidget(
+        Button(m_window.cmdCopy, "cmdCopy", "copy", [this] { m_window.cmdCopy_Click(); }));
+    row->addWidget(
+        Button(m_window.cmdPaste, "cmdPaste", "paste", [this] { m_window.cmdPaste_Click(); }));
+    auto* status = new QLabel(left);
+    status->setObjectName("labStatus");
+    m_binder.Bind(status, m_window.labStatus);
+    row->addWidget(status, 1);
+    layout->addLayout(row);
+    m_pointsDrawing = new DrawingView(Qt::black, DrawingPen, page);
+    page->addWidget(left);
+    page->addWidget(m_pointsDrawing);
+    page->setStretchFactor(0, 3);
+    page->setStretchFactor(1, 2);
+    page->setChildrenCollapsible(false);
+    return page;
+}
+
+QWidget* EditGeometryWindow::Frame(FieldFrame& frame) {
+    auto* group = new QGroupBox(QString::fromStdString(frame.Caption), this);
+    auto* grid = new QGridLayout(group);
+    grid->setColumnStretch(3, 1);
+    int row = 0;
+    const auto addWide = [&](const Control& control) {
+        auto* label = new QLabel(group);
+        label->setWordWrap(true);
+        m_binder.Bind(label, control);
+        grid->addWidget(label, row++, 0, 1, 4);
+    };
+    if (&frame == &m_window.fraSuspensionTravel) {
+        auto* label = new QLabel(group);
+        m_binder.Bind(label, m_window.labMotionType);
+        grid->addWidget(label, row, 0);
+        auto* choices = new QHBoxLayout;
+        const auto add = [&](OptionButton& option, OptionButton& other, const char* name) {
+            auto* button = new QRadioButton(group);
+            button->setObjectName(name);
+            m_binder.Bind(button, option, [&other] { other.Selected = false; });
+            choices->addWidget(button);
+        };
+        add(m_window.optRoll, m_window.optHeave, "optRoll");
+        add(m_window.optHeave, m_window.optRoll, "optHeave");
+        grid->addLayout(choices, row++, 1, 1, 3, Qt::AlignLeft);
+    }
+    if (&frame == &m_window.fraLinkLoads) {
+        addWide(m_window.labLinkLoads);
+    }
+    for (NumberBox* box : frame.Boxes) {
+        auto* label = new QLabel(QString::fromStdString(box->Caption), group);
+        auto* field = new NumberField(
+            m_binder, *box, [this, box] { m_window.NumberBox_Changed(*box); },
+            [this, box] { m_window.NumberBox_LostFocus(*box); }, group);
+        field->setAccessibleName(label->text());
+        label->setBuddy(field);
+        auto* unit = new QLabel(group);
+        m_binder.OnShow([unit, box] { SetTextOnce(unit, QString::fromStdString(box->Unit)); });
+        grid->addWidget(label, row, 0);
+        grid->addWidget(field, row, 1);
+        grid->addWidget(unit, row++, 2);
+    }
+    if (&frame == &m_window.fraLinkLoads) {
+        addWide(m_window.labLinkLoadsNote);
+    }
+    return group;
+}
+
+QWidget* EditGeometryWindow::BuildFramesPage(const std::vector<FieldFrame*>& frames) {
+    auto* page = new QWidget(this);
+    QVBoxLayout* layout = PageLayout(page);
+    for (FieldFrame* frame : frames) {
+        layout->addWidget(Frame(*frame));
+    }
+    layout->addStretch(1);
+    return page;
+}
+
+QWidget* EditGeometryWindow::BuildTravelPage() {
+    QWidget* page = BuildFramesPage({&m_window.fraSuspensionTravel, &m_window.fraRackTravel});
+    auto* summary = new QLabel(page);
+    summary->setObjectName("labTravelSummary");
+    summary->setWordWrap(true);
+    m_binder.Bind(summary, m_window.labTravelSummary);
+    auto* layout = static_cast<QVBoxLayout*>(page->layout());
+    layout->insertWidget(layout->count() - 1, summary);
+    return page;
+}
+
+QWidget* EditGeometryWindow::BuildDescriptionPage() {
+    auto* page = new QWidget(this);
+    QVBoxLayout* layout = PageLayout(page);
+    m_description = new QPlainTextEdit(page);
+    m_description->setObjectName("txtDescription");
+    m_description->setTabChangesFocus(true);
+    connect(m_description, &QPlainTextEdit::textChanged, this, [this] {
+        m_desktop.Handle([this] {
+            m_window.txtDescription.Text = m_description->toPlainText().toStdString();
+            m_window.txtDescription_Changed();
+        });
+    });
+    layout->addWidget(m_description, 1);
+    auto* note = new QLabel(page);
+    note->setWordWrap(true);
+    m_binder.Bind(note, m_window.labDescriptionNote);
+    layout->addWidget(note);
+    return page;
+}
+
+QWidget* EditGeometryWindow::BuildButtons() {
+    auto* buttons = new QDialogButtonBox(this);
+    const auto add = [&](const Control& control, QDialogButtonBox::ButtonRole role,
+                         const char* name, Binder::Event clicked) {
+        QPushButton* button = buttons->addButton(QString::fromStdString(control.Caption), role);
+        button->setObjectName(name);
+        button->setAutoDefault(false);
+        m_binder.Bind(button, control, std::move(clicked));
+    };
+    add(m_window.cmdOK, QDialogButtonBox::AcceptRole, "cmdOK", [this] { m_window.cmdOK_Click(); });
+    add(m_window.cmdCancel, QDialogButtonBox::RejectRole, "cmdCancel",
+        [this] { m_window.cmdCancel_Click(); });
+    add(m_window.cmdApply, QDialogButtonBox::ApplyRole, "cmdApply",
+        [this] { m_window.cmdApply_Click(); });
+    add(m_window.cmdHelp, QDialogButtonBox::HelpRole, "cmdHelp",
+        [this] { m_window.cmdHelp_Click(); });
+    return buttons;
+}
+
+void EditGeometryWindow::Refresh() {
+    m_binder.Show();
+    {
+        const QSignalBlocker quiet(m_pages);
+        m_pages->setCurrentIndex(m_window.Page);
+    }
+    ShowPoints();
+    const QString description = QString::fromStdString(m_window.txtDescription.Text)
+                                    .replace("\r\n", "\n")
+                                    .replace('\r', '\n');
+    if (m_description->toPlainText() != description) {
+        const QSignalBlocker quiet(m_description);
+        m_description->setPlainText(description);
+    }
+    ShowDrawings();
+    GiveFocus();
+    if (m_window.Raise) {
+        m_window.Raise = false;
+        raise();
+        activateWindow();
+    }
+}
+
+void EditGeometryWindow::ShowPoints() {
+    m_points->Refresh();
+    const CellRange& range = m_window.grdPointsSelection;
+    const GridModel& model = m_points->Model();
+    if (range == m_shownSelection) {
+        return;
+    }
+    m_shownSelection = range;
+    const auto at = [&](int row, int column) {
+        return model.index(std::max(0, row - model.Grid().FixedRows()),
+                           std::max(0, column - model.Grid().FixedColumns()));
+    };
+    const QModelIndex first = at(range.FirstRow, range.FirstColumn);
+    if (first.isValid()) {
+        m_points->setCurrentIndex(first);
+        m_points->selectionModel()->select(
+            QItemSelection(first, at(range.LastRow, range.LastColumn)),
+            QItemSelectionModel::ClearAndSelect);
+    }
+}
+
+void EditGeometryWindow::ShowDrawings() {
+    // Only the drawing in sight; the other one follows when its page is turned to.
+    Guarded(m_desktop.Program().MessageService(), [this] {
+        const Suspension draft = m_window.Draft();
+        if (m_window.Page == pgType) {
+            Draw(*m_typeDrawing, draft, std::nullopt);
+        } else if (m_window.Page == pgStaticPoints) {
+            const QModelIndex current = m_points->currentIndex();
+            Draw(*m_pointsDrawing, draft,
+                 current.isValid() ? m_window.PointAtRow(m_points->Model().GridRow(current.row()))
+                                   : std::nullopt);
+        }
+    });
+}
+
+void EditGeometryWindow::Draw(DrawingView& view, const Suspension& draft,
+                              std::optional<PointNumber> ringed) {
+    DrawPreview(m_wireframe, view.Surface(), draft.StaticPoints(), draft.Data, ringed);
+    view.update();
+}
+
+void EditGeometryWindow::GiveFocus() {
+    if (QWidget* widget = m_binder.WidgetOf(m_window.Focus); widget != nullptr) {
+        widget->setFocus();
+    }
+    m_window.Focus = nullptr;
+}
+
+void EditGeometryWindow::closeEvent(QCloseEvent* event) {
+    if (m_window.IsOpen) {
+        m_desktop.Handle([this] { m_window.cmdCancel_Click(); });
+    }
+    QWidget::closeEvent(event);
+}
+
+void EditGeometryWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F1) {
+        m_desktop.Handle([this] { m_window.cmdHelp_Click(); });
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void EditGeometryWindow::RememberFrame() {
+    m_window.Frame.IsNormal = !isMaximized() && !isMinimized();
+    if (m_window.Frame.IsNormal && isVisible()) {
+        m_window.Frame.Placement = {pos().x() * TwipsPerPixel, pos().y() * TwipsPerPixel,
+                                    width() * TwipsPerPixel, height() * TwipsPerPixel};
+    }
+}
+
+void EditGeometryWindow::moveEvent(QMoveEvent* event) {
+    QWidget::moveEvent(event);
+    RememberFrame();
+}
+
+void EditGeometryWindow::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    RememberFrame();
+    ShowDrawings();
+}
+
+} // namespace corvanta

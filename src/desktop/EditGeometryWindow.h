@@ -1,0 +1,65 @@
+#pragma once
+
+#include "desktop/Binder.h"
+#include "results/CWireframe.h"
+#include "shell/frmEditGeometry.h"
+
+#include <QWidget>
+
+class QPlainTextEdit;
+class QTabWidget;
+
+namespace corvanta {
+
+class Desktop;
+class DrawingView;
+class GridView;
+
+/// The geometry editor on the screen.
+class EditGeometryWindow final : public QWidget {
+    Q_OBJECT
+
+  public:
+    EditGeometryWindow(Desktop& desktop, frmEditGeometry& window);
+
+    void Refresh();
+    [[nodiscard]] bool Shows(const frmEditGeometry& window) const { return &window == &m_window; }
+
+    [[nodiscard]] GridView* Points() const { return m_points; }
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    QWidget* BuildTypePage();
+    QWidget* BuildPointsPage();
+    QWidget* BuildTravelPage();
+    QWidget* BuildFramesPage(const std::vector<FieldFrame*>& frames);
+    QWidget* BuildDescriptionPage();
+    QWidget* BuildButtons();
+    QWidget* Frame(FieldFrame& frame);
+    QWidget* Button(const Control& control, const char* name, const char* icon,
+                    Binder::Event clicked);
+    void PlaceWindow();
+    void RememberFrame();
+    void ShowPoints();
+    void ShowDrawings();
+    void Draw(DrawingView& view, const Suspension& draft, std::optional<PointNumber> ringed);
+    void GiveFocus();
+
+    Desktop& m_desktop;
+    frmEditGeometry& m_window;
+    Binder m_binder;
+    QTabWidget* m_pages = nullptr;
+    GridView* m_points = nullptr;
+    DrawingView* m_typeDrawing = nullptr;
+    DrawingView* m_pointsDrawing = nullptr;
+    QPlainTextEdit* m_description = nullptr;
+    CWireframe m_wireframe;
+    CellRange m_shownSelection;
+};
+
+} // namespace corvanta

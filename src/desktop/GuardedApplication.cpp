@@ -1,0 +1,29 @@
+#include "desktop/GuardedApplication.h"
+
+namespace corvanta {
+
+GuardedApplication::GuardedApplication(int& argc, char** argv) : QApplication(argc, argv) {
+    setApplicationName("Corvanta");
+    setApplicationDisplayName({});    // the windows' own captions name the product
+    setQuitOnLastWindowClosed(false); // the main window says when
+}
+
+bool GuardedApplication::notify(QObject* receiver, QEvent* event) {
+    if (m_messages == nullptr) {
+        return QApplication::notify(receiver, event);
+    }
+    bool handled = true;
+    Guarded(*m_messages, [&] { handled = QApplication::notify(receiver, event); });
+    return handled;
+}
+
+bool HasDisplay() {
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+#else
+    return true;
+#endif
+}
+
+} // namespace corvanta

@@ -1,0 +1,43 @@
+#include "desktop/Desktop.h"
+#include "desktop/GuardedApplication.h"
+#include "frame/CommandLine.h"
+#include "platform/DiskFileServices.h"
+#include "platform/NoWindowSystem.h"
+
+#include <iostream>
+
+namespace {
+
+constexpr int NoDisplayStatus = 2;
+
+/// A run that shows nothing needs no window system at all.
+int RunHidden(corvanta::FileServices& files, corvanta::ProcessServices& process) {
+    corvanta::NoMessageBox box;
+    corvanta::NoWindowSystem noWindows;
+    corvanta::WindowSystem windows = noWindows.Services();
+    corvanta::Application application(files, box, process, windows);
+    static_cast<void>(application.AppStart());
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    corvanta::DiskFileServices files;
+    corvanta::DesktopProcess process(argc, argv, corvanta::BuiltVersion());
+    if (corvanta::HasNoGuiKey(process.CommandLine())) {
+        return RunHidden(files, process);
+    }
+    if (!corvanta::HasDisplay()) {
+        std::cerr << "corvanta: there is no display to open a window on. For a run without one use "
+                     "corvanta-batch, or the key /nogui.\n";
+        return NoDisplayStatus;
+    }
+    corvanta::GuardedApplication application(argc, argv);
+    corvanta::Desktop desktop(files, process);
+    application.ReportTo(desktop.Program().MessageService());
+    if (desktop.Start() == corvanta::StartResult::Ended) {
+        return 0;
+    }
+    return corvanta::GuardedApplication::exec();
+}
