@@ -30,8 +30,8 @@ constexpr Colour DividingLine{192, 192, 192};
 /// A view of the layout with its middle in shares of the surface.
 struct QuadrantView {
     ViewAngles Angles;
-    double AnchorX;
-    double AnchorY;
+    double AnchorX = 0;
+    double AnchorY = 0;
 };
 
 /// In the order of drawing. The first one is the free view in its standard form: its angles make

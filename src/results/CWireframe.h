@@ -29,7 +29,8 @@ struct FreeView {
 
 /// Draws lines, circles and labels of a three-dimensional drawing on a surface, seen from
 /// infinitely far and with nothing hidden: one view, or the layout of four views. Coordinates are
-/// those of the car, mm; inside, Y runs the other way, which makes the axes right-handed.
+/// those of the car, mm; inside, Y runs the other way, which makes the axes right-handed. Every
+/// drawing begins with `Init`.
 ///
 /// The lists hold 100 lines and 100 labels. One more throws Failure "Subscript out of range".
 class CWireframe final : public DrawingSink {

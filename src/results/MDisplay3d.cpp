@@ -210,9 +210,9 @@ void DrawAxes(DrawingSink& sink) {
 
 void DrawLegendRow(DrawingSurface& surface, const SuspensionData& data) {
     struct Entry {
-        const char* Text;
+        const char* Text = "";
         Colour Shown;
-        bool InUse;
+        bool InUse = false;
     };
     const std::array entries{
         Entry{"Stub Axle & Wheel", ColourStub, true},

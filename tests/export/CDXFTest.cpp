@@ -100,7 +100,7 @@ TEST_F(CDXFTest, WritesTheFormatToTheByte) {
     dxf.OpenSection();
     dxf.AddCircle({1, 2, 3}, {4, 5, 6}, 7, {});
     dxf.AddLabel({1, 2, 3}, "X");
-    dxf.AddLine({612.5, -0.1, 0}, {-0.0, 1e-7, 123456789012345680}, {255, 0, 0});
+    dxf.AddLine({612.5, -0.1, 0}, {-0.0, 1e-7, 123456789012345680.0}, {255, 0, 0});
     dxf.CloseSection();
     EXPECT_EQ(m_files.Bytes(Path),
               " 0 \r\nSECTION\r\n 2 \r\nENTITIES\r\n"

@@ -40,7 +40,7 @@ struct NamedLine {
     std::string To;
     Colour Drawn;
 
-    NamedLine(std::string from, std::string to, Colour colour)
+    NamedLine(const std::string& from, const std::string& to, Colour colour)
         : From(std::min(from, to)),
           To(std::max(from, to)),
           Drawn(colour) {}
@@ -92,7 +92,7 @@ PointSet DistinctPoints(double bump = 0) {
 
 std::string NameOf(const SuspPoint& place, const PointSet& points, const PointSet& staticPoints) {
     for (const PointNumber number : AllPoints) {
-        const std::string name(PointShortName(number).substr(2));
+        std::string name(PointShortName(number).substr(2));
         if (points[number] == place) {
             return name;
         }
