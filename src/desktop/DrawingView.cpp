@@ -72,11 +72,9 @@ DrawingView::DrawingView(QColor paper, double penWidth, QWidget* parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
-RecordedSurface& DrawingView::Surface() {
-    if (m_surface.Width() != width() || m_surface.Height() != height()) {
-        m_surface.Resize(width(), height());
-    }
-    return m_surface;
+void DrawingView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    m_surface.Resize(width(), height());
 }
 
 void DrawingView::paintEvent(QPaintEvent* /*event*/) {

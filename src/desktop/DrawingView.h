@@ -55,11 +55,12 @@ class DrawingView : public QWidget {
   public:
     DrawingView(QColor paper, double penWidth, QWidget* parent = nullptr);
 
-    /// The surface to draw on, of the view's size now; `update` shows what was drawn.
-    [[nodiscard]] RecordedSurface& Surface();
+    /// The surface to draw on, of the size of the view; `update` shows what was drawn.
+    [[nodiscard]] RecordedSurface& Surface() { return m_surface; }
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     QColor m_paper;

@@ -1,5 +1,6 @@
 #include "desktop/MainWindow.h"
 
+#include "desktop/CornerView.h"
 #include "desktop/Desktop.h"
 #include "desktop/GridView.h"
 #include "desktop/Icons.h"
@@ -129,6 +130,7 @@ void MainWindow::AddItem(QMenu* menu, const MenuItem& item) {
     }
     const int command = item.Command;
     const int tag = item.Tag;
+    action->setData(QPoint(command, tag)); // what it is, for whoever looks for it
     connect(action, &QAction::triggered, this, [this, command, tag] {
         if (command == mcExit) {
             close();
@@ -250,6 +252,8 @@ QWidget* MainWindow::BuildResultArea() {
     m_grid = new GridView(m_window.grdDisplay, area);
     m_grid->setObjectName("grdDisplay");
     m_report = new ReportView(area);
+    m_corner = new CornerView(m_desktop, area);
+    m_window.picSurface = &m_corner->Surface();
     std::function<void()> openSample;
     if (!m_window.SamplesFolder().empty()) {
         openSample = [this] { m_desktop.Handle([&] { m_window.OpenSample(); }); };
@@ -260,12 +264,18 @@ QWidget* MainWindow::BuildResultArea() {
     m_failure = new FailurePage(
         [this] { m_desktop.Handle([&] { m_window.Execute(mcProperties, 0); }); }, area);
     for (QWidget* widget : {static_cast<QWidget*>(m_grid), static_cast<QWidget*>(m_report),
-                            static_cast<QWidget*>(m_start), static_cast<QWidget*>(m_failure)}) {
+                            static_cast<QWidget*>(m_corner), static_cast<QWidget*>(m_start),
+                            static_cast<QWidget*>(m_failure)}) {
         layout->addWidget(widget);
     }
     m_binder.Bind(m_start, m_window.panStart);
     m_binder.Bind(static_cast<QWidget*>(m_failure), m_window.panFailure);
-    m_binder.Bind(m_report, m_window.picResults);
+    m_binder.OnShow([this] {
+        const PictureBox& picture = m_window.picResults;
+        m_report->setVisible(picture.Visible && !picture.Inverted);
+        m_corner->setVisible(picture.Visible && picture.Inverted);
+        m_corner->update();
+    });
     m_binder.OnShow([this] {
         m_grid->setVisible(m_window.grdDisplay.Visible);
         if (m_window.grdDisplay.Visible) {

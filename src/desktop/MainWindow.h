@@ -11,6 +11,7 @@ class QToolButton;
 namespace corvanta {
 
 class Desktop;
+class CornerView;
 class GridView;
 class ReportView;
 class StartPage;
@@ -70,6 +71,7 @@ class MainWindow final : public QMainWindow {
     QComboBox* m_rack = nullptr;
     GridView* m_grid = nullptr;
     ReportView* m_report = nullptr;
+    CornerView* m_corner = nullptr;
     StartPage* m_start = nullptr;
     FailurePage* m_failure = nullptr;
     QLabel* m_document = nullptr;

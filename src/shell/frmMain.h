@@ -1,6 +1,8 @@
 #pragma once
 
 #include "calculation/SCalcs.h"
+#include "platform/DrawingSurface.h"
+#include "results/CWireframe.h"
 #include "shell/CMRUFileList.h"
 #include "shell/Desk.h"
 #include "shell/MainControls.h"
@@ -129,6 +131,13 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     [[nodiscard]] std::string SamplesFolder() const;
 
     RecoveryCopy Recovery;
+
+    /// What view 15 is drawn on, none without a window system. It outlives its use here.
+    DrawingSurface* picSurface = nullptr;
+
+    /// The drawing of view 15, whose free view the user may turn and zoom; `DrawAgain` shows it.
+    CWireframe Wireframe;
+    void DrawAgain();
 
   private:
     void Refresh(bool resetPosition);

@@ -3,6 +3,7 @@
 #include "shell/frmMain.h"
 
 #include "results/DynamicsReport.h"
+#include "results/MDisplay3d.h"
 #include "results/MDisplayTable.h"
 #include "results/PointsTable.h"
 
@@ -89,10 +90,21 @@ void frmMain::FillResultArea(std::int32_t view, std::int32_t viewArgument, std::
         picResults.Text = ShowDynamicsReport(program, m_desk.Messages);
     } else if (view == vwQuadraticCoefficients) {
         table = ShowQuadraticCoefficients(program);
+    } else if (view == vw3d) {
+        DrawAgain();
     }
     if (table) {
         ShowTable(grdDisplay, view, *table);
         MarkStaticRow(view, variable);
+    }
+}
+
+void frmMain::DrawAgain() {
+    const Program& program = m_desk.Program;
+    if (picSurface != nullptr && program.Document.ResultsValid) {
+        Draw3d(Wireframe, *picSurface,
+               PositionAt(program.Document, program.Settings.ViewRack, program.Settings.ViewWheel),
+               program.Options);
     }
 }
 

@@ -1,0 +1,98 @@
+#include "desktop/CornerView.h"
+
+#include "desktop/Desktop.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvanta {
+
+namespace {
+
+constexpr double DegreesPerPixel = 0.4;
+constexpr double ZoomPerStep = 1.15; ///< of a notch of the wheel
+constexpr double LeastZoom = 0.2;
+constexpr double MostZoom = 20;
+constexpr double PenWidth = 2;
+constexpr int NameMargin = 8;
+const QColor NameColour(150, 150, 150);
+const QColor FrameColour(60, 60, 60);
+
+} // namespace
+
+CornerView::CornerView(Desktop& desktop, QWidget* parent)
+    : DrawingView(Qt::black, PenWidth, parent),
+      m_desktop(desktop) {
+    setToolTip(tr("Drag the free view to turn it, turn the wheel to zoom, double-click for the "
+                  "standard view"));
+}
+
+void CornerView::paintEvent(QPaintEvent* event) {
+    DrawingView::paintEvent(event);
+    QPainter painter(this);
+    painter.setPen(FrameColour);
+    painter.drawLine(width() / 2, 0, width() / 2, height());
+    painter.drawLine(0, height() / 2, width(), height() / 2);
+    QFont small = font();
+    small.setPointSizeF(small.pointSizeF() * 0.85);
+    painter.setFont(small);
+    painter.setPen(NameColour);
+    const QRect whole = rect().adjusted(NameMargin, NameMargin, -NameMargin, -NameMargin);
+    const QRect upper(whole.left(), whole.top(), whole.width(), height() / 2 - 2 * NameMargin);
+    painter.drawText(upper, Qt::AlignLeft | Qt::AlignBottom, tr("Side"));
+    painter.drawText(upper, Qt::AlignRight | Qt::AlignBottom, tr("Front"));
+    painter.drawText(whole, Qt::AlignLeft | Qt::AlignBottom, tr("Top"));
+    painter.drawText(whole, Qt::AlignRight | Qt::AlignBottom, tr("Free"));
+}
+
+bool CornerView::InFreeView(const QPointF& at) const {
+    return at.x() > width() / 2.0 && at.y() > height() / 2.0;
+}
+
+void CornerView::DrawAgain() {
+    m_desktop.Handle([this] { m_desktop.Main().DrawAgain(); });
+}
+
+void CornerView::mousePressEvent(QMouseEvent* event) {
+    m_dragging = event->button() == Qt::LeftButton && InFreeView(event->position());
+    m_last = event->position();
+}
+
+void CornerView::mouseMoveEvent(QMouseEvent* event) {
+    if (!m_dragging || !event->buttons().testFlag(Qt::LeftButton)) {
+        return;
+    }
+    CWireframe& wireframe = m_desktop.Main().Wireframe;
+    FreeView view = wireframe.CurrentFreeView();
+    const QPointF moved = event->position() - m_last;
+    m_last = event->position();
+    view.Turn += moved.x() * DegreesPerPixel;
+    view.Tilt += moved.y() * DegreesPerPixel;
+    wireframe.SetFreeView(view);
+    DrawAgain();
+}
+
+void CornerView::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (InFreeView(event->position())) {
+        m_desktop.Main().Wireframe.SetFreeView({});
+        DrawAgain();
+    }
+}
+
+void CornerView::wheelEvent(QWheelEvent* event) {
+    if (!InFreeView(event->position())) {
+        return;
+    }
+    constexpr double AngleOfStep = 120;
+    CWireframe& wireframe = m_desktop.Main().Wireframe;
+    FreeView view = wireframe.CurrentFreeView();
+    view.Zoom *= std::pow(ZoomPerStep, event->angleDelta().y() / AngleOfStep);
+    view.Zoom = std::clamp(view.Zoom, LeastZoom, MostZoom);
+    wireframe.SetFreeView(view);
+    DrawAgain();
+}
+
+} // namespace corvanta

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "desktop/DrawingView.h"
+
+namespace corvanta {
+
+class Desktop;
+
+/// View 15 on the screen: the four views, named in small type in their corners. Dragging turns the
+/// free view, the wheel zooms it, a double-click brings back the standard one.
+class CornerView final : public DrawingView {
+    Q_OBJECT
+
+  public:
+    explicit CornerView(Desktop& desktop, QWidget* parent = nullptr);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+  private:
+    [[nodiscard]] bool InFreeView(const QPointF& at) const;
+    void DrawAgain();
+
+    Desktop& m_desktop;
+    QPointF m_last; ///< where the pointer was at the last step of a drag
+    bool m_dragging = false;
+};
+
+} // namespace corvanta

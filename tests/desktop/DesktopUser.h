@@ -1,0 +1,96 @@
+#pragma once
+
+#include "desktop/Desktop.h"
+#include "desktop/EditGeometryWindow.h"
+#include "desktop/MainWindow.h"
+#include "desktop/OptionsWindow.h"
+#include "platform/DiskFileServices.h"
+#include "tests/support/FakeProcessServices.h"
+#include "tests/support/RecordingMessageBox.h"
+
+#include <deque>
+#include <string>
+#include <vector>
+
+namespace corvanta::test {
+
+/// A file dialog that answers from a script; without an answer left it is cancelled.
+class ScriptedFileDialog final : public FileDialog {
+  public:
+    std::deque<std::string> Paths;
+    std::vector<FileNameRequest> Requests;
+
+    std::optional<FileNameAnswer> Ask(const FileNameRequest& request) override;
+};
+
+/// Files on disk, with the per-user folder where a test wants it.
+class UserFiles final : public FileServices {
+  public:
+    explicit UserFiles(std::string userFolder) : m_userFolder(std::move(userFolder)) {}
+
+    [[nodiscard]] bool FileExists(const std::string& path) const override {
+        return m_disk.FileExists(path);
+    }
+    [[nodiscard]] bool FolderExists(const std::string& path) const override {
+        return m_disk.FolderExists(path);
+    }
+    [[nodiscard]] std::string FullPath(const std::string& path) const override {
+        return m_disk.FullPath(path);
+    }
+    void MakeFolder(const std::string& path) override { m_disk.MakeFolder(path); }
+    [[nodiscard]] std::string ReadBytes(const std::string& path) override {
+        return m_disk.ReadBytes(path);
+    }
+    void WriteBytes(const std::string& path, std::string_view bytes) override {
+        m_disk.WriteBytes(path, bytes);
+    }
+    void AppendBytes(const std::string& path, std::string_view bytes) override {
+        m_disk.AppendBytes(path, bytes);
+    }
+    void DeleteFile(const std::string& path) override { m_disk.DeleteFile(path); }
+    [[nodiscard]] std::optional<std::string> SpecialFolder(int /*folderNumber*/) const override {
+        return m_userFolder;
+    }
+
+  private:
+    DiskFileServices m_disk;
+    std::string m_userFolder;
+};
+
+/// The program in front of a user: real windows, with the message boxes and file dialogs that
+/// would wait for the user answered from scripts.
+class DesktopUser {
+  public:
+    /// `userFolder` holds the user's settings.
+    explicit DesktopUser(const std::string& userFolder);
+
+    /// Starts the program and clicks the splash away.
+    void Start();
+
+    [[nodiscard]] frmMain& Logic() { return Desk.Main(); }
+    [[nodiscard]] MainWindow& Window() { return *Desk.MainView(); }
+
+    /// Opens a document through the menu.
+    void Open(const std::string& path);
+
+    /// Chooses the entry of a menu with a command and tag, as a click does.
+    void Choose(int command, int tag = 0);
+
+    /// The child of a window by the name of its control.
+    template <typename Widget>
+    [[nodiscard]] static Widget& Child(QWidget& window, const char* name) {
+        auto* child = window.findChild<Widget*>(name);
+        if (child == nullptr) {
+            throw std::runtime_error(std::string("There is no ") + name);
+        }
+        return *child;
+    }
+
+    UserFiles Files;
+    FakeProcessServices Process;
+    RecordingMessageBox Box;
+    ScriptedFileDialog Dialog;
+    Desktop Desk;
+};
+
+} // namespace corvanta::test

@@ -1,0 +1,119 @@
+// Renders every window and every view of the program as pictures:
+//   corvanta_screenshots FOLDER light|dark
+
+#include "desktop/AboutWindow.h"
+#include "desktop/GuardedApplication.h"
+#include "tests/desktop/DesktopUser.h"
+#include "tests/support/SampleCorners.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <QDir>
+#include <QStyleFactory>
+#include <QTest>
+
+#include <iostream>
+
+namespace corvanta::test {
+namespace {
+
+QPalette DarkPalette() {
+    QPalette palette;
+    const QColor window(42, 43, 46);
+    const QColor text(226, 227, 230);
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::WindowText, text);
+    palette.setColor(QPalette::Base, QColor(30, 31, 34));
+    palette.setColor(QPalette::AlternateBase, QColor(37, 38, 42));
+    palette.setColor(QPalette::Text, text);
+    palette.setColor(QPalette::Button, QColor(50, 51, 55));
+    palette.setColor(QPalette::ButtonText, text);
+    palette.setColor(QPalette::ToolTipBase, window);
+    palette.setColor(QPalette::ToolTipText, text);
+    palette.setColor(QPalette::PlaceholderText, QColor(140, 141, 146));
+    palette.setColor(QPalette::Highlight, QColor(61, 128, 196));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, role, QColor(120, 121, 126));
+    }
+    return palette;
+}
+
+/// Takes the pictures, named by their order and what they show.
+class Photographer {
+  public:
+    explicit Photographer(QString folder) : m_folder(std::move(folder)) { QDir().mkpath(m_folder); }
+
+    void Take(QWidget* window, const QString& name) const {
+        QTest::qWait(40); // for what a window does after an event
+        if (window == nullptr || !window->grab().save(m_folder + "/" + name + ".png")) {
+            std::cerr << "no picture of " << name.toStdString() << "\n";
+        }
+    }
+
+  private:
+    QString m_folder;
+};
+
+void TakeViews(DesktopUser& user, const Photographer& camera) {
+    for (const MenuItem& item : user.Logic().mnuView.Items) {
+        if (item.Command == mcView && item.Enabled) {
+            user.Choose(mcView, item.Tag);
+            camera.Take(&user.Window(), QString("view-%1").arg(item.Tag, 2, 10, QChar('0')));
+        }
+    }
+    user.Choose(mcView, vwAntis);
+    user.Desk.Handle([&] { user.Logic().optRack_Click(); });
+    camera.Take(&user.Window(), "view-01-along-rack");
+    user.Desk.Handle([&] { user.Logic().optWheel_Click(); });
+}
+
+void TakeEditor(DesktopUser& user, const Photographer& camera) {
+    user.Choose(mcProperties);
+    frmEditGeometry& editor = *user.Logic().EditGeometry;
+    for (std::size_t page = 0; page < editor.Pages.size(); ++page) {
+        user.Desk.Handle([&] { editor.tabPages_Changed(static_cast<int>(page)); });
+        camera.Take(user.Desk.EditorView(), QString("editor-%1").arg(page + 1));
+    }
+    user.Desk.Handle([&] { editor.cmdCancel_Click(); });
+}
+
+void TakeAll(const std::string& userFolder, const QString& pictures) {
+    const Photographer camera(pictures);
+    DesktopUser user(userFolder);
+    static_cast<void>(user.Desk.Start());
+    camera.Take(user.Desk.AboutView(), "splash");
+    user.Desk.Handle([&] { user.Logic().TakeDownSplash(); });
+    camera.Take(&user.Window(), "start");
+    user.Open(SamplePath("saloon-front-strut.WSP"));
+    user.Open(SamplePath("formula-front-pushrod.WSP"));
+    user.Logic().stbMain.Note.clear();
+    TakeViews(user, camera);
+    TakeEditor(user, camera);
+    user.Choose(mcOptions);
+    camera.Take(user.Desk.OptionsView(), "options");
+    user.Desk.Handle([&] { user.Logic().OptionsDialog->cmdCancel_Click(); });
+    user.Choose(mcHelpTopics);
+    camera.Take(user.Desk.Help().View(), "help");
+    user.Open(SamplePath("SOURCES.md")); // no document at all
+    camera.Take(&user.Window(), "start-with-recent-files");
+}
+
+} // namespace
+} // namespace corvanta::test
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    corvanta::GuardedApplication application(argc, argv);
+    if (argc != 3) {
+        std::cerr << "usage: corvanta_screenshots FOLDER light|dark\n";
+        return 2;
+    }
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    if (QString(argv[2]) == "dark") {
+        QApplication::setPalette(corvanta::test::DarkPalette());
+    }
+    const corvanta::test::TemporaryFolder user;
+    corvanta::test::TakeAll(user.Path(), argv[1]);
+    return 0;
+}
