@@ -1,0 +1,115 @@
+#pragma once
+
+#include "persistence/MData.h"
+#include "shell/frmEditGeometry.h"
+#include "tests/support/FakeProcessServices.h"
+#include "tests/support/FakeShellHost.h"
+#include "tests/support/FakeWindowSystem.h"
+#include "tests/support/MemoryFileServices.h"
+#include "tests/support/MemorySettingsStore.h"
+#include "tests/support/RecordingMessageBox.h"
+#include "tests/support/SampleCorners.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace corvanta::test {
+
+/// A geometry editor that is open on a sample, with the hands of a user.
+class EditGeometryTest : public testing::Test {
+  protected:
+    EditGeometryTest() {
+        UseUnits("mm", "N", "kg", "N/mm");
+        Open("formula-front-pushrod.WSP");
+    }
+
+    void UseUnits(const char* displacement, const char* force, const char* mass, const char* rate) {
+        FundamentalUnits& units = m_program.Units;
+        units[ucDisplacement].Label = displacement;
+        units[ucForce].Label = force;
+        units[ucMass].Label = mass;
+        units[ucRate].Label = rate;
+        m_program.Channels.ChannelsSetup(units);
+    }
+
+    /// A new editor on the document as it is.
+    frmEditGeometry& Reopen() {
+        m_form = std::make_unique<frmEditGeometry>(m_desk, m_main);
+        m_form->Open();
+        return *m_form;
+    }
+    frmEditGeometry& Open(const std::string& sample) {
+        m_document = LoadSample(sample);
+        m_document.ResultsValid = true;
+        m_program.Modified = false;
+        m_main.Calls.clear();
+        return Reopen();
+    }
+
+    void ChooseMechanism(int mechanism) {
+        m_form->cboSpringMechanism.Select(mechanism);
+        m_form->cboSpringMechanism_Changed();
+    }
+    void ChooseSprings(int springs) {
+        m_form->cboSpringSystem.Select(springs);
+        m_form->cboSpringSystem_Changed();
+    }
+    void ChooseBar(int value) {
+        m_form->cboARB.Select(m_form->cboARB.FindData(value));
+        m_form->cboARB_Changed();
+    }
+
+    void Type(NumberBox& box, const std::string& text) {
+        box.Text = text;
+        m_form->NumberBox_Changed(box);
+    }
+
+    [[nodiscard]] int RowOf(PointNumber number) const {
+        int row = 0;
+        while (row < m_form->grdPoints.Rows() && m_form->PointAtRow(row) != number) {
+            ++row;
+        }
+        return row;
+    }
+    void TypeX(PointNumber number, const std::string& text) {
+        m_form->grdPoints_Edited(RowOf(number), 1, text);
+    }
+    [[nodiscard]] std::string CellX(PointNumber number) const {
+        return m_form->grdPoints.Cell(RowOf(number), 1);
+    }
+
+    /// The document as a file.
+    std::string Saved() {
+        bool written = false;
+        DataWrite(written, m_document, "/saved.WSP", m_program.Units, m_files, m_messages);
+        EXPECT_TRUE(written);
+        return m_files.Bytes("/saved.WSP").value_or("");
+    }
+
+    /// The messages shown since the last look.
+    std::vector<std::string> Prompts() {
+        std::vector<std::string> prompts = m_box.Prompts();
+        m_box.Shown.clear();
+        return prompts;
+    }
+
+    Program m_program;
+    Suspension& m_document = m_program.Document;
+    SuspensionData& m_data = m_document.Data;
+    MemoryFileServices m_files;
+    RecordingMessageBox m_box;
+    Messages m_messages{m_box};
+    FakeProcessServices m_process;
+    FakeWindowSystem m_windows;
+    WindowSystem m_services = m_windows.Services();
+    MemorySettingsStore m_store;
+    Desk m_desk{m_program,           m_files, m_messages, m_process, m_services,
+                MLibHelp(m_windows), &m_store};
+    FakeShellHost m_main;
+    std::unique_ptr<frmEditGeometry> m_form;
+};
+
+} // namespace corvanta::test
