@@ -1,26 +1,13 @@
 #include "shell/frmMain.h"
 
 #include "model/Failure.h"
+#include "shell/BusyScope.h"
 #include "shell/CMousePointer.h"
 #include "shell/MLibGUI.h"
 
 namespace corvanta {
 
 namespace {
-
-/// Holds a flag set for the length of a scope.
-class BusyScope {
-  public:
-    explicit BusyScope(bool& flag) : m_flag(flag) { m_flag = true; }
-    ~BusyScope() { m_flag = false; }
-    BusyScope(const BusyScope&) = delete;
-    BusyScope& operator=(const BusyScope&) = delete;
-    BusyScope(BusyScope&&) = delete;
-    BusyScope& operator=(BusyScope&&) = delete;
-
-  private:
-    bool& m_flag;
-};
 
 constexpr int RecentFileCount = 4;
 

@@ -214,16 +214,16 @@ TEST_F(frmEditGeometryPagesTest, TheDraftFollowsTheListsAtOnce) {
 
 TEST_F(frmEditGeometryPagesTest, CopyTakesTheWholeGrid) {
     m_form->cmdCopy_Click();
-    EXPECT_THAT(m_windows.Board,
+    EXPECT_THAT(m_windowSystem.Board,
                 testing::StartsWith("Point\tX\tY\tZ\r\tmm\tmm\tmm\rCentre of tyre"));
-    EXPECT_THAT(m_windows.Board, testing::Not(HasSubstr("\n")));
-    EXPECT_THAT(m_windows.Board, testing::Not(testing::EndsWith("\r")));
+    EXPECT_THAT(m_windowSystem.Board, testing::Not(HasSubstr("\n")));
+    EXPECT_THAT(m_windowSystem.Board, testing::Not(testing::EndsWith("\r")));
     EXPECT_EQ(m_form->grdPointsSelection, (CellRange{0, 0, m_form->grdPoints.Rows() - 1, 3}));
 }
 
 TEST_F(frmEditGeometryPagesTest, PasteLaysRowsIntoTheCells) {
     const int rows = m_form->grdPoints.Rows() - 2;
-    m_windows.Board = "1\t2\t3";
+    m_windowSystem.Board = "1\t2\t3";
     const std::string before = m_form->grdPoints.Text();
     m_form->cmdPaste_Click();
     EXPECT_THAT(Prompts(),
@@ -232,7 +232,7 @@ TEST_F(frmEditGeometryPagesTest, PasteLaysRowsIntoTheCells) {
     EXPECT_EQ(m_form->grdPoints.Text(), before) << "declined";
 
     const auto paste = [&](const std::string& text) {
-        m_windows.Board = text;
+        m_windowSystem.Board = text;
         m_box.Answers = {maYes};
         m_form->cmdPaste_Click();
         Prompts();
@@ -267,8 +267,9 @@ TEST_F(frmEditGeometryPagesTest, AClipboardThatFailsIsTold) {
         void SetText(const std::string& /*text*/) override { throw Failure(fnInternal, "in use"); }
         [[nodiscard]] std::string Text() const override { throw Failure(fnInternal, "in use"); }
     } board;
-    WindowSystem services{m_windows, board, m_windows, m_windows, {}};
-    Desk desk{m_program, m_files, m_messages, m_process, services, MLibHelp(m_windows)};
+    FakeWindowSystem& rest = m_windowSystem;
+    WindowSystem services{rest, board, rest, rest, rest, rest, {}};
+    Desk desk{m_program, m_files, m_messages, m_process, services, MLibHelp(rest)};
     frmEditGeometry form(desk, m_main);
     form.Open();
     const std::string before = form.grdPoints.Text();

@@ -286,7 +286,7 @@ TEST_F(frmEditGeometryTest, CloseRemembersThePlaceAndStoresNothing) {
     EXPECT_THAT(m_main.Calls, IsEmpty());
     EXPECT_EQ(Reopen().Frame.Placement, (WindowPlacement{100, 200, 16000, 9900}));
     m_form->cmdHelp_Click();
-    EXPECT_THAT(m_windows.Topics, ElementsAre(htEditGeometry));
+    EXPECT_THAT(m_windowSystem.Topics, ElementsAre(htEditGeometry));
     m_form->txtDescription.Text = "a [b]";
     m_form->txtDescription_Changed();
     EXPECT_TRUE(m_form->txtDescription.Fault);

@@ -1,12 +1,8 @@
 #include "shell/frmOptions.h"
 
-#include "tests/support/FakeProcessServices.h"
 #include "tests/support/FakeShellHost.h"
-#include "tests/support/FakeWindowSystem.h"
-#include "tests/support/MemoryFileServices.h"
-#include "tests/support/MemorySettingsStore.h"
-#include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
+#include "tests/support/TestDesk.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,7 +13,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class frmOptionsTest : public testing::Test {
+class frmOptionsTest : public testing::Test, protected TestDesk {
   protected:
     frmOptionsTest() {
         m_program.Units = MetricUnits();
@@ -40,16 +36,6 @@ class frmOptionsTest : public testing::Test {
         }
     }
 
-    Program m_program;
-    MemoryFileServices m_files;
-    RecordingMessageBox m_box;
-    Messages m_messages{m_box};
-    FakeProcessServices m_process;
-    FakeWindowSystem m_windows;
-    WindowSystem m_services = m_windows.Services();
-    MemorySettingsStore m_store;
-    Desk m_desk{m_program,           m_files, m_messages, m_process, m_services,
-                MLibHelp(m_windows), &m_store};
     FakeShellHost m_main;
     frmOptions m_form{m_desk, m_main};
 };
@@ -65,7 +51,7 @@ TEST_F(frmOptionsTest, ShowsTheUnitsInForce) {
     EXPECT_FALSE(m_form.optInches.Selected || m_form.optKilograms.Selected ||
                  m_form.optNewtonsPerMillimetre.Selected || m_form.optPoundsPerInch.Selected);
     m_form.cmdHelp_Click();
-    EXPECT_THAT(m_windows.Topics, ElementsAre(htOptions));
+    EXPECT_THAT(m_windowSystem.Topics, ElementsAre(htOptions));
 }
 
 TEST_F(frmOptionsTest, OKPutsTheUnitsInForceAndCalculates) {

@@ -2,13 +2,9 @@
 
 #include "persistence/MData.h"
 #include "shell/frmEditGeometry.h"
-#include "tests/support/FakeProcessServices.h"
 #include "tests/support/FakeShellHost.h"
-#include "tests/support/FakeWindowSystem.h"
-#include "tests/support/MemoryFileServices.h"
-#include "tests/support/MemorySettingsStore.h"
-#include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
+#include "tests/support/TestDesk.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +15,7 @@
 namespace corvanta::test {
 
 /// A geometry editor that is open on a sample, with the hands of a user.
-class EditGeometryTest : public testing::Test {
+class EditGeometryTest : public testing::Test, protected TestDesk {
   protected:
     EditGeometryTest() {
         UseUnits("mm", "N", "kg", "N/mm");
@@ -96,18 +92,8 @@ class EditGeometryTest : public testing::Test {
         return prompts;
     }
 
-    Program m_program;
     Suspension& m_document = m_program.Document;
     SuspensionData& m_data = m_document.Data;
-    MemoryFileServices m_files;
-    RecordingMessageBox m_box;
-    Messages m_messages{m_box};
-    FakeProcessServices m_process;
-    FakeWindowSystem m_windows;
-    WindowSystem m_services = m_windows.Services();
-    MemorySettingsStore m_store;
-    Desk m_desk{m_program,           m_files, m_messages, m_process, m_services,
-                MLibHelp(m_windows), &m_store};
     FakeShellHost m_main;
     std::unique_ptr<frmEditGeometry> m_form;
 };
