@@ -1,6 +1,7 @@
 #include "desktop/CornerView.h"
 
 #include "desktop/Desktop.h"
+#include "desktop/Guard.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -54,6 +55,13 @@ bool CornerView::InFreeView(const QPointF& at) const {
 
 void CornerView::DrawAgain() {
     m_desktop.Handle([this] { m_desktop.Main().DrawAgain(); });
+}
+
+void CornerView::resizeEvent(QResizeEvent* event) {
+    DrawingView::resizeEvent(event);
+    if (isVisible()) {
+        Guarded(m_desktop.Program().MessageService(), [this] { m_desktop.Main().DrawAgain(); });
+    }
 }
 
 void CornerView::mousePressEvent(QMouseEvent* event) {

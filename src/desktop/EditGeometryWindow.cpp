@@ -78,7 +78,10 @@ QWidget* EditGeometryWindow::Button(const Control& control, const char* name, co
     if (icon != nullptr) {
         button->setIcon(ThemedIcon(icon));
     }
-    m_binder.Bind(button, control, std::move(clicked));
+    m_binder.Bind(button, control, [this, clicked = std::move(clicked)] {
+        m_points->CommitTyping(); // an access key leaves the cell open
+        clicked();
+    });
     return button;
 }
 
@@ -204,8 +207,17 @@ QWidget* EditGeometryWindow::Frame(FieldFrame& frame) {
 QWidget* EditGeometryWindow::BuildFramesPage(const std::vector<FieldFrame*>& frames) {
     auto* page = new QWidget(this);
     QVBoxLayout* layout = PageLayout(page);
+    int labelWidth = 0;
     for (FieldFrame* frame : frames) {
         layout->addWidget(Frame(*frame));
+        for (const NumberBox* box : frame->Boxes) {
+            labelWidth = std::max(
+                labelWidth, fontMetrics().horizontalAdvance(QString::fromStdString(box->Caption)));
+        }
+    }
+    // The frames of a page share their columns.
+    for (QGridLayout* grid : page->findChildren<QGridLayout*>()) {
+        grid->setColumnMinimumWidth(0, labelWidth);
     }
     layout->addStretch(1);
     return page;
@@ -249,7 +261,10 @@ QWidget* EditGeometryWindow::BuildButtons() {
         QPushButton* button = buttons->addButton(QString::fromStdString(control.Caption), role);
         button->setObjectName(name);
         button->setAutoDefault(false);
-        m_binder.Bind(button, control, std::move(clicked));
+        m_binder.Bind(button, control, [this, clicked = std::move(clicked)] {
+            m_points->CommitTyping(); // an access key leaves the cell open
+            clicked();
+        });
     };
     add(m_window.cmdOK, QDialogButtonBox::AcceptRole, "cmdOK", [this] { m_window.cmdOK_Click(); });
     add(m_window.cmdCancel, QDialogButtonBox::RejectRole, "cmdCancel",

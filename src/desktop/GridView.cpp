@@ -276,6 +276,14 @@ void GridView::PlaceCorner() {
     m_corner->update();
 }
 
+void GridView::CommitTyping() {
+    QWidget* editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr;
+    if (editor != nullptr) {
+        commitData(editor);
+        QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
+}
+
 QString GridView::SelectedText(bool withHeads) const {
     QModelIndexList selected = selectionModel()->selectedIndexes();
     if (selected.isEmpty()) {

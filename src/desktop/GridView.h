@@ -80,6 +80,9 @@ class GridView final : public QTableView {
     /// Shows the grid as it is now.
     void Refresh();
 
+    /// Takes the text of a cell that is still open, as the Enter key does.
+    void CommitTyping();
+
     /// The selected cells as tab-separated text, lines ended by a line feed.
     [[nodiscard]] QString SelectedText(bool withHeads) const;
 

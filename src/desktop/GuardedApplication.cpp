@@ -1,8 +1,15 @@
 #include "desktop/GuardedApplication.h"
 
+/// The resources lie in a library, which a program would otherwise link without them. The toolkit
+/// wants this outside every namespace.
+static void UseResources() {
+    Q_INIT_RESOURCE(desktop);
+}
+
 namespace corvanta {
 
 GuardedApplication::GuardedApplication(int& argc, char** argv) : QApplication(argc, argv) {
+    UseResources();
     setApplicationName("Corvanta");
     setApplicationDisplayName({});    // the windows' own captions name the product
     setQuitOnLastWindowClosed(false); // the main window says when

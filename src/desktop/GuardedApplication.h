@@ -11,7 +11,8 @@ class GuardedApplication final : public QApplication {
   public:
     GuardedApplication(int& argc, char** argv);
 
-    void ReportTo(Messages& messages) { m_messages = &messages; }
+    /// Where to report; nowhere, so that exceptions pass, until it is told.
+    void ReportTo(Messages* messages) { m_messages = messages; }
 
     bool notify(QObject* receiver, QEvent* event) override;
 

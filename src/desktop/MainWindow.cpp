@@ -290,6 +290,7 @@ void MainWindow::BuildStatusBar() {
     m_note = new QLabel(this);
     m_position = new QLabel(this);
     m_units = new QToolButton(this);
+    m_units->setObjectName("stbUnits");
     m_units->setAutoRaise(true);
     m_units->setToolTip(tr("Units in force; a click opens the options"));
     connect(m_units, &QToolButton::clicked, this,

@@ -35,7 +35,7 @@ int main(int argc, char** argv) {
     }
     corvanta::GuardedApplication application(argc, argv);
     corvanta::Desktop desktop(files, process);
-    application.ReportTo(desktop.Program().MessageService());
+    application.ReportTo(&desktop.Program().MessageService());
     if (desktop.Start() == corvanta::StartResult::Ended) {
         return 0;
     }

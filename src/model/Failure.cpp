@@ -9,6 +9,8 @@ Failure FailureInFlight() {
         return failure;
     } catch (const std::exception& exception) {
         return {fnInternal, exception.what()};
+    } catch (...) {
+        return {fnInternal, "Unknown failure"};
     }
 }
 

@@ -42,7 +42,7 @@ class Failure : public std::exception {
 };
 
 /// The exception in flight as a Failure: itself if it is one, otherwise number `fnInternal` and the
-/// exception's own text. Call it inside a handler only.
+/// exception's own text, if it has one. Call it inside a handler only.
 [[nodiscard]] Failure FailureInFlight();
 
 } // namespace corvanta

@@ -19,7 +19,7 @@ std::optional<FileNameAnswer> ScriptedFileDialog::Ask(const FileNameRequest& req
 DesktopUser::DesktopUser(const std::string& userFolder)
     : Files(userFolder),
       Desk(Files, Process, Box, Dialog) {
-    Process.Folder = CORVANTA_SOURCE_DIR; // the samples lie beside the program
+    Process.Folder = CORVANTA_PROGRAM_FOLDER; // help and samples lie beside the program
 }
 
 void DesktopUser::Start() {
