@@ -20,7 +20,6 @@ constexpr double MostZoom = 20;
 constexpr double PenWidth = 2;
 constexpr int NameMargin = 8;
 const QColor NameColour(150, 150, 150);
-const QColor FrameColour(60, 60, 60);
 
 } // namespace
 
@@ -34,9 +33,6 @@ CornerView::CornerView(Desktop& desktop, QWidget* parent)
 void CornerView::paintEvent(QPaintEvent* event) {
     DrawingView::paintEvent(event);
     QPainter painter(this);
-    painter.setPen(FrameColour);
-    painter.drawLine(width() / 2, 0, width() / 2, height());
-    painter.drawLine(0, height() / 2, width(), height() / 2);
     QFont small = font();
     small.setPointSizeF(small.pointSizeF() * 0.85);
     painter.setFont(small);
@@ -59,7 +55,8 @@ void CornerView::DrawAgain() {
 
 void CornerView::resizeEvent(QResizeEvent* event) {
     DrawingView::resizeEvent(event);
-    if (isVisible()) {
+    // The size of its place comes just before the view is visible.
+    if (m_desktop.Main().picResults.Visible && m_desktop.Main().picResults.Inverted) {
         Guarded(m_desktop.Program().MessageService(), [this] { m_desktop.Main().DrawAgain(); });
     }
 }

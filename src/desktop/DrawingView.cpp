@@ -39,7 +39,7 @@ double RecordedSurface::TextWidth(const std::string& text) const {
     return QFontMetricsF(m_font).horizontalAdvance(QString::fromStdString(text));
 }
 
-void RecordedSurface::PaintOn(QPainter& painter, double penWidth) const {
+void RecordedSurface::PaintOn(QPainter& painter, double penWidth, const QColor& paper) const {
     painter.setRenderHint(QPainter::Antialiasing);
     QPen pen;
     pen.setWidthF(penWidth);
@@ -56,8 +56,13 @@ void RecordedSurface::PaintOn(QPainter& painter, double penWidth) const {
         painter.drawEllipse(QPointF(circle.X, circle.Y), circle.Radius, circle.Radius);
     }
     painter.setFont(m_font);
-    const double ascent = QFontMetricsF(m_font).ascent();
+    const QFontMetricsF metrics(m_font);
+    const double ascent = metrics.ascent();
     for (const Text& text : m_texts) {
+        if (text.Y < 1) {
+            painter.fillRect(QRectF(text.X, text.Y, TextWidth(text.Written), metrics.height()),
+                             paper);
+        }
         painter.setPen(ColourOf(text.Drawn));
         painter.drawText(QPointF(text.X, text.Y + ascent), QString::fromStdString(text.Written));
     }
@@ -80,7 +85,7 @@ void DrawingView::resizeEvent(QResizeEvent* event) {
 void DrawingView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.fillRect(rect(), m_paper);
-    m_surface.PaintOn(painter, m_penWidth);
+    m_surface.PaintOn(painter, m_penWidth, m_paper);
 }
 
 } // namespace corvanta

@@ -17,8 +17,9 @@ class RecordedSurface final : public DrawingSurface {
   public:
     RecordedSurface(double width, double height, QFont font);
 
-    /// Paints the record. The pen is in the surface's own units.
-    void PaintOn(QPainter& painter, double penWidth) const;
+    /// Paints the record on paper of a colour. The pen is in the surface's own units. The texts of
+    /// the top edge, a legend, cover the lines behind them.
+    void PaintOn(QPainter& painter, double penWidth, const QColor& paper) const;
 
   protected:
     void Erase() override;

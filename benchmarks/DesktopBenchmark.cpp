@@ -1,0 +1,103 @@
+// What a user waits for, in real windows on the toolkit's offscreen platform, painting included.
+
+#include "benchmarks/Documents.h"
+#include "desktop/GuardedApplication.h"
+#include "tests/desktop/DesktopUser.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QComboBox>
+
+#include <cstdlib>
+
+namespace corvanta::benchmarks {
+namespace {
+
+constexpr int FullGrid = 49;
+
+/// The program with the document of the benchmarks on a full grid in its window.
+class OpenWindow {
+  public:
+    OpenWindow() {
+        m_user.Start();
+        m_user.Open(std::string(CORVANTA_SOURCE_DIR) + "/samples/" + TBar);
+        m_user.Choose(mcProperties);
+        frmEditGeometry& editor = Editor();
+        editor.txtBump.Text = editor.txtDroop.Text = editor.txtRackTravel.Text = "24";
+        editor.txtWheelStep.Text = editor.txtRackStep.Text = "1";
+        Run([&] { editor.cmdApply_Click(); });
+        const Suspension& document = m_user.Desk.Program().Data().Document;
+        if (document.NW != FullGrid || document.NR != FullGrid || !document.ResultsValid) {
+            std::abort(); // there is nothing to measure
+        }
+    }
+
+    [[nodiscard]] test::DesktopUser& User() { return m_user; }
+    [[nodiscard]] frmEditGeometry& Editor() { return *m_user.Logic().EditGeometry; }
+
+    /// An event and everything that it brings to the screen.
+    template <typename Event>
+    void Run(const Event& event) {
+        m_user.Desk.Handle(event);
+        QApplication::sendPostedEvents();
+        QApplication::processEvents();
+    }
+
+  private:
+    test::TemporaryFolder m_folder;
+    test::DesktopUser m_user{m_folder.Path()};
+};
+
+/// One step of the wheel position in a view, to and fro.
+void BM_WheelStep(benchmark::State& state) {
+    OpenWindow window;
+    frmMain& main = window.User().Logic();
+    window.User().Choose(mcView, static_cast<int>(state.range(0)));
+    window.Run([&] {
+        main.optRack.Selected = true;
+        main.optRack_Click();
+    });
+    int entry = 10;
+    for (auto _ : state) {
+        entry = entry == 10 ? 11 : 10;
+        window.Run([&] {
+            main.cboWheel.Select(entry);
+            main.cboWheel_Changed();
+        });
+    }
+}
+BENCHMARK(BM_WheelStep)
+    ->Arg(vwCoordinates)
+    ->Arg(vwAntis)
+    ->Arg(vwAngles)
+    ->Arg(vw3d)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(3)
+    ->ReportAggregatesOnly();
+
+/// Apply in the editor after a change: taking the pages, the calculation, the table.
+void BM_Apply(benchmark::State& state) {
+    OpenWindow window;
+    window.User().Choose(mcView, vwAntis);
+    int change = 0;
+    for (auto _ : state) {
+        change = 1 - change;
+        window.Run([&] {
+            window.Editor().grdPoints_Edited(2, 3, std::to_string(change));
+            window.Editor().cmdApply_Click();
+        });
+    }
+}
+BENCHMARK(BM_Apply)->Unit(benchmark::kMillisecond)->Repetitions(3)->ReportAggregatesOnly();
+
+} // namespace
+} // namespace corvanta::benchmarks
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    corvanta::GuardedApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
