@@ -323,12 +323,11 @@ void EditGeometryWindow::ShowPoints() {
 void EditGeometryWindow::ShowDrawings() {
     // Only the drawing in sight; the other one follows when its page is turned to.
     Guarded(m_desktop.Program().MessageService(), [this] {
-        const Suspension draft = m_window.Draft();
         if (m_window.Page == pgType) {
-            Draw(*m_typeDrawing, draft, std::nullopt);
+            Draw(*m_typeDrawing, m_window.Example(), std::nullopt);
         } else if (m_window.Page == pgStaticPoints) {
             const QModelIndex current = m_points->currentIndex();
-            Draw(*m_pointsDrawing, draft,
+            Draw(*m_pointsDrawing, m_window.Draft(),
                  current.isValid() ? m_window.PointAtRow(m_points->Model().GridRow(current.row()))
                                    : std::nullopt);
         }

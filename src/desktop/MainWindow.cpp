@@ -255,7 +255,7 @@ QWidget* MainWindow::BuildResultArea() {
     m_corner = new CornerView(m_desktop, area);
     m_window.picSurface = &m_corner->Surface();
     std::function<void()> openSample;
-    if (!m_window.SamplesFolder().empty()) {
+    if (m_window.HasSamples()) {
         openSample = [this] { m_desktop.Handle([&] { m_window.OpenSample(); }); };
     }
     m_start = new StartPage(

@@ -6,6 +6,7 @@
 #include "shell/BusyScope.h"
 #include "shell/EditGeometryFields.h"
 #include "shell/MLibGUI.h"
+#include "shell/MechanismExample.h"
 #include "shell/MechanismLists.h"
 #include "shell/PointCells.h"
 #include "shell/TypedNumber.h"
@@ -307,6 +308,14 @@ Suspension frmEditGeometry::Draft() const {
     draft.StaticPoints() = DraftOfCells(grdPoints, m_desk.Program.Units, document.StaticPoints());
     DerivePoints(draft.StaticPoints(), draft.Data);
     return draft;
+}
+
+Suspension frmEditGeometry::Example() const {
+    SuspensionData choice = m_desk.Program.Document.Data;
+    TakeType(choice);
+    std::optional<Suspension> example =
+        MechanismExample(choice, SamplesFolder(m_desk.Process), m_desk.Program.Units, m_desk.Files);
+    return example ? *std::move(example) : Draft();
 }
 
 // --- Faults -------------------------------------------------------------------------------------

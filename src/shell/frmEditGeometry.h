@@ -104,6 +104,9 @@ class frmEditGeometry final : public Window {
     /// up to be solved.
     [[nodiscard]] Suspension Draft() const;
 
+    /// A corner that shows the mechanisms chosen, for a drawing: a sample, or without one `Draft`.
+    [[nodiscard]] Suspension Example() const;
+
     /// The point of a row of the table; none for its heads.
     [[nodiscard]] std::optional<PointNumber> PointAtRow(int row) const;
 

@@ -127,8 +127,8 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     /// Asks for one of the samples and opens it.
     void OpenSample();
 
-    /// Folder of the documents that come with the program; empty when there is none.
-    [[nodiscard]] std::string SamplesFolder() const;
+    /// True when the documents that come with the program are there.
+    [[nodiscard]] bool HasSamples() const;
 
     RecoveryCopy Recovery;
 

@@ -4,6 +4,7 @@
 
 #include "model/Failure.h"
 #include "persistence/MData.h"
+#include "shell/MechanismExample.h"
 
 namespace corvanta {
 
@@ -74,7 +75,7 @@ void frmMain::New() {
 }
 
 void frmMain::OpenSample() {
-    AskAndOpen(SamplesFolder());
+    AskAndOpen(SamplesFolder(m_desk.Process));
 }
 
 void frmMain::AskAndOpen(const std::string& startFolder) {
@@ -244,9 +245,8 @@ bool frmMain::QueryUnload() {
     }
 }
 
-std::string frmMain::SamplesFolder() const {
-    const std::string folder = m_desk.Process.ProgramFolder() + FileServices::Separator + "samples";
-    return m_desk.Files.FolderExists(folder) ? folder : std::string();
+bool frmMain::HasSamples() const {
+    return m_desk.Files.FolderExists(SamplesFolder(m_desk.Process));
 }
 
 void frmMain::OfferRecovery() {
