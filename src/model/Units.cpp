@@ -66,14 +66,6 @@ std::size_t ClassSlot(std::int32_t unitClass) {
     return static_cast<std::size_t>(unitClass);
 }
 
-const UnitRecord& UsableUnit(const FundamentalUnits& units, std::int32_t unitClass) {
-    const UnitRecord& record = units[unitClass];
-    if (record.Factor == 0) {
-        throw Failure(fnUnitConversion, "There was a problem converting units.");
-    }
-    return record;
-}
-
 } // namespace
 
 UnitRecord& FundamentalUnits::operator[](std::int32_t unitClass) {
@@ -98,6 +90,14 @@ void FundamentalUnits::SetFundUnitsData() {
             Take(*this, choice.Unit);
         }
     }
+}
+
+const UnitRecord& UsableUnit(const FundamentalUnits& units, std::int32_t unitClass) {
+    const UnitRecord& record = units[unitClass];
+    if (record.Factor == 0) {
+        throw Failure(fnUnitConversion, "There was a problem converting units.");
+    }
+    return record;
 }
 
 std::string FormatChannelValue(const FundamentalUnits& units, std::optional<double> value,

@@ -53,6 +53,10 @@ class FundamentalUnits {
     std::array<UnitRecord, UnitClassCount> m_records{};
 };
 
+/// The record of a class that values can be converted with. Throws Failure 1000 when the class has
+/// no factor.
+[[nodiscard]] const UnitRecord& UsableUnit(const FundamentalUnits& units, std::int32_t unitClass);
+
 /// The display text of a stored value: times the factor of its class, in the format of its class.
 /// No value gives "0". Throws Failure 1000 when the class has no factor.
 [[nodiscard]] std::string FormatChannelValue(const FundamentalUnits& units,

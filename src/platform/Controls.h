@@ -84,6 +84,20 @@ class ListControl : public Control {
     int m_index = NoSelection;
 };
 
+/// A row of a check list.
+struct CheckListRow {
+    std::string Text;
+    int Tag = 0; ///< a number carried with the row and not shown
+    bool Checked = false;
+
+    friend bool operator==(const CheckListRow&, const CheckListRow&) = default;
+};
+
+/// A flat list of rows that are ticked one by one. Its texts are no captions: "&" is an "&".
+struct CheckList : Control {
+    std::vector<CheckListRow> Rows;
+};
+
 /// An entry of a menu, or with the caption "-" a line between entries.
 struct MenuItem : Control {
     bool Checked = false;

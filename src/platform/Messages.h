@@ -11,6 +11,7 @@ enum MessageStyle : int {
     msOK = 0,
     msYesNoCancel = 3,
     msYesNo = 4,
+    msCritical = 16,
     msExclamation = 48,
     msInformation = 64,
 };

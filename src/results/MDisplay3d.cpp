@@ -1,5 +1,6 @@
 #include "results/MDisplay3d.h"
 
+#include "results/GridCourse.h"
 #include "solver/SGetLocn.h"
 #include "solver/SInitGeo.h"
 #include "solver/StaticState.h"
@@ -262,8 +263,7 @@ PointSet WithDerivedPoints(const PointSet& entered, const SuspensionData& data) 
 
 CornerPosition PositionAt(const Suspension& document, int rackStep, int wheelStep) {
     const WheelState& state =
-        document.WheelStates(rackStep == 0 ? document.StaticRack : rackStep,
-                             wheelStep == 0 ? document.StaticWheel : wheelStep);
+        document.WheelStates(RackStepOf(document, rackStep), WheelStepOf(document, wheelStep));
     return {state.Points, document.StaticPoints(), document.Data};
 }
 

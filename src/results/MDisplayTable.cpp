@@ -1,6 +1,7 @@
 #include "results/MDisplayTable.h"
 
 #include "model/Failure.h"
+#include "results/GridCourse.h"
 
 #include <algorithm>
 #include <array>
@@ -19,31 +20,6 @@ constexpr int LengthDecimals = 2;
 constexpr std::array<int, 1> ChannelWidths{1000};
 constexpr std::array<int, 2> LengthWidths{3000, 900};
 
-/// Where a column of a channel table takes its values from.
-struct Course {
-    std::int32_t Variable;
-    int RackStep;
-    int WheelStep;
-    int Count; ///< steps along the table
-
-    [[nodiscard]] const WheelState& State(const Suspension& document, int k) const {
-        return Variable == vvAlongRackTravel ? document.WheelStates(k + 1, WheelStep)
-                                             : document.WheelStates(RackStep, k + 1);
-    }
-};
-
-/// A rack step as it was given, or the static one for 0.
-int RackStepOf(const Suspension& document, int rackStep) {
-    return rackStep == 0 ? document.StaticRack : rackStep;
-}
-
-Course CourseOf(const Suspension& document, std::int32_t variable, int rackStep, int wheelStep) {
-    const bool alongRack = variable == vvAlongRackTravel;
-    return {alongRack ? vvAlongRackTravel : vvAlongWheelTravel, RackStepOf(document, rackStep),
-            wheelStep == 0 ? document.StaticWheel : wheelStep,
-            alongRack ? document.NR : document.NW};
-}
-
 /// Refuses an id that has no value to show. Only a list made by hand names one.
 void RequireValue(int channel) {
     const std::string named = "channel " + std::to_string(channel);
@@ -56,8 +32,8 @@ void RequireValue(int channel) {
 }
 
 /// Writes one channel into a column: -1 for a new one at the right, which `column` then names.
-void AddChannelColumn(ViewTable& table, const Program& program, const Course& course, int channel,
-                      int& column) {
+void AddChannelColumn(ViewTable& table, const Program& program, const GridCourse& course,
+                      int channel, int& column) {
     RequireValue(channel);
     if (column < 0) {
         column = table.AddColumn();
@@ -294,7 +270,7 @@ constexpr std::size_t DriveshaftFit = 5;
 
 ViewTable BuildViewTable(const Program& program, std::int32_t view, std::int32_t variable,
                          int rackStep, int wheelStep, const CustomChannels& customChannels) {
-    const Course course = CourseOf(program.Document, variable, rackStep, wheelStep);
+    const GridCourse course = CourseOf(program.Document, variable, rackStep, wheelStep);
     ViewTable table(course.Count + HeadRows, 1);
     int column = 0;
     if (view != vwAllChannels) {

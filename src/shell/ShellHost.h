@@ -1,14 +1,31 @@
 #pragma once
 
+#include "platform/WindowServices.h"
 #include "results/ViewHost.h"
 
+#include <string>
+
 namespace corvanta {
+
+/// A file name that the user chose.
+struct ChosenFile {
+    std::string Path;      ///< from the root on
+    std::string Title;     ///< the name alone; on asking the name to begin with
+    std::string Extension; ///< behind the last "." of the name, or empty; on asking the one of a
+                           ///< name typed without, when writing
+    int FilterIndex = 1;
+};
 
 /// The main window, as far as the other windows need it.
 class ShellHost : public ViewHost {
   public:
     /// Closes the geometry editor and the window that adjusts the geometry, if they are open.
     virtual void ResetEditDialog() = 0;
+
+    /// Asks for a file name. False on cancel and, reported unless `quietOnError`, on a failure.
+    virtual bool GetFileName(FileNameMode mode, const std::string& filter,
+                             const std::string& startFolder, ChosenFile& chosen,
+                             bool quietOnError) = 0;
 };
 
 } // namespace corvanta

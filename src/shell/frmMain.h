@@ -18,14 +18,6 @@
 
 namespace corvanta {
 
-/// A file name that the user chose.
-struct ChosenFile {
-    std::string Path;      ///< from the root on
-    std::string Title;     ///< the name alone; on asking the name to begin with
-    std::string Extension; ///< behind the last "." of the name, or empty
-    int FilterIndex = 1;
-};
-
 /// Keys that the main window takes before its controls see them.
 enum class MainKey { F5, Up, Down, Left, Right };
 
@@ -107,9 +99,8 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     /// Saves the document as folder and base name of `path` with the extension ".WSP".
     void FileSave(const std::string& path);
 
-    /// Asks for a file name. False on cancel and, reported unless `quietOnError`, on a failure.
     bool GetFileName(FileNameMode mode, const std::string& filter, const std::string& startFolder,
-                     ChosenFile& chosen, bool quietOnError);
+                     ChosenFile& chosen, bool quietOnError) override;
 
     void ResetEditDialog() override;
 

@@ -2,13 +2,27 @@
 
 #include "shell/ShellHost.h"
 
+#include <deque>
 #include <functional>
 #include <string>
 #include <vector>
 
 namespace corvanta::test {
 
-/// A main window that records what the other windows ask of it.
+/// What the main window was asked a file name for.
+struct AskedName {
+    FileNameMode Mode = FileNameMode::Open;
+    std::string Filter;
+    std::string StartFolder;
+    std::string Title;
+    std::string Extension;
+    bool QuietOnError = false;
+
+    friend bool operator==(const AskedName&, const AskedName&) = default;
+};
+
+/// A main window that records what the other windows ask of it. Without a name left to answer with
+/// the user cancels.
 class FakeShellHost final : public ShellHost {
   public:
     std::vector<std::string> Calls;
@@ -21,6 +35,22 @@ class FakeShellHost final : public ShellHost {
     }
     [[nodiscard]] const DataGrid& Grid() const override { return m_grid; }
     void ResetEditDialog() override { Calls.emplace_back("ResetEditDialog"); }
+
+    std::vector<AskedName> Asked;
+    std::deque<ChosenFile> Names;
+    std::function<void()> OnAsk = [] {}; ///< looks at the program when a name is asked for
+
+    bool GetFileName(FileNameMode mode, const std::string& filter, const std::string& startFolder,
+                     ChosenFile& chosen, bool quietOnError) override {
+        Asked.push_back({mode, filter, startFolder, chosen.Title, chosen.Extension, quietOnError});
+        OnAsk();
+        if (Names.empty()) {
+            return false;
+        }
+        chosen = Names.front();
+        Names.pop_front();
+        return true;
+    }
 
   private:
     DataGrid m_grid;

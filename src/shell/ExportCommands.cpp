@@ -1,0 +1,58 @@
+#include "shell/ExportCommands.h"
+
+#include "export/CDXF.h"
+#include "export/MExport.h"
+
+#include <optional>
+#include <string>
+
+namespace corvanta {
+
+namespace {
+
+/// Filter of the component files; its second pair is version 1.1.
+constexpr const char* ComponentFilter = "Sorvent SuspVariable SUSPVAR 2.2 files (*.svr)|*.svr|"
+                                        "Sorvent SuspVariable SUSPVAR 1.1 files (*.svr)|*.svr";
+constexpr int FilterOfVersion1_1 = 2;
+
+std::optional<ChosenFile> AskForName(const Desk& desk, ShellHost& main, const char* filter,
+                                     const char* extension) {
+    ChosenFile chosen;
+    chosen.Extension = extension;
+    const bool named = main.GetFileName(FileNameMode::SaveAs, filter,
+                                        desk.Program.Options.ExportFilePath, chosen, false);
+    return named ? std::optional(chosen) : std::nullopt;
+}
+
+void ExportTo(Desk& desk, ShellHost& main, std::int32_t exportType, const std::string& path) {
+    ExportResults({desk.Program, main, desk.Files, desk.Messages, desk.Process}, exportType, path,
+                  nullptr);
+}
+
+} // namespace
+
+void AskAndExportResults(Desk& desk, ShellHost& main, std::int32_t exportType) {
+    const std::optional<ChosenFile> file = AskForName(desk, main, "*.txt|*.txt", "txt");
+    if (file) {
+        ExportTo(desk, main, exportType, file->Path);
+    }
+}
+
+void AskAndExportComponent(Desk& desk, ShellHost& main) {
+    const std::optional<ChosenFile> file = AskForName(desk, main, ComponentFilter, "svr");
+    if (file) {
+        ExportTo(desk, main, file->FilterIndex == FilterOfVersion1_1 ? etSuspvar1_1 : etSuspvar2_2,
+                 file->Path);
+    }
+}
+
+void AskAndExportDXF(Desk& desk, ShellHost& main) {
+    const std::optional<ChosenFile> file = AskForName(desk, main, "*.dxf|*.dxf", "dxf");
+    if (file) {
+        const ViewSettings& settings = desk.Program.Settings;
+        ExportDXF(desk.Program.Document, settings.ViewRack, settings.ViewWheel, file->Path,
+                  desk.Files, desk.Messages);
+    }
+}
+
+} // namespace corvanta

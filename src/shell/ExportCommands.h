@@ -1,0 +1,24 @@
+#pragma once
+
+#include "shell/Desk.h"
+#include "shell/ShellHost.h"
+
+#include <cstdint>
+
+namespace corvanta {
+
+/// The commands that export: each asks for the name of the file, from the folder of the last export
+/// of results on, and writes it. Without a name nothing happens. A failure is reported.
+
+/// Results as text, `exportType` being one of `ExportTypeValue` for results. The folder is
+/// remembered.
+void AskAndExportResults(Desk& desk, ShellHost& main, std::int32_t exportType);
+
+/// The corner as a component of the lap simulator, in the version that the user chose among the
+/// kinds of file.
+void AskAndExportComponent(Desk& desk, ShellHost& main);
+
+/// The corner at the current wheel and rack position as a DXF drawing.
+void AskAndExportDXF(Desk& desk, ShellHost& main);
+
+} // namespace corvanta

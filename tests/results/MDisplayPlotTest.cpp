@@ -1,0 +1,212 @@
+#include "results/MDisplayPlot.h"
+
+#include "model/Failure.h"
+#include "tests/support/Corners.h"
+#include "tests/support/RecordingChart.h"
+#include "tests/support/SampleCorners.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace corvanta {
+
+inline void PrintTo(const ChartPoint& point, std::ostream* stream) {
+    *stream << point.X << "," << point.Y;
+}
+
+} // namespace corvanta
+
+namespace corvanta::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A chart whose window has gone.
+class BrokenChart final : public Chart2D {
+  public:
+    [[nodiscard]] ChartPoint DataAt(double /*pixelX*/, double /*pixelY*/) const override {
+        throw Failure(fnInternal, "No window");
+    }
+};
+
+/// 3 rack steps by 4 wheel steps. Camber tells the place of its state, and the travels have more
+/// decimals than a plot keeps.
+class MDisplayPlotTest : public testing::Test {
+  protected:
+    MDisplayPlotTest() {
+        m_program.Units = MetricUnits();
+        m_program.Channels.ChannelsSetup(m_program.Units);
+        Suspension& document = m_program.Document;
+        document.NR = 3;
+        document.NW = 4;
+        document.StaticRack = 3;
+        document.StaticWheel = 4;
+        for (int r = 2; r <= 4; ++r) {
+            for (int w = 2; w <= 5; ++w) {
+                ChannelCells& channels = document.WheelStates(r, w).Channels;
+                channels.Set(chCamberAngle, r + w / 1e7);
+                channels.Set(chAckerman, r / 100.0);
+                channels.Set(chWheelTravel, 5.0000064 * (4 - w));
+                channels.Set(chRackTravel, 7.0000049 * (r - 3));
+            }
+        }
+    }
+
+    void Plot(int channel, std::int32_t variable, int rack = 3, int wheel = 4) {
+        PlotDisplay(m_plot, m_chart, m_program, channel, variable, rack, wheel);
+    }
+
+    /// A click at a part of the plot area across and up, 0 to 1.
+    void Click(double across, double up) {
+        PlotClick(m_plot, m_chart, m_program,
+                  15 * (RecordingChart::Left + across * RecordingChart::Width),
+                  15 * (RecordingChart::Top + (1 - up) * RecordingChart::Height));
+    }
+
+    void ExpectNoReadout(const char* titleX, const char* titleY) const {
+        EXPECT_EQ(m_chart.AxisX.Title, titleX);
+        EXPECT_EQ(m_chart.AxisY.Title, titleY);
+        EXPECT_FALSE(m_chart.AxisX.Marker || m_chart.AxisY.Marker);
+    }
+
+    Program m_program;
+    RecordingChart m_chart;
+    PlotState m_plot;
+};
+
+TEST_F(MDisplayPlotTest, RunsAlongTheVariableAtTheOtherPosition) {
+    Plot(chCamberAngle, vvAlongRackTravel, 2, 5);
+    EXPECT_THAT(m_chart.Series.Points,
+                ElementsAre(ChartPoint{-7, 2 + 5 / 1e7}, ChartPoint{0, 3 + 5 / 1e7},
+                            ChartPoint{7, 4 + 5 / 1e7}));
+    ExpectNoReadout("Rack Travel [mm]", "Camber Angle [deg]");
+    EXPECT_EQ(m_plot.PlotChannelX, chRackTravel);
+
+    Plot(chCamberAngle, vvAlongWheelTravel, 2, 5);
+    EXPECT_THAT(m_chart.Series.Points,
+                ElementsAre(ChartPoint{10.00001, 2 + 2 / 1e7}, ChartPoint{5.00001, 2 + 3 / 1e7},
+                            ChartPoint{0, 2 + 4 / 1e7}, ChartPoint{-5.00001, 2 + 5 / 1e7}));
+    ExpectNoReadout("Wheel Travel [mm]", "Camber Angle [deg]");
+
+    Plot(0, vvAlongWheelTravel, 0); // the first channel at the static position
+    EXPECT_THAT(m_chart.Series.Points.front(), (ChartPoint{10.00001, 3.0}));
+    ExpectNoReadout("Wheel Travel [mm]", "Ackerman % [%]");
+}
+
+TEST_F(MDisplayPlotTest, SetsTheChartUp) {
+    Plot(chCamberAngle, vvAlongWheelTravel);
+    EXPECT_TRUE(m_chart.AxisX.GridLines && m_chart.AxisY.GridLines);
+    EXPECT_EQ(m_chart.GridColour, (Colour{192, 192, 192}));
+    EXPECT_EQ(m_chart.AnnotationFont, (ChartFont{"Courier New", 8, false}));
+    EXPECT_EQ(m_chart.TitleFont, (ChartFont{"Arial", 8, true}));
+    EXPECT_EQ(m_chart.Series.Drawn, (Colour{255, 0, 0}));
+}
+
+TEST_F(MDisplayPlotTest, PointsAreInTheUsersUnitsRoundedBeforeTheConversion) {
+    m_program.Units[ucDisplacement].Label = "in";
+    m_program.Channels.ChannelsSetup(m_program.Units);
+    m_program.Units.NumberSeparators = {",", "."};
+    m_program.Document.WheelStates(3, 2).Channels.Set(chHalfTrack, 1e-7);
+    Plot(chHalfTrack, vvAlongWheelTravel);
+    const double inch = 0.03937008F;
+    EXPECT_EQ(m_chart.Series.Points.front(), (ChartPoint{10.00001 * inch, 1e-7 * inch}));
+    ExpectNoReadout("Wheel Travel [in]", "Half Track [in]");
+
+    Click(1, 1);
+    EXPECT_EQ(m_chart.AxisX.Title, "Wheel Travel [in] = 0,394") << "no second conversion";
+    EXPECT_EQ(m_chart.AxisY.Title, "Half Track [in] = 0,000");
+}
+
+TEST_F(MDisplayPlotTest, AClickReadsOutItsPosition) {
+    Plot(chCamberAngle, vvAlongRackTravel);
+    Click(0.75, 0.25);
+    EXPECT_EQ(m_chart.AxisX.Title, "Rack Travel [mm] = 3.50");
+    EXPECT_EQ(m_chart.AxisY.Title, "Camber Angle [deg] = 2.500");
+    EXPECT_NEAR(m_chart.AxisX.Marker.value(), 3.5, 1e-12);
+    EXPECT_NEAR(m_chart.AxisY.Marker.value(), 2.5, 1e-6);
+
+    Click(0.5, 0.5); // the titles do not grow
+    EXPECT_EQ(m_chart.AxisY.Title, "Camber Angle [deg] = 3.000");
+
+    for (const auto& [across, up] : {std::pair(1.01, 0.5), {-0.01, 0.5}, {0.5, 1.01}, {2.0, 2.0}}) {
+        Click(0.5, 0.5);
+        Click(across, up);
+        ExpectNoReadout("Rack Travel [mm]", "Camber Angle [deg]");
+    }
+    Click(0.5, 0.5);
+    PlotClick(m_plot, m_chart, m_program, 1E308, 1E308);
+    ExpectNoReadout("Rack Travel [mm]", "Camber Angle [deg]");
+    Click(0.5, 0.5);
+    Plot(chCamberAngle, vvAlongWheelTravel);
+    ExpectNoReadout("Wheel Travel [mm]", "Camber Angle [deg]");
+}
+
+TEST_F(MDisplayPlotTest, FewerThanTwoPointsLeaveTheChartAsItIs) {
+    Plot(chCamberAngle, vvAlongRackTravel);
+    const std::vector<ChartPoint> before = m_chart.Series.Points;
+    m_program.Document.NW = 1;
+    m_program.Document.StaticWheel = 2;
+    Plot(chAckerman, vvAlongWheelTravel, 3, 2);
+    EXPECT_EQ(m_chart.Series.Points, before);
+    ExpectNoReadout("Wheel Travel [mm]", "Ackerman % [%]");
+
+    m_chart.ClearSeries(); // as the window does before each view
+    Plot(chAckerman, vvAlongWheelTravel, 3, 2);
+    Plot(chAckerman, 3, 3, 2);
+    EXPECT_THAT(m_chart.Series.Points, IsEmpty());
+}
+
+TEST_F(MDisplayPlotTest, AChartThatFailsShowsNoReadout) {
+    BrokenChart chart;
+    PlotDisplay(m_plot, chart, m_program, chCamberAngle, vvAlongRackTravel, 3, 4);
+    chart.AxisX.Marker = 1;
+    PlotClick(m_plot, chart, m_program, 15, 15);
+    EXPECT_EQ(chart.AxisX.Title, "Rack Travel [mm]");
+    EXPECT_FALSE(chart.AxisX.Marker);
+}
+
+TEST_F(MDisplayPlotTest, RefusesWhatHasNoValues) {
+    m_program.Units = {};
+    m_program.Units[ucDisplacement].Label = "mm";
+    m_program.Units[ucRate].Label = "furlongs"; // as a damaged store may have it
+    m_program.Channels.ChannelsSetup(m_program.Units);
+    Plot(chCamberAngle, vvAlongRackTravel);
+    const std::vector<ChartPoint> before = m_chart.Series.Points;
+    EXPECT_THROW(Plot(chWheelRateTotal, vvAlongRackTravel), Failure);
+    EXPECT_THROW(Plot(52, vvAlongRackTravel), Failure);
+    EXPECT_EQ(m_chart.Series.Points, before);
+    Click(0.5, 0.5);
+    EXPECT_EQ(m_chart.AxisY.Title, "Camber Angle [deg] = 3.000") << "the plot that stands";
+}
+
+TEST(MDisplayPlotSampleTest, PlotsEveryOfferedChannelOfASolvedCorner) {
+    Program program;
+    program.Units = MetricUnits();
+    program.Document = LoadSample("touring-front-wishbone.WSP");
+    CalculateCorner(program.Document);
+    program.Channels.ChannelsSetup(program.Units);
+    PlotState plot;
+    RecordingChart chart;
+    for (int id = 1; id <= ChannelCount; ++id) {
+        for (const std::int32_t variable : {vvAlongRackTravel, vvAlongWheelTravel}) {
+            if (id != chLinkLoads) {
+                SCOPED_TRACE(id);
+                PlotDisplay(plot, chart, program, id, variable, program.Document.StaticRack,
+                            program.Document.StaticWheel);
+                const bool alongRack = variable == vvAlongRackTravel;
+                EXPECT_EQ(chart.Series.Points.size(),
+                          static_cast<std::size_t>(alongRack ? program.Document.NR
+                                                             : program.Document.NW));
+                // Steps grow with rack travel, and from bump towards droop.
+                EXPECT_TRUE(std::is_sorted(chart.Series.Points.begin(), chart.Series.Points.end(),
+                                           [=](const auto& a, const auto& b) {
+                                               return alongRack ? a.X < b.X : a.X > b.X;
+                                           }));
+            }
+        }
+    }
+}
+
+} // namespace
+} // namespace corvanta::test

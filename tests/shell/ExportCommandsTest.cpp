@@ -1,0 +1,107 @@
+#include "shell/ExportCommands.h"
+
+#include "tests/support/FakeShellHost.h"
+#include "tests/support/TestDesk.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace corvanta::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+const std::string Component = "/out/front.svr";
+const std::string Drawing = "/out/front.dxf";
+
+class ExportCommandsTest : public testing::Test, protected TestDesk {
+  protected:
+    ExportCommandsTest() {
+        m_program.Document = DoubleWishboneCorner();
+        SetUpCorner(m_program.Document);
+        CalculateCorner(m_program.Document);
+        m_program.Settings = {vwAntis, 0, vvAlongWheelTravel, 3, 2};
+        m_program.Options.ExportFilePath = "/cars/";
+        m_files.PutFolder("/out");
+    }
+
+    std::string Bytes(const std::string& path) { return m_files.Bytes(path).value_or("no file"); }
+
+    /// What both commands leave as it was.
+    void ExpectNothingRemembered() const {
+        EXPECT_EQ(m_program.Options.ExportFilePath, "/cars/");
+        EXPECT_EQ(m_program.Options.ExportType, 1);
+        EXPECT_EQ(m_program.Settings.View, vwAntis);
+        EXPECT_THAT(m_main.Calls, IsEmpty()) << "the view is not touched";
+    }
+
+    FakeShellHost m_main;
+};
+
+TEST_F(ExportCommandsTest, TheKindOfFileChoosesTheVersionOfTheComponent) {
+    for (const auto& [filter, version] :
+         {std::pair(1, "SUSPVAR 2.2"), std::pair(2, "SUSPVAR 1.1")}) {
+        m_main.Asked.clear();
+        m_main.Names = {{Component, "front.svr", "svr", filter}};
+        AskAndExportComponent(m_desk, m_main);
+        EXPECT_THAT(m_main.Asked,
+                    ElementsAre(AskedName{FileNameMode::SaveAs,
+                                          "Sorvent SuspVariable SUSPVAR 2.2 files (*.svr)|*.svr|"
+                                          "Sorvent SuspVariable SUSPVAR 1.1 files (*.svr)|*.svr",
+                                          "/cars/", "", "svr", false}));
+        EXPECT_THAT(Bytes(Component), HasSubstr(version));
+    }
+    ExpectNothingRemembered();
+    EXPECT_THAT(m_box.Prompts(), IsEmpty());
+}
+
+TEST_F(ExportCommandsTest, TheDrawingIsThatOfTheCurrentPosition) {
+    m_main.Names = {{Drawing, "front.dxf", "dxf", 1}};
+    AskAndExportDXF(m_desk, m_main);
+    EXPECT_THAT(m_main.Asked, ElementsAre(AskedName{FileNameMode::SaveAs, "*.dxf|*.dxf", "/cars/",
+                                                    "", "dxf", false}));
+    EXPECT_THAT(Bytes(Drawing), StartsWith(" 0 \r\nSECTION\r\n"));
+    EXPECT_THAT(Bytes(Drawing), EndsWith(" 0 \r\nEOF\r\n"));
+    // Rack step 2 and wheel step 3, neither of them static: the height of the wheel centre there.
+    const auto height = [&](int rack, int wheel) {
+        return " " + NumberToText(m_program.Document.WheelStates(rack, wheel).Points[ptWC].Z, {})
+                         .substr(0, 9);
+    };
+    EXPECT_THAT(Bytes(Drawing), HasSubstr(height(2, 3)));
+    EXPECT_THAT(Bytes(Drawing), Not(HasSubstr(height(3, 2))));
+    ExpectNothingRemembered();
+}
+
+TEST_F(ExportCommandsTest, WithoutANameNothingHappens) {
+    AskAndExportComponent(m_desk, m_main);
+    AskAndExportDXF(m_desk, m_main);
+    AskAndExportResults(m_desk, m_main, 1);
+    EXPECT_EQ(m_main.Asked.size(), 3U);
+    EXPECT_THAT(m_files.Changes(), IsEmpty());
+    EXPECT_THAT(m_box.Prompts(), IsEmpty());
+    ExpectNothingRemembered();
+}
+
+TEST_F(ExportCommandsTest, FailuresAreTold) {
+    m_files.Put(Component, "old");
+    m_files.FailOnChange(1);
+    m_main.Names = {{Component, "front.svr", "svr", 1}, {Drawing, "front.dxf", "dxf", 1}};
+    AskAndExportComponent(m_desk, m_main);
+    EXPECT_EQ(Bytes(Component), "old");
+    m_files.FailOnChange(3);
+    AskAndExportDXF(m_desk, m_main);
+    EXPECT_THAT(m_box.Prompts(),
+                ElementsAre("An error occurred while writing file: /out/front.svr\r\n"
+                            "Error was: No space left on device",
+                            "There was an error while exporting. \rError was: "
+                            "No space left on device"));
+    EXPECT_THAT(Bytes(Drawing), Not(HasSubstr("EOF"))) << "cut short, and kept";
+}
+
+} // namespace
+} // namespace corvanta::test

@@ -1,0 +1,188 @@
+#include "shell/frmCustomChannels.h"
+
+#include "tests/support/FakeShellHost.h"
+#include "tests/support/TestDesk.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace corvanta::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class frmCustomChannelsTest : public testing::Test, protected TestDesk {
+  protected:
+    void Open(const std::vector<int>& channels) {
+        m_program.CustomChannels.Clear();
+        for (const int id : channels) {
+            m_program.CustomChannels.Add(id);
+        }
+        m_form.Open();
+    }
+
+    /// Changes the tick of a channel's row.
+    void Tick(int id, bool checked) {
+        const int row = id < chLinkLoads ? id - 1 : id - 2;
+        m_form.tvwChannels.Rows.at(static_cast<std::size_t>(row)).Checked = checked;
+        m_form.tvwChannels_NodeCheck(row);
+    }
+
+    /// The ids in the list of selected channels.
+    [[nodiscard]] std::vector<int> Selected() const {
+        std::vector<int> ids;
+        for (const ListEntry& entry : m_form.lstSelected.Entries()) {
+            EXPECT_EQ(entry.Text, m_program.Channels[entry.ItemData].Title);
+            ids.push_back(entry.ItemData);
+        }
+        return ids;
+    }
+
+    /// The ids of the ticked rows.
+    [[nodiscard]] std::vector<int> Ticked() const {
+        std::vector<int> ids;
+        for (const CheckListRow& row : m_form.tvwChannels.Rows) {
+            if (row.Checked) {
+                ids.push_back(row.Tag);
+            }
+        }
+        return ids;
+    }
+
+    FakeShellHost m_main;
+    frmCustomChannels m_form{m_desk, m_main};
+};
+
+TEST_F(frmCustomChannelsTest, OffersEveryChannelButTheLinkLoads) {
+    m_program.Channels.SetFrontRearTitles(false);
+    Open({chSteerAngle, chAntiDivePercent});
+    EXPECT_TRUE(m_form.IsOpen);
+    EXPECT_EQ(m_form.Caption, "Define Custom Table");
+    EXPECT_EQ(m_form.labChannels.Caption, "Available channels:");
+    EXPECT_EQ(m_form.labSelected.Caption, "Selected channels:");
+    EXPECT_EQ(m_form.cmdMoveUp.Caption + m_form.cmdMoveDown.Caption, "Move &UpMove &Down");
+    EXPECT_EQ(m_form.cmdOk.Caption + m_form.cmdCancel.Caption + m_form.cmdHelp.Caption,
+              "OKCancel&Help");
+    int id = 0;
+    for (const CheckListRow& row : m_form.tvwChannels.Rows) {
+        id += id + 1 == chLinkLoads ? 2 : 1;
+        EXPECT_EQ(row.Tag, id);
+        EXPECT_EQ(row.Text, m_program.Channels[id].Title);
+    }
+    EXPECT_EQ(id, ChannelCount);
+    EXPECT_THAT(Ticked(), ElementsAre(chAntiDivePercent, chSteerAngle));
+    EXPECT_THAT(Selected(), ElementsAre(chSteerAngle, chAntiDivePercent));
+    EXPECT_EQ(m_form.lstSelected.Entry(1).Text, "Anti-Rise %");
+
+    m_form.cmdHelp_Click();
+    EXPECT_THAT(m_windowSystem.Topics, ElementsAre(233));
+}
+
+TEST_F(frmCustomChannelsTest, ATickAppendsAndItsLossRemoves) {
+    Open({40, 3, 12});
+    m_form.lstSelected.Select(2);
+    Tick(27, true);
+    EXPECT_THAT(Selected(), ElementsAre(40, 3, 12, 27));
+    EXPECT_EQ(m_form.lstSelected.Index(), 2);
+    Tick(40, false);
+    EXPECT_THAT(Selected(), ElementsAre(3, 12, 27));
+    EXPECT_EQ(m_form.lstSelected.Text(), m_program.Channels[12].Title) << "stays selected";
+    Tick(12, false);
+    EXPECT_EQ(m_form.lstSelected.Index(), ListControl::NoSelection);
+    Tick(3, false);
+    Tick(3, true);
+    EXPECT_THAT(Selected(), ElementsAre(27, 3)) << "back at the end";
+    EXPECT_THAT(m_program.CustomChannels.Ids(), ElementsAre(40, 3, 12)) << "not before OK";
+}
+
+TEST_F(frmCustomChannelsTest, MovesTheSelectedChannel) {
+    struct Case {
+        int Selected;
+        bool Up;
+        std::vector<int> Ids;
+        int SelectedThen;
+    };
+    const std::vector<Case> cases{
+        {2, true, {1, 3, 2, 4}, 1},   {1, false, {1, 3, 2, 4}, 2},   {3, true, {1, 2, 4, 3}, 2},
+        {0, false, {2, 1, 3, 4}, 1},  {0, true, {1, 2, 3, 4}, 0},    {3, false, {1, 2, 3, 4}, 3},
+        {-1, true, {1, 2, 3, 4}, -1}, {-1, false, {1, 2, 3, 4}, -1},
+    };
+    for (const Case& move : cases) {
+        SCOPED_TRACE(std::to_string(move.Selected) + (move.Up ? " up" : " down"));
+        Open({1, 2, 3, 4});
+        m_form.lstSelected.Select(move.Selected);
+        move.Up ? m_form.cmdMoveUp_Click() : m_form.cmdMoveDown_Click();
+        EXPECT_EQ(Selected(), move.Ids);
+        EXPECT_EQ(m_form.lstSelected.Index(), move.SelectedThen);
+    }
+    Open({});
+    m_form.cmdMoveUp_Click();
+    m_form.cmdMoveDown_Click();
+    EXPECT_THAT(Selected(), IsEmpty());
+
+    Open({1, 2, 3, 4});
+    m_form.lstSelected.Select(0);
+    m_form.cmdMoveDown_Click();
+    m_form.cmdMoveDown_Click();
+    EXPECT_THAT(Selected(), ElementsAre(2, 3, 1, 4)) << "the same channel moves on";
+}
+
+TEST_F(frmCustomChannelsTest, OKTakesTheListOverInItsOrder) {
+    Open({5, 6});
+    Tick(1, true);
+    m_form.lstSelected.Select(2);
+    m_form.cmdMoveUp_Click();
+    m_main.OnRefresh = [&] {
+        EXPECT_FALSE(m_form.IsOpen);
+        EXPECT_THAT(m_program.CustomChannels.Ids(), ElementsAre(5, 1, 6));
+    };
+    m_form.cmdOk_Click();
+    EXPECT_THAT(m_main.Calls, ElementsAre("RefreshGUI(false)"));
+    EXPECT_FALSE(m_form.IsOpen || m_program.Modified);
+    EXPECT_THAT(m_files.Changes(), IsEmpty()) << "the list file waits for the end of the program";
+
+    m_main.OnRefresh = [] {};
+    Open({5});
+    Tick(5, false);
+    m_form.cmdOk_Click();
+    EXPECT_THAT(m_program.CustomChannels.Ids(), IsEmpty());
+}
+
+TEST_F(frmCustomChannelsTest, ClosingByAnyWayKeepsThePlaceAndShowsTheViewAnew) {
+    m_store.Write("frmCustomChannels", "Left", "150");
+    m_store.Write("frmCustomChannels", "Height", "9000");
+    Open({5, 6});
+    EXPECT_EQ(m_form.Frame.Placement.Left, 150);
+    EXPECT_EQ(m_form.Frame.Placement.Height, 9000);
+    m_form.Frame.Placement = {300, 450, 8000, 9100};
+    Tick(5, false);
+    m_form.cmdCancel_Click();
+    EXPECT_THAT(m_program.CustomChannels.Ids(), ElementsAre(5, 6));
+    EXPECT_EQ(m_store.Read("frmCustomChannels", "Left", ""), "300");
+    EXPECT_EQ(m_store.Read("frmCustomChannels", "Height", ""), "9100");
+    EXPECT_THAT(m_main.Calls, ElementsAre("RefreshGUI(false)"));
+    m_form.Close();
+    EXPECT_THAT(m_main.Calls, ElementsAre("RefreshGUI(false)")) << "closed already";
+}
+
+TEST_F(frmCustomChannelsTest, AHandMadeListMayHoldTheLinkLoads) {
+    Open({chLinkLoads, 5});
+    EXPECT_THAT(Selected(), ElementsAre(chLinkLoads, 5));
+    EXPECT_THAT(Ticked(), ElementsAre(5));
+    EXPECT_THAT(m_box.Prompts(), IsEmpty());
+}
+
+TEST_F(frmCustomChannelsTest, AFailureOnOpeningIsToldAndLeavesTheDialogOpen) {
+    Open({5, 52, 6});
+    EXPECT_THAT(m_box.Prompts(),
+                ElementsAre("There was an error while loading frmCustomChannels. Error was: "
+                            "Subscript out of range"));
+    EXPECT_EQ(m_box.Shown.at(0).Style, msCritical);
+    EXPECT_TRUE(m_form.IsOpen);
+    EXPECT_THAT(Selected(), ElementsAre(5));
+    EXPECT_THAT(Ticked(), ElementsAre(5, 6));
+}
+
+} // namespace
+} // namespace corvanta::test
