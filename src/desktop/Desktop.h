@@ -11,7 +11,9 @@
 namespace corvanta {
 
 class AboutWindow;
+class CustomChannelsWindow;
 class EditGeometryWindow;
+class ExportWindow;
 class MainWindow;
 class OptionsWindow;
 
@@ -45,6 +47,8 @@ class Desktop final : private ScreenUpdate {
     [[nodiscard]] MainWindow* MainView() const { return m_main.get(); }
     [[nodiscard]] EditGeometryWindow* EditorView() const { return m_editor.get(); }
     [[nodiscard]] OptionsWindow* OptionsView() const { return m_options.get(); }
+    [[nodiscard]] ExportWindow* ExportView() const { return m_export.get(); }
+    [[nodiscard]] CustomChannelsWindow* CustomChannelsView() const { return m_channels.get(); }
     [[nodiscard]] AboutWindow* AboutView() const { return m_about.get(); }
     [[nodiscard]] HelpWindow& Help() { return m_help; }
 
@@ -63,6 +67,8 @@ class Desktop final : private ScreenUpdate {
     std::unique_ptr<MainWindow> m_main;
     std::unique_ptr<EditGeometryWindow> m_editor;
     std::unique_ptr<OptionsWindow> m_options;
+    std::unique_ptr<ExportWindow> m_export;
+    std::unique_ptr<CustomChannelsWindow> m_channels;
     std::unique_ptr<AboutWindow> m_about;
 };
 

@@ -221,8 +221,7 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     } else if (grid.Shaded(row, column)) {
         painter->fillRect(option.rect, option.palette.color(QPalette::AlternateBase));
     }
-    painter->setPen(
-        option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
+    painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
     painter->drawText(option.rect.adjusted(0, 0, -Padding, 0), Qt::AlignRight | Qt::AlignVCenter,
                       m_model.Text(row, column));
     if (option.state.testFlag(QStyle::State_HasFocus) && grid.Editable) {

@@ -1,5 +1,6 @@
 #include "desktop/MainWindow.h"
 
+#include "desktop/ChartView.h"
 #include "desktop/CornerView.h"
 #include "desktop/Desktop.h"
 #include "desktop/GridView.h"
@@ -254,6 +255,16 @@ QWidget* MainWindow::BuildResultArea() {
     m_report = new ReportView(area);
     m_corner = new CornerView(m_desktop, area);
     m_window.picSurface = &m_corner->Surface();
+    m_chart = new ChartView(
+        [this](double x, double y) { m_desktop.Handle([&] { m_window.chtChart_Click(x, y); }); },
+        area);
+    m_window.chtSurface = m_chart;
+    m_binder.Bind(static_cast<QWidget*>(m_chart), m_window.chtChart);
+    m_binder.OnShow([this] {
+        if (m_window.chtChart.Visible) {
+            m_chart->Refresh();
+        }
+    });
     std::function<void()> openSample;
     if (m_window.HasSamples()) {
         openSample = [this] { m_desktop.Handle([&] { m_window.OpenSample(); }); };
@@ -264,8 +275,8 @@ QWidget* MainWindow::BuildResultArea() {
     m_failure = new FailurePage(
         [this] { m_desktop.Handle([&] { m_window.Execute(mcProperties, 0); }); }, area);
     for (QWidget* widget : {static_cast<QWidget*>(m_grid), static_cast<QWidget*>(m_report),
-                            static_cast<QWidget*>(m_corner), static_cast<QWidget*>(m_start),
-                            static_cast<QWidget*>(m_failure)}) {
+                            static_cast<QWidget*>(m_corner), static_cast<QWidget*>(m_chart),
+                            static_cast<QWidget*>(m_start), static_cast<QWidget*>(m_failure)}) {
         layout->addWidget(widget);
     }
     m_binder.Bind(m_start, m_window.panStart);

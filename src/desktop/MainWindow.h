@@ -11,6 +11,7 @@ class QToolButton;
 namespace corvanta {
 
 class Desktop;
+class ChartView;
 class CornerView;
 class GridView;
 class ReportView;
@@ -28,6 +29,7 @@ class MainWindow final : public QMainWindow {
     void Refresh();
 
     [[nodiscard]] GridView* Grid() const { return m_grid; }
+    [[nodiscard]] ChartView* Chart() const { return m_chart; }
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -72,6 +74,7 @@ class MainWindow final : public QMainWindow {
     GridView* m_grid = nullptr;
     ReportView* m_report = nullptr;
     CornerView* m_corner = nullptr;
+    ChartView* m_chart = nullptr;
     StartPage* m_start = nullptr;
     FailurePage* m_failure = nullptr;
     QLabel* m_document = nullptr;

@@ -1,16 +1,15 @@
 #pragma once
 
-#include "desktop/Binder.h"
+#include "desktop/DialogParts.h"
 #include "shell/frmOptions.h"
 
-#include <QDialog>
+#include <utility>
+#include <vector>
 
 namespace corvanta {
 
-class Desktop;
-
 /// The options on the screen.
-class OptionsWindow final : public QDialog {
+class OptionsWindow final : public ModalDialog {
     Q_OBJECT
 
   public:
@@ -20,17 +19,14 @@ class OptionsWindow final : public QDialog {
     [[nodiscard]] bool Shows(const frmOptions& window) const { return &window == &m_window; }
 
   protected:
-    void done(int result) override;
-    void moveEvent(QMoveEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    void Cancel() override { m_window.cmdCancel_Click(); }
+    void Help() override { m_window.cmdHelp_Click(); }
 
   private:
     QWidget* Group(const Control& frame,
                    const std::vector<std::pair<OptionButton*, const char*>>& options);
 
-    Desktop& m_desktop;
     frmOptions& m_window;
-    Binder m_binder;
 };
 
 } // namespace corvanta

@@ -28,6 +28,8 @@ QMessageBox::Icon IconOf(int style) {
     switch (style & IconsOfStyle) {
     case msExclamation:
         return QMessageBox::Warning;
+    case msCritical:
+        return QMessageBox::Critical;
     case msInformation:
         return QMessageBox::Information;
     default:
@@ -47,6 +49,18 @@ int AnswerOf(int button) {
         return maOK;
     }
 }
+
+/// The plain cursor while a question is open: the wait cursor of the command that asks would say
+/// that it is not the user who is waited for.
+class ArrowCursor {
+  public:
+    ArrowCursor() { QApplication::setOverrideCursor(Qt::ArrowCursor); }
+    ~ArrowCursor() { QApplication::restoreOverrideCursor(); }
+    ArrowCursor(const ArrowCursor&) = delete;
+    ArrowCursor& operator=(const ArrowCursor&) = delete;
+    ArrowCursor(ArrowCursor&&) = delete;
+    ArrowCursor& operator=(ArrowCursor&&) = delete;
+};
 
 } // namespace
 
@@ -68,11 +82,8 @@ int QtMessageBox::Show(const std::string& prompt, int style, const std::string& 
         box.setDefaultButton(QMessageBox::No);
         box.setEscapeButton(QMessageBox::No);
     }
-    // The wait cursor of a command that asks would say that it does not wait for the user.
-    QApplication::setOverrideCursor(Qt::ArrowCursor);
-    const int button = box.exec();
-    QApplication::restoreOverrideCursor();
-    return AnswerOf(button);
+    const ArrowCursor arrow;
+    return AnswerOf(box.exec());
 }
 
 QStringList DialogFilters(const std::string& filter) {
@@ -108,6 +119,7 @@ std::optional<FileNameAnswer> QtFileDialog::Ask(const FileNameRequest& request) 
     if (!reads && !request.Extension.empty()) {
         dialog.setDefaultSuffix(QString::fromStdString(request.Extension));
     }
+    const ArrowCursor arrow;
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         return std::nullopt;
     }

@@ -3,6 +3,7 @@
 #include "model/Failure.h"
 #include "shell/BusyScope.h"
 #include "shell/CMousePointer.h"
+#include "shell/ExportCommands.h"
 #include "shell/MLibGUI.h"
 
 namespace corvanta {
@@ -184,8 +185,25 @@ bool frmMain::KeyDown(MainKey key, KeyModifiers modifiers, const Control* focus)
 void frmMain::Execute(int command, int tag) {
     if (command == mcView) {
         GoToView(tag);
-    } else if (!ExecuteFileCommand(command, tag)) {
+    } else if (!ExecuteFileCommand(command, tag) && !ExecuteExportCommand(command)) {
         ExecuteWindowCommand(command);
+    }
+}
+
+bool frmMain::ExecuteExportCommand(int command) {
+    switch (command) {
+    case mcExportComponent:
+        AskAndExportComponent(m_desk, *this);
+        return true;
+    case mcExportDXF:
+        AskAndExportDXF(m_desk, *this);
+        return true;
+    case mcExportResults:
+        ExportDialog = std::make_unique<frmExport>(m_desk, *this);
+        ExportDialog->Open();
+        return true;
+    default:
+        return false;
     }
 }
 
@@ -200,6 +218,10 @@ void frmMain::ExecuteWindowCommand(int command) {
     case mcOptions:
         OptionsDialog = std::make_unique<frmOptions>(m_desk, *this);
         OptionsDialog->Open();
+        break;
+    case mcDefineCustomTable:
+        CustomChannelsDialog = std::make_unique<frmCustomChannels>(m_desk, *this);
+        CustomChannelsDialog->Open();
         break;
     case mcHelpTopics:
         m_desk.Help.ShowHelpContents();
@@ -243,12 +265,15 @@ void frmMain::ResetEditDialog() {
 }
 
 void frmMain::ReleaseClosedWindows() {
-    if (EditGeometry && !EditGeometry->IsOpen) {
-        EditGeometry.reset();
-    }
-    if (OptionsDialog && !OptionsDialog->IsOpen) {
-        OptionsDialog.reset();
-    }
+    const auto release = [](auto& window) {
+        if (window && !window->IsOpen) {
+            window.reset();
+        }
+    };
+    release(EditGeometry);
+    release(OptionsDialog);
+    release(ExportDialog);
+    release(CustomChannelsDialog);
 }
 
 void frmMain::TakeDownSplash() {

@@ -3,13 +3,16 @@
 #include "calculation/SCalcs.h"
 #include "platform/DrawingSurface.h"
 #include "results/CWireframe.h"
+#include "results/MDisplayPlot.h"
 #include "shell/CMRUFileList.h"
 #include "shell/Desk.h"
 #include "shell/MainControls.h"
 #include "shell/RecoveryCopy.h"
 #include "shell/ShellHost.h"
 #include "shell/frmAbout.h"
+#include "shell/frmCustomChannels.h"
 #include "shell/frmEditGeometry.h"
+#include "shell/frmExport.h"
 #include "shell/frmOptions.h"
 
 #include <cstdint>
@@ -113,6 +116,8 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     /// The windows that open from this one; none is there until it is opened.
     std::unique_ptr<frmEditGeometry> EditGeometry;
     std::unique_ptr<frmOptions> OptionsDialog;
+    std::unique_ptr<frmExport> ExportDialog;
+    std::unique_ptr<frmCustomChannels> CustomChannelsDialog;
     frmAbout About;
 
     /// Asks for one of the samples and opens it.
@@ -125,6 +130,12 @@ class frmMain final : public ShellHost, public MainControls, public Window {
 
     /// What view 15 is drawn on, none without a window system. It outlives its use here.
     DrawingSurface* picSurface = nullptr;
+
+    /// The chart of view 14, none without a window system.
+    Chart2D* chtSurface = nullptr;
+
+    /// A click on the chart, twips from its top left corner.
+    void chtChart_Click(double x, double y);
 
     /// The drawing of view 15, whose free view the user may turn and zoom; `DrawAgain` shows it.
     CWireframe Wireframe;
@@ -145,6 +156,7 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     void FixTravel(std::int32_t variable);
     void GoToView(std::int32_t view);
     bool ExecuteFileCommand(int command, int tag);
+    bool ExecuteExportCommand(int command);
     void ExecuteWindowCommand(int command);
     void New();
     void AskAndOpen(const std::string& startFolder);
@@ -159,6 +171,7 @@ class frmMain final : public ShellHost, public MainControls, public Window {
 
     Desk& m_desk;
     CMRUFileList m_recentFiles;
+    PlotState m_plot;
     CalculationFailure m_failure; ///< of the last calculation
     std::string m_typeText;       ///< the texts last selected in the three lists
     std::string m_wheelText;

@@ -113,6 +113,7 @@ bool frmMain::GetFileName(FileNameMode mode, const std::string& filter,
         request.Filter = filter;
         request.StartFolder = startFolder;
         request.InitialName = chosen.Title;
+        request.Extension = chosen.Extension;
         const std::optional<FileNameAnswer> answer = m_desk.Windows.Files.Ask(request);
         if (!answer || answer->Path.empty()) {
             return false;

@@ -1,0 +1,103 @@
+#include "desktop/DialogParts.h"
+
+#include "desktop/Desktop.h"
+
+#include <QKeyEvent>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalBlocker>
+
+namespace corvanta {
+
+ModalDialog::ModalDialog(Desktop& desktop, Window& window, const char* name)
+    : QDialog(desktop.MainWidget()),
+      m_desktop(desktop),
+      m_binder([&desktop](const auto& event) { desktop.Handle(event); }),
+      m_frameOf(window) {
+    setObjectName(name);
+    setWindowTitle(QString::fromStdString(window.Caption));
+    setWindowModality(Qt::ApplicationModal);
+}
+
+QPushButton* ModalDialog::AddButton(QDialogButtonBox& buttons, const Control& control,
+                                    QDialogButtonBox::ButtonRole role, const char* name,
+                                    Binder::Event clicked) {
+    QPushButton* button = buttons.addButton(QString::fromStdString(control.Caption), role);
+    button->setObjectName(name);
+    m_binder.Bind(button, control, std::move(clicked));
+    return button;
+}
+
+void ModalDialog::ShowInPlace(bool sized) {
+    const WindowPlacement& place = m_frameOf.Frame.Placement;
+    if (sized) {
+        resize(place.Width / TwipsPerPixel, place.Height / TwipsPerPixel);
+    }
+    move(place.Left / TwipsPerPixel, place.Top / TwipsPerPixel);
+    m_binder.Show();
+    show();
+}
+
+void ModalDialog::done(int result) {
+    QDialog::done(result);
+    if (m_frameOf.IsOpen) {
+        m_desktop.Handle([this] { Cancel(); });
+    }
+}
+
+void ModalDialog::RememberFrame() {
+    if (isVisible()) {
+        m_frameOf.Frame.Placement = {pos().x() * TwipsPerPixel, pos().y() * TwipsPerPixel,
+                                     width() * TwipsPerPixel, height() * TwipsPerPixel};
+    }
+}
+
+void ModalDialog::moveEvent(QMoveEvent* event) {
+    QDialog::moveEvent(event);
+    RememberFrame();
+}
+
+void ModalDialog::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    RememberFrame();
+}
+
+void ModalDialog::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F1) {
+        m_desktop.Handle([this] { Help(); });
+        return;
+    }
+    QDialog::keyPressEvent(event);
+}
+
+void BindCheckList(Binder& binder, QListWidget* shown, CheckList& list,
+                   std::function<void(int row)> ticked) {
+    binder.Bind(static_cast<QWidget*>(shown), list);
+    binder.OnShow([shown, &list] {
+        const QSignalBlocker quiet(shown);
+        while (shown->count() > static_cast<int>(list.Rows.size())) {
+            delete shown->takeItem(shown->count() - 1);
+        }
+        for (std::size_t n = 0; n < list.Rows.size(); ++n) {
+            const int row = static_cast<int>(n);
+            if (row == shown->count()) {
+                shown->addItem(QString());
+            }
+            QListWidgetItem* item = shown->item(row);
+            item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+            item->setText(QString::fromStdString(list.Rows[n].Text));
+            item->setCheckState(list.Rows[n].Checked ? Qt::Checked : Qt::Unchecked);
+        }
+    });
+    QObject::connect(shown, &QListWidget::itemChanged, shown,
+                     [&binder, shown, &list, ticked = std::move(ticked)](QListWidgetItem* item) {
+                         binder.Run([&] {
+                             const int row = shown->row(item);
+                             list.Rows[static_cast<std::size_t>(row)].Checked =
+                                 item->checkState() == Qt::Checked;
+                             ticked(row);
+                         });
+                     });
+}
+
+} // namespace corvanta

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "desktop/Binder.h"
+#include "desktop/QtServices.h"
+#include "shell/Desk.h"
+
+#include <QDialog>
+#include <QDialogButtonBox>
+
+class QListWidget;
+
+namespace corvanta {
+
+class Desktop;
+
+/// What the modal dialogs of the program share: the place on the screen, the help key, closing by
+/// the title bar as by "Cancel".
+class ModalDialog : public QDialog {
+    Q_OBJECT
+
+  public:
+    ModalDialog(Desktop& desktop, Window& window, const char* name);
+
+  protected:
+    /// The dialog's own answer to its title bar and to the Escape key.
+    virtual void Cancel() = 0;
+    virtual void Help() = 0;
+
+    /// A button with its control at the foot of the dialog.
+    QPushButton* AddButton(QDialogButtonBox& buttons, const Control& control,
+                           QDialogButtonBox::ButtonRole role, const char* name,
+                           Binder::Event clicked);
+
+    /// Puts the dialog where its window stands and shows it.
+    void ShowInPlace(bool sized);
+
+    Desktop& m_desktop;
+    Binder m_binder;
+
+    void done(int result) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void RememberFrame();
+
+    Window& m_frameOf;
+};
+
+/// Ties a check list to a list with boxes: `ticked` is told the row once its tick has changed.
+void BindCheckList(Binder& binder, QListWidget* shown, CheckList& list,
+                   std::function<void(int row)> ticked);
+
+} // namespace corvanta

@@ -1,0 +1,45 @@
+#include "desktop/ExportWindow.h"
+
+#include <QListWidget>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace corvanta {
+
+ExportWindow::ExportWindow(Desktop& desktop, frmExport& window)
+    : ModalDialog(desktop, window, "frmExport"),
+      m_window(window) {
+    auto* layout = new QVBoxLayout(this);
+    for (std::size_t n = 0; n < window.optExport.size(); ++n) {
+        auto* option = new QRadioButton(this);
+        option->setObjectName(QString("optExport%1").arg(n));
+        m_binder.Bind(option, window.optExport[n], [this, n] {
+            for (std::size_t other = 0; other < m_window.optExport.size(); ++other) {
+                m_window.optExport[other].Selected = other == n;
+            }
+            m_window.optExport_Click();
+        });
+        layout->addWidget(option);
+    }
+    auto* views = new QListWidget(this);
+    views->setObjectName("tvwViews");
+    views->setMinimumSize(320, 250);
+    BindCheckList(m_binder, views, window.tvwViews, [](int) {});
+    layout->addWidget(views, 1);
+    auto* header = new QCheckBox(this);
+    header->setObjectName("chkHeader");
+    m_binder.Bind(header, window.chkHeader, [] {});
+    layout->addWidget(header);
+    auto* buttons = new QDialogButtonBox(this);
+    AddButton(*buttons, window.cmdExport, QDialogButtonBox::AcceptRole, "cmdExport", [this] {
+        m_window.cmdExport_Click();
+    })->setDefault(true);
+    AddButton(*buttons, window.cmdCancel, QDialogButtonBox::RejectRole, "cmdCancel",
+              [this] { m_window.cmdCancel_Click(); });
+    AddButton(*buttons, window.cmdHelp, QDialogButtonBox::HelpRole, "cmdHelp",
+              [this] { m_window.cmdHelp_Click(); });
+    layout->addWidget(buttons);
+    ShowInPlace(false);
+}
+
+} // namespace corvanta
