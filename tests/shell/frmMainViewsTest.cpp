@@ -110,7 +110,7 @@ TEST_F(frmMainViewsTest, EveryViewHasItsAreaItsStripAndItsFocus) {
                 break;
             case vwPlot:
                 area = "chart ";
-                strip = "TypeLabel Type " + strip;
+                strip.insert(0, "TypeLabel Type ");
                 break;
             case vw3d:
                 area = "picture ";
@@ -254,8 +254,8 @@ TEST_F(frmMainViewsTest, TheBoxesOfTheDrawingSetItsOptions) {
 TEST_F(frmMainViewsTest, F5RedrawsAndWithCtrlCalculates) {
     struct Case {
         KeyModifiers Pressed;
-        bool Taken;
-        bool Calculates;
+        bool Taken = false;
+        bool Calculates = false;
     };
     for (const Case& key :
          {Case{{}, true, false}, Case{{false, true, false}, true, true},
