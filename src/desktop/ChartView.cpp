@@ -55,6 +55,9 @@ ChartView::ChartView(Clicked clicked, QWidget* parent)
     layout->addWidget(m_plot);
     m_plot->addGraph();
     m_plot->axisRect()->setupFullAxesBox();
+    for (QCPAxis* frame : {m_plot->xAxis2, m_plot->yAxis2}) {
+        frame->setTicks(false);
+    }
     m_plot->setInteractions(QCP::iRangeZoom | QCP::iRangeDrag);
     m_plot->setSelectionRectMode(QCP::srmNone);
     m_plot->setContextMenuPolicy(Qt::CustomContextMenu);

@@ -33,7 +33,12 @@ Application::Application(FileServices& files, MessageBox& box, ProcessServices& 
       m_messages(box),
       m_desk{m_program, files, m_messages, process, windows, MLibHelp(windows.Help)},
       m_main(m_desk) {
-    m_messages.BeforeMessage([this] { m_main.TakeDownSplash(); });
+    m_messages.BeforeMessage([this] {
+        if (m_main.About.IsSplash) {
+            m_main.TakeDownSplash();
+            m_windows.Screen.Update(); // a message must not wait below it
+        }
+    });
 }
 
 StartResult Application::AppStart() {
@@ -150,6 +155,7 @@ bool Application::CloseMainWindow() {
         m_messages.ShowMessage("The settings could not be saved.\rError was: " +
                                    FailureInFlight().Description(),
                                msExclamation);
+        m_main.IsOpen = false;
     }
     return true;
 }

@@ -88,10 +88,7 @@ void frmMain::Refresh(bool resetPosition) {
 
 void frmMain::Calculate() {
     Program& program = m_desk.Program;
-    stbMain.Note.clear();
-    if (program.Modified && !Recovery.Keep(program)) {
-        stbMain.Note = "No recovery copy could be written: save your work yourself";
-    }
+    m_unprotected = program.Modified && !Recovery.Keep(program);
     m_failure = RunCalculation(program.Document, program.Channels, m_desk.Messages);
     panFailure.Caption = m_failure.Message;
 }
@@ -173,6 +170,9 @@ bool frmMain::KeyDown(MainKey key, KeyModifiers modifiers, const Control* focus)
         RefreshGUI(modifiers.Ctrl);
         return true;
     }
+    if (modifiers.Shift || modifiers.Ctrl || modifiers.Alt || !picComboContainer.Visible) {
+        return false;
+    }
     const bool alongWheel = key == MainKey::Up || key == MainKey::Down;
     const ListControl& stepped = alongWheel ? cboWheel : cboRack;
     const ListControl& other = alongWheel ? cboRack : cboWheel;
@@ -243,8 +243,7 @@ void frmMain::GoToView(std::int32_t view) {
 }
 
 void frmMain::CopyGrid() {
-    const std::int32_t view = m_desk.Program.Settings.View;
-    if (view != vwNone && view != vwDynamicsReport && view != vwPlot && view != vw3d) {
+    if (ItemOf(mnuEdit, mcCopy).Enabled) {
         m_desk.Windows.Board.SetText(grdDisplay.Text());
         stbMain.Note = "Table copied";
     }
@@ -252,6 +251,7 @@ void frmMain::CopyGrid() {
 
 void frmMain::OpenEditor() {
     if (!EditGeometry || !EditGeometry->IsOpen) {
+        m_formerEditor = std::move(EditGeometry);
         EditGeometry = std::make_unique<frmEditGeometry>(m_desk, *this);
         EditGeometry->Open();
     }
@@ -265,6 +265,7 @@ void frmMain::ResetEditDialog() {
 }
 
 void frmMain::ReleaseClosedWindows() {
+    m_formerEditor.reset();
     const auto release = [](auto& window) {
         if (window && !window->IsOpen) {
             window.reset();

@@ -76,7 +76,7 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     void chk3dAutoScale_Click();
 
     /// A key, before the controls see it; true when it goes no further. `focus` is the control that
-    /// has the keyboard focus.
+    /// has the keyboard focus. Arrows with a modifier are left to the controls.
     bool KeyDown(MainKey key, KeyModifiers modifiers, const Control* focus);
 
     /// The command of a menu entry or of a button.
@@ -96,7 +96,8 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     void Unload();
 
     /// Opens a document in the place of the current one, and calculates. A file that can't be used
-    /// is reported and leaves an empty document.
+    /// is reported and leaves an empty document. Unsaved work is kept for the next start; only when
+    /// that fails is the user asked.
     void FileOpen(const std::string& path);
 
     /// Saves the document as folder and base name of `path` with the extension ".WSP".
@@ -152,6 +153,8 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     void FillTypeList(std::int32_t view);
     void ShowSelectionControls(std::int32_t view, std::int32_t variable);
     void SelectPositions(std::int32_t view, std::int32_t viewArgument, int wheel, int rack);
+    [[nodiscard]] std::int32_t ShownView() const;
+    [[nodiscard]] std::string PositionWords(int wheelStep, int rackStep) const;
     void DisplayStatus();
     void FixTravel(std::int32_t variable);
     void GoToView(std::int32_t view);
@@ -162,6 +165,7 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     void AskAndOpen(const std::string& startFolder);
     void Save();
     void SaveAs();
+    bool MayWrite(const std::string& chosenPath);
     void OpenEditor();
     void CopyGrid();
     void TakeDocument(const std::string& path);
@@ -178,6 +182,8 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     std::string m_rackText;
     std::int32_t m_viewLastDisplayed = vwNone;
     std::int32_t m_channelLastPlotted = 0;
+    std::unique_ptr<frmEditGeometry> m_formerEditor; ///< until its view on the screen is gone
+    bool m_unprotected = false;                      ///< no copy of the unsaved work could be kept
     bool m_linkLoadsWarned = false;
     bool m_refreshBusy = false;
 };

@@ -11,7 +11,8 @@ namespace corvanta {
 namespace {
 
 constexpr const char* DocumentFilter = "WSP files (*.wsp)|*.wsp| All files (*.*)|*.*";
-constexpr const char* DocumentExtension = ".WSP";
+constexpr const char* DocumentExtension = "WSP";
+constexpr const char* DiscardQuestion = "Discard any current data?";
 
 /// Title of the dialog by what the name is asked for.
 const char* TitleOf(FileNameMode mode) {
@@ -32,6 +33,12 @@ const char* TitleOf(FileNameMode mode) {
 /// The name of a path without its folder.
 std::string NameOf(const std::string& path) {
     return path.substr(FileServices::ParentFolder(path).size());
+}
+
+/// The path that a document is saved under: whatever extension the user typed is replaced.
+std::string DocumentPathOf(const std::string& path) {
+    return FileServices::ParentFolder(path) + FileServices::BaseName(path) + "." +
+           DocumentExtension;
 }
 
 } // namespace
@@ -60,7 +67,7 @@ bool frmMain::ExecuteFileCommand(int command, int tag) {
 
 void frmMain::New() {
     constexpr int Question = msYesNo + msExclamation;
-    if (m_desk.Messages.ShowMessage("Discard any current data?", Question) != maYes) {
+    if (m_desk.Messages.ShowMessage(DiscardQuestion, Question) != maYes) {
         return;
     }
     Program& program = m_desk.Program;
@@ -96,12 +103,25 @@ void frmMain::Save() {
 }
 
 void frmMain::SaveAs() {
+    const Program& program = m_desk.Program;
     ChosenFile chosen;
-    chosen.Title = NameOf(m_desk.Program.DocumentPath);
-    if (GetFileName(FileNameMode::SaveAs, DocumentFilter, m_desk.Program.Options.LastFolder, chosen,
-                    false)) {
+    // The name of a file that is not in memory is not offered for what is.
+    chosen.Title = program.Document.DataLoaded ? NameOf(program.DocumentPath) : "";
+    chosen.Extension = DocumentExtension;
+    if (GetFileName(FileNameMode::Save, DocumentFilter, program.Options.LastFolder, chosen,
+                    false) &&
+        MayWrite(chosen.Path)) {
         FileSave(chosen.Path);
     }
+}
+
+/// The file dialog asked about the name that was typed; the file may get another extension.
+bool frmMain::MayWrite(const std::string& chosenPath) {
+    const std::string path = DocumentPathOf(chosenPath);
+    constexpr int Question = msYesNo + msExclamation;
+    return path == chosenPath || !m_desk.Files.FileExists(path) ||
+           m_desk.Messages.ShowMessage(NameOf(path) + " exists already.\rReplace it?", Question) ==
+               maYes;
 }
 
 bool frmMain::GetFileName(FileNameMode mode, const std::string& filter,
@@ -173,10 +193,15 @@ void frmMain::ShowNoDocument() {
 
 void frmMain::FileOpen(const std::string& path) {
     Program& program = m_desk.Program;
-    const bool replacesWork = program.Modified;
-    if (replacesWork) {
-        Recovery.SetAside(); // unsaved work that makes room for another file is offered again
+    // Unsaved work that makes room for another file is offered again. Without a copy it would be
+    // lost, and the user decides.
+    const bool kept = program.Modified && Recovery.Keep(program);
+    constexpr int Question = msYesNo + msExclamation;
+    if (program.Modified && !kept &&
+        m_desk.Messages.ShowMessage(DiscardQuestion, Question) != maYes) {
+        return;
     }
+    kept ? Recovery.SetAside() : Recovery.Drop();
     program.Modified = false;
     if (!ReadDocument(path)) {
         ShowNoDocument();
@@ -185,7 +210,7 @@ void frmMain::FileOpen(const std::string& path) {
     program.Options.LastFolder = FileServices::ParentFolder(path);
     EnterRecentFile(path);
     TakeDocument(path);
-    if (replacesWork) {
+    if (kept) {
         stbMain.Note = "Unsaved changes were kept and are offered at the next start";
     }
 }
@@ -193,8 +218,7 @@ void frmMain::FileOpen(const std::string& path) {
 void frmMain::FileSave(const std::string& path) {
     Program& program = m_desk.Program;
     try {
-        const std::string folder = FileServices::ParentFolder(path);
-        const std::string savedPath = folder + FileServices::BaseName(path) + DocumentExtension;
+        const std::string savedPath = DocumentPathOf(path);
         bool written = false;
         if (!DataWrite(written, program.Document, savedPath, program.Units, m_desk.Files,
                        m_desk.Messages)) {
@@ -204,7 +228,7 @@ void frmMain::FileSave(const std::string& path) {
             program.Modified = false;
             Recovery.Drop();
         }
-        program.Options.LastFolder = folder;
+        program.Options.LastFolder = FileServices::ParentFolder(path);
         program.DocumentPath = savedPath;
         RefreshGUI(false);
         EnterRecentFile(savedPath);

@@ -38,9 +38,14 @@ std::string TravelWords(const FundamentalUnits& units, double travel, const char
 
 } // namespace
 
+/// A file that could not be read leaves the chosen view as it was, with no document to show in it.
+std::int32_t frmMain::ShownView() const {
+    return m_desk.Program.Document.DataLoaded ? m_desk.Program.Settings.View : std::int32_t{vwNone};
+}
+
 void frmMain::ShowViewPanels() {
     const bool loaded = m_desk.Program.Document.DataLoaded;
-    const std::int32_t view = loaded ? m_desk.Program.Settings.View : std::int32_t{vwNone};
+    const std::int32_t view = ShownView();
     grdDisplay.Visible = IsTableView(view);
     chtChart.Visible = view == vwPlot;
     if (chtSurface != nullptr) {
@@ -234,7 +239,7 @@ void frmMain::UpdateMenus() {
     ItemOf(mnuView, mcView, vwLinkLoads).Enabled = results && HasLinkLoads(mechanism);
     ItemOf(mnuFile, mcPrint).Enabled = program.Document.ResultsValid;
     ItemOf(mnuEdit, mcAdjust).Enabled = program.Document.ResultsValid;
-    const std::int32_t view = program.Settings.View;
+    const std::int32_t view = ShownView();
     mnuExport.Enabled = (view >= vwAntis && view <= vwQuadraticCoefficients) || view == vwPlot;
     ItemOf(mnuFile, mcExportMenu).Enabled = mnuExport.Enabled;
     ItemOf(mnuEdit, mcCopy).Enabled =
@@ -255,7 +260,7 @@ void frmMain::UpdateToolbar() {
             break;
         case mcView:
             button.Enabled = ItemOf(mnuView, mcView, button.Tag).Enabled;
-            button.Pressed = button.Tag == m_desk.Program.Settings.View;
+            button.Pressed = button.Tag == ShownView();
             break;
         default:
             break;
@@ -267,42 +272,46 @@ void frmMain::DisplayFormCaption() {
     const std::string name = FileServices::BaseName(m_desk.Program.DocumentPath);
     Caption = "Corvanta " + m_desk.Process.Version().Text();
     if (!name.empty()) {
-        Caption +=
-            " - " + name + " - [" + std::string(ViewName(m_desk.Program.Settings.View)) + "]";
+        Caption += " - " + name + " - [" + std::string(ViewName(ShownView())) + "]";
     }
+}
+
+/// The position of a step on both travels; a step below 2 is none.
+std::string frmMain::PositionWords(int wheelStep, int rackStep) const {
+    const Suspension& document = m_desk.Program.Document;
+    const FundamentalUnits& units = m_desk.Program.Units;
+    std::string text;
+    if (wheelStep >= 2) {
+        text = TravelWords(units, WheelTravelAtStep(document, wheelStep), "Bump", "Droop");
+    }
+    if (rackStep >= 2) {
+        text += (text.empty() ? "" : "   ") +
+                TravelWords(units, RackTravelAtStep(document, rackStep), "Rack", "Rack");
+    }
+    return text;
 }
 
 void frmMain::DisplayStatus() {
     const Program& program = m_desk.Program;
-    const Suspension& document = program.Document;
     const FundamentalUnits& units = program.Units;
-    const auto position = [&](int wheelStep, int rackStep) {
-        std::string text;
-        if (wheelStep >= 2) {
-            text = TravelWords(units, WheelTravelAtStep(document, wheelStep), "Bump", "Droop");
-        }
-        if (rackStep >= 2) {
-            text += (text.empty() ? "" : "   ") +
-                    TravelWords(units, RackTravelAtStep(document, rackStep), "Rack", "Rack");
-        }
-        return text;
-    };
     stbMain.Document = "No suspension";
-    if (document.DataLoaded) {
+    if (program.Document.DataLoaded) {
         const std::string& path = program.DocumentPath;
         stbMain.Document =
             path.empty() ? "New suspension" : path.substr(FileServices::ParentFolder(path).size());
     }
     stbMain.Document += program.Modified ? "  modified" : "";
-    stbMain.Position = position(
-        cboWheel.Visible && picComboContainer.Visible ? program.Settings.ViewWheel : 0,
-        (cboRack.Visible || program.Settings.View == vwLinkLoads) && picComboContainer.Visible
-            ? program.Settings.ViewRack
-            : 0);
+    const bool strip = picComboContainer.Visible;
+    const bool rack = cboRack.Visible || program.Settings.View == vwLinkLoads;
+    stbMain.Position = PositionWords(strip && cboWheel.Visible ? program.Settings.ViewWheel : 0,
+                                     strip && rack ? program.Settings.ViewRack : 0);
     stbMain.Units =
         units[ucDisplacement].Label + "  " + units[ucForce].Label + "  " + units[ucRate].Label;
-    if (panFailure.Visible && m_failure.RackStep != 0) {
-        stbMain.Note = "Stopped at " + position(m_failure.WheelStep, m_failure.RackStep);
+    stbMain.Note.clear();
+    if (m_unprotected && program.Modified) {
+        stbMain.Note = "No recovery copy could be written: save your work yourself";
+    } else if (panFailure.Visible && m_failure.RackStep != 0) {
+        stbMain.Note = "Stopped at " + PositionWords(m_failure.WheelStep, m_failure.RackStep);
     }
 }
 

@@ -93,8 +93,9 @@ void frmOptions::TakeUnits() {
     TakeLabel(program.Units[ucRate].Label,
               {&optKilogramsPerMillimetre, &optNewtonsPerMillimetre, &optPoundsPerInch});
     program.Channels.ChannelsSetup(program.Units);
-    InitGeometry(program.Document, program.Channels, program.Units, m_desk.Messages);
+    // The fitted curves hold the former units, whether the geometry can be set up or not.
     program.Document.ResultsValid = false;
+    InitGeometry(program.Document, program.Channels, program.Units, m_desk.Messages);
 }
 
 void frmOptions::cmdHelp_Click() {

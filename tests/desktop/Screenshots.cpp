@@ -2,6 +2,8 @@
 //   corvanta_screenshots FOLDER light|dark
 
 #include "desktop/AboutWindow.h"
+#include "desktop/CustomChannelsWindow.h"
+#include "desktop/ExportWindow.h"
 #include "desktop/GuardedApplication.h"
 #include "tests/desktop/DesktopUser.h"
 #include "tests/support/SampleCorners.h"
@@ -62,6 +64,12 @@ void TakeViews(DesktopUser& user, const Photographer& camera) {
             camera.Take(&user.Window(), QString("view-%1").arg(item.Tag, 2, 10, QChar('0')));
         }
     }
+    user.Choose(mcView, vwPlot);
+    user.Desk.Handle([&] {
+        user.Logic().cboType.Select(user.Logic().cboType.FindData(chCamberAngle));
+        user.Logic().cboType_Changed();
+    });
+    camera.Take(&user.Window(), "view-14-camber");
     user.Choose(mcView, vwAntis);
     user.Desk.Handle([&] { user.Logic().optRack_Click(); });
     camera.Take(&user.Window(), "view-01-along-rack");
@@ -93,6 +101,21 @@ void TakeAll(const std::string& userFolder, const QString& pictures) {
     user.Choose(mcOptions);
     camera.Take(user.Desk.OptionsView(), "options");
     user.Desk.Handle([&] { user.Logic().OptionsDialog->cmdCancel_Click(); });
+    user.Choose(mcExportResults);
+    camera.Take(user.Desk.ExportView(), "export");
+    user.Desk.Handle([&] { user.Logic().ExportDialog->cmdCancel_Click(); });
+    user.Choose(mcDefineCustomTable);
+    user.Desk.Handle([&] {
+        frmCustomChannels& editor = *user.Logic().CustomChannelsDialog;
+        for (const int row : {13, 14, 35}) {
+            editor.tvwChannels.Rows[static_cast<std::size_t>(row)].Checked = true;
+            editor.tvwChannels_NodeCheck(row);
+        }
+    });
+    camera.Take(user.Desk.CustomChannelsView(), "custom-table");
+    user.Desk.Handle([&] { user.Logic().CustomChannelsDialog->cmdOk_Click(); });
+    user.Choose(mcView, vwCustomTable);
+    camera.Take(&user.Window(), "view-07-custom");
     user.Choose(mcHelpTopics);
     camera.Take(user.Desk.Help().View(), "help");
     user.Open(SamplePath("SOURCES.md")); // no document at all

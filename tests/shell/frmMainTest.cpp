@@ -1,8 +1,6 @@
 #include "shell/frmMain.h"
 
-#include "platform/DiskFileServices.h"
-#include "tests/support/SampleCorners.h"
-#include "tests/support/TestDesk.h"
+#include "tests/support/MainFormTest.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,7 +16,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-const std::string Path = "/cars/front.WSP";
 const std::string Refused = "There was an error while processing file\r\rError was: ";
 const std::string NotCalculated = "Calculations could not be completed.\r\r";
 
@@ -35,28 +32,8 @@ class InterruptingBox final : public MessageBox {
     }
 };
 
-class frmMainTest : public testing::Test, protected TestDesk {
+class frmMainTest : public MainFormTest {
   protected:
-    static std::string SampleBytes(const std::string& name = "touring-front-wishbone.WSP") {
-        return DiskFileServices().ReadBytes(SamplePath(name));
-    }
-
-    /// The sample with another line for a field, or with none.
-    static std::string Changed(const std::string& key, const std::string& line) {
-        std::string bytes = SampleBytes();
-        const std::size_t open = bytes.find("[" + key + "]");
-        bytes.replace(open, bytes.find("\r\n", open) + 2 - open, line.empty() ? "" : line + "\r\n");
-        return bytes;
-    }
-
-    /// Opens the bytes as a file and returns the messages of that.
-    std::vector<std::string> Open(const std::string& bytes) {
-        m_files.Put(Path, bytes);
-        m_box.Shown.clear();
-        m_main.FileOpen(Path);
-        return m_box.Prompts();
-    }
-
     /// Everything of the document is as a reset leaves it, and the program as it was before.
     void ExpectReset(std::int32_t view) const {
         const Suspension& document = m_program.Document;
@@ -88,8 +65,6 @@ class frmMainTest : public testing::Test, protected TestDesk {
             ASSERT_EQ(m_program.Settings.View, vwCoordinates);
         }
     }
-
-    frmMain m_main{m_desk};
 };
 
 TEST_F(frmMainTest, FileOpenShowsTheDocumentAtItsStaticPosition) {

@@ -101,6 +101,7 @@ TEST_F(frmOptionsTest, AFailureIsToldAndTheDialogStays) {
     EXPECT_THAT(m_box.Prompts(), ElementsAre("There was an error while changing the options.\r"
                                              "Error was: Division by zero"));
     EXPECT_TRUE(m_form.IsOpen);
+    EXPECT_FALSE(m_program.Document.ResultsValid) << "they hold the former units";
 }
 
 } // namespace

@@ -1,0 +1,273 @@
+// The start and the end of the program as its user sees them.
+
+#include "frame/MSusp.h"
+
+#include "platform/DiskFileServices.h"
+#include "tests/support/FakeProcessServices.h"
+#include "tests/support/FakeWindowSystem.h"
+#include "tests/support/MemoryFileServices.h"
+#include "tests/support/RecordingMessageBox.h"
+#include "tests/support/SampleCorners.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace corvanta::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+const std::string Base = "/home/user/.config/Pewter Lantern/Corvanta/";
+const std::string Ini = Base + "Corvanta.ini";
+const std::string ChannelsList = Base + "Settings/customchannels.txt";
+const std::string ViewsList = Base + "Settings/exporttables.txt";
+const std::string Document = "/cars/front.WSP";
+
+/// A machine with a screen. It writes down what stands on the screen whenever that is brought up to
+/// date, and what stands there while a message waits.
+class ApplicationWindowTest : public testing::Test, public ScreenUpdate, public MessageBox {
+  protected:
+    ApplicationWindowTest() {
+        m_files.Put(Document,
+                    DiskFileServices().ReadBytes(SamplePath("touring-front-wishbone.WSP")));
+        m_files.PutFolder("/out");
+    }
+
+    Application& NewApplication() {
+        Seen.clear();
+        m_windows.Locked.clear(); // a program before it is gone
+        m_application = std::make_unique<Application>(m_files, *this, m_process, m_services);
+        return *m_application;
+    }
+    Application& Started(const std::string& keys = "") {
+        m_process.Arguments = keys;
+        Application& application = NewApplication();
+        static_cast<void>(application.AppStart());
+        return application;
+    }
+
+    /// A line of the settings.
+    [[nodiscard]] static std::string Setting(const std::string& line) { return "\n" + line + "\n"; }
+
+    std::vector<std::string> Seen; ///< the screen, and messages on it
+    MemoryFileServices m_files;
+    RecordingMessageBox m_box;
+    FakeProcessServices m_process;
+    FakeWindowSystem m_windows;
+    WindowSystem m_services{
+        m_windows, m_windows, m_windows, m_windows, m_windows, *this, FakeWindowSystem::Screen};
+    std::unique_ptr<Application> m_application;
+
+  private:
+    [[nodiscard]] std::string Screen() {
+        const frmMain& main = m_application->MainWindow();
+        std::string screen = main.About.IsOpen ? "splash " : "";
+        screen += main.IsOpen ? "main " + std::to_string(main.tbrMain.size()) + " buttons " : "";
+        return screen + (m_windows.Current() == HourglassCursor ? "waiting" : "");
+    }
+    void Update() override { Seen.push_back(Screen()); }
+    int Show(const std::string& prompt, int style, const std::string& title) override {
+        Seen.push_back("message over " + (Seen.empty() ? std::string("nothing") : Seen.back()));
+        return m_box.Show(prompt, style, title);
+    }
+};
+
+TEST_F(ApplicationWindowTest, TheSplashStandsFirstAndTheWindowComesWhenItIsWhole) {
+    Application& application = Started("front.WSP");
+    EXPECT_THAT(Seen, ElementsAre("splash ", "splash main 17 buttons waiting"));
+    EXPECT_EQ(m_windows.Current(), DefaultCursor);
+    frmMain& main = application.MainWindow();
+    EXPECT_EQ(main.Caption, "Corvanta 5.4.5");
+    EXPECT_TRUE(main.panStart.Visible);
+    EXPECT_TRUE(main.chk3dDrawAxes.Checked && main.chk3dAutoScale.Checked);
+    EXPECT_TRUE(main.About.IsSplash);
+    EXPECT_EQ(main.About.Version, "5.4.5");
+    main.Execute(mcHelpTopics, 0);
+    EXPECT_EQ(m_windows.HelpFile, "/opt/corvanta/susp.chm");
+
+    main.TakeDownSplash(); // a click on it, or its time is over
+    EXPECT_FALSE(main.About.IsOpen);
+    main.TakeDownSplash();
+    EXPECT_THAT(m_box.Shown, IsEmpty());
+}
+
+TEST_F(ApplicationWindowTest, AMessageNeverWaitsBelowTheSplash) {
+    Application& application = Started();
+    application.MessageService().ShowMessage("first");
+    application.MessageService().ShowMessage("second");
+    EXPECT_THAT(Seen, ElementsAre("splash ", "splash main 17 buttons waiting", "main 17 buttons ",
+                                  "message over main 17 buttons ",
+                                  "message over message over main 17 buttons "));
+    EXPECT_FALSE(application.MainWindow().About.IsOpen);
+
+    // The same in a start that fails.
+    m_files.Put(Ini, "[Options]\nBump=much\n");
+    EXPECT_EQ(NewApplication().AppStart(), StartResult::Ended);
+    EXPECT_THAT(Seen, ElementsAre("splash ", "", "message over "));
+    EXPECT_EQ(m_windows.Current(), DefaultCursor);
+    EXPECT_FALSE(m_application->MainWindow().IsOpen);
+
+    // A list of recent files that is damaged is told before there is a splash.
+    m_files.Put(Ini, "[MRU]\nCount=many\n");
+    EXPECT_EQ(NewApplication().AppStart(), StartResult::Interactive);
+    EXPECT_THAT(Seen,
+                ElementsAre("message over nothing", "splash ", "splash main 17 buttons waiting"));
+    EXPECT_THAT(m_box.Prompts().back(), StartsWith("There was an error while initialising"));
+}
+
+TEST_F(ApplicationWindowTest, ABatchRunShowsItselfUnlessItIsToldNotTo) {
+    const std::string keys = "/input=cars\\front.WSP /output=out\\r.txt /type=2 /table=10";
+    Started(keys);
+    EXPECT_THAT(Seen, ElementsAre("splash ", "splash main 17 buttons waiting"));
+    EXPECT_FALSE(m_application->MainWindow().IsOpen) << "it closes by itself";
+    EXPECT_TRUE(m_files.FileExists("/out/r.txt"));
+    EXPECT_THAT(*m_files.Bytes(Ini), HasSubstr("File1=" + Document));
+    Started(keys + " /nogui");
+    EXPECT_THAT(Seen, IsEmpty());
+    EXPECT_FALSE(m_application->MainWindow().About.IsOpen);
+}
+
+TEST_F(ApplicationWindowTest, TheWindowStandsWhereItWasLeft) {
+    WindowFrame& frame = Started().MainWindow().Frame;
+    EXPECT_EQ(frame.Placement.Width, 8000);
+    EXPECT_EQ(frame.Placement.Height, 6000);
+    frame.Placement = {300, 450, 15000, 9000};
+    EXPECT_TRUE(m_application->CloseMainWindow());
+    for (const char* line : {"Left=300", "Top=450", "Width=15000", "Height=9000"}) {
+        EXPECT_THAT(*m_files.Bytes(Ini), HasSubstr(Setting(line)));
+    }
+    WindowFrame& again = Started().MainWindow().Frame;
+    EXPECT_EQ(again.Placement, (WindowPlacement{300, 450, 15000, 9000}));
+    again.Placement = {0, 0, 28800, 16200};
+    again.IsNormal = false;
+    EXPECT_TRUE(m_application->CloseMainWindow());
+    EXPECT_EQ(Started().MainWindow().Frame.Placement, (WindowPlacement{300, 450, 15000, 9000}));
+}
+
+TEST_F(ApplicationWindowTest, ClosingSavesWhatOutlivesTheProgram) {
+    Application& application = Started();
+    frmMain& main = application.MainWindow();
+    main.FileOpen(Document);
+    main.chk3dDrawAxes.Checked = false;
+    main.chk3dDrawAxes_Click();
+    main.Execute(mcOptions, 0);
+    main.OptionsDialog->optInches.Selected = true;
+    main.OptionsDialog->optMillimetres.Selected = false;
+    main.OptionsDialog->cmdOK_Click();
+    main.Execute(mcProperties, 0);
+    EXPECT_FALSE(m_files.FileExists(Ini)) << "options are written at the end alone";
+    EXPECT_TRUE(application.CloseMainWindow());
+    EXPECT_FALSE(main.IsOpen || main.EditGeometry->IsOpen);
+    for (const char* line : {"DrawAxes=False", "Displacement=in", "SpringMechanism=2", "Bump=50",
+                             "DataDir=/cars/", "MaxCount=4", "Count=1", "[frmEditGeometry]"}) {
+        EXPECT_THAT(*m_files.Bytes(Ini), HasSubstr(Setting(line)));
+    }
+    EXPECT_TRUE(m_files.FileExists(ChannelsList) && m_files.FileExists(ViewsList));
+
+    frmMain& next = Started().MainWindow();
+    EXPECT_FALSE(next.chk3dDrawAxes.Checked);
+    EXPECT_EQ(next.stbMain.Units, "in  kg  lb/in");
+    EXPECT_EQ(next.mnuFMRU.at(1).Caption, "&1  " + Document);
+    EXPECT_EQ(m_application->Data().Document.Data.Bump, 50) << "the next new document's start";
+    EXPECT_THAT(m_box.Shown, IsEmpty());
+}
+
+TEST_F(ApplicationWindowTest, AWindowWithUnsavedChangesStaysOpenWhenItsUserBacksOut) {
+    Application& application = Started();
+    frmMain& main = application.MainWindow();
+    main.FileOpen(Document);
+    main.Execute(mcProperties, 0);
+    main.EditGeometry->txtBump.Text = "40";
+    m_box.Answers = {maCancel};
+    EXPECT_FALSE(application.CloseMainWindow());
+    EXPECT_TRUE(main.IsOpen && main.EditGeometry->IsOpen);
+    EXPECT_FALSE(m_files.FileExists(Ini));
+    m_box.Answers = {maYes};
+    EXPECT_TRUE(application.CloseMainWindow());
+    EXPECT_THAT(*m_files.Bytes(Document), HasSubstr("[Bump]\t40\r\n"));
+}
+
+TEST_F(ApplicationWindowTest, AFailureWhileSavingIsToldAndTheWindowCloses) {
+    const std::string other = "/cars/other.WSP";
+    m_files.Put(other, *m_files.Bytes(Document));
+    // What is opened was not opened last, so that the recent files have to be saved anew.
+    const auto openedBy = [&](int n) { return n == 2 || n == 5 ? Document : other; };
+    const auto closeWith = [&](int n) {
+        frmMain& main = Started().MainWindow();
+        main.FileOpen(openedBy(n));
+        main.Frame.Placement.Left = n;
+        m_box.Shown.clear();
+        m_files.FailOnChange(n);
+        EXPECT_TRUE(m_application->CloseMainWindow());
+        EXPECT_FALSE(main.IsOpen);
+        m_files.FailOnChange(0);
+        return m_box.Prompts();
+    };
+    closeWith(0);
+    closeWith(5);
+    const auto lines = [&] {
+        const std::string bytes = *m_files.Bytes(Ini);
+        return std::count(bytes.begin(), bytes.end(), '\n');
+    };
+    const auto whole = lines();
+    const std::string full = "Error was: No space left on device";
+    const std::string settings = "The settings could not be saved.\r" + full;
+    const std::vector<std::string> expected{
+        "An error occurred while writing file: " + ChannelsList + "\r\n" + full,
+        "An error occurred while writing file: " + ViewsList + "\r\n" + full,
+        settings,  // all of them
+        settings}; // the recent files
+    for (int n = 1; n <= 4; ++n) {
+        SCOPED_TRACE(n);
+        const std::string before = *m_files.Bytes(Ini);
+        EXPECT_THAT(closeWith(n), ElementsAre(expected[static_cast<std::size_t>(n) - 1]));
+        // Every file is old or new, and what could be saved is saved.
+        const std::string after = *m_files.Bytes(Ini);
+        EXPECT_EQ(lines(), whole);
+        EXPECT_THAT(m_files.Paths(), ElementsAre(Document, other, Ini, ChannelsList, ViewsList));
+        if (n == 3) {
+            EXPECT_EQ(after, before);
+        } else {
+            EXPECT_THAT(after, HasSubstr(Setting("Left=" + std::to_string(n))));
+        }
+        EXPECT_EQ(after.find("\nFile1=" + openedBy(n) + "\n") != std::string::npos, n <= 2);
+    }
+    EXPECT_THAT(closeWith(5), IsEmpty()) << "there is no further change";
+}
+
+TEST_F(ApplicationWindowTest, UnsavedWorkOutlivesACrash) {
+    Application& crashing = Started();
+    crashing.OfferRecovery();
+    crashing.MainWindow().FileOpen(Document);
+    crashing.MainWindow().Execute(mcProperties, 0);
+    crashing.MainWindow().EditGeometry->txtBump.Text = "40";
+    crashing.MainWindow().EditGeometry->cmdOK_Click();
+    EXPECT_TRUE(m_files.FileExists(Base + "Recovery/1.WSP"));
+
+    Application& next = Started(); // nothing was closed
+    m_box.Answers = {maYes};
+    next.OfferRecovery();
+    EXPECT_THAT(m_box.Prompts(), ElementsAre(StartsWith("There are unsaved changes to front.WSP")));
+    EXPECT_THAT(Seen.back(), "message over main 17 buttons ");
+    EXPECT_EQ(next.Data().Document.Data.Bump, 40);
+    EXPECT_TRUE(next.Data().Modified);
+    m_box.Answers = {maYes};
+    EXPECT_TRUE(next.CloseMainWindow());
+    EXPECT_THAT(*m_files.Bytes(Document), HasSubstr("[Bump]\t40\r\n"));
+    EXPECT_FALSE(m_files.FileExists(Base + "Recovery/1.WSP"));
+
+    // A folder that can't be made costs the protection alone.
+    m_files.RefuseFolder(Base + "Recovery");
+    Application& unprotected = Started();
+    m_box.Shown.clear();
+    unprotected.OfferRecovery();
+    EXPECT_THAT(m_box.Shown, IsEmpty());
+}
+
+} // namespace
+} // namespace corvanta::test

@@ -1,0 +1,142 @@
+#include "shell/RecoveryCopy.h"
+
+#include "tests/support/FakeWindowSystem.h"
+#include "tests/support/MemoryFileServices.h"
+#include "tests/support/SampleCorners.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace corvanta::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const std::string Folder = "/recovery/";
+const std::string Copy = "/recovery/1.WSP";
+
+class RecoveryCopyTest : public testing::Test {
+  protected:
+    RecoveryCopyTest() {
+        m_work.Units = MetricUnits();
+        m_work.Document = LoadSample("touring-front-wishbone.WSP");
+        m_work.DocumentPath = "/cars/front.WSP";
+    }
+
+    [[nodiscard]] RecoveryCopy Started() {
+        RecoveryCopy copy(m_files, m_locks);
+        copy.SetFolder(Folder);
+        return copy;
+    }
+
+    /// The documents kept, of all programs.
+    [[nodiscard]] std::vector<std::string> Kept() const {
+        std::vector<std::string> kept;
+        for (const std::string& path : m_files.Paths()) {
+            if (path.ends_with(".WSP")) {
+                kept.push_back(path);
+            }
+        }
+        return kept;
+    }
+
+    MemoryFileServices m_files;
+    FakeWindowSystem m_locks;
+    Program m_work;
+};
+
+TEST_F(RecoveryCopyTest, WorkIsFoundWhenItsProgramIsGone) {
+    RecoveryCopy first = Started();
+    EXPECT_FALSE(first.Find());
+    ASSERT_TRUE(first.Keep(m_work));
+    RecoveryCopy second = Started();
+    EXPECT_FALSE(second.Find()) << "its program runs";
+    m_locks.Locked.clear(); // it crashed
+    const std::optional<RecoveredWork> work = second.Find();
+    ASSERT_TRUE(work);
+    EXPECT_EQ(work->CopyPath, Copy);
+    EXPECT_EQ(work->DocumentPath, "/cars/front.WSP");
+    EXPECT_FALSE(Started().Find()) << "it is in hand";
+
+    // From here on the place is the finder's own.
+    m_work.DocumentPath.clear();
+    EXPECT_TRUE(second.Keep(m_work));
+    EXPECT_THAT(Kept(), ElementsAre(Copy));
+    EXPECT_EQ(m_files.Bytes("/recovery/1.txt"), "");
+    second.Drop();
+    EXPECT_THAT(m_files.Paths(), IsEmpty());
+}
+
+TEST_F(RecoveryCopyTest, EveryProgramHasAPlaceOfItsOwn) {
+    std::vector<RecoveryCopy> programs;
+    for (int n = 0; n < RecoveryCopy::Places; ++n) {
+        programs.push_back(Started());
+        EXPECT_TRUE(programs.back().Keep(m_work));
+        EXPECT_TRUE(programs.back().Keep(m_work)) << "over its own copy";
+    }
+    EXPECT_EQ(Kept().size(), static_cast<std::size_t>(RecoveryCopy::Places));
+    EXPECT_FALSE(Started().Keep(m_work)) << "no place is free";
+    programs[6].Drop();
+    EXPECT_FALSE(m_files.FileExists("/recovery/7.WSP"));
+    EXPECT_FALSE(Started().Keep(m_work)) << "its program runs on and needs the place again";
+    EXPECT_TRUE(programs[6].Keep(m_work));
+}
+
+TEST_F(RecoveryCopyTest, WorkSetAsideIsNeverWrittenOver) {
+    RecoveryCopy program = Started();
+    program.SetAside(); // nothing yet
+    ASSERT_TRUE(program.Keep(m_work));
+    program.SetAside();
+    const std::string aside = *m_files.Bytes(Copy);
+    m_work.Document.Data.Description = "other work";
+    ASSERT_TRUE(program.Keep(m_work));
+    EXPECT_THAT(Kept(), ElementsAre(Copy, "/recovery/2.WSP"));
+    program.Drop();
+    EXPECT_EQ(m_files.Bytes(Copy), aside);
+    EXPECT_EQ(Started().Find().value().CopyPath, Copy) << "offered while its program still runs";
+}
+
+TEST_F(RecoveryCopyTest, ACopyIsOldOrNewWhicheverWriteFails) {
+    RecoveryCopy program = Started();
+    m_work.Document.Data.Description = "old";
+    ASSERT_TRUE(program.Keep(m_work));
+    const std::string old = *m_files.Bytes(Copy);
+    m_work.Document.Data.Description = "new";
+    int n = 1;
+    for (m_files.FailOnChange(n); !program.Keep(m_work); m_files.FailOnChange(++n)) {
+        EXPECT_EQ(m_files.Bytes(Copy), old);
+        ASSERT_LT(n, 5);
+    }
+    EXPECT_EQ(n, 3) << "two files are written";
+    EXPECT_THAT(*m_files.Bytes(Copy), testing::HasSubstr("new"));
+    m_work.Document.Data.KARB = std::numeric_limits<double>::quiet_NaN();
+    m_files.FailOnChange(0);
+    EXPECT_FALSE(program.Keep(m_work)) << "no number to write";
+}
+
+TEST_F(RecoveryCopyTest, WhatFailsDisturbsNothing) {
+    RecoveryCopy program(m_files, m_locks);
+    EXPECT_FALSE(program.Keep(m_work)) << "no folder was set";
+    EXPECT_FALSE(program.Find());
+    m_files.FailOnChange(1);
+    program.SetFolder(Folder);
+    EXPECT_FALSE(program.Keep(m_work)) << "the folder could not be made";
+    program.SetFolder(Folder);
+    ASSERT_TRUE(program.Keep(m_work));
+    m_files.FailOnChange(1);
+    program.Drop();
+    EXPECT_THAT(m_files.Paths(), ElementsAre(Copy)) << "the other file is deleted all the same";
+    program.Drop();
+    program.Drop();
+    EXPECT_THAT(m_files.Paths(), IsEmpty());
+
+    // Of work whose origin can't be read the work counts.
+    ASSERT_TRUE(program.Keep(m_work));
+    m_files.RefuseReading("/recovery/1.txt");
+    m_locks.Locked.clear();
+    EXPECT_EQ(Started().Find().value().DocumentPath, "");
+}
+
+} // namespace
+} // namespace corvanta::test
