@@ -119,9 +119,9 @@ TEST_F(frmMainFilesTest, OpenAsksForADocumentInTheLastFolder) {
 }
 
 TEST_F(frmMainFilesTest, OpenAsksForASampleWhereTheyLie) {
-    EXPECT_EQ(m_main.SamplesFolder(), "");
+    EXPECT_FALSE(m_main.HasSamples());
     m_files.PutFolder("/opt/corvanta/samples");
-    EXPECT_EQ(m_main.SamplesFolder(), "/opt/corvanta/samples");
+    EXPECT_TRUE(m_main.HasSamples());
     m_main.OpenSample();
     ASSERT_EQ(m_windowSystem.Requests.size(), 1U);
     EXPECT_EQ(m_windowSystem.Requests[0].StartFolder, "/opt/corvanta/samples");
