@@ -3,6 +3,7 @@
 #include "calculation/SCalcs.h"
 #include "platform/DrawingSurface.h"
 #include "results/CWireframe.h"
+#include "results/MDisplayPlot.h"
 #include "shell/CMRUFileList.h"
 #include "shell/Desk.h"
 #include "shell/MainControls.h"
@@ -46,13 +47,14 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     void ShowCurrentView() override;
 
     [[nodiscard]] const DataGrid& Grid() const override { return grdDisplay; }
+    [[nodiscard]] const std::string& ReportText() const override { return picResults.Text; }
+    [[nodiscard]] const Chart2D* Chart() const override { return chtSurface; }
 
     /// Shows the parts of the result area and the selection strip that the view has.
     void ShowViewPanels();
 
-    /// Fills the result area with a view. A view that has nothing to show leaves the grid empty.
     void DisplayView(std::int32_t view, std::int32_t viewArgument, std::int32_t variable, int wheel,
-                     int rack);
+                     int rack) override;
 
     /// Rebuilds the selection strip for a view: what of it is shown, the entries of its lists and
     /// their selection.
@@ -126,6 +128,12 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     /// What view 15 is drawn on, none without a window system. It outlives its use here.
     DrawingSurface* picSurface = nullptr;
 
+    /// The chart of view 14, none without a window system.
+    Chart2D* chtSurface = nullptr;
+
+    /// A click on the chart, twips from its top left corner.
+    void chtChart_Click(double x, double y);
+
     /// The drawing of view 15, whose free view the user may turn and zoom; `DrawAgain` shows it.
     CWireframe Wireframe;
     void DrawAgain();
@@ -159,6 +167,7 @@ class frmMain final : public ShellHost, public MainControls, public Window {
 
     Desk& m_desk;
     CMRUFileList m_recentFiles;
+    PlotState m_plot;
     CalculationFailure m_failure; ///< of the last calculation
     std::string m_typeText;       ///< the texts last selected in the three lists
     std::string m_wheelText;

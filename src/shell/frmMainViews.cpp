@@ -43,6 +43,9 @@ void frmMain::ShowViewPanels() {
     const std::int32_t view = loaded ? m_desk.Program.Settings.View : std::int32_t{vwNone};
     grdDisplay.Visible = IsTableView(view);
     chtChart.Visible = view == vwPlot;
+    if (chtSurface != nullptr) {
+        chtSurface->ClearSeries();
+    }
     picResults.Visible = view == vwDynamicsReport || view == vw3d;
     picResults.Inverted = view == vw3d;
     picComboContainer.Visible = HasStrip(view);
@@ -90,6 +93,8 @@ void frmMain::FillResultArea(std::int32_t view, std::int32_t viewArgument, std::
         picResults.Text = ShowDynamicsReport(program, m_desk.Messages);
     } else if (view == vwQuadraticCoefficients) {
         table = ShowQuadraticCoefficients(program);
+    } else if (view == vwPlot && chtSurface != nullptr) {
+        PlotDisplay(m_plot, *chtSurface, program, viewArgument, variable, rack, wheel);
     } else if (view == vw3d) {
         DrawAgain();
     }
@@ -105,6 +110,12 @@ void frmMain::DrawAgain() {
         Draw3d(Wireframe, *picSurface,
                PositionAt(program.Document, program.Settings.ViewRack, program.Settings.ViewWheel),
                program.Options);
+    }
+}
+
+void frmMain::chtChart_Click(double x, double y) {
+    if (chtSurface != nullptr) {
+        PlotClick(m_plot, *chtSurface, m_desk.Program, x, y);
     }
 }
 
