@@ -42,7 +42,7 @@ Desktop::Desktop(FileServices& files, ProcessServices& process)
     : Desktop(files, process, m_ownBox, m_ownDialog) {}
 
 Desktop::Desktop(FileServices& files, ProcessServices& process, MessageBox& box, FileDialog& dialog)
-    : m_windows{dialog, m_clipboard, m_help, m_cursor, m_locks, *this, SizeOfScreen()},
+    : m_windows{dialog, m_clipboard, m_help, m_cursor, m_locks, *this, m_pages, SizeOfScreen()},
       m_application(files, box, process, m_windows) {}
 
 Desktop::~Desktop() = default;

@@ -4,6 +4,7 @@
 #include "desktop/QtServices.h"
 #include "frame/MSusp.h"
 #include "platform/FileServices.h"
+#include "platform/NoWindowSystem.h"
 
 #include <functional>
 #include <memory>
@@ -62,6 +63,7 @@ class Desktop final : private ScreenUpdate {
     QtScreenCursor m_cursor;
     QtPlaceLocks m_locks;
     HelpWindow m_help;
+    NoPageWriter m_pages;
     WindowSystem m_windows;
     Application m_application;
     std::unique_ptr<MainWindow> m_main;

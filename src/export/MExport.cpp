@@ -5,6 +5,7 @@
 #include "model/Failure.h"
 #include "results/DynamicsReport.h"
 #include "results/MDisplayTable.h"
+#include "results/ViewTitles.h"
 
 namespace corvanta {
 
@@ -119,18 +120,6 @@ std::string ResultText(const ExportPlace& place, std::int32_t exportType, Export
     return text;
 }
 
-/// Shows what the window showed before the export. A view that comes back after others begins with
-/// its first sub-view, so the one that was showing is asked for once more.
-void ShowAgain(const ExportPlace& place, const ViewSettings& former) {
-    ViewSettings& settings = place.Program_.Settings;
-    settings = former;
-    place.Host.RefreshGUI(false);
-    if (settings.View == former.View && settings.ViewArgument != former.ViewArgument) {
-        settings.ViewArgument = former.ViewArgument;
-        place.Host.RefreshGUI(false);
-    }
-}
-
 void ExportGeneral(const ExportPlace& place, std::int32_t exportType, const std::string& filePath,
                    const BatchExport* batch) {
     Program& program = place.Program_;
@@ -143,7 +132,7 @@ void ExportGeneral(const ExportPlace& place, std::int32_t exportType, const std:
     const std::string text = header + ResultText(place, exportType, request.Block);
     place.Files.WriteText(filePath, text);
     program.Options.ExportFilePath = FileServices::ParentFolder(filePath);
-    ShowAgain(place, former);
+    ShowAgain(place.Host, program.Settings, former);
 }
 
 } // namespace
@@ -181,44 +170,9 @@ std::string ExportArrayToText(const ViewTable& table) {
 
 std::string ExportTitleAdd(const Program& program, const std::string& body, std::int32_t view,
                            std::int32_t viewArgument, std::int32_t variable) {
-    const Suspension& document = program.Document;
-    const auto position = [&](const char* what, double travel) {
-        return std::string("Values at ") + what +
-               " travel from static = " + NumberToText(travel, program.Units.NumberSeparators) +
-               " " + program.Units[ucDisplacement].Label;
-    };
-    const std::string wheelText =
-        position("wheel", WheelTravelAtStep(document, program.Settings.ViewWheel));
-    const std::string rackText =
-        position("rack", RackTravelAtStep(document, program.Settings.ViewRack));
-    const bool alongRack = variable == vvAlongRackTravel;
-
-    std::string title(ViewName(view));
-    std::string subtitle = alongRack ? wheelText : rackText;
-    switch (view) {
-    case vwCoordinates:
-        subtitle = wheelText + LineEnd + rackText;
-        break;
-    case vwLinkLoads:
-        title += " - " + LinkLoadViewName(viewArgument, document.Data);
-        subtitle.clear();
-        break;
-    case vwLinkLengths:
-    case vwDynamicsReport:
-    case vwQuadraticCoefficients:
-        subtitle.clear();
-        break;
-    case vwPlot:
-        title = program.Channels[viewArgument].Title +
-                (alongRack ? " v. Rack travel from static" : " v. Wheel travel from static");
-        break;
-    case vwAllChannels:
-        title = "All channels";
-        break;
-    default:
-        break;
-    }
-    const std::string lines = subtitle.empty() ? title : title + LineEnd + subtitle;
+    const ViewTitles titles = TitlesOfView(program, view, viewArgument, variable);
+    const std::string lines =
+        titles.Subtitle.empty() ? titles.Title : titles.Title + LineEnd + titles.Subtitle;
     return "TITLE:\t" + lines + LineEnd + body;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Messages.h"
+#include "platform/PageWriter.h"
 #include "platform/WindowServices.h"
 
 namespace corvanta {
@@ -13,6 +14,32 @@ class NoMessageBox final : public MessageBox {
     }
 };
 
+/// A page writer without paper: what is written is gone, and nothing is ever printed.
+class NoPageWriter final : public PageWriter {
+  public:
+    void StartDocument(const std::string& /*name*/) override {}
+    void EndDocument() override {}
+    void CancelDocument() noexcept override {}
+    void NewPage() override {}
+    [[nodiscard]] PageOrientation Orientation() const override { return m_orientation; }
+    void SetOrientation(PageOrientation orientation) override { m_orientation = orientation; }
+    void SetSideMargins(double /*left*/, double /*right*/) override {}
+    void SetHeader(const RunningHeader& /*header*/) override {}
+    [[nodiscard]] PageGeometry Geometry() const override { return {}; }
+    [[nodiscard]] double CurrentY() const override { return 0; }
+    void SetStyle(const std::string& /*name*/, const ParagraphStyle& /*style*/) override {}
+    void AddParagraph(const std::string& /*style*/, const std::string& /*text*/) override {}
+    void AddTable(const std::string& /*style*/, const DataGrid& /*grid*/) override {}
+    void DrawPicture(const Chart2D& /*chart*/, const PageRectangle& /*place*/) override {}
+    [[nodiscard]] std::string ShortTime() const override { return {}; }
+    [[nodiscard]] std::string MediumDate() const override { return {}; }
+    void SetUpPrinter() override {}
+    bool Print() override { return false; }
+
+  private:
+    PageOrientation m_orientation = poPortrait;
+};
+
 /// Window services of a program without a window system: they take everything and answer nothing.
 class NoWindowSystem final : private FileDialog,
                              private Clipboard,
@@ -22,7 +49,9 @@ class NoWindowSystem final : private FileDialog,
                              private ScreenUpdate {
   public:
     /// The services; they live as long as this object.
-    [[nodiscard]] WindowSystem Services() { return {*this, *this, *this, *this, *this, *this, {}}; }
+    [[nodiscard]] WindowSystem Services() {
+        return {*this, *this, *this, *this, *this, *this, m_pages, {}};
+    }
 
   private:
     std::optional<FileNameAnswer> Ask(const FileNameRequest& /*request*/) override {
@@ -37,6 +66,8 @@ class NoWindowSystem final : private FileDialog,
     bool Take(const std::string& /*path*/) override { return false; }
     void Release(const std::string& /*path*/) override {}
     void Update() override {}
+
+    NoPageWriter m_pages;
 };
 
 } // namespace corvanta

@@ -98,6 +98,8 @@ struct WindowFrame {
     bool IsNormal = true; ///< false while the window is maximised or minimised
 };
 
+class PageWriter;
+
 /// One window system.
 struct WindowSystem {
     FileDialog& Files;
@@ -106,6 +108,7 @@ struct WindowSystem {
     ScreenCursor& Cursor;
     PlaceLocks& Locks;
     ScreenUpdate& Screen;
+    PageWriter& Pages;
     WindowPlacement ScreenSize; ///< its place is not used
 };
 

@@ -23,16 +23,21 @@ std::optional<int> StoredTwips(const SettingsStore& store, const std::string& se
 
 } // namespace
 
+void CentreWindow(WindowFrame& window, const WindowPlacement& screen) {
+    WindowPlacement& placement = window.Placement;
+    placement.Left = std::max(0, screen.Width / 2 - placement.Width / 2);
+    placement.Top = std::max(0, screen.Height / 2 - placement.Height / 2);
+}
+
 void RestoreWindow(WindowFrame& window, const WindowPlacement& screen, const SettingsStore& store,
                    int defaultWidth, int defaultHeight) {
     const std::string section = window.Name;
     WindowPlacement& placement = window.Placement;
     const int width = StoredTwips(store, section, "Width").value_or(defaultWidth);
     const int height = StoredTwips(store, section, "Height").value_or(defaultHeight);
-    const int centreLeft = screen.Width / 2 - placement.Width / 2;
-    const int centreTop = screen.Height / 2 - placement.Height / 2;
-    placement.Left = std::max(0, StoredTwips(store, section, "Left").value_or(centreLeft));
-    placement.Top = std::max(0, StoredTwips(store, section, "Top").value_or(centreTop));
+    CentreWindow(window, screen);
+    placement.Left = std::max(0, StoredTwips(store, section, "Left").value_or(placement.Left));
+    placement.Top = std::max(0, StoredTwips(store, section, "Top").value_or(placement.Top));
     if (width > 0) {
         placement.Width = width;
     }

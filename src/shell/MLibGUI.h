@@ -5,6 +5,9 @@
 
 namespace corvanta {
 
+/// Puts a window in the middle of the screen. No part of it lies left of or above the screen.
+void CentreWindow(WindowFrame& window, const WindowPlacement& screen);
+
 /// Puts a window where the store says, in the section of its name; a window seen for the first time
 /// in the middle of the screen. No part of it lies left of or above the screen. A stored or default
 /// size that is not above 0 leaves the window's own: windows of a fixed size pass -1 for both.

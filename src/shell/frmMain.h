@@ -49,13 +49,14 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     void ShowCurrentView() override;
 
     [[nodiscard]] const DataGrid& Grid() const override { return grdDisplay; }
+    [[nodiscard]] const std::string& ReportText() const override { return picResults.Text; }
+    [[nodiscard]] const Chart2D* Chart() const override { return chtSurface; }
 
     /// Shows the parts of the result area and the selection strip that the view has.
     void ShowViewPanels();
 
-    /// Fills the result area with a view. A view that has nothing to show leaves the grid empty.
     void DisplayView(std::int32_t view, std::int32_t viewArgument, std::int32_t variable, int wheel,
-                     int rack);
+                     int rack) override;
 
     /// Rebuilds the selection strip for a view: what of it is shown, the entries of its lists and
     /// their selection.

@@ -268,7 +268,7 @@ TEST_F(frmEditGeometryPagesTest, AClipboardThatFailsIsTold) {
         [[nodiscard]] std::string Text() const override { throw Failure(fnInternal, "in use"); }
     } board;
     FakeWindowSystem& rest = m_windowSystem;
-    WindowSystem services{rest, board, rest, rest, rest, rest, {}};
+    WindowSystem services{rest, board, rest, rest, rest, rest, rest.Pages, {}};
     Desk desk{m_program, m_files, m_messages, m_process, services, MLibHelp(rest)};
     frmEditGeometry form(desk, m_main);
     form.Open();

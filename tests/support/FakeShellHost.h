@@ -33,7 +33,13 @@ class FakeShellHost final : public ShellHost {
         Calls.emplace_back(resetPosition ? "RefreshGUI(true)" : "RefreshGUI(false)");
         OnRefresh();
     }
+    void DisplayView(std::int32_t view, std::int32_t /*viewArgument*/, std::int32_t /*variable*/,
+                     int /*wheel*/, int /*rack*/) override {
+        Calls.push_back("DisplayView(" + std::to_string(view) + ")");
+    }
     [[nodiscard]] const DataGrid& Grid() const override { return m_grid; }
+    [[nodiscard]] const std::string& ReportText() const override { return m_report; }
+    [[nodiscard]] const Chart2D* Chart() const override { return nullptr; }
     void ResetEditDialog() override { Calls.emplace_back("ResetEditDialog"); }
 
     std::vector<AskedName> Asked;
@@ -54,6 +60,7 @@ class FakeShellHost final : public ShellHost {
 
   private:
     DataGrid m_grid;
+    std::string m_report;
 };
 
 } // namespace corvanta::test

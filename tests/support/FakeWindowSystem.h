@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/WindowServices.h"
+#include "tests/support/RecordingPageWriter.h"
 
 #include <deque>
 #include <set>
@@ -26,9 +27,10 @@ class FakeWindowSystem final : public FileDialog,
     std::vector<int> Shapes{DefaultCursor}; ///< every cursor that was set, the last one in force
     std::set<std::string> Locked;           ///< the locks that some program holds
     int Updates = 0;
+    RecordingPageWriter Pages;
 
     [[nodiscard]] WindowSystem Services() {
-        return {*this, *this, *this, *this, *this, *this, Screen};
+        return {*this, *this, *this, *this, *this, *this, Pages, Screen};
     }
 
     static constexpr WindowPlacement Screen{0, 0, 28800, 16200};

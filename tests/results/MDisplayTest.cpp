@@ -1,0 +1,344 @@
+#include "results/MDisplay.h"
+
+#include "model/Failure.h"
+#include "platform/DiskFileServices.h"
+#include "results/PointsTable.h"
+#include "shell/frmMain.h"
+#include "tests/support/RecordingChart.h"
+#include "tests/support/SampleCorners.h"
+#include "tests/support/TestDesk.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace corvanta::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+using testing::StartsWith;
+
+using Blocks = std::vector<std::string>;
+
+const std::string Document = "/cars/front.WSP";
+const std::string WheelText = "Values at wheel travel from static = 10 mm";
+const std::string RackText = "Values at rack travel from static = 15 mm";
+const std::string Gap = "[Normal]  ";
+
+Blocks operator+(Blocks first, const Blocks& second) {
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
+
+/// The lines above a view.
+Blocks Titles(const std::string& title, const std::string& subtitle = {}) {
+    return {"[Title1] " + title, "[CloseSpaced] " + subtitle, Gap};
+}
+
+/// The window with a solved corner, whose wheel stands two steps of 5 mm above static and whose
+/// rack one step of 15 mm beside it.
+class MDisplayTest : public testing::Test, protected TestDesk {
+  protected:
+    MDisplayTest() {
+        m_main.chtSurface = &m_chart;
+        Open("touring-front-wishbone.WSP");
+        m_options.PrintChassisDetails = false;
+    }
+
+    void Open(const std::string& sample) {
+        m_files.Put(Document, DiskFileServices().ReadBytes(SamplePath(sample)));
+        m_main.FileOpen(Document);
+        m_program.Settings.ViewWheel = m_program.Document.StaticWheel - 2;
+        m_program.Settings.ViewRack = m_program.Document.StaticRack + 1;
+    }
+
+    /// Shows a view and returns what the window's grid holds then.
+    std::string Show(std::int32_t view, std::int32_t argument = 0) {
+        m_program.Settings.View = view;
+        m_main.RefreshGUI(false);
+        m_program.Settings.ViewArgument = argument;
+        m_main.RefreshGUI(false);
+        return m_main.Grid().Text();
+    }
+
+    /// The blocks of a view that is a table.
+    Blocks Table(const std::string& title, const std::string& subtitle, const std::string& grid) {
+        return Titles(title, subtitle) + Blocks{"[Normal] table\r\n" + grid, Gap};
+    }
+
+    /// The blocks of the link loads at the static position, from which the window then goes back.
+    Blocks LinkLoadTables() {
+        const ViewSettings former = m_program.Settings;
+        m_program.Settings.ViewRack = m_program.Document.StaticRack;
+        Blocks blocks;
+        for (std::int32_t subView = 1; subView <= LinkLoadViewCount; ++subView) {
+            blocks =
+                blocks + Table("Link Loads - " + LinkLoadViewName(subView, m_program.Document.Data),
+                               "", Show(vwLinkLoads, subView));
+        }
+        m_program.Settings = former;
+        m_main.RefreshGUI(false);
+        return blocks;
+    }
+
+    void Tick(std::initializer_list<int> views) {
+        m_options.PrintSelectedTables = true;
+        for (int view = 1; view <= SelectableViewCount; ++view) {
+            m_options.SelectedTables.Set(view, false);
+        }
+        for (const int view : views) {
+            m_options.SelectedTables.Set(view, true);
+        }
+    }
+
+    /// Builds the report and returns all that stands on its pages, page by page.
+    std::vector<Blocks> Build() {
+        BuildReport(m_place);
+        EXPECT_FALSE(m_pages.Writing);
+        std::vector<Blocks> pages;
+        for (const RecordingPageWriter::Page& page : m_pages.Pages) {
+            pages.push_back(page.Blocks);
+        }
+        return pages;
+    }
+
+    /// What the user sees of the window and the writer.
+    std::string Seen() {
+        const ViewSettings& s = m_program.Settings;
+        std::string text;
+        for (const int number : {int{s.View}, int{s.ViewArgument}, int{s.ViewVariable}, s.ViewWheel,
+                                 s.ViewRack, int{m_pages.Orientation()}}) {
+            text += std::to_string(number) + " ";
+        }
+        return text + m_main.Caption + m_main.cboType.Text() + m_main.Grid().Text() +
+               m_main.ReportText() + m_chart.AxisY.Title;
+    }
+
+    RecordingChart m_chart;
+    frmMain m_main{m_desk};
+    Options& m_options = m_program.Options;
+    RecordingPageWriter& m_pages = m_windowSystem.Pages;
+    ReportPlace m_place{m_program, m_main, m_pages, m_process.Version()};
+};
+
+TEST_F(MDisplayTest, ThePagesHaveTheirMarginsStylesAndHeader) {
+    Show(vwLinkLengths);
+    m_options.PrintCoordinates = true;
+    m_options.PrintChassisDetails = true;
+    m_pages.SetOrientation(poLandscape);
+    Build();
+    EXPECT_EQ(m_pages.Name, "Corvanta");
+    ASSERT_THAT(m_pages.Pages, SizeIs(2));
+    for (const RecordingPageWriter::Page& page : m_pages.Pages) {
+        EXPECT_EQ(page.Orientation, poLandscape);
+        EXPECT_EQ(page.LeftMargin, 20);
+        EXPECT_EQ(page.RightMargin, 10);
+        EXPECT_EQ(page.Header.Left, "Corvanta 5.4.5");
+        EXPECT_EQ(page.Header.Centre, "front");
+        EXPECT_EQ(page.Header.Right, "13:05  21-Jul-24      Page %d");
+        EXPECT_EQ(page.Header.Font, (PageFont{"Arial", 10, true}));
+    }
+    const std::map<std::string, ParagraphStyle> styles{
+        {"Normal", {{"Arial", 8, false}, 8, 0, 100}},
+        {"CloseSpaced", {{"Arial", 8, false}, 8, 0, 0}},
+        {"Title1", {{"Arial", 10, true}, 20, 0, 100}}};
+    EXPECT_EQ(m_pages.Styles, styles);
+
+    m_pages.Time = "13:06";
+    EXPECT_EQ(Build().size(), 2U);
+    EXPECT_THAT(m_pages.Pages[0].Header.Right, StartsWith("13:06  ")) << "the time of this build";
+}
+
+TEST_F(MDisplayTest, SelectedViewsStandInOrderAtThePositionOfTheWindow) {
+    const std::string rows = Show(vwLateralGeometry);
+    const std::string points = Show(vwCoordinates);
+    const std::string curves = Show(vwQuadraticCoefficients);
+    const Blocks loads = LinkLoadTables();
+    Show(vwLinkLoads, 2);
+    Show(vwPlot, chCamberAngle);
+    const std::string plot = Seen();
+
+    Tick({vwQuadraticCoefficients, vwLinkLoads, vwLateralGeometry, vwCoordinates});
+    const Blocks lateral = Table("Lateral Geometry", RackText, rows);
+    const Blocks coordinates =
+        Table("Bump & Droop Coordinates", WheelText + "\r\n" + RackText, points);
+    const Blocks quadratic = Table("Quadratic Coefficients", "", curves);
+    EXPECT_THAT(Build(), ElementsAre(lateral + coordinates + loads + quadratic));
+    EXPECT_EQ(Seen(), plot);
+
+    m_options.PageThrow = true;
+    const auto sub = [&](std::ptrdiff_t n) {
+        return Blocks(loads.begin() + 5 * n, loads.begin() + 5 * n + 5);
+    };
+    EXPECT_THAT(Build(), ElementsAre(lateral, coordinates, sub(0), sub(1), sub(2), quadratic));
+    EXPECT_EQ(Seen(), plot);
+
+    m_program.Settings.ViewVariable = vvAlongRackTravel;
+    Tick({vwLateralGeometry});
+    Build();
+    EXPECT_EQ(m_pages.Blocks()[1], "[CloseSpaced] " + WheelText);
+    EXPECT_THAT(m_pages.Blocks()[3], StartsWith("[Normal] table\r\nRack Travel\t"));
+}
+
+TEST_F(MDisplayTest, StaticCoordinatesOpenTheReportAndChassisDetailsCloseIt) {
+    DataGrid grid;
+    SetupPointsTableBlank(grid, m_program.Document, m_program.Units, false);
+    DataPointsGet(grid, m_program.Document, m_program.Units, 1, 1);
+    const Blocks coordinates{"[Title1] Static coordinates", Gap, "[Normal] table\r\n" + grid.Text(),
+                             Gap};
+    const Blocks chassis{"[Title1] Chassis details", "[Normal] " + ChassisDetailsText(m_program)};
+    const Blocks lengths = Table("Link Lengths", "", Show(vwLinkLengths));
+    m_options.PrintCoordinates = m_options.PrintChassisDetails = true;
+    EXPECT_THAT(Build(), ElementsAre(coordinates + lengths, chassis));
+    Tick({});
+    EXPECT_THAT(Build(), ElementsAre(coordinates, chassis));
+    m_options.PrintCoordinates = false;
+    EXPECT_THAT(Build(), ElementsAre(chassis));
+    m_options.PrintChassisDetails = false;
+    EXPECT_THAT(Build(), ElementsAre(IsEmpty()));
+    Tick({vwLinkLengths});
+    m_options.PrintCoordinates = m_options.PageThrow = true;
+    EXPECT_THAT(Build(), ElementsAre(coordinates, lengths));
+}
+
+TEST_F(MDisplayTest, TheCurrentViewStandsAsTheWindowShowsIt) {
+    m_program.CustomChannels.Add(chCamberAngle);
+    m_options.PageThrow = true; // parts tables, and there is one
+    for (const std::int32_t view : {1, 2, 3, 4, 5, 6, 7}) {
+        SCOPED_TRACE(view);
+        const Blocks blocks = Table(std::string(ViewName(view)), RackText, Show(view));
+        const std::string before = Seen();
+        EXPECT_THAT(Build(), ElementsAre(blocks));
+        EXPECT_EQ(Seen(), before);
+    }
+    m_options.PageThrow = false;
+    const Blocks loads = LinkLoadTables();
+    Show(vwLinkLoads, 3);
+    const std::string before = Seen();
+    EXPECT_THAT(Build(), ElementsAre(loads));
+    EXPECT_EQ(Seen(), before) << "the sub-view comes back";
+    Show(vwDynamicsReport);
+    ASSERT_THAT(m_main.ReportText(), HasSubstr("BRAKING AT"));
+    EXPECT_THAT(Build(), ElementsAre(Titles("Dynamics Report") +
+                                     Blocks{"[Normal] " + m_main.ReportText(), Gap}));
+}
+
+TEST_F(MDisplayTest, ADrawingDoesNotGoToPaper) {
+    Show(vw3d);
+    m_options.PrintChassisDetails = true;
+    const std::vector<Blocks> pages = Build();
+    ASSERT_THAT(pages, SizeIs(2));
+    EXPECT_EQ(pages[0], Titles("") + Blocks{Gap});
+    EXPECT_THAT(pages[1], testing::Contains("[Title1] Chassis details"));
+    EXPECT_EQ(m_program.Settings.View, vw3d);
+}
+
+TEST_F(MDisplayTest, APlotFillsALandscapePage) {
+    Show(vwPlot, chSteerAngle);
+    m_main.chtChart_Click(120 * Chart2D::TwipsPerPixel, 50 * Chart2D::TwipsPerPixel);
+    ASSERT_THAT(m_chart.AxisX.Title, HasSubstr(" = ")) << "a readout stands on the chart";
+    const std::vector<ChartPoint> points = m_chart.Series.Points;
+    ASSERT_THAT(points, SizeIs(m_program.Document.NW));
+    const Blocks plot = Titles("Steer Angle v. Wheel travel from static", RackText) + Blocks{Gap};
+    m_options.PrintChassisDetails = m_options.PageThrow = true;
+
+    EXPECT_THAT(Build(), ElementsAre(plot));
+    EXPECT_EQ(m_pages.Started, 2) << "a portrait page had been started";
+    EXPECT_EQ(m_pages.Pages[0].Orientation, poLandscape);
+    ASSERT_THAT(m_pages.Pages[0].Pictures, SizeIs(1));
+    const RecordingPageWriter::Picture& picture = m_pages.Pages[0].Pictures[0];
+    EXPECT_EQ(picture.Points, points);
+    EXPECT_EQ(picture.TitleX, "Wheel Travel [mm]") << "without the readout";
+    EXPECT_EQ(picture.Place, (PageRectangle{20, 25 + 3 * 5, 297 - 20 - 10, 210 - 25 - 25}));
+    EXPECT_EQ(m_pages.Orientation(), poPortrait);
+    EXPECT_EQ(m_program.Settings.ViewArgument, chSteerAngle);
+    EXPECT_EQ(m_main.cboType.Text(), "Steer Angle");
+
+    m_options.PrintCoordinates = true;
+    const std::vector<Blocks> pages = Build();
+    EXPECT_EQ(m_pages.Started, 3);
+    ASSERT_THAT(pages, SizeIs(2));
+    EXPECT_EQ(pages[0].front(), "[Title1] Static coordinates");
+    EXPECT_EQ(pages[1], plot);
+    EXPECT_EQ(m_pages.Pages[0].Orientation, poPortrait);
+    EXPECT_EQ(m_pages.Pages[1].Orientation, poLandscape);
+    EXPECT_THAT(m_pages.Pages[1].Pictures, SizeIs(1));
+
+    // From the plot, selected views have no page of chassis details either.
+    Tick({vwLinkLengths});
+    EXPECT_THAT(Build(), SizeIs(2));
+    EXPECT_THAT(m_pages.Blocks(), testing::Not(testing::Contains("[Title1] Chassis details")));
+
+    m_options.PrintSelectedTables = false;
+    Show(vwPlot, 0); // the first channel, as in a plot that no channel was chosen for yet
+    Build();
+    EXPECT_EQ(m_pages.Pages[1].Blocks[0], "[Title1] Ackerman % v. Wheel travel from static");
+}
+
+TEST_F(MDisplayTest, AViewWithNothingToShowGivesItsTitlesAlone) {
+    Open("roadster-front-links.WSP");
+    m_program.Document.DynamicsValid = false;
+    Show(vwLateralGeometry); // which must not be taken for the table of the next
+    m_box.Shown.clear();
+    Tick({vwLinkLoads, vwDynamicsReport});
+    const Blocks nothing{Gap};
+    EXPECT_THAT(Build(), ElementsAre(Titles("Link Loads - Upper Wishbone Loads") + nothing +
+                                     Titles("Link Loads - Lower Wishbone Loads") + nothing +
+                                     Titles("Link Loads - None & Track Rod Loads") + nothing +
+                                     Titles("Dynamics Report") + Blocks{"[Normal] ", Gap}));
+    EXPECT_EQ(m_box.Prompts().back(), "Current settings are not valid for this report.");
+    EXPECT_THAT(m_box.Prompts(), SizeIs(4));
+}
+
+TEST_F(MDisplayTest, AFailureOfTheWriterLeavesTheWindowAsItWas) {
+    m_options.PrintCoordinates = m_options.PrintChassisDetails = true;
+    m_pages.SetOrientation(poPortrait);
+    int failures = 0;
+    for (const std::int32_t view : {vwLinkLoads, vwPlot}) {
+        Show(view, 2);
+        const std::string before = Seen();
+        for (int block = 1;; ++block) {
+            m_pages.FailOnBlock(block);
+            try {
+                BuildReport(m_place);
+                break;
+            } catch (const Failure& failure) {
+                EXPECT_EQ(failure.Description(), "Out of paper");
+            }
+            ++failures;
+            ASSERT_EQ(Seen(), before) << "at block " << block;
+            ASSERT_FALSE(m_pages.Writing);
+            ASSERT_THAT(m_pages.Pages, IsEmpty());
+        }
+        m_pages.FailOnBlock(0);
+    }
+    EXPECT_EQ(failures, (4 + 3 * 5 + 2) + (4 + 3 + 1 + 1));
+}
+
+TEST_F(MDisplayTest, ChassisDetailsSpeakTheUnitsOfTheUser) {
+    SuspensionData& data = m_program.Document.Data;
+    data.CGX = 1750;
+    data.CGZ = -12.345;
+    data.Wheelbase = 2540;
+    data.Mass = 600.25;
+    data.KTyre = 175.6;
+    data.KLink = 1751.8;
+    data.KSpring = 262.4;
+    EXPECT_EQ(ChassisDetailsText(m_program),
+              "Centre of gravity X position = 1750.00 mm\rCentre of gravity height = -12.35 mm\r"
+              "Wheelbase = 2540.00 mm\rTotal mass = 600.3 kg\rTyre stiffness = 176 N/mm\r"
+              "Suspension link stiffness = 1752 N/mm\rSpring stiffness = 262 N/mm");
+    m_program.Units[ucDisplacement].Label = "in";
+    m_program.Units[ucMass].Label = "lbs";
+    m_program.Units[ucRate].Label = "lb/in";
+    m_program.Units.SetFundUnitsData();
+    EXPECT_THAT(ChassisDetailsText(m_program),
+                testing::AllOf(HasSubstr("\rWheelbase = 100.000 in\rTotal mass = 1323.3 lbs\r"),
+                               HasSubstr("\rTyre stiffness = 1002 lb/in\r")));
+}
+
+} // namespace
+} // namespace corvanta::test
