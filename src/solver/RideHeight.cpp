@@ -75,7 +75,9 @@ bool AdjustRideHeight(Suspension& document, std::string& errorText, double trave
         return false;
     }
     if (document.Data.SpringMechanism == smMacPhersonStrut) {
-        moved[ptSAI] = fixed[ptSAI]; // a chassis pickup, whatever the search did with it
+        // A chassis pickup, and at rest the top of the body: the search moved them with the body.
+        moved[ptSAI] = fixed[ptSAI];
+        moved[ptUWO_MACPH] = fixed[ptSAI];
     }
     if (byPushRodLength) {
         KeepRockerSide(moved, fixed, document.Data);

@@ -36,6 +36,9 @@ class FakeShellHost final : public ShellHost {
     [[nodiscard]] const DataGrid& Grid() const override { return m_grid; }
     void ResetEditDialog() override { Calls.emplace_back("ResetEditDialog"); }
 
+    frmEditGeometry* Editor = nullptr; ///< the editor that is open
+    [[nodiscard]] frmEditGeometry* OpenedEditor() override { return Editor; }
+
     std::vector<AskedName> Asked;
     std::deque<ChosenFile> Names;
     std::function<void()> OnAsk = [] {}; ///< looks at the program when a name is asked for
