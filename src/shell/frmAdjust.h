@@ -65,8 +65,8 @@ class frmAdjust final : public Window {
     Desk& m_desk;
     ShellHost& m_main;
     double m_currentHeight = 0; ///< where the wheel stands, mm
-    double m_storedHeight = 0;  ///< of the reference point, mm; the target once an adjustment failed
-    double m_difference = 0;    ///< current height minus target, mm: a wheel travel into bump
+    double m_storedHeight = 0; ///< of the reference point, mm; the target once an adjustment failed
+    double m_difference = 0;   ///< current height minus target, mm: a wheel travel into bump
 };
 
 } // namespace corvanta
