@@ -28,19 +28,6 @@ MarchStep MarchAround(int i, int centre, double stepSize) {
     return step;
 }
 
-/// Gives a strut the upper joint and the fictitious upper wishbone that the solver works with.
-void PrepareStrutGeometry(Suspension& document) {
-    if (document.Data.SpringMechanism != smMacPhersonStrut) {
-        return;
-    }
-    PointSet& points = document.StaticPoints();
-    points[ptUWO] = points[ptSAI];
-    points[ptUWO_MACPH] = points[ptSAI];
-    const InnerPickups pickups = FictitiousWishbone(points[ptLWO], points[ptSAI], points[ptUWO]);
-    points[ptUWIF] = pickups.Front;
-    points[ptUWIR] = pickups.Rear;
-}
-
 bool SolveRow(Suspension& document, std::string& errorText, const MarchStep& row,
               SolveCounts& counts) {
     counts.RackStep = row.Step;
@@ -116,9 +103,7 @@ bool SolveGrid(Suspension& document, std::string& errorText, SolveCounts& counts
     if (!CheckInputGeometry(document, errorText)) {
         return false;
     }
-    PrepareStrutGeometry(document);
-    CalculateStaticLengths(document.StaticLengths, document.StaticPoints(), document.Data);
-    CalculateStaticPoints(document.StaticPoints(), document.StaticLengths, document.Data);
+    PrepareStaticState(document);
     if (!CheckActuatorPlacement(document, errorText)) {
         return false;
     }

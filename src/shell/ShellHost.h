@@ -7,6 +7,8 @@
 
 namespace corvanta {
 
+class frmEditGeometry;
+
 /// A file name that the user chose.
 struct ChosenFile {
     std::string Path;      ///< from the root on
@@ -21,6 +23,9 @@ class ShellHost : public ViewHost {
   public:
     /// Closes the geometry editor and the window that adjusts the geometry, if they are open.
     virtual void ResetEditDialog() = 0;
+
+    /// The geometry editor while it is open, none otherwise.
+    [[nodiscard]] virtual frmEditGeometry* OpenedEditor() = 0;
 
     /// Asks for a file name. False on cancel and, reported unless `quietOnError`, on a failure.
     virtual bool GetFileName(FileNameMode mode, const std::string& filter,

@@ -258,9 +258,13 @@ void frmMain::OpenEditor() {
     EditGeometry->Raise = true;
 }
 
+frmEditGeometry* frmMain::OpenedEditor() {
+    return EditGeometry && EditGeometry->IsOpen ? EditGeometry.get() : nullptr;
+}
+
 void frmMain::ResetEditDialog() {
-    if (EditGeometry && EditGeometry->IsOpen) {
-        EditGeometry->Close();
+    if (frmEditGeometry* const editor = OpenedEditor()) {
+        editor->Close();
     }
 }
 

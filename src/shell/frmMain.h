@@ -109,6 +109,8 @@ class frmMain final : public ShellHost, public MainControls, public Window {
 
     void ResetEditDialog() override;
 
+    [[nodiscard]] frmEditGeometry* OpenedEditor() override;
+
     /// Offers the unsaved work of a run that did not end well, if there is any.
     void OfferRecovery();
 

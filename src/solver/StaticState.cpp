@@ -3,6 +3,7 @@
 #include "solver/MLibCoordGeom.h"
 #include "solver/MLibMaths.h"
 #include "solver/SGetLocn.h"
+#include "solver/WheelPosition.h"
 
 namespace corvanta {
 
@@ -135,6 +136,25 @@ void CalculateStaticPoints(PointSet& points, StaticLengthRecord& lengths,
     PerpendicularFootOfPoints(points, ptUWO, ptLWO, ptTRO, ptST);
     lengths.SteeringArmLever = Length(points, ptTRO, ptST);
     PlaceActuatorFeet(points, lengths, data);
+}
+
+void PrepareStrutGeometry(PointSet& points, const SuspensionData& data) {
+    if (data.SpringMechanism != smMacPhersonStrut) {
+        return;
+    }
+    points[ptUWO] = points[ptSAI];
+    points[ptUWO_MACPH] = points[ptSAI];
+    const InnerPickups pickups = FictitiousWishbone(points[ptLWO], points[ptSAI], points[ptUWO]);
+    points[ptUWIF] = pickups.Front;
+    points[ptUWIR] = pickups.Rear;
+}
+
+void PrepareStaticState(Suspension& document) {
+    PointSet& points = document.StaticPoints();
+    PrepareStrutGeometry(points, document.Data);
+    // The derived points read the tyre radius and the stub axle length.
+    CalculateStaticLengths(document.StaticLengths, points, document.Data);
+    CalculateStaticPoints(points, document.StaticLengths, document.Data);
 }
 
 } // namespace corvanta

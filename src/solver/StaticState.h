@@ -20,4 +20,13 @@ void PlaceStubAxle(PointSet& points, const StaticLengthRecord& lengths);
 void CalculateStaticPoints(PointSet& points, StaticLengthRecord& lengths,
                            const SuspensionData& data);
 
+/// Gives a strut the upper joint and the fictitious upper wishbone that the solver works with; any
+/// other corner keeps its own. Throws Failure "Division by zero" for a strut that lies flat.
+void PrepareStrutGeometry(PointSet& points, const SuspensionData& data);
+
+/// Readies the static points of a document for a solve, after `CheckInputGeometry`: the upper end
+/// of a strut, the static lengths and the derived points. Run again on the same points it changes
+/// nothing. Throws what its steps throw.
+void PrepareStaticState(Suspension& document);
+
 } // namespace corvanta

@@ -42,6 +42,9 @@ class FakeShellHost final : public ShellHost {
     [[nodiscard]] const Chart2D* Chart() const override { return nullptr; }
     void ResetEditDialog() override { Calls.emplace_back("ResetEditDialog"); }
 
+    frmEditGeometry* Editor = nullptr; ///< the editor that is open
+    [[nodiscard]] frmEditGeometry* OpenedEditor() override { return Editor; }
+
     std::vector<AskedName> Asked;
     std::deque<ChosenFile> Names;
     std::function<void()> OnAsk = [] {}; ///< looks at the program when a name is asked for

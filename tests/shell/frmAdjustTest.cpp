@@ -1,0 +1,305 @@
+#include "shell/frmAdjust.h"
+
+#include "solver/RideHeight.h"
+#include "tests/support/EditGeometryTest.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <string>
+
+namespace corvanta::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+const std::string Unable = "Unable to complete calculations for adjusted geometry.\rReason: ";
+
+class frmAdjustTest : public testing::Test, protected TestDesk {
+  protected:
+    frmAdjustTest() {
+        m_main.OnRefresh = [this] {
+            if (!m_document.ResultsValid) {
+                CalculateCorner(m_document);
+            }
+        };
+        Load("formula-front-pushrod.WSP"); // its reference point is at 132 mm
+    }
+
+    /// Opens the dialog on a calculated sample.
+    void Load(const std::string& sample) {
+        m_document = LoadSample(sample);
+        CalculateCorner(m_document);
+        m_program.Modified = false;
+        m_form.Open();
+    }
+
+    void Type(const std::string& target) {
+        m_form.txtTarget.Text = target;
+        m_form.txtTarget_Changed();
+    }
+
+    void Apply(const std::string& target) {
+        Type(target);
+        m_form.cmdApply_Click();
+    }
+
+    void ChooseRod(bool chosen) { m_form.chkAdjustRHByPushRodLength.Checked = chosen; }
+
+    Suspension& m_document = m_program.Document;
+    FakeShellHost m_main;
+    frmAdjust m_form{m_desk, m_main};
+};
+
+TEST_F(frmAdjustTest, ShowsTheHeightInTheUnitOfTheUser) {
+    EXPECT_TRUE(m_form.IsOpen);
+    EXPECT_EQ(m_form.Caption, "Adjust Geometry");
+    EXPECT_EQ(m_form.labCurrent.Text, "132.00");
+    EXPECT_EQ(m_form.txtTarget.Text, "132.00");
+    EXPECT_EQ(m_form.labDifference.Text, "0");
+    EXPECT_EQ(m_form.labCurrent.Unit + m_form.txtTarget.Unit + m_form.labDifference.Unit, "mmmmmm");
+    EXPECT_FALSE(m_form.chkMaintainCamber.Enabled);
+
+    m_program.Units[ucDisplacement].Label = "in";
+    m_program.Channels.ChannelsSetup(m_program.Units);
+    m_form.Open();
+    EXPECT_EQ(m_form.labCurrent.Text, "5.197");
+    EXPECT_EQ(m_form.labDifference.Unit, "in");
+    Apply("5");
+    EXPECT_NEAR(m_document.StaticPoints()[ptRHM].Z, 127, 1e-4);
+    EXPECT_EQ(m_form.labCurrent.Text, "5.000");
+}
+
+TEST_F(frmAdjustTest, TheCheckBoxNamesWhatTakesUpTheChange) {
+    const CheckBox& box = m_form.chkAdjustRHByPushRodLength;
+    EXPECT_EQ(box.Caption, "Adjust using Pushrod length");
+    EXPECT_TRUE(box.Checked && box.Visible && box.Enabled);
+    m_program.Options.AdjustRHByPushRodLength = false;
+    Load("saloon-front-strut.WSP");
+    EXPECT_EQ(box.Caption, "Adjust using Strut length");
+    EXPECT_FALSE(box.Checked);
+    m_document.Data.SpringMechanism = smNone;
+    m_form.Open();
+    EXPECT_EQ(box.Caption, "Adjust using push rod length");
+    EXPECT_FALSE(box.Visible || box.Enabled);
+}
+
+TEST_F(frmAdjustTest, TheDifferenceFollowsTheTarget) {
+    Type("130");
+    EXPECT_EQ(m_form.labDifference.Text, "-2");
+    Type("132,1"); // and no trace of the subtraction
+    EXPECT_EQ(m_form.labDifference.Text, "0.1");
+    Type("132-");
+    EXPECT_TRUE(m_form.txtTarget.Fault);
+    EXPECT_EQ(m_form.labDifference.Text, "");
+    Type("132-5.5 mm");
+    EXPECT_FALSE(m_form.txtTarget.Fault);
+    EXPECT_EQ(m_form.labDifference.Text, "-5.5");
+    m_form.txtTarget_LostFocus();
+    EXPECT_EQ(m_form.txtTarget.Text, "126.5");
+    EXPECT_THAT(m_box.Prompts(), IsEmpty());
+}
+
+TEST_F(frmAdjustTest, ApplyMovesTheCornerAndCalculates) {
+    const PointSet before = m_document.StaticPoints();
+    ChooseRod(false);
+    m_main.OnRefresh = [&] {
+        EXPECT_FALSE(m_document.ResultsValid);
+        EXPECT_TRUE(m_program.Modified);
+        // The far side of the T-bar, which nobody enters, has followed.
+        EXPECT_EQ(m_document.StaticPoints()[ptTBDLO2].Y, -m_document.StaticPoints()[ptTBDLO].Y);
+    };
+    Apply("127");
+    EXPECT_THAT(m_main.Calls, ElementsAre("RefreshGUI(true)"));
+    EXPECT_EQ(m_document.StaticPoints()[ptRHM].Z, 127);
+    EXPECT_NEAR(m_document.StaticPoints()[ptWTCP].Z, before[ptWTCP].Z + 5, 1e-6)
+        << "lower is into bump";
+    EXPECT_NE(m_document.StaticPoints()[ptPRI], before[ptPRI]);
+    EXPECT_FALSE(m_program.Options.AdjustRHByPushRodLength);
+    EXPECT_EQ(m_form.labCurrent.Text, "127.00");
+    EXPECT_EQ(m_form.labDifference.Text, "0");
+    EXPECT_TRUE(m_form.IsOpen);
+    EXPECT_EQ(m_windowSystem.Current(), DefaultCursor);
+    EXPECT_THAT(m_box.Prompts(), IsEmpty());
+}
+
+TEST_F(frmAdjustTest, TheRodTakesUpTheChange) {
+    const PointSet before = m_document.StaticPoints();
+    const double rod = m_document.StaticLengths.PushrodLength;
+    Apply("127");
+    EXPECT_EQ(m_document.StaticPoints()[ptPRI], before[ptPRI]);
+    EXPECT_GT(std::abs(m_document.StaticLengths.PushrodLength - rod), 1) << "of the calculation";
+}
+
+TEST_F(frmAdjustTest, OKClosesAndCancelKeepsWhatWasApplied) {
+    Type("130");
+    m_form.cmdOK_Click();
+    EXPECT_EQ(m_document.StaticPoints()[ptRHM].Z, 130);
+    EXPECT_FALSE(m_form.IsOpen);
+    EXPECT_EQ(m_store.Read("frmAdjust", "Width", ""), "0") << "a window of fixed size";
+
+    m_form.Open();
+    Apply("131");
+    Type("90");
+    ChooseRod(false);
+    m_form.cmdCancel_Click();
+    EXPECT_EQ(m_document.StaticPoints()[ptRHM].Z, 131);
+    EXPECT_TRUE(m_program.Options.AdjustRHByPushRodLength);
+    EXPECT_FALSE(m_form.IsOpen);
+    m_form.cmdHelp_Click();
+    EXPECT_THAT(m_windowSystem.Topics, ElementsAre(60));
+}
+
+TEST_F(frmAdjustTest, ThereAndBackThePointsAreWhereTheyWere) {
+    constexpr double Tolerance = 1e-4;
+    for (const std::string& path : AllSamplePaths()) {
+        for (const bool byRod : {false, true}) {
+            SCOPED_TRACE(path + (byRod ? " by the rod" : ""));
+            Load(std::filesystem::relative(path, SamplePath("")).string());
+            const PointSet before = m_document.StaticPoints();
+            const std::string height = NumberToText(before[ptRHM].Z, {});
+            ChooseRod(byRod);
+            Apply(height + "-8.25");
+            Apply(height);
+            ASSERT_THAT(m_box.Prompts(), IsEmpty());
+            const bool barStraightens =
+                UsesTBar(m_document.Data) && !byRod && m_document.Data.ChassisMotion == cmRoll;
+            for (const PointNumber number : AllPoints) {
+                // At each new static position the wheel counts as straight ahead, so that the bump
+                // steer between turns its patch; the far side of a T-bar is the mirror of the near
+                // one; and a lateral centre spring's pickup moves with a rocker that stays.
+                if (!m_document.Catalogue[number].Enabled || number == ptWTCP ||
+                    (barStraightens && (number == ptTBDLO || number == ptTSI)) ||
+                    (byRod && number == ptLCSI)) {
+                    continue;
+                }
+                EXPECT_LE(Distance(m_document.StaticPoints()[number], before[number]), Tolerance)
+                    << PointShortName(number);
+            }
+            EXPECT_NEAR(m_document.StaticPoints()[ptWTCP].Z, before[ptWTCP].Z, Tolerance);
+            EXPECT_EQ(m_document.StaticPoints()[ptRHM], before[ptRHM]);
+        }
+    }
+}
+
+TEST_F(frmAdjustTest, ATargetThatIsNoNumberChangesNoPoint) {
+    const PointSet before = m_document.StaticPoints();
+    for (const char* target : {"low", "", " "}) {
+        m_box.Shown.clear();
+        Apply(target);
+        EXPECT_THAT(m_box.Prompts(), ElementsAre(Unable + "Type mismatch: Target is \"" + target +
+                                                 "\", which is no number."));
+        EXPECT_TRUE(m_form.txtTarget.Fault);
+    }
+    EXPECT_EQ(m_box.Shown[0].Style, msExclamation);
+    EXPECT_EQ(m_document.StaticPoints(), before);
+    EXPECT_TRUE(m_document.ResultsValid);
+    EXPECT_FALSE(m_program.Modified);
+    EXPECT_THAT(m_main.Calls, IsEmpty());
+    EXPECT_TRUE(m_form.IsOpen);
+}
+
+TEST_F(frmAdjustTest, AfterATargetOutOfReachTheNextOneCountsFromWhereTheWheelIs) {
+    PointSet before = m_document.StaticPoints();
+    Suspension expected = m_document;
+    ChooseRod(false);
+    Apply("252");
+    EXPECT_THAT(m_box.Prompts(),
+                ElementsAre(Unable +
+                            "Rocker input lever length locus tracking error.\rThis can be due to "
+                            "a geometry that cannot achieve the required travel.\rTry reduced "
+                            "travel or smaller step size. Check units."));
+    before[ptRHM].Z = 252; // the target stays, and with it there is something to save
+    EXPECT_EQ(m_document.StaticPoints(), before);
+    EXPECT_TRUE(m_program.Modified);
+    EXPECT_FALSE(m_program.Options.AdjustRHByPushRodLength);
+    EXPECT_TRUE(m_document.ResultsValid && m_document.GeometryValid);
+    EXPECT_THAT(m_main.Calls, IsEmpty());
+    EXPECT_TRUE(m_form.IsOpen);
+    EXPECT_EQ(m_form.labCurrent.Text, "132.00");
+
+    std::string errorText;
+    ASSERT_TRUE(AdjustRideHeight(expected, errorText, 5, false));
+    m_main.OnRefresh = [] {};
+    Apply("127");
+    EXPECT_EQ(m_document.StaticPoints()[ptPRO], expected.StaticPoints()[ptPRO]);
+    EXPECT_EQ(m_document.StaticPoints()[ptRHM].Z, 127);
+}
+
+TEST_F(frmAdjustTest, AFailureOfTheSearchIsToldInItsWordsAndOKClosesAllTheSame) {
+    Load("published/OFFROAD3.WSP");
+    Type("320.025+120");
+    m_form.cmdOK_Click();
+    EXPECT_THAT(m_box.Prompts(), ElementsAre(Unable + "Invalid procedure call or argument"));
+    EXPECT_FALSE(m_form.IsOpen);
+}
+
+TEST_F(frmAdjustTest, TheDialogFollowsADocumentThatChangesElsewhere) {
+    Type("127");
+    m_form.FollowDocument();
+    EXPECT_EQ(m_form.txtTarget.Text, "127") << "nothing changed";
+    m_document.StaticPoints()[ptRHM].Z = 140;
+    m_document.Data.SpringMechanism = smPullrodToUpright;
+    m_form.FollowDocument();
+    EXPECT_EQ(m_form.labCurrent.Text, "140.00");
+    EXPECT_EQ(m_form.labDifference.Text, "-13");
+    EXPECT_EQ(m_form.chkAdjustRHByPushRodLength.Caption, "Adjust using Pullrod length");
+
+    Type("140.00");
+    m_document.StaticPoints()[ptRHM].Z = 150;
+    m_form.FollowDocument();
+    EXPECT_EQ(m_form.txtTarget.Text, "150.00") << "none was typed";
+}
+
+/// The dialog beside an open editor.
+class frmAdjustWithEditorTest : public EditGeometryTest {
+  protected:
+    frmAdjustWithEditorTest() {
+        CalculateCorner(m_document);
+        m_main.Editor = m_form.get();
+        m_main.OnRefresh = [this] { CalculateCorner(m_document); };
+        m_adjust.Open();
+    }
+
+    void ApplyTarget(const std::string& target) {
+        m_adjust.txtTarget.Text = target;
+        m_adjust.cmdApply_Click();
+    }
+
+    frmAdjust m_adjust{m_desk, m_main};
+};
+
+TEST_F(frmAdjustWithEditorTest, TheEditorTakesThePointsAndAppliesWhatItHolds) {
+    Type(m_form->txtTotalMass, "700");
+    Suspension expected = m_document;
+    std::string errorText;
+    ASSERT_TRUE(AdjustRideHeight(expected, errorText, 5, true));
+    ApplyTarget("127");
+    EXPECT_THAT(m_main.Calls, ElementsAre("RefreshGUI(true)"));
+    EXPECT_EQ(m_document.StaticPoints()[ptLWO], expected.StaticPoints()[ptLWO])
+        << "no digit is lost on the way through the table";
+    EXPECT_EQ(CellX(ptLWO), FormatChannelValue(m_program.Units, expected.StaticPoints()[ptLWO].X,
+                                               ucDisplacement));
+    EXPECT_EQ(m_data.Mass, 700);
+    EXPECT_FALSE(m_form->HasUnappliedChanges());
+    EXPECT_TRUE(m_program.Modified);
+    EXPECT_THAT(Prompts(), IsEmpty());
+}
+
+TEST_F(frmAdjustWithEditorTest, AnEditorThatCantApplyTellsItAndThePointsStand) {
+    Type(m_form->txtBump, "much");
+    ApplyTarget("127");
+    EXPECT_THAT(Prompts(), ElementsAre(HasSubstr("There was an error while applying data.")));
+    EXPECT_THAT(m_main.Calls, ElementsAre("RefreshGUI(true)"));
+    EXPECT_EQ(m_document.StaticPoints()[ptRHM].Z, 127);
+    EXPECT_TRUE(m_document.ResultsValid) << "of the new points";
+    EXPECT_EQ(m_adjust.labCurrent.Text, "127.00");
+    EXPECT_TRUE(m_program.Modified);
+}
+
+} // namespace
+} // namespace corvanta::test
