@@ -87,7 +87,7 @@ ChartView::Paper ChartView::ThemePaper() const {
     return {base, text, dark ? QColor(62, 64, 70) : ColourOf(GridColour)};
 }
 
-void ChartView::Colour(const Paper& paper) {
+void ChartView::Colour(const Paper& paper) const {
     m_plot->setBackground(paper.Background);
     QColor zero = paper.Grid;
     zero = paper.Background.lightness() < 128 ? zero.lighter(160) : zero.darker(140);
@@ -226,7 +226,7 @@ QString ChartView::DataText() const {
     return text;
 }
 
-void ChartView::PaintOnPaper(QPainter& painter, const QSize& size) {
+void ChartView::PaintOnPaper(QPainter& painter, const QSize& size) const {
     Colour({Qt::white, Qt::black, ColourOf(GridColour)});
     QCPPainter paper;
     QPicture picture; // the library paints on devices of its own kind of painter

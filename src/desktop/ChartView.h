@@ -36,7 +36,7 @@ class ChartView final : public QWidget, public Chart2D {
     [[nodiscard]] QString DataText() const;
 
     /// The chart as it is drawn, black on white: for paper and for files.
-    void PaintOnPaper(QPainter& painter, const QSize& size);
+    void PaintOnPaper(QPainter& painter, const QSize& size) const;
 
     /// Saves as a picture or as data, by the extension: ".png", ".svg" or any other for text.
     /// Throws Failure when the file can't be written.
@@ -55,7 +55,7 @@ class ChartView final : public QWidget, public Chart2D {
     };
 
     [[nodiscard]] Paper ThemePaper() const;
-    void Colour(const Paper& paper);
+    void Colour(const Paper& paper) const;
     void ShowMarkers();
     void Fit();
     void Hover(const QPointF& at);

@@ -1,12 +1,14 @@
 #include "desktop/Desktop.h"
 
 #include "desktop/AboutWindow.h"
+#include "desktop/AdjustWindow.h"
 #include "desktop/CustomChannelsWindow.h"
 #include "desktop/EditGeometryWindow.h"
 #include "desktop/ExportWindow.h"
 #include "desktop/Guard.h"
 #include "desktop/MainWindow.h"
 #include "desktop/OptionsWindow.h"
+#include "desktop/PrintWindow.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -83,6 +85,8 @@ void Desktop::Show() {
 void Desktop::ShowChildWindows() {
     Follow(m_editor, Main().EditGeometry.get(), *this);
     Follow(m_options, Main().OptionsDialog.get(), *this);
+    Follow(m_print, Main().PrintDialog.get(), *this);
+    Follow(m_adjust, Main().AdjustDialog.get(), *this);
     Follow(m_export, Main().ExportDialog.get(), *this);
     Follow(m_channels, Main().CustomChannelsDialog.get(), *this);
     Follow(m_about, &Main().About, *this);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/HelpWindow.h"
+#include "desktop/QtPageWriter.h"
 #include "desktop/QtServices.h"
 #include "frame/MSusp.h"
 #include "platform/FileServices.h"
@@ -12,11 +13,13 @@
 namespace corvanta {
 
 class AboutWindow;
+class AdjustWindow;
 class CustomChannelsWindow;
 class EditGeometryWindow;
 class ExportWindow;
 class MainWindow;
 class OptionsWindow;
+class PrintWindow;
 
 /// The program's windows on the screen. They are made, brought up to date and taken away by what
 /// the windows of the program are, after every event.
@@ -49,9 +52,12 @@ class Desktop final : private ScreenUpdate {
     [[nodiscard]] EditGeometryWindow* EditorView() const { return m_editor.get(); }
     [[nodiscard]] OptionsWindow* OptionsView() const { return m_options.get(); }
     [[nodiscard]] ExportWindow* ExportView() const { return m_export.get(); }
+    [[nodiscard]] PrintWindow* PrintView() const { return m_print.get(); }
+    [[nodiscard]] AdjustWindow* AdjustView() const { return m_adjust.get(); }
     [[nodiscard]] CustomChannelsWindow* CustomChannelsView() const { return m_channels.get(); }
     [[nodiscard]] AboutWindow* AboutView() const { return m_about.get(); }
     [[nodiscard]] HelpWindow& Help() { return m_help; }
+    [[nodiscard]] QtPageWriter& Pages() { return m_pages; }
 
   private:
     void Update() override;
@@ -63,13 +69,15 @@ class Desktop final : private ScreenUpdate {
     QtScreenCursor m_cursor;
     QtPlaceLocks m_locks;
     HelpWindow m_help;
-    NoPageWriter m_pages;
+    QtPageWriter m_pages;
     WindowSystem m_windows;
     Application m_application;
     std::unique_ptr<MainWindow> m_main;
     std::unique_ptr<EditGeometryWindow> m_editor;
     std::unique_ptr<OptionsWindow> m_options;
     std::unique_ptr<ExportWindow> m_export;
+    std::unique_ptr<PrintWindow> m_print;
+    std::unique_ptr<AdjustWindow> m_adjust;
     std::unique_ptr<CustomChannelsWindow> m_channels;
     std::unique_ptr<AboutWindow> m_about;
 };

@@ -22,10 +22,7 @@ ModalDialog::ModalDialog(Desktop& desktop, Window& window, const char* name)
 QPushButton* ModalDialog::AddButton(QDialogButtonBox& buttons, const Control& control,
                                     QDialogButtonBox::ButtonRole role, const char* name,
                                     Binder::Event clicked) {
-    QPushButton* button = buttons.addButton(QString::fromStdString(control.Caption), role);
-    button->setObjectName(name);
-    m_binder.Bind(button, control, std::move(clicked));
-    return button;
+    return AddDialogButton(m_binder, buttons, control, role, name, std::move(clicked));
 }
 
 void ModalDialog::ShowInPlace(bool sized) {
@@ -68,6 +65,15 @@ void ModalDialog::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QDialog::keyPressEvent(event);
+}
+
+QPushButton* AddDialogButton(Binder& binder, QDialogButtonBox& buttons, const Control& control,
+                             QDialogButtonBox::ButtonRole role, const char* name,
+                             Binder::Event clicked) {
+    QPushButton* button = buttons.addButton(QString::fromStdString(control.Caption), role);
+    button->setObjectName(name);
+    binder.Bind(button, control, std::move(clicked));
+    return button;
 }
 
 void BindCheckList(Binder& binder, QListWidget* shown, CheckList& list,

@@ -48,6 +48,11 @@ class ModalDialog : public QDialog {
     Window& m_frameOf;
 };
 
+/// Adds a button with its control to the foot of a window.
+QPushButton* AddDialogButton(Binder& binder, QDialogButtonBox& buttons, const Control& control,
+                             QDialogButtonBox::ButtonRole role, const char* name,
+                             Binder::Event clicked);
+
 /// Ties a check list to a list with boxes: `ticked` is told the row once its tick has changed.
 void BindCheckList(Binder& binder, QListWidget* shown, CheckList& list,
                    std::function<void(int row)> ticked);

@@ -1,6 +1,7 @@
 #include "desktop/EditGeometryWindow.h"
 
 #include "desktop/Desktop.h"
+#include "desktop/DialogParts.h"
 #include "desktop/DrawingView.h"
 #include "desktop/GridView.h"
 #include "desktop/Guard.h"
@@ -8,7 +9,6 @@
 #include "desktop/NumberField.h"
 #include "results/MDisplay3d.h"
 
-#include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QKeyEvent>
@@ -258,13 +258,12 @@ QWidget* EditGeometryWindow::BuildButtons() {
     auto* buttons = new QDialogButtonBox(this);
     const auto add = [&](const Control& control, QDialogButtonBox::ButtonRole role,
                          const char* name, Binder::Event clicked) {
-        QPushButton* button = buttons->addButton(QString::fromStdString(control.Caption), role);
-        button->setObjectName(name);
-        button->setAutoDefault(false);
-        m_binder.Bind(button, control, [this, clicked = std::move(clicked)] {
-            m_points->CommitTyping(); // an access key leaves the cell open
-            clicked();
-        });
+        AddDialogButton(m_binder, *buttons, control, role, name,
+                        [this, clicked = std::move(clicked)] {
+                            m_points->CommitTyping(); // an access key leaves the cell open
+                            clicked();
+                        })
+            ->setAutoDefault(false);
     };
     add(m_window.cmdOK, QDialogButtonBox::AcceptRole, "cmdOK", [this] { m_window.cmdOK_Click(); });
     add(m_window.cmdCancel, QDialogButtonBox::RejectRole, "cmdCancel",

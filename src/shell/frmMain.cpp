@@ -84,6 +84,9 @@ void frmMain::Refresh(bool resetPosition) {
     UpdateToolbar();
     DisplayFormCaption();
     DisplayStatus();
+    if (AdjustDialog && AdjustDialog->IsOpen) {
+        AdjustDialog->FollowDocument();
+    }
 }
 
 void frmMain::Calculate() {
@@ -192,6 +195,10 @@ void frmMain::Execute(int command, int tag) {
 
 bool frmMain::ExecuteExportCommand(int command) {
     switch (command) {
+    case mcPrint:
+        PrintDialog = std::make_unique<frmPrint>(m_desk, *this);
+        PrintDialog->Open();
+        return true;
     case mcExportComponent:
         AskAndExportComponent(m_desk, *this);
         return true;
@@ -214,6 +221,9 @@ void frmMain::ExecuteWindowCommand(int command) {
         break;
     case mcProperties:
         OpenEditor();
+        break;
+    case mcAdjust:
+        OpenAdjustDialog();
         break;
     case mcOptions:
         OptionsDialog = std::make_unique<frmOptions>(m_desk, *this);
@@ -278,6 +288,8 @@ void frmMain::ReleaseClosedWindows() {
     release(EditGeometry);
     release(OptionsDialog);
     release(ExportDialog);
+    release(PrintDialog);
+    release(AdjustDialog);
     release(CustomChannelsDialog);
 }
 

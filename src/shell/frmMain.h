@@ -10,10 +10,12 @@
 #include "shell/RecoveryCopy.h"
 #include "shell/ShellHost.h"
 #include "shell/frmAbout.h"
+#include "shell/frmAdjust.h"
 #include "shell/frmCustomChannels.h"
 #include "shell/frmEditGeometry.h"
 #include "shell/frmExport.h"
 #include "shell/frmOptions.h"
+#include "shell/frmPrint.h"
 
 #include <cstdint>
 #include <memory>
@@ -121,6 +123,8 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     std::unique_ptr<frmEditGeometry> EditGeometry;
     std::unique_ptr<frmOptions> OptionsDialog;
     std::unique_ptr<frmExport> ExportDialog;
+    std::unique_ptr<frmPrint> PrintDialog;
+    std::unique_ptr<frmAdjust> AdjustDialog;
     std::unique_ptr<frmCustomChannels> CustomChannelsDialog;
     frmAbout About;
 
@@ -170,6 +174,7 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     void SaveAs();
     bool MayWrite(const std::string& chosenPath);
     void OpenEditor();
+    void OpenAdjustDialog();
     void CopyGrid();
     void TakeDocument(const std::string& path);
     void ShowNoDocument();

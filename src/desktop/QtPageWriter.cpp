@@ -1,0 +1,410 @@
+#include "desktop/QtPageWriter.h"
+
+#include "desktop/ChartView.h"
+#include "desktop/QtServices.h"
+#include "model/Failure.h"
+
+#include <QApplication>
+#include <QFontMetricsF>
+#include <QLocale>
+#include <QPrintDialog>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvanta {
+
+namespace {
+
+constexpr double UnitsPerMillimetre = QtPageWriter::UnitsPerInch / 25.4;
+constexpr double UnitsPerPoint = 10;
+constexpr double UnitsPerTwip = 0.5;
+constexpr double TopMargin = 22 * UnitsPerMillimetre; ///< with the header in it
+constexpr double BottomMargin = 15 * UnitsPerMillimetre;
+constexpr double HeaderTop = 10 * UnitsPerMillimetre;
+constexpr double CellPadding = 25;
+constexpr double RowPadding = 12;
+constexpr double LeastColumn = 320;
+constexpr double WidestHead = 620; ///< a longer head is wrapped
+constexpr double PixelsPerInch = 96;
+
+QFont FontOf(const PageFont& font) {
+    QFont shown(QString::fromStdString(font.Family));
+    shown.setStyleHint(QFont::SansSerif);
+    shown.setPixelSize(static_cast<int>(font.Size * UnitsPerPoint));
+    shown.setBold(font.Bold);
+    return shown;
+}
+
+QString Cell(const DataGrid& grid, int row, int column) {
+    return QString::fromStdString(grid.Cell(row, column));
+}
+
+bool IsNumber(const QString& text) {
+    bool number = false;
+    static_cast<void>(QString(text).remove(',').toDouble(&number));
+    return number;
+}
+
+/// Names stand at the left of their column, numbers and their heads at the right.
+Qt::Alignment SideOf(const DataGrid& grid, int column) {
+    const int row = grid.FixedRows();
+    const bool name = column == 0 && row < grid.Rows() && !IsNumber(Cell(grid, row, 0));
+    return name ? Qt::AlignLeft : Qt::AlignRight;
+}
+
+} // namespace
+
+QtPageWriter::QtPageWriter() : m_printer(QPrinter::HighResolution) {
+    m_printer.setFullPage(true); // the margins are those of the report
+    m_printer.setCreator("Corvanta");
+}
+
+QtPageWriter::~QtPageWriter() {
+    CancelDocument();
+}
+
+void QtPageWriter::StartDocument(const std::string& name) {
+    CancelDocument();
+    m_name = QString::fromStdString(name);
+    BeginPage();
+}
+
+void QtPageWriter::BeginPage() {
+    FinishPage();
+    m_pages.push_back(std::make_unique<Page>());
+    ApplySetting();
+}
+
+void QtPageWriter::ApplySetting() {
+    if (!m_pages.empty() && !Current().Written) {
+        Current().Orientation = m_orientation;
+        Current().Left = m_left;
+        Current().Right = m_right;
+        Current().Header = m_header;
+        m_y = TopMargin;
+    }
+}
+
+void QtPageWriter::FinishPage() {
+    m_brush.reset(); // ends the record of the page
+}
+
+void QtPageWriter::EndDocument() {
+    FinishPage();
+}
+
+void QtPageWriter::CancelDocument() noexcept {
+    m_brush.reset();
+    m_pages.clear();
+}
+
+void QtPageWriter::NewPage() {
+    if (Current().Written) {
+        BeginPage();
+    }
+}
+
+void QtPageWriter::SetOrientation(PageOrientation orientation) {
+    m_orientation = orientation;
+    ApplySetting();
+}
+
+void QtPageWriter::SetSideMargins(double left, double right) {
+    m_left = left * UnitsPerMillimetre;
+    m_right = right * UnitsPerMillimetre;
+    ApplySetting();
+}
+
+void QtPageWriter::SetHeader(const RunningHeader& header) {
+    m_header = header;
+    ApplySetting();
+}
+
+QSizeF QtPageWriter::SizeOf(const Page& page) const {
+    QSizeF size = m_printer.pageLayout().pageSize().size(QPageSize::Point) * UnitsPerPoint;
+    const bool landscape = page.Orientation == poLandscape;
+    return landscape == (size.width() > size.height()) ? size : size.transposed();
+}
+
+QSizeF QtPageWriter::PageSize(int page) const {
+    return SizeOf(*m_pages.at(static_cast<std::size_t>(page)));
+}
+
+double QtPageWriter::LineEnd() const {
+    return SizeOf(Current()).width() - Current().Right;
+}
+
+double QtPageWriter::PageEnd() const {
+    return SizeOf(Current()).height() - BottomMargin;
+}
+
+PageGeometry QtPageWriter::Geometry() const {
+    Page page;
+    page.Orientation = m_orientation;
+    page.Left = m_left;
+    page.Right = m_right;
+    const Page& shown = m_pages.empty() ? page : Current();
+    const QSizeF size = SizeOf(shown);
+    return {size.width() / UnitsPerMillimetre, size.height() / UnitsPerMillimetre,
+            shown.Left / UnitsPerMillimetre,   TopMargin / UnitsPerMillimetre,
+            shown.Right / UnitsPerMillimetre,  BottomMargin / UnitsPerMillimetre};
+}
+
+double QtPageWriter::CurrentY() const {
+    return m_y / UnitsPerMillimetre;
+}
+
+void QtPageWriter::SetStyle(const std::string& name, const ParagraphStyle& style) {
+    m_styles[name] = style;
+}
+
+QPainter& QtPageWriter::Brush() {
+    if (!m_brush) {
+        m_brush = std::make_unique<QPainter>(&Current().Content);
+        m_brush->setPen(Qt::black);
+    }
+    Current().Written = true;
+    return *m_brush;
+}
+
+void QtPageWriter::AddParagraph(const std::string& style, const std::string& text) {
+    const ParagraphStyle& look = m_styles.at(style);
+    const QFont font = FontOf(look.Font);
+    const QFontMetricsF metrics(font);
+    const double line = metrics.height() + metrics.leading() * look.LineSpacing / 100;
+    m_y += look.SpaceBefore * UnitsPerPoint;
+    for (const QString& piece : MessageText(text).split('\n')) {
+        const QRectF room(0, 0, LineEnd() - Current().Left, 1e6);
+        const double height = std::max(
+            line,
+            metrics.boundingRect(room, Qt::TextWordWrap | Qt::TextExpandTabs, piece).height());
+        if (m_y + height > PageEnd() && Current().Written) {
+            BeginPage();
+        }
+        Brush().setFont(font);
+        Brush().drawText(QRectF(Current().Left, m_y, LineEnd() - Current().Left, height),
+                         Qt::TextWordWrap | Qt::TextExpandTabs, piece);
+        m_y += height;
+    }
+    m_y += look.SpaceAfter * UnitsPerPoint;
+}
+
+std::vector<std::vector<QtPageWriter::TableColumn>>
+QtPageWriter::TableBlocks(const DataGrid& grid, const QFont& font) const {
+    const QFontMetricsF metrics(font);
+    const auto width = [&](int column) {
+        double needed = std::max(LeastColumn, grid.ColumnWidth(column) * UnitsPerTwip * 0.6);
+        const QString head = Cell(grid, 0, column);
+        for (const QString& word : head.split(' ')) {
+            needed = std::max(needed, metrics.horizontalAdvance(word));
+        }
+        needed = std::max(needed, std::min(metrics.horizontalAdvance(head), WidestHead));
+        for (int row = 1; row < grid.Rows(); ++row) {
+            needed = std::max(needed, metrics.horizontalAdvance(Cell(grid, row, column)));
+        }
+        return needed + 2 * CellPadding;
+    };
+    std::vector<TableColumn> fixed;
+    double fixedWidth = 0;
+    for (int column = 0; column < grid.FixedColumns(); ++column) {
+        fixed.push_back({column, width(column)});
+        fixedWidth += fixed.back().Width;
+    }
+    std::vector<std::vector<TableColumn>> blocks{fixed};
+    double used = fixedWidth;
+    for (int column = grid.FixedColumns(); column < grid.Columns(); ++column) {
+        const double needed = width(column);
+        if (used + needed > LineEnd() - Current().Left && blocks.back().size() > fixed.size()) {
+            blocks.push_back(fixed);
+            used = fixedWidth;
+        }
+        blocks.back().push_back({column, needed});
+        used += needed;
+    }
+    return blocks;
+}
+
+double QtPageWriter::RowHeight(const DataGrid& grid, int row,
+                               const std::vector<TableColumn>& columns, const QFont& font) const {
+    const QFontMetricsF metrics(font);
+    double height = metrics.height();
+    for (const TableColumn& column : columns) {
+        if (row < grid.FixedRows()) {
+            const QRectF room(0, 0, column.Width - 2 * CellPadding + 1, 1e6);
+            height = std::max(
+                height, metrics.boundingRect(room, Qt::TextWordWrap, Cell(grid, row, column.Column))
+                            .height());
+        }
+    }
+    return height + 2 * RowPadding;
+}
+
+void QtPageWriter::WriteRow(const DataGrid& grid, int row, const std::vector<TableColumn>& columns,
+                            const QFont& font, double height) {
+    constexpr int Shade = 244;
+    const bool head = row < grid.FixedRows();
+    QPainter& brush = Brush();
+    double x = Current().Left;
+    for (const TableColumn& column : columns) {
+        const QRectF box(x, m_y, column.Width, height);
+        if (!head && grid.Shaded(row, column.Column)) {
+            brush.fillRect(box, QColor(Shade, Shade, Shade));
+        }
+        QFont shown = font;
+        shown.setBold(head && row == 0);
+        brush.setFont(shown);
+        brush.drawText(box.adjusted(CellPadding, RowPadding, -CellPadding + 1, -RowPadding),
+                       static_cast<int>(SideOf(grid, column.Column) | Qt::AlignTop) |
+                           (head ? Qt::TextWordWrap : Qt::TextSingleLine),
+                       Cell(grid, row, column.Column));
+        x += column.Width;
+    }
+    m_y += height;
+    if (row == grid.FixedRows() - 1 || row == grid.MarkedRow || row == grid.MarkedRow - 1) {
+        brush.setPen(QPen(head ? Qt::black : Qt::gray, head ? 5 : 3));
+        brush.drawLine(QPointF(Current().Left, m_y), QPointF(x, m_y));
+        brush.setPen(Qt::black);
+    }
+}
+
+void QtPageWriter::WriteBlock(const DataGrid& grid, const std::vector<TableColumn>& columns,
+                              const QFont& font) {
+    QFont bold = font;
+    bold.setBold(true);
+    std::vector<double> heads;
+    double headHeight = 0;
+    for (int row = 0; row < grid.FixedRows(); ++row) {
+        heads.push_back(RowHeight(grid, row, columns, row == 0 ? bold : font));
+        headHeight += heads.back();
+    }
+    const double rowHeight = QFontMetricsF(font).height() + 2 * RowPadding;
+    const auto writeHeads = [&] {
+        for (int row = 0; row < grid.FixedRows(); ++row) {
+            WriteRow(grid, row, columns, font, heads[static_cast<std::size_t>(row)]);
+        }
+    };
+    // Heads never stand alone at the foot of a page.
+    if (m_y + headHeight + rowHeight > PageEnd() && Current().Written) {
+        BeginPage();
+    }
+    writeHeads();
+    for (int row = grid.FixedRows(); row < grid.Rows(); ++row) {
+        if (m_y + rowHeight > PageEnd()) {
+            BeginPage();
+            writeHeads();
+        }
+        WriteRow(grid, row, columns, font, rowHeight);
+    }
+}
+
+void QtPageWriter::AddTable(const std::string& style, const DataGrid& grid) {
+    if (grid.Rows() == 0 || grid.Columns() == 0) {
+        return;
+    }
+    const ParagraphStyle& look = m_styles.at(style);
+    const QFont font = FontOf(look.Font);
+    for (const std::vector<TableColumn>& columns : TableBlocks(grid, font)) {
+        m_y += look.SpaceBefore * UnitsPerPoint;
+        WriteBlock(grid, columns, font);
+        m_y += look.SpaceAfter * UnitsPerPoint;
+    }
+}
+
+void QtPageWriter::DrawPicture(const Chart2D& chart, const PageRectangle& place) {
+    const auto* view = dynamic_cast<const ChartView*>(&chart);
+    if (view == nullptr) {
+        return; // a chart that no window shows has no picture
+    }
+    constexpr double Scale = UnitsPerInch / PixelsPerInch;
+    const QSize size(static_cast<int>(place.Width * UnitsPerMillimetre / Scale),
+                     static_cast<int>(place.Height * UnitsPerMillimetre / Scale));
+    QPainter& brush = Brush();
+    brush.save();
+    brush.translate(place.Left * UnitsPerMillimetre, place.Top * UnitsPerMillimetre);
+    brush.scale(Scale, Scale);
+    view->PaintOnPaper(brush, size);
+    brush.restore();
+}
+
+std::string QtPageWriter::ShortTime() const {
+    return QLocale().toString(QTime::currentTime(), QLocale::ShortFormat).toStdString();
+}
+
+std::string QtPageWriter::MediumDate() const {
+    return QLocale().toString(QDate::currentDate(), "dd-MMM-yy").toStdString();
+}
+
+void QtPageWriter::SetUpPrinter() {
+    m_printer.setPageOrientation(m_orientation == poLandscape ? QPageLayout::Landscape
+                                                              : QPageLayout::Portrait);
+    QPrintDialog dialog(&m_printer, QApplication::activeWindow());
+    dialog.setOptions(QAbstractPrintDialog::PrintToFile);
+    if (dialog.exec() == QDialog::Accepted) {
+        m_orientation = m_printer.pageLayout().orientation() == QPageLayout::Landscape ? poLandscape
+                                                                                       : poPortrait;
+    }
+}
+
+bool QtPageWriter::Print() {
+    QPrintDialog dialog(&m_printer, QApplication::activeWindow());
+    dialog.setOptions(QAbstractPrintDialog::PrintToFile);
+    if (dialog.exec() != QDialog::Accepted) {
+        return false;
+    }
+    PaintAll(m_printer);
+    return true;
+}
+
+void QtPageWriter::SavePdf(const QString& path) {
+    QPrinter pdf(QPrinter::HighResolution);
+    pdf.setOutputFormat(QPrinter::PdfFormat);
+    pdf.setOutputFileName(path);
+    pdf.setPageSize(m_printer.pageLayout().pageSize());
+    pdf.setFullPage(true);
+    pdf.setCreator("Corvanta");
+    PaintAll(pdf);
+}
+
+void QtPageWriter::PaintAll(QPrinter& printer) const {
+    printer.setDocName(m_name);
+    QPainter painter;
+    for (int page = 0; page < PageCount(); ++page) {
+        const bool landscape = PageSize(page).width() > PageSize(page).height();
+        printer.setPageOrientation(landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
+        if (page == 0 ? !painter.begin(&printer) : !printer.newPage()) {
+            throw Failure(fnFileAccess, "The report could not be printed");
+        }
+        painter.resetTransform();
+        const double scale = printer.resolution() / UnitsPerInch;
+        painter.scale(scale, scale);
+        PaintPage(painter, page);
+    }
+    if (!painter.end()) {
+        throw Failure(fnFileAccess, "The report could not be printed");
+    }
+}
+
+void QtPageWriter::PaintPage(QPainter& painter, int page) const {
+    painter.drawPicture(0, 0, m_pages.at(static_cast<std::size_t>(page))->Content);
+    PaintHeader(painter, page);
+}
+
+void QtPageWriter::PaintHeader(QPainter& painter, int page) const {
+    const Page& shown = *m_pages.at(static_cast<std::size_t>(page));
+    const QSizeF size = SizeOf(shown);
+    const QFont font = FontOf(shown.Header.Font);
+    const QRectF line(shown.Left, HeaderTop, size.width() - shown.Left - shown.Right,
+                      QFontMetricsF(font).height());
+    const QString right =
+        QString::fromStdString(shown.Header.Right).replace("%d", QString::number(page + 1));
+    painter.setFont(font);
+    painter.setPen(Qt::black);
+    painter.drawText(line, Qt::AlignLeft, QString::fromStdString(shown.Header.Left));
+    painter.drawText(line, Qt::AlignHCenter, QString::fromStdString(shown.Header.Centre));
+    painter.drawText(line, Qt::AlignRight, right);
+    painter.setPen(QPen(Qt::gray, 4));
+    painter.drawLine(line.bottomLeft() + QPointF(0, 20), line.bottomRight() + QPointF(0, 20));
+}
+
+} // namespace corvanta

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "platform/PageWriter.h"
+
+#include <QFont>
+#include <QPainter>
+#include <QPicture>
+#include <QPrinter>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace corvanta {
+
+/// Pages kept as drawings, to be looked at, printed or written as PDF. Inside, a page is measured
+/// in tenths of a point, right and down from its top left corner.
+class QtPageWriter final : public PageWriter {
+  public:
+    static constexpr double UnitsPerInch = 720;
+
+    QtPageWriter();
+    QtPageWriter(const QtPageWriter&) = delete;
+    QtPageWriter& operator=(const QtPageWriter&) = delete;
+    QtPageWriter(QtPageWriter&&) = delete;
+    QtPageWriter& operator=(QtPageWriter&&) = delete;
+    ~QtPageWriter() override;
+
+    void StartDocument(const std::string& name) override;
+    void EndDocument() override;
+    void CancelDocument() noexcept override;
+    void NewPage() override;
+    [[nodiscard]] PageOrientation Orientation() const override { return m_orientation; }
+    void SetOrientation(PageOrientation orientation) override;
+    void SetSideMargins(double left, double right) override;
+    void SetHeader(const RunningHeader& header) override;
+    [[nodiscard]] PageGeometry Geometry() const override;
+    [[nodiscard]] double CurrentY() const override;
+    void SetStyle(const std::string& name, const ParagraphStyle& style) override;
+    void AddParagraph(const std::string& style, const std::string& text) override;
+    void AddTable(const std::string& style, const DataGrid& grid) override;
+    void DrawPicture(const Chart2D& chart, const PageRectangle& place) override;
+    [[nodiscard]] std::string ShortTime() const override;
+    [[nodiscard]] std::string MediumDate() const override;
+    void SetUpPrinter() override;
+    bool Print() override;
+
+    [[nodiscard]] int PageCount() const { return static_cast<int>(m_pages.size()); }
+
+    /// Size of a page, tenths of a point; pages count from 0.
+    [[nodiscard]] QSizeF PageSize(int page) const;
+
+    /// Paints a page; the painter is scaled to tenths of a point.
+    void PaintPage(QPainter& painter, int page) const;
+
+    /// Writes the document that ended as a PDF file. Throws Failure when it can't be written.
+    void SavePdf(const QString& path);
+
+  private:
+    /// Where and how a page is written. The header is drawn when the page is done.
+    struct Page {
+        PageOrientation Orientation = poPortrait;
+        double Left = 0;
+        double Right = 0;
+        RunningHeader Header;
+        bool Written = false;
+        QPicture Content;
+    };
+
+    /// One column of a table on its way to the page.
+    struct TableColumn {
+        int Column = 0;
+        double Width = 0;
+    };
+
+    [[nodiscard]] Page& Current() { return *m_pages.back(); }
+    [[nodiscard]] const Page& Current() const { return *m_pages.back(); }
+    void BeginPage();
+    void ApplySetting();
+    [[nodiscard]] QSizeF SizeOf(const Page& page) const;
+    [[nodiscard]] double LineEnd() const;
+    [[nodiscard]] double PageEnd() const;
+    [[nodiscard]] QPainter& Brush();
+    void FinishPage();
+    [[nodiscard]] std::vector<std::vector<TableColumn>> TableBlocks(const DataGrid& grid,
+                                                                    const QFont& font) const;
+    [[nodiscard]] double RowHeight(const DataGrid& grid, int row,
+                                   const std::vector<TableColumn>& columns,
+                                   const QFont& font) const;
+    void WriteRow(const DataGrid& grid, int row, const std::vector<TableColumn>& columns,
+                  const QFont& font, double height);
+    void WriteBlock(const DataGrid& grid, const std::vector<TableColumn>& columns,
+                    const QFont& font);
+    void PaintAll(QPrinter& printer) const;
+    void PaintHeader(QPainter& painter, int page) const;
+
+    QPrinter m_printer;
+    QString m_name;
+    std::map<std::string, ParagraphStyle> m_styles;
+    std::vector<std::unique_ptr<Page>> m_pages;
+    std::unique_ptr<QPainter> m_brush; ///< on the current page
+    PageOrientation m_orientation = poPortrait;
+    double m_left = 0;
+    double m_right = 0;
+    RunningHeader m_header;
+    double m_y = 0;
+};
+
+} // namespace corvanta
