@@ -10,10 +10,12 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QHash>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
@@ -44,8 +46,6 @@ QKeySequence ShortcutOf(int command) {
         return QKeySequence::Copy;
     case mcExit:
         return QKeySequence::Quit;
-    case mcHelpTopics:
-        return QKeySequence::HelpContents;
     default:
         return {};
     }
@@ -88,7 +88,12 @@ void MainWindow::PlaceWindow() {
         size = ComfortableSize;
     }
     resize(size);
-    move(Pixels(place.Left), Pixels(place.Top));
+    // A place on a screen that is gone is none either.
+    QPoint corner(Pixels(place.Left), Pixels(place.Top));
+    if (QGuiApplication::screenAt(corner) == nullptr) {
+        corner = screen()->availableGeometry().topLeft();
+    }
+    move(corner);
 }
 
 void MainWindow::BuildMenus() {
@@ -362,34 +367,21 @@ void MainWindow::Step(QComboBox* box, int direction) {
 }
 
 bool MainWindow::TakeKey(QKeyEvent* event) {
-    MainKey key = MainKey::F5;
-    switch (event->key()) {
-    case Qt::Key_F5:
-        key = MainKey::F5;
-        break;
-    case Qt::Key_Up:
-        key = MainKey::Up;
-        break;
-    case Qt::Key_Down:
-        key = MainKey::Down;
-        break;
-    case Qt::Key_Left:
-        key = MainKey::Left;
-        break;
-    case Qt::Key_Right:
-        key = MainKey::Right;
-        break;
-    default:
+    static const QHash<int, MainKey> Keys{
+        {Qt::Key_F1, MainKey::F1},     {Qt::Key_F5, MainKey::F5},
+        {Qt::Key_Up, MainKey::Up},     {Qt::Key_Down, MainKey::Down},
+        {Qt::Key_Left, MainKey::Left}, {Qt::Key_Right, MainKey::Right}};
+    const auto found = Keys.find(event->key());
+    if (found == Keys.end()) {
         return false;
     }
+    const MainKey key = *found;
     const Qt::KeyboardModifiers pressed = event->modifiers();
     const KeyModifiers modifiers{pressed.testFlag(Qt::ShiftModifier),
                                  pressed.testFlag(Qt::ControlModifier),
                                  pressed.testFlag(Qt::AltModifier)};
-    const bool arrow = key != MainKey::F5;
-    if (arrow && (modifiers.Shift || modifiers.Ctrl || modifiers.Alt)) {
-        return false; // selects cells, scrolls, opens a list
-    }
+    const bool plain = !modifiers.Shift && !modifiers.Ctrl && !modifiers.Alt;
+    const bool arrow = plain && key != MainKey::F1 && key != MainKey::F5;
     bool swallowed = false;
     m_binder.Run(
         [&] { swallowed = m_window.KeyDown(key, modifiers, m_binder.ControlOf(focusWidget())); });

@@ -5,6 +5,7 @@
 #include "model/Failure.h"
 
 #include <QApplication>
+#include <QDateTime>
 #include <QFontMetricsF>
 #include <QLocale>
 #include <QPrintDialog>

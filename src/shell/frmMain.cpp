@@ -163,6 +163,10 @@ void frmMain::chk3dAutoScale_Click() {
 }
 
 bool frmMain::KeyDown(MainKey key, KeyModifiers modifiers, const Control* focus) {
+    if (key == MainKey::F1) {
+        m_desk.Help.ShowHelpTopic(htMainWindow);
+        return true;
+    }
     if (key == MainKey::F5) {
         if (modifiers.Shift || modifiers.Alt) {
             return false;
@@ -272,14 +276,30 @@ frmEditGeometry* frmMain::OpenedEditor() {
     return EditGeometry && EditGeometry->IsOpen ? EditGeometry.get() : nullptr;
 }
 
+void frmMain::OpenAdjustDialog() {
+    if (!ItemOf(mnuEdit, mcAdjust).Enabled) {
+        return; // the button of the toolbar stays as it is built
+    }
+    if (!AdjustDialog || !AdjustDialog->IsOpen) {
+        m_formerAdjust = std::move(AdjustDialog);
+        AdjustDialog = std::make_unique<frmAdjust>(m_desk, *this);
+        AdjustDialog->Open();
+    }
+    AdjustDialog->Raise = true;
+}
+
 void frmMain::ResetEditDialog() {
     if (frmEditGeometry* const editor = OpenedEditor()) {
         editor->Close();
+    }
+    if (AdjustDialog && AdjustDialog->IsOpen) {
+        AdjustDialog->Close();
     }
 }
 
 void frmMain::ReleaseClosedWindows() {
     m_formerEditor.reset();
+    m_formerAdjust.reset();
     const auto release = [](auto& window) {
         if (window && !window->IsOpen) {
             window.reset();

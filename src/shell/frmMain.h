@@ -24,7 +24,7 @@
 namespace corvanta {
 
 /// Keys that the main window takes before its controls see them.
-enum class MainKey { F5, Up, Down, Left, Right };
+enum class MainKey { F1, F5, Up, Down, Left, Right };
 
 struct KeyModifiers {
     bool Shift = false;
@@ -191,6 +191,7 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     std::int32_t m_viewLastDisplayed = vwNone;
     std::int32_t m_channelLastPlotted = 0;
     std::unique_ptr<frmEditGeometry> m_formerEditor; ///< until its view on the screen is gone
+    std::unique_ptr<frmAdjust> m_formerAdjust;       ///< the same
     bool m_unprotected = false;                      ///< no copy of the unsaved work could be kept
     bool m_linkLoadsWarned = false;
     bool m_refreshBusy = false;

@@ -2,9 +2,11 @@
 //   corvanta_screenshots FOLDER light|dark
 
 #include "desktop/AboutWindow.h"
+#include "desktop/AdjustWindow.h"
 #include "desktop/CustomChannelsWindow.h"
 #include "desktop/ExportWindow.h"
 #include "desktop/GuardedApplication.h"
+#include "desktop/PrintWindow.h"
 #include "tests/desktop/DesktopUser.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/TemporaryFolder.h"
@@ -52,6 +54,8 @@ class Photographer {
             std::cerr << "no picture of " << name.toStdString() << "\n";
         }
     }
+
+    [[nodiscard]] QString Path(const char* name) const { return m_folder + "/" + name; }
 
   private:
     QString m_folder;
@@ -116,6 +120,33 @@ void TakeAll(const std::string& userFolder, const QString& pictures) {
     user.Desk.Handle([&] { user.Logic().CustomChannelsDialog->cmdOk_Click(); });
     user.Choose(mcView, vwCustomTable);
     camera.Take(&user.Window(), "view-07-custom");
+    user.Choose(mcPrint);
+    camera.Take(user.Desk.PrintView(), "print");
+    user.Desk.Handle([&] {
+        frmPrint& dialog = *user.Logic().PrintDialog;
+        dialog.optSelectedTables.Selected = true;
+        dialog.optPrintCurrent.Selected = false;
+        for (CheckListRow& row : dialog.tvwTables.Rows) {
+            row.Checked = true;
+        }
+        dialog.chkPrintCoordinates.Checked = true;
+        dialog.cmdPreview_Click();
+    });
+    camera.Take(user.Desk.PrintView(), "print-preview");
+    user.Desk.Pages().SavePdf(camera.Path("report.pdf"));
+    user.Desk.Handle([&] { user.Logic().PrintDialog->Close(); });
+    user.Choose(mcView, vwPlot);
+    user.Choose(mcPrint);
+    user.Desk.Handle([&] {
+        user.Logic().PrintDialog->optSelectedTables.Selected = false;
+        user.Logic().PrintDialog->optPrintCurrent.Selected = true;
+        user.Logic().PrintDialog->cmdPreview_Click();
+    });
+    user.Desk.Pages().SavePdf(camera.Path("plot.pdf"));
+    user.Desk.Handle([&] { user.Logic().PrintDialog->Close(); });
+    user.Choose(mcAdjust);
+    camera.Take(user.Desk.AdjustView(), "adjust");
+    user.Desk.Handle([&] { user.Logic().AdjustDialog->cmdCancel_Click(); });
     user.Choose(mcHelpTopics);
     camera.Take(user.Desk.Help().View(), "help");
     user.Open(SamplePath("SOURCES.md")); // no document at all
