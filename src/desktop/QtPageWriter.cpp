@@ -11,7 +11,7 @@
 #include <QPrintDialog>
 
 #include <algorithm>
-#include <cmath>
+#include <utility>
 
 namespace corvanta {
 
@@ -19,14 +19,13 @@ namespace {
 
 constexpr double UnitsPerMillimetre = QtPageWriter::UnitsPerInch / 25.4;
 constexpr double UnitsPerPoint = 10;
-constexpr double UnitsPerTwip = 0.5;
 constexpr double TopMargin = 22 * UnitsPerMillimetre; ///< with the header in it
 constexpr double BottomMargin = 15 * UnitsPerMillimetre;
 constexpr double HeaderTop = 10 * UnitsPerMillimetre;
-constexpr double CellPadding = 25;
+constexpr double CellPadding = 34;
 constexpr double RowPadding = 12;
-constexpr double LeastColumn = 320;
-constexpr double WidestHead = 620; ///< a longer head is wrapped
+constexpr double LeastColumn = 270;
+constexpr double WidestHead = 400; ///< a longer head is wrapped
 constexpr double PixelsPerInch = 96;
 
 QFont FontOf(const PageFont& font) {
@@ -92,15 +91,18 @@ void QtPageWriter::FinishPage() {
 }
 
 void QtPageWriter::EndDocument() {
+    WriteWaiting(0);
     FinishPage();
 }
 
 void QtPageWriter::CancelDocument() noexcept {
+    m_waiting.clear();
     m_brush.reset();
     m_pages.clear();
 }
 
 void QtPageWriter::NewPage() {
+    WriteWaiting(0);
     if (Current().Written) {
         BeginPage();
     }
@@ -153,7 +155,7 @@ PageGeometry QtPageWriter::Geometry() const {
 }
 
 double QtPageWriter::CurrentY() const {
-    return m_y / UnitsPerMillimetre;
+    return (m_y + WaitingHeight()) / UnitsPerMillimetre;
 }
 
 void QtPageWriter::SetStyle(const std::string& name, const ParagraphStyle& style) {
@@ -169,23 +171,67 @@ QPainter& QtPageWriter::Brush() {
     return *m_brush;
 }
 
+double QtPageWriter::LineHeight(const ParagraphStyle& look, const QString& line) const {
+    const QFontMetricsF metrics(FontOf(look.Font));
+    const QRectF room(0, 0, LineEnd() - Current().Left, 1e6);
+    const double height = metrics.height() + metrics.leading() * look.LineSpacing / 100;
+    return std::max(
+        height, metrics.boundingRect(room, Qt::TextWordWrap | Qt::TextExpandTabs, line).height());
+}
+
+double QtPageWriter::HeightOf(const Paragraph& paragraph) const {
+    const ParagraphStyle& look = m_styles.at(paragraph.Style);
+    double height = (look.SpaceBefore + look.SpaceAfter) * UnitsPerPoint;
+    for (const QString& line : MessageText(paragraph.Text).split('\n')) {
+        height += LineHeight(look, line);
+    }
+    return height;
+}
+
+double QtPageWriter::WaitingHeight() const {
+    double height = 0;
+    for (const Paragraph& paragraph : m_waiting) {
+        height += HeightOf(paragraph);
+    }
+    return height;
+}
+
 void QtPageWriter::AddParagraph(const std::string& style, const std::string& text) {
-    const ParagraphStyle& look = m_styles.at(style);
-    const QFont font = FontOf(look.Font);
-    const QFontMetricsF metrics(font);
-    const double line = metrics.height() + metrics.leading() * look.LineSpacing / 100;
+    const bool title = m_styles.at(style).Font.Bold;
+    if (title) {
+        WriteWaiting(0);
+    }
+    if (title || !m_waiting.empty()) {
+        m_waiting.push_back({style, text});
+    } else {
+        WriteParagraph({style, text});
+    }
+}
+
+/// Writes what waits, on a new page where it fits there together with what comes below and does
+/// not fit here.
+void QtPageWriter::WriteWaiting(double heightBelow) {
+    const double needed = WaitingHeight() + heightBelow;
+    if (m_y + needed > PageEnd() && TopMargin + needed <= PageEnd() && Current().Written) {
+        BeginPage();
+    }
+    const std::vector<Paragraph> waiting = std::exchange(m_waiting, {});
+    for (const Paragraph& paragraph : waiting) {
+        WriteParagraph(paragraph);
+    }
+}
+
+void QtPageWriter::WriteParagraph(const Paragraph& paragraph) {
+    const ParagraphStyle& look = m_styles.at(paragraph.Style);
     m_y += look.SpaceBefore * UnitsPerPoint;
-    for (const QString& piece : MessageText(text).split('\n')) {
-        const QRectF room(0, 0, LineEnd() - Current().Left, 1e6);
-        const double height = std::max(
-            line,
-            metrics.boundingRect(room, Qt::TextWordWrap | Qt::TextExpandTabs, piece).height());
+    for (const QString& line : MessageText(paragraph.Text).split('\n')) {
+        const double height = LineHeight(look, line);
         if (m_y + height > PageEnd() && Current().Written) {
             BeginPage();
         }
-        Brush().setFont(font);
+        Brush().setFont(FontOf(look.Font));
         Brush().drawText(QRectF(Current().Left, m_y, LineEnd() - Current().Left, height),
-                         Qt::TextWordWrap | Qt::TextExpandTabs, piece);
+                         Qt::TextWordWrap | Qt::TextExpandTabs, line);
         m_y += height;
     }
     m_y += look.SpaceAfter * UnitsPerPoint;
@@ -194,13 +240,16 @@ void QtPageWriter::AddParagraph(const std::string& style, const std::string& tex
 std::vector<std::vector<QtPageWriter::TableColumn>>
 QtPageWriter::TableBlocks(const DataGrid& grid, const QFont& font) const {
     const QFontMetricsF metrics(font);
+    QFont bold = font;
+    bold.setBold(true);
+    const QFontMetricsF heads(bold);
     const auto width = [&](int column) {
-        double needed = std::max(LeastColumn, grid.ColumnWidth(column) * UnitsPerTwip * 0.6);
+        double needed = LeastColumn;
         const QString head = Cell(grid, 0, column);
         for (const QString& word : head.split(' ')) {
-            needed = std::max(needed, metrics.horizontalAdvance(word));
+            needed = std::max(needed, heads.horizontalAdvance(word));
         }
-        needed = std::max(needed, std::min(metrics.horizontalAdvance(head), WidestHead));
+        needed = std::max(needed, std::min(heads.horizontalAdvance(head), WidestHead));
         for (int row = 1; row < grid.Rows(); ++row) {
             needed = std::max(needed, metrics.horizontalAdvance(Cell(grid, row, column)));
         }
@@ -228,7 +277,9 @@ QtPageWriter::TableBlocks(const DataGrid& grid, const QFont& font) const {
 
 double QtPageWriter::RowHeight(const DataGrid& grid, int row,
                                const std::vector<TableColumn>& columns, const QFont& font) const {
-    const QFontMetricsF metrics(font);
+    QFont shown = font;
+    shown.setBold(row == 0);
+    const QFontMetricsF metrics(shown);
     double height = metrics.height();
     for (const TableColumn& column : columns) {
         if (row < grid.FixedRows()) {
@@ -269,26 +320,23 @@ void QtPageWriter::WriteRow(const DataGrid& grid, int row, const std::vector<Tab
     }
 }
 
+double QtPageWriter::BlockHeight(const DataGrid& grid, const std::vector<TableColumn>& columns,
+                                 const QFont& font) const {
+    double height = (grid.Rows() - grid.FixedRows()) * RowHeight(grid, grid.Rows(), columns, font);
+    for (int row = 0; row < grid.FixedRows(); ++row) {
+        height += RowHeight(grid, row, columns, font);
+    }
+    return height;
+}
+
 void QtPageWriter::WriteBlock(const DataGrid& grid, const std::vector<TableColumn>& columns,
                               const QFont& font) {
-    QFont bold = font;
-    bold.setBold(true);
-    std::vector<double> heads;
-    double headHeight = 0;
-    for (int row = 0; row < grid.FixedRows(); ++row) {
-        heads.push_back(RowHeight(grid, row, columns, row == 0 ? bold : font));
-        headHeight += heads.back();
-    }
-    const double rowHeight = QFontMetricsF(font).height() + 2 * RowPadding;
+    const double rowHeight = RowHeight(grid, grid.Rows(), columns, font);
     const auto writeHeads = [&] {
         for (int row = 0; row < grid.FixedRows(); ++row) {
-            WriteRow(grid, row, columns, font, heads[static_cast<std::size_t>(row)]);
+            WriteRow(grid, row, columns, font, RowHeight(grid, row, columns, font));
         }
     };
-    // Heads never stand alone at the foot of a page.
-    if (m_y + headHeight + rowHeight > PageEnd() && Current().Written) {
-        BeginPage();
-    }
     writeHeads();
     for (int row = grid.FixedRows(); row < grid.Rows(); ++row) {
         if (m_y + rowHeight > PageEnd()) {
@@ -306,7 +354,10 @@ void QtPageWriter::AddTable(const std::string& style, const DataGrid& grid) {
     const ParagraphStyle& look = m_styles.at(style);
     const QFont font = FontOf(look.Font);
     for (const std::vector<TableColumn>& columns : TableBlocks(grid, font)) {
-        m_y += look.SpaceBefore * UnitsPerPoint;
+        const double before = look.SpaceBefore * UnitsPerPoint;
+        // A table that fits on a page is not cut, and its title goes with it.
+        WriteWaiting(before + BlockHeight(grid, columns, font));
+        m_y += before;
         WriteBlock(grid, columns, font);
         m_y += look.SpaceAfter * UnitsPerPoint;
     }
@@ -317,6 +368,7 @@ void QtPageWriter::DrawPicture(const Chart2D& chart, const PageRectangle& place)
     if (view == nullptr) {
         return; // a chart that no window shows has no picture
     }
+    WriteWaiting(0);
     constexpr double Scale = UnitsPerInch / PixelsPerInch;
     const QSize size(static_cast<int>(place.Width * UnitsPerMillimetre / Scale),
                      static_cast<int>(place.Height * UnitsPerMillimetre / Scale));
@@ -387,7 +439,16 @@ void QtPageWriter::PaintAll(QPrinter& printer) const {
 }
 
 void QtPageWriter::PaintPage(QPainter& painter, int page) const {
-    painter.drawPicture(0, 0, m_pages.at(static_cast<std::size_t>(page))->Content);
+    // The toolkit enlarges a picture by the resolutions of the device and of the picture, which
+    // the scale of the painter has in it already.
+    const QPicture& content = m_pages.at(static_cast<std::size_t>(page))->Content;
+    const double resolution =
+        static_cast<double>(content.logicalDpiX()) / painter.device()->logicalDpiX();
+    painter.save();
+    painter.setPen(Qt::black); // a picture does not record what a new painter has
+    painter.scale(resolution, resolution);
+    painter.drawPicture(0, 0, content);
+    painter.restore();
     PaintHeader(painter, page);
 }
 

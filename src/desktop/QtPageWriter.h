@@ -68,6 +68,11 @@ class QtPageWriter final : public PageWriter {
         QPicture Content;
     };
 
+    struct Paragraph {
+        std::string Style;
+        std::string Text;
+    };
+
     /// One column of a table on its way to the page.
     struct TableColumn {
         int Column = 0;
@@ -82,6 +87,11 @@ class QtPageWriter final : public PageWriter {
     [[nodiscard]] double LineEnd() const;
     [[nodiscard]] double PageEnd() const;
     [[nodiscard]] QPainter& Brush();
+    [[nodiscard]] double LineHeight(const ParagraphStyle& look, const QString& line) const;
+    [[nodiscard]] double HeightOf(const Paragraph& paragraph) const;
+    [[nodiscard]] double WaitingHeight() const;
+    void WriteWaiting(double heightBelow);
+    void WriteParagraph(const Paragraph& paragraph);
     void FinishPage();
     [[nodiscard]] std::vector<std::vector<TableColumn>> TableBlocks(const DataGrid& grid,
                                                                     const QFont& font) const;
@@ -90,6 +100,8 @@ class QtPageWriter final : public PageWriter {
                                    const QFont& font) const;
     void WriteRow(const DataGrid& grid, int row, const std::vector<TableColumn>& columns,
                   const QFont& font, double height);
+    [[nodiscard]] double BlockHeight(const DataGrid& grid, const std::vector<TableColumn>& columns,
+                                     const QFont& font) const;
     void WriteBlock(const DataGrid& grid, const std::vector<TableColumn>& columns,
                     const QFont& font);
     void PaintAll(QPrinter& printer) const;
@@ -105,6 +117,10 @@ class QtPageWriter final : public PageWriter {
     double m_right = 0;
     RunningHeader m_header;
     double m_y = 0;
+
+    /// A title and what follows it, which wait for the table below them: they never stand alone at
+    /// the foot of a page.
+    std::vector<Paragraph> m_waiting;
 };
 
 } // namespace corvanta
