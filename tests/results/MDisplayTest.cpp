@@ -15,7 +15,6 @@ namespace corvanta::test {
 namespace {
 
 using testing::ElementsAre;
-using testing::ElementsAreArray;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
@@ -65,7 +64,8 @@ class MDisplayTest : public testing::Test, protected TestDesk {
     }
 
     /// The blocks of a view that is a table.
-    Blocks Table(const std::string& title, const std::string& subtitle, const std::string& grid) {
+    static Blocks Table(const std::string& title, const std::string& subtitle,
+                        const std::string& grid) {
         return Titles(title, subtitle) + Blocks{"[Normal] table\r\n" + grid, Gap};
     }
 
@@ -147,7 +147,6 @@ TEST_F(MDisplayTest, ThePagesHaveTheirMarginsStylesAndHeader) {
         {"Title1", {{"Arial", 10, true}, 20, 0, 100}}};
     EXPECT_EQ(m_pages.Styles, styles);
 
-    m_pages.Time = "13:06";
     EXPECT_EQ(Build().size(), 2U);
     EXPECT_THAT(m_pages.Pages[0].Header.Right, StartsWith("13:06  ")) << "the time of this build";
 }
@@ -247,6 +246,7 @@ TEST_F(MDisplayTest, APlotFillsALandscapePage) {
 
     EXPECT_THAT(Build(), ElementsAre(plot));
     EXPECT_EQ(m_pages.Started, 2) << "a portrait page had been started";
+    EXPECT_THAT(m_pages.Pages[0].Header.Right, StartsWith("13:06  ")) << "set up once more";
     EXPECT_EQ(m_pages.Pages[0].Orientation, poLandscape);
     ASSERT_THAT(m_pages.Pages[0].Pictures, SizeIs(1));
     const RecordingPageWriter::Picture& picture = m_pages.Pages[0].Pictures[0];

@@ -18,9 +18,6 @@ class frmPrintTest : public testing::Test, protected TestDesk {
     frmPrintTest() {
         m_program.Settings = {vwAntis, 0, vvAlongWheelTravel, 3, 3};
         m_options.PrintChassisDetails = false;
-        m_main.OnRefresh = [this] {
-            EXPECT_EQ(m_windowSystem.Current(), HourglassCursor) << "while a report is built";
-        };
     }
 
     void ChooseSelected(bool selected) {
@@ -93,17 +90,26 @@ TEST_F(frmPrintTest, ShowsTheOptions) {
 }
 
 TEST_F(frmPrintTest, PrintKeepsTheChoicesPrintsAndCloses) {
+    m_program.Settings = {vwLinkLoads, 2, vvAlongRackTravel, 3, 4};
+    m_program.Document.StaticWheel = 5;
+    m_program.Document.StaticRack = 6;
+    std::vector<std::int32_t> shown;
+    m_main.OnRefresh = [&] {
+        EXPECT_EQ(m_windowSystem.Current(), HourglassCursor) << "while a report is built";
+        shown.push_back(m_program.Settings.View);
+    };
     m_form.Open();
     ChooseSelected(true);
-    m_form.tvwTables_Click(1);
     m_form.tvwTables_Click(2);
+    m_form.tvwTables_Click(8);
     m_form.chkPageThrow.Checked = m_form.chkChassisDetails.Checked = true;
     m_form.cmdOK_Click();
-    EXPECT_EQ(Stored(), "1110 011000000000");
-    EXPECT_THAT(m_pages.Printed, ElementsAre(3U));
-    EXPECT_THAT(m_main.Calls, ElementsAre("RefreshGUI(false)", "DisplayView(2)", "DisplayView(3)",
-                                          "RefreshGUI(false)"));
-    EXPECT_EQ(m_program.Settings.View, vwAntis);
+    EXPECT_EQ(Stored(), "1110 001000001000");
+    EXPECT_THAT(m_pages.Printed, ElementsAre(5U));
+    EXPECT_THAT(m_main.Calls,
+                ElementsAre("RefreshGUI(false)", "DisplayView 3 0 1 3 4", "DisplayView 9 1 2 5 6",
+                            "DisplayView 9 2 2 5 6", "DisplayView 9 3 2 5 6", "RefreshGUI(false)"));
+    EXPECT_THAT(shown, ElementsAre(vwNone, vwLinkLoads)) << "no view while the report is built";
     EXPECT_FALSE(m_form.IsOpen);
     EXPECT_EQ(m_windowSystem.Current(), DefaultCursor);
     EXPECT_THAT(m_store.Entries, IsEmpty()) << "it opens in the middle of the screen each time";

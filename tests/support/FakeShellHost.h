@@ -33,9 +33,13 @@ class FakeShellHost final : public ShellHost {
         Calls.emplace_back(resetPosition ? "RefreshGUI(true)" : "RefreshGUI(false)");
         OnRefresh();
     }
-    void DisplayView(std::int32_t view, std::int32_t /*viewArgument*/, std::int32_t /*variable*/,
-                     int /*wheel*/, int /*rack*/) override {
-        Calls.push_back("DisplayView(" + std::to_string(view) + ")");
+    void DisplayView(std::int32_t view, std::int32_t viewArgument, std::int32_t variable, int wheel,
+                     int rack) override {
+        std::string call = "DisplayView";
+        for (const int number : {int{view}, int{viewArgument}, int{variable}, wheel, rack}) {
+            call += " " + std::to_string(number);
+        }
+        Calls.push_back(call);
     }
     [[nodiscard]] const DataGrid& Grid() const override { return m_grid; }
     [[nodiscard]] const std::string& ReportText() const override { return m_report; }

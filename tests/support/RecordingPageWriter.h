@@ -39,8 +39,6 @@ class RecordingPageWriter final : public PageWriter {
     bool Writing = false;
     int Started = 0;
     std::map<std::string, ParagraphStyle> Styles;
-    std::string Time = "13:05";
-    std::string Date = "21-Jul-24";
 
     std::vector<std::size_t> Printed; ///< the number of pages of each document that was printed
     bool CallOff = false;             ///< the user calls printing off
@@ -123,8 +121,11 @@ class RecordingPageWriter final : public PageWriter {
         Pages.back().Pictures.push_back({chart.Series.Points, chart.AxisX.Title, place});
     }
 
-    [[nodiscard]] std::string ShortTime() const override { return Time; }
-    [[nodiscard]] std::string MediumDate() const override { return Date; }
+    /// Goes on by a minute whenever it is read, from 13:05.
+    [[nodiscard]] std::string ShortTime() const override {
+        return "13:0" + std::to_string(m_minute++);
+    }
+    [[nodiscard]] std::string MediumDate() const override { return "21-Jul-24"; }
 
     void SetUpPrinter() override {
         EXPECT_FALSE(Writing);
@@ -161,6 +162,7 @@ class RecordingPageWriter final : public PageWriter {
 
     Page m_shape; ///< of the pages to come
     int m_blocksUntilFailure = 0;
+    mutable int m_minute = 5;
 };
 
 } // namespace corvanta::test
