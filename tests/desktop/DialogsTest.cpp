@@ -1,0 +1,94 @@
+#include "desktop/AdjustWindow.h"
+#include "desktop/CustomChannelsWindow.h"
+#include "desktop/ExportWindow.h"
+#include "tests/desktop/DesktopUser.h"
+#include "tests/support/SampleCorners.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTest>
+
+namespace corvanta::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class DialogsTest : public testing::Test {
+  protected:
+    DialogsTest() {
+        m_user.Start();
+        m_user.Open(SamplePath("formula-front-pushrod.WSP"));
+    }
+
+    static void Press(QWidget& window, const char* button) {
+        DesktopUser::Child<QPushButton>(window, button).click();
+    }
+
+    static void Tick(QWidget& window, const char* list, int row) {
+        DesktopUser::Child<QListWidget>(window, list).item(row)->setCheckState(Qt::Checked);
+    }
+
+    TemporaryFolder m_folder;
+    DiskFileServices m_disk;
+    DesktopUser m_user{m_folder / "settings"};
+};
+
+TEST_F(DialogsTest, ACustomTableIsComposedAndExported) {
+    m_user.Choose(mcDefineCustomTable);
+    ASSERT_NE(m_user.Desk.CustomChannelsView(), nullptr);
+    Tick(*m_user.Desk.CustomChannelsView(), "tvwChannels", 13);
+    Tick(*m_user.Desk.CustomChannelsView(), "tvwChannels", 0);
+    Press(*m_user.Desk.CustomChannelsView(), "cmdOk");
+    EXPECT_EQ(m_user.Desk.CustomChannelsView(), nullptr);
+    m_user.Choose(mcView, vwCustomTable);
+    EXPECT_EQ(m_user.Logic().grdDisplay.Cell(0, 1), "Camber Angle");
+    EXPECT_EQ(m_user.Logic().grdDisplay.Columns(), 3);
+
+    m_user.Choose(mcExportResults);
+    auto& option = DesktopUser::Child<QRadioButton>(*m_user.Desk.ExportView(), "optExport1");
+    option.click();
+    m_user.Dialog.Paths = {m_folder / "table.txt"};
+    Press(*m_user.Desk.ExportView(), "cmdExport");
+    EXPECT_EQ(m_user.Desk.ExportView(), nullptr);
+    EXPECT_THAT(m_disk.ReadBytes(m_folder / "table.txt"),
+                HasSubstr("Wheel Travel\tCamber Angle\tAckerman %"));
+    EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
+}
+
+TEST_F(DialogsTest, ComponentAndDrawingAreWritten) {
+    m_user.Dialog.Paths = {m_folder / "corner.svr", m_folder / "corner.dxf"};
+    m_user.Choose(mcExportComponent);
+    m_user.Choose(mcExportDXF);
+    EXPECT_THAT(m_disk.ReadBytes(m_folder / "corner.dxf"), HasSubstr("LINE"));
+    EXPECT_FALSE(m_disk.ReadBytes(m_folder / "corner.svr").empty());
+    EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
+}
+
+TEST_F(DialogsTest, TheRideHeightGoesThereAndBack) {
+    const PointSet before = m_user.Desk.Program().Data().Document.StaticPoints();
+    for (const char* target : {"137", "132"}) {
+        m_user.Choose(mcAdjust);
+        auto& field = DesktopUser::Child<QLineEdit>(*m_user.Desk.AdjustView(), "txtTarget");
+        field.selectAll();
+        QTest::keyClicks(&field, target);
+        Press(*m_user.Desk.AdjustView(), "cmdOK");
+        EXPECT_EQ(m_user.Desk.AdjustView(), nullptr);
+        EXPECT_EQ(m_user.Desk.Program().Data().Document.StaticPoints()[ptRHM].Z, std::stod(target));
+        EXPECT_TRUE(m_user.Desk.Program().Data().Document.ResultsValid);
+    }
+    const PointSet& after = m_user.Desk.Program().Data().Document.StaticPoints();
+    for (const PointNumber number : {ptUWO, ptLWO, ptTRO, ptTRI, ptUWIF, ptPRI, ptWC}) {
+        EXPECT_LT(Distance(before[number], after[number]), 1e-4) << number;
+    }
+    EXPECT_TRUE(m_user.Window().isWindowModified());
+    EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
+}
+
+} // namespace
+} // namespace corvanta::test
