@@ -1,11 +1,11 @@
 #include "desktop/ChartView.h"
 
+#include "desktop/QtServices.h"
 #include "model/Failure.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QFile>
 #include <QFileDialog>
 #include <QMenu>
 #include <QSvgGenerator>
@@ -31,8 +31,15 @@ QColor ColourOf(const corvanta::Colour& colour) {
     return {colour.Red, colour.Green, colour.Blue};
 }
 
+/// A chart that was not set up yet has no fonts, and one without a family can't be recorded.
 QFont FontOf(const ChartFont& font) {
-    QFont shown(QString::fromStdString(font.Family), font.Size > 0 ? font.Size : -1);
+    QFont shown = QApplication::font();
+    if (!font.Family.empty()) {
+        shown.setFamily(QString::fromStdString(font.Family));
+    }
+    if (font.Size > 0) {
+        shown.setPointSize(font.Size);
+    }
     shown.setBold(font.Bold);
     return shown;
 }
@@ -111,6 +118,13 @@ void ChartView::Colour(const Paper& paper) const {
 }
 
 void ChartView::Refresh() {
+    Load();
+    Colour(ThemePaper());
+    m_plot->replot(QCustomPlot::rpQueuedReplot);
+}
+
+/// Gives the library the chart as it is now.
+void ChartView::Load() const {
     const QString titles = QString::fromStdString(AxisX.Title).section(" = ", 0, 0) + "\n" +
                            QString::fromStdString(AxisY.Title).section(" = ", 0, 0);
     m_plot->xAxis->setLabel(QString::fromStdString(AxisX.Title));
@@ -138,12 +152,10 @@ void ChartView::Refresh() {
         m_readout->setVisible(false);
         Fit();
     }
-    Colour(ThemePaper());
     ShowMarkers();
-    m_plot->replot(QCustomPlot::rpQueuedReplot);
 }
 
-void ChartView::ShowMarkers() {
+void ChartView::ShowMarkers() const {
     m_markerX->setVisible(AxisX.Marker.has_value());
     m_markerY->setVisible(AxisY.Marker.has_value());
     const QCPRange ranges[] = {m_plot->xAxis->range(), m_plot->yAxis->range()};
@@ -157,7 +169,7 @@ void ChartView::ShowMarkers() {
     }
 }
 
-void ChartView::Fit() {
+void ChartView::Fit() const {
     if (m_shown.empty()) {
         return;
     }
@@ -227,6 +239,7 @@ QString ChartView::DataText() const {
 }
 
 void ChartView::PaintOnPaper(QPainter& painter, const QSize& size) const {
+    Load();
     Colour({Qt::white, Qt::black, ColourOf(GridColour)});
     QCPPainter paper;
     QPicture picture; // the library paints on devices of its own kind of painter
@@ -253,10 +266,8 @@ void ChartView::SaveAs(const QString& path) {
     } else if (path.endsWith(".png", Qt::CaseInsensitive)) {
         saved = m_plot->savePng(path, PictureSize.width(), PictureSize.height(), 2);
     } else {
-        QFile file(path);
-        const QByteArray bytes = DataText().toUtf8();
-        saved =
-            file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
+        WriteFile(path, DataText().toUtf8());
+        saved = true;
     }
     if (!saved) {
         throw Failure(fnFileAccess, "The file could not be written: " + path.toStdString());

@@ -56,8 +56,9 @@ class ChartView final : public QWidget, public Chart2D {
 
     [[nodiscard]] Paper ThemePaper() const;
     void Colour(const Paper& paper) const;
-    void ShowMarkers();
-    void Fit();
+    void Load() const;
+    void ShowMarkers() const;
+    void Fit() const;
     void Hover(const QPointF& at);
     void BeginRubberBand(QMouseEvent* event);
     void EndRubberBand(QMouseEvent* event);
@@ -69,8 +70,8 @@ class ChartView final : public QWidget, public Chart2D {
     QCPItemLine* m_markerX;
     QCPItemLine* m_markerY;
     QCPItemText* m_readout;
-    std::vector<ChartPoint> m_shown;
-    QString m_shownTitles;
+    mutable std::vector<ChartPoint> m_shown; ///< what the library holds of the series
+    mutable QString m_shownTitles;
     QPoint m_pressed;
 };
 

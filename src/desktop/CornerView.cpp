@@ -3,8 +3,14 @@
 #include "desktop/Desktop.h"
 #include "desktop/Guard.h"
 
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QFileDialog>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QSvgGenerator>
 
 #include <algorithm>
 #include <cmath>
@@ -43,6 +49,39 @@ void CornerView::paintEvent(QPaintEvent* event) {
     painter.drawText(upper, Qt::AlignRight | Qt::AlignBottom, tr("Front"));
     painter.drawText(whole, Qt::AlignLeft | Qt::AlignBottom, tr("Top"));
     painter.drawText(whole, Qt::AlignRight | Qt::AlignBottom, tr("Free"));
+}
+
+void CornerView::SaveAs(const QString& path) {
+    bool saved = false;
+    if (path.endsWith(".svg", Qt::CaseInsensitive)) {
+        QSvgGenerator svg;
+        svg.setFileName(path);
+        svg.setSize(size());
+        svg.setViewBox(rect());
+        QPainter painter;
+        saved = painter.begin(&svg);
+        if (saved) {
+            render(&painter);
+        }
+    } else {
+        saved = grab().save(path, "PNG");
+    }
+    if (!saved) {
+        throw Failure(fnFileAccess, "The file could not be written: " + path.toStdString());
+    }
+}
+
+void CornerView::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu menu(this);
+    menu.addAction(tr("Copy Picture"), [this] { QApplication::clipboard()->setPixmap(grab()); });
+    menu.addAction(tr("Save As..."), [this] {
+        const QString path = QFileDialog::getSaveFileName(
+            this, tr("Save Drawing"), {}, tr("PNG picture (*.png);;SVG drawing (*.svg)"));
+        if (!path.isEmpty()) {
+            SaveAs(path);
+        }
+    });
+    menu.exec(event->globalPos());
 }
 
 bool CornerView::InFreeView(const QPointF& at) const {

@@ -14,7 +14,12 @@ class CornerView final : public DrawingView {
   public:
     explicit CornerView(Desktop& desktop, QWidget* parent = nullptr);
 
+    /// Saves the drawing as it is, ".svg" as a drawing, any other as a picture. Throws Failure when
+    /// it can't be written.
+    void SaveAs(const QString& path);
+
   protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;

@@ -1,8 +1,11 @@
 #include "desktop/GridView.h"
 
+#include "desktop/QtServices.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QFileDialog>
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <QKeyEvent>
@@ -329,6 +332,10 @@ void GridView::Copy(bool withHeads) const {
     QApplication::clipboard()->setText(SelectedText(withHeads));
 }
 
+void GridView::SaveCsv(const QString& path) const {
+    WriteFile(path, QByteArray::fromStdString(m_model.Grid().CommaSeparated()));
+}
+
 bool GridView::event(QEvent* event) {
     // A selected range takes the key before the menu's command for the whole table does.
     if (event->type() == QEvent::ShortcutOverride) {
@@ -372,6 +379,14 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
     copy->setEnabled(selected);
     withHeads->setEnabled(selected);
     menu.addAction(tr("Select All"), this, &GridView::selectAll);
+    menu.addSeparator();
+    menu.addAction(tr("Save Table As CSV..."), [this] {
+        const QString path =
+            QFileDialog::getSaveFileName(this, tr("Save Table"), {}, tr("CSV table (*.csv)"));
+        if (!path.isEmpty()) {
+            SaveCsv(path.endsWith(".csv", Qt::CaseInsensitive) ? path : path + ".csv");
+        }
+    });
     menu.exec(event->globalPos());
 }
 

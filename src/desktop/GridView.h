@@ -86,6 +86,9 @@ class GridView final : public QTableView {
     /// The selected cells as tab-separated text, lines ended by a line feed.
     [[nodiscard]] QString SelectedText(bool withHeads) const;
 
+    /// Writes the whole table as comma-separated values. Throws Failure when it can't.
+    void SaveCsv(const QString& path) const;
+
   protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

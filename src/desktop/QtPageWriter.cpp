@@ -8,6 +8,7 @@
 #include <QDateTime>
 #include <QFontMetricsF>
 #include <QLocale>
+#include <QPageSetupDialog>
 #include <QPrintDialog>
 
 #include <algorithm>
@@ -27,6 +28,7 @@ constexpr double RowPadding = 12;
 constexpr double LeastColumn = 270;
 constexpr double WidestHead = 400; ///< a longer head is wrapped
 constexpr double PixelsPerInch = 96;
+constexpr int RowsBelowHeads = 3; ///< at least, at the foot of a page
 
 QFont FontOf(const PageFont& font) {
     QFont shown(QString::fromStdString(font.Family));
@@ -91,7 +93,7 @@ void QtPageWriter::FinishPage() {
 }
 
 void QtPageWriter::EndDocument() {
-    WriteWaiting(0);
+    WriteWaiting();
     FinishPage();
 }
 
@@ -102,7 +104,7 @@ void QtPageWriter::CancelDocument() noexcept {
 }
 
 void QtPageWriter::NewPage() {
-    WriteWaiting(0);
+    WriteWaiting();
     if (Current().Written) {
         BeginPage();
     }
@@ -199,7 +201,7 @@ double QtPageWriter::WaitingHeight() const {
 void QtPageWriter::AddParagraph(const std::string& style, const std::string& text) {
     const bool title = m_styles.at(style).Font.Bold;
     if (title) {
-        WriteWaiting(0);
+        WriteWaiting();
     }
     if (title || !m_waiting.empty()) {
         m_waiting.push_back({style, text});
@@ -208,11 +210,12 @@ void QtPageWriter::AddParagraph(const std::string& style, const std::string& tex
     }
 }
 
-/// Writes what waits, on a new page where it fits there together with what comes below and does
-/// not fit here.
-void QtPageWriter::WriteWaiting(double heightBelow) {
-    const double needed = WaitingHeight() + heightBelow;
-    if (m_y + needed > PageEnd() && TopMargin + needed <= PageEnd() && Current().Written) {
+/// Writes what waits, on a new page where it fits there together with all of what comes below, and
+/// does not here; what no page holds needs room for its beginning.
+void QtPageWriter::WriteWaiting(double wholeBelow, double leastBelow) {
+    const double waits = WaitingHeight();
+    const bool holdsWhole = TopMargin + waits + wholeBelow <= PageEnd();
+    if (m_y + waits + (holdsWhole ? wholeBelow : leastBelow) > PageEnd() && Current().Written) {
         BeginPage();
     }
     const std::vector<Paragraph> waiting = std::exchange(m_waiting, {});
@@ -226,7 +229,11 @@ void QtPageWriter::WriteParagraph(const Paragraph& paragraph) {
     m_y += look.SpaceBefore * UnitsPerPoint;
     for (const QString& line : MessageText(paragraph.Text).split('\n')) {
         const double height = LineHeight(look, line);
-        if (m_y + height > PageEnd() && Current().Written) {
+        const bool full = m_y + height > PageEnd() && Current().Written;
+        if (full && line.trimmed().isEmpty()) {
+            continue; // an empty line begins no page
+        }
+        if (full) {
             BeginPage();
         }
         Brush().setFont(FontOf(look.Font));
@@ -320,9 +327,10 @@ void QtPageWriter::WriteRow(const DataGrid& grid, int row, const std::vector<Tab
     }
 }
 
-double QtPageWriter::BlockHeight(const DataGrid& grid, const std::vector<TableColumn>& columns,
-                                 const QFont& font) const {
-    double height = (grid.Rows() - grid.FixedRows()) * RowHeight(grid, grid.Rows(), columns, font);
+/// Height of the heads and of a number of rows below them.
+double QtPageWriter::BlockHeight(const DataGrid& grid, int rows,
+                                 const std::vector<TableColumn>& columns, const QFont& font) const {
+    double height = rows * RowHeight(grid, grid.Rows(), columns, font);
     for (int row = 0; row < grid.FixedRows(); ++row) {
         height += RowHeight(grid, row, columns, font);
     }
@@ -356,7 +364,9 @@ void QtPageWriter::AddTable(const std::string& style, const DataGrid& grid) {
     for (const std::vector<TableColumn>& columns : TableBlocks(grid, font)) {
         const double before = look.SpaceBefore * UnitsPerPoint;
         // A table that fits on a page is not cut, and its title goes with it.
-        WriteWaiting(before + BlockHeight(grid, columns, font));
+        const int rows = grid.Rows() - grid.FixedRows();
+        WriteWaiting(before + BlockHeight(grid, rows, columns, font),
+                     before + BlockHeight(grid, std::min(rows, RowsBelowHeads), columns, font));
         m_y += before;
         WriteBlock(grid, columns, font);
         m_y += look.SpaceAfter * UnitsPerPoint;
@@ -368,13 +378,17 @@ void QtPageWriter::DrawPicture(const Chart2D& chart, const PageRectangle& place)
     if (view == nullptr) {
         return; // a chart that no window shows has no picture
     }
-    WriteWaiting(0);
+    WriteWaiting();
     constexpr double Scale = UnitsPerInch / PixelsPerInch;
+    // The report asks for the height of an empty page; below titles the picture is lower, or its
+    // axis would run off the paper.
+    const double top = place.Top * UnitsPerMillimetre;
+    const double height = std::min(place.Height * UnitsPerMillimetre, PageEnd() - top);
     const QSize size(static_cast<int>(place.Width * UnitsPerMillimetre / Scale),
-                     static_cast<int>(place.Height * UnitsPerMillimetre / Scale));
+                     static_cast<int>(height / Scale));
     QPainter& brush = Brush();
     brush.save();
-    brush.translate(place.Left * UnitsPerMillimetre, place.Top * UnitsPerMillimetre);
+    brush.translate(place.Left * UnitsPerMillimetre, top);
     brush.scale(Scale, Scale);
     view->PaintOnPaper(brush, size);
     brush.restore();
@@ -391,8 +405,7 @@ std::string QtPageWriter::MediumDate() const {
 void QtPageWriter::SetUpPrinter() {
     m_printer.setPageOrientation(m_orientation == poLandscape ? QPageLayout::Landscape
                                                               : QPageLayout::Portrait);
-    QPrintDialog dialog(&m_printer, QApplication::activeWindow());
-    dialog.setOptions(QAbstractPrintDialog::PrintToFile);
+    QPageSetupDialog dialog(&m_printer, QApplication::activeWindow());
     if (dialog.exec() == QDialog::Accepted) {
         m_orientation = m_printer.pageLayout().orientation() == QPageLayout::Landscape ? poLandscape
                                                                                        : poPortrait;

@@ -90,7 +90,7 @@ class QtPageWriter final : public PageWriter {
     [[nodiscard]] double LineHeight(const ParagraphStyle& look, const QString& line) const;
     [[nodiscard]] double HeightOf(const Paragraph& paragraph) const;
     [[nodiscard]] double WaitingHeight() const;
-    void WriteWaiting(double heightBelow);
+    void WriteWaiting(double wholeBelow = 0, double leastBelow = 0);
     void WriteParagraph(const Paragraph& paragraph);
     void FinishPage();
     [[nodiscard]] std::vector<std::vector<TableColumn>> TableBlocks(const DataGrid& grid,
@@ -100,7 +100,8 @@ class QtPageWriter final : public PageWriter {
                                    const QFont& font) const;
     void WriteRow(const DataGrid& grid, int row, const std::vector<TableColumn>& columns,
                   const QFont& font, double height);
-    [[nodiscard]] double BlockHeight(const DataGrid& grid, const std::vector<TableColumn>& columns,
+    [[nodiscard]] double BlockHeight(const DataGrid& grid, int rows,
+                                     const std::vector<TableColumn>& columns,
                                      const QFont& font) const;
     void WriteBlock(const DataGrid& grid, const std::vector<TableColumn>& columns,
                     const QFont& font);

@@ -1,10 +1,13 @@
 #include "desktop/QtServices.h"
 
+#include "model/Failure.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QSaveFile>
 
 namespace corvanta {
 
@@ -63,6 +66,13 @@ class ArrowCursor {
 };
 
 } // namespace
+
+void WriteFile(const QString& path, const QByteArray& bytes) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+        throw Failure(fnFileAccess, "The file could not be written: " + path.toStdString());
+    }
+}
 
 QString MessageText(const std::string& prompt) {
     QString text = QString::fromStdString(prompt);

@@ -60,6 +60,9 @@ class DesktopProcess final : public MachineServices {
     void Beep() override;
 };
 
+/// Writes a whole file: the old one stays when that fails. Throws Failure then.
+void WriteFile(const QString& path, const QByteArray& bytes);
+
 /// Filters of a file dialog: the pairs of description and pattern as the toolkit writes them.
 [[nodiscard]] QStringList DialogFilters(const std::string& filter);
 

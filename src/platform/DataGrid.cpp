@@ -40,4 +40,30 @@ std::string DataGrid::Text() const {
     return text;
 }
 
+namespace {
+
+std::string Quoted(const std::string& cell) {
+    if (cell.find_first_of(",\"\r\n") == std::string::npos) {
+        return cell;
+    }
+    std::string text = "\"";
+    for (const char c : cell) {
+        text += c == '"' ? "\"\"" : std::string(1, c);
+    }
+    return text + "\"";
+}
+
+} // namespace
+
+std::string DataGrid::CommaSeparated() const {
+    std::string text;
+    for (const GridRow& row : m_rows) {
+        for (std::size_t column = 0; column < row.Cells.size(); ++column) {
+            text += (column > 0 ? "," : "") + Quoted(row.Cells[column]);
+        }
+        text += "\r\n";
+    }
+    return text;
+}
+
 } // namespace corvanta

@@ -77,6 +77,10 @@ class DataGrid {
     /// TAB, no quoting.
     [[nodiscard]] std::string Text() const;
 
+    /// The whole grid as comma-separated values: a line per row ending CR LF, a cell with a comma,
+    /// a quote or a line end in quotes.
+    [[nodiscard]] std::string CommaSeparated() const;
+
   private:
     struct GridRow {
         std::vector<std::string> Cells;

@@ -72,6 +72,10 @@ void frmMain::DisplayView(std::int32_t view, std::int32_t viewArgument, std::int
     }
     m_viewLastDisplayed = settings.View;
     if (view == vwPlot) {
+        viewArgument = std::max(viewArgument, 1);
+        if (settings.View == vwPlot) {
+            settings.ViewArgument = std::max(settings.ViewArgument, 1); // an export asks by it
+        }
         m_channelLastPlotted = settings.ViewArgument;
     }
     SetupViewControls(view, viewArgument, variable, wheel, rack);

@@ -1,6 +1,8 @@
 #include "desktop/AdjustWindow.h"
+#include "desktop/CornerView.h"
 #include "desktop/CustomChannelsWindow.h"
 #include "desktop/ExportWindow.h"
+#include "desktop/GridView.h"
 #include "tests/desktop/DesktopUser.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/TemporaryFolder.h"
@@ -8,10 +10,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QTest>
+
+#include <algorithm>
 
 namespace corvanta::test {
 namespace {
@@ -68,6 +74,36 @@ TEST_F(DialogsTest, ComponentAndDrawingAreWritten) {
     EXPECT_THAT(m_disk.ReadBytes(m_folder / "corner.dxf"), HasSubstr("LINE"));
     EXPECT_FALSE(m_disk.ReadBytes(m_folder / "corner.svr").empty());
     EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
+}
+
+TEST_F(DialogsTest, ATableIsSavedAsCommaSeparatedValues) {
+    m_user.Choose(mcView, vwBarDetails);
+    m_user.Window().Grid()->SaveCsv(QString::fromStdString(m_folder / "table.csv"));
+    const std::string table = m_disk.ReadBytes(m_folder / "table.csv");
+    EXPECT_THAT(table, testing::StartsWith("Wheel Travel,ARB Rotation,"));
+    EXPECT_THAT(table, HasSubstr("\"")) << "thousands are grouped by commas";
+    EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), m_user.Logic().grdDisplay.Rows());
+}
+
+TEST_F(DialogsTest, TheFreeViewIsTurnedAndSaved) {
+    m_user.Choose(mcView, vw3d);
+    auto& view = *m_user.Window().findChild<CornerView*>();
+    const QPoint inFreeView(view.width() * 3 / 4, view.height() * 3 / 4);
+    view.SaveAs(QString::fromStdString(m_folder / "standard.svg"));
+    QTest::mousePress(&view, Qt::LeftButton, {}, inFreeView);
+    QMouseEvent drag(QEvent::MouseMove, inFreeView + QPoint(50, 20),
+                     view.mapToGlobal(inFreeView + QPoint(50, 20)), Qt::NoButton, Qt::LeftButton,
+                     {});
+    QApplication::sendEvent(&view, &drag);
+    EXPECT_NE(m_user.Logic().Wireframe.CurrentFreeView(), FreeView());
+    view.SaveAs(QString::fromStdString(m_folder / "turned.svg"));
+    EXPECT_NE(m_disk.ReadBytes(m_folder / "turned.svg"),
+              m_disk.ReadBytes(m_folder / "standard.svg"));
+    QTest::mouseDClick(&view, Qt::LeftButton, {}, inFreeView);
+    EXPECT_EQ(m_user.Logic().Wireframe.CurrentFreeView(), FreeView());
+    view.SaveAs(QString::fromStdString(m_folder / "again.svg"));
+    EXPECT_EQ(m_disk.ReadBytes(m_folder / "again.svg"),
+              m_disk.ReadBytes(m_folder / "standard.svg"));
 }
 
 TEST_F(DialogsTest, TheRideHeightGoesThereAndBack) {

@@ -59,8 +59,8 @@ class ApplicationWindowTest : public testing::Test, public ScreenUpdate, public 
     RecordingMessageBox m_box;
     FakeProcessServices m_process;
     FakeWindowSystem m_windows;
-    WindowSystem m_services{
-        m_windows, m_windows, m_windows, m_windows, m_windows, *this, FakeWindowSystem::Screen};
+    WindowSystem m_services{m_windows, m_windows, m_windows,       m_windows,
+                            m_windows, *this,     m_windows.Pages, FakeWindowSystem::Screen};
     std::unique_ptr<Application> m_application;
 
   private:

@@ -221,8 +221,8 @@ TEST_F(frmMainFilesTest, GetFileNameTellsPathNameAndExtension) {
 
 TEST_F(frmMainFilesTest, ADialogThatFailsIsToldUnlessItIsToBeQuiet) {
     BrokenDialog dialog;
-    WindowSystem windows{
-        dialog, m_windowSystem, m_windowSystem, m_windowSystem, m_windowSystem, m_windowSystem, {}};
+    WindowSystem windows{dialog,         m_windowSystem, m_windowSystem,       m_windowSystem,
+                         m_windowSystem, m_windowSystem, m_windowSystem.Pages, {}};
     Desk desk{m_program, m_files, m_messages, m_process, windows, MLibHelp(m_windows.Help),
               &m_store};
     frmMain main(desk);

@@ -287,7 +287,7 @@ TEST_F(frmMainTest, AViewArgumentLastsAsLongAsItsViewAndAPlotComesBackWithItsCha
     EXPECT_THAT(m_main.Grid().Cell(0, 1), StartsWith("Upper Rear")); // 0 shows the first
     EXPECT_EQ(choose(2), 2);
     EXPECT_THAT(m_main.Grid().Cell(0, 1), StartsWith("Lower Rear"));
-    EXPECT_EQ(change(vwPlot), 0);
+    EXPECT_EQ(change(vwPlot), 1);
     EXPECT_EQ(choose(chSteerAngle), chSteerAngle);
     EXPECT_EQ(change(vwLinkLoads), 0);
     EXPECT_EQ(change(vwPlot), chSteerAngle);
