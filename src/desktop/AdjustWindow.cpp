@@ -99,7 +99,11 @@ void AdjustWindow::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_F1) {
         m_desktop.Handle([this] { m_window.cmdHelp_Click(); });
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        m_desktop.Handle([this] { m_window.cmdApply_Click(); });
+        if (auto* button = qobject_cast<QPushButton*>(focusWidget())) {
+            button->click();
+        } else {
+            m_desktop.Handle([this] { m_window.cmdApply_Click(); });
+        }
     } else {
         QWidget::keyPressEvent(event);
     }

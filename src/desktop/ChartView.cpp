@@ -6,7 +6,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QFileDialog>
 #include <QMenu>
 #include <QSvgGenerator>
 #include <QVBoxLayout>
@@ -65,7 +64,7 @@ ChartView::ChartView(Clicked clicked, QWidget* parent)
     for (QCPAxis* frame : {m_plot->xAxis2, m_plot->yAxis2}) {
         frame->setTicks(false);
     }
-    m_plot->setInteractions(QCP::iRangeZoom | QCP::iRangeDrag);
+    m_plot->setInteractions(QCP::iRangeZoom);
     m_plot->setSelectionRectMode(QCP::srmNone);
     m_plot->setContextMenuPolicy(Qt::CustomContextMenu);
     m_markerX = new QCPItemLine(m_plot);
@@ -76,8 +75,11 @@ ChartView::ChartView(Clicked clicked, QWidget* parent)
     m_readout->setVisible(false);
     connect(m_plot, &QCustomPlot::mousePress, this, &ChartView::BeginRubberBand);
     connect(m_plot, &QCustomPlot::mouseRelease, this, &ChartView::EndRubberBand);
-    connect(m_plot, &QCustomPlot::mouseMove, this,
-            [this](QMouseEvent* event) { Hover(event->position()); });
+    connect(m_plot, &QCustomPlot::mouseMove, this, &ChartView::PanOrHover);
+    for (QCPAxis* axis : {m_plot->xAxis, m_plot->yAxis}) {
+        connect(axis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this,
+                [this] { ShowMarkers(); });
+    }
     connect(m_plot, &QCustomPlot::mouseDoubleClick, this, [this] {
         Fit();
         m_plot->replot();
@@ -213,12 +215,25 @@ void ChartView::Hover(const QPointF& at) {
     m_plot->replot(QCustomPlot::rpQueuedReplot);
 }
 
+/// The left button draws the rubber band, so it is the middle one that moves the paper.
+void ChartView::PanOrHover(QMouseEvent* event) {
+    if (!event->buttons().testFlag(Qt::MiddleButton)) {
+        Hover(event->position());
+        return;
+    }
+    const auto moved = [](const QCPAxis& axis, double from, double to) {
+        return axis.pixelToCoord(from) - axis.pixelToCoord(to);
+    };
+    m_plot->xAxis->moveRange(moved(*m_plot->xAxis, m_pressed.x(), event->pos().x()));
+    m_plot->yAxis->moveRange(moved(*m_plot->yAxis, m_pressed.y(), event->pos().y()));
+    m_pressed = event->pos();
+    m_plot->replot(QCustomPlot::rpQueuedReplot);
+}
+
 void ChartView::BeginRubberBand(QMouseEvent* event) {
     m_pressed = event->pos();
     const bool left = event->button() == Qt::LeftButton;
     m_plot->setSelectionRectMode(left ? QCP::srmZoom : QCP::srmNone);
-    // The band zooms, so the line is moved with the middle button.
-    m_plot->setInteraction(QCP::iRangeDrag, event->button() == Qt::MiddleButton);
 }
 
 void ChartView::EndRubberBand(QMouseEvent* event) {
@@ -240,13 +255,24 @@ QString ChartView::DataText() const {
 
 void ChartView::PaintOnPaper(QPainter& painter, const QSize& size) const {
     Load();
+    m_readout->setVisible(false); // the pointer's, not the report's
+    const QCPRange shown[] = {m_plot->xAxis->range(), m_plot->yAxis->range()};
+    Fit(); // paper shows the whole line, whatever is zoomed on the screen
     Colour({Qt::white, Qt::black, ColourOf(GridColour)});
-    QCPPainter paper;
     QPicture picture; // the library paints on devices of its own kind of painter
+    QCPPainter paper;
     paper.begin(&picture);
     m_plot->toPainter(&paper, size.width(), size.height());
     paper.end();
+    // The toolkit enlarges a picture by the resolutions of the device and of the picture.
+    const double resolution =
+        static_cast<double>(picture.logicalDpiX()) / painter.device()->logicalDpiX();
+    painter.save();
+    painter.scale(resolution, resolution);
     painter.drawPicture(0, 0, picture);
+    painter.restore();
+    m_plot->xAxis->setRange(shown[0]);
+    m_plot->yAxis->setRange(shown[1]);
     Colour(ThemePaper());
     m_plot->replot(QCustomPlot::rpQueuedReplot);
 }
@@ -275,8 +301,8 @@ void ChartView::SaveAs(const QString& path) {
 }
 
 void ChartView::AskAndSave() {
-    const QString path = QFileDialog::getSaveFileName(
-        this, tr("Save Plot"), {}, tr("PNG picture (*.png);;SVG drawing (*.svg);;Data (*.txt)"));
+    const QString path = AskSavePath(this, tr("Save Plot"),
+                                     tr("PNG picture (*.png);;SVG drawing (*.svg);;Data (*.txt)"));
     if (!path.isEmpty()) {
         SaveAs(path);
     }

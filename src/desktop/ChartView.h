@@ -35,7 +35,7 @@ class ChartView final : public QWidget, public Chart2D {
     /// The points as tab-separated text under their titles.
     [[nodiscard]] QString DataText() const;
 
-    /// The chart as it is drawn, black on white: for paper and for files.
+    /// The whole line, black on white: for paper and for drawings in files.
     void PaintOnPaper(QPainter& painter, const QSize& size) const;
 
     /// Saves as a picture or as data, by the extension: ".png", ".svg" or any other for text.
@@ -60,6 +60,7 @@ class ChartView final : public QWidget, public Chart2D {
     void ShowMarkers() const;
     void Fit() const;
     void Hover(const QPointF& at);
+    void PanOrHover(QMouseEvent* event);
     void BeginRubberBand(QMouseEvent* event);
     void EndRubberBand(QMouseEvent* event);
     void ShowMenu(const QPoint& at);

@@ -2,11 +2,11 @@
 
 #include "desktop/Desktop.h"
 #include "desktop/Guard.h"
+#include "desktop/QtServices.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QFileDialog>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
@@ -75,8 +75,8 @@ void CornerView::contextMenuEvent(QContextMenuEvent* event) {
     QMenu menu(this);
     menu.addAction(tr("Copy Picture"), [this] { QApplication::clipboard()->setPixmap(grab()); });
     menu.addAction(tr("Save As..."), [this] {
-        const QString path = QFileDialog::getSaveFileName(
-            this, tr("Save Drawing"), {}, tr("PNG picture (*.png);;SVG drawing (*.svg)"));
+        const QString path =
+            AskSavePath(this, tr("Save Drawing"), tr("PNG picture (*.png);;SVG drawing (*.svg)"));
         if (!path.isEmpty()) {
             SaveAs(path);
         }

@@ -23,12 +23,16 @@ WindowPlacement SizeOfScreen() {
 }
 
 /// Makes a view for a window that opened, brings it up to date, takes it away when it closed.
+/// A view that goes away is added to `dying`: an event of its own may be what closed it.
 template <typename View, typename Logic>
-void Follow(std::unique_ptr<View>& view, Logic* window, Desktop& desktop) {
+void Follow(std::unique_ptr<View>& view, Logic* window, Desktop& desktop,
+            QList<QPointer<QObject>>& dying) {
     const bool open = window != nullptr && window->IsOpen;
     if (view && (!open || !view->Shows(*window))) {
-        view->hide();
-        view.release()->deleteLater(); // an event of its own may be what closed it
+        View* const closed = view.release(); // hiding it may bring events that come here again
+        dying << closed;
+        closed->hide();
+        closed->deleteLater();
     }
     if (open && !view) {
         view = std::make_unique<View>(desktop, *window);
@@ -47,7 +51,11 @@ Desktop::Desktop(FileServices& files, ProcessServices& process, MessageBox& box,
     : m_windows{dialog, m_clipboard, m_help, m_cursor, m_locks, *this, m_pages, SizeOfScreen()},
       m_application(files, box, process, m_windows) {}
 
-Desktop::~Desktop() = default;
+Desktop::~Desktop() {
+    for (const QPointer<QObject>& view : m_dying) {
+        delete view.data();
+    }
+}
 
 QWidget* Desktop::MainWidget() const {
     return m_main.get();
@@ -83,14 +91,18 @@ void Desktop::Show() {
 }
 
 void Desktop::ShowChildWindows() {
-    Follow(m_editor, Main().EditGeometry.get(), *this);
-    Follow(m_options, Main().OptionsDialog.get(), *this);
-    Follow(m_print, Main().PrintDialog.get(), *this);
-    Follow(m_adjust, Main().AdjustDialog.get(), *this);
-    Follow(m_export, Main().ExportDialog.get(), *this);
-    Follow(m_channels, Main().CustomChannelsDialog.get(), *this);
-    Follow(m_about, &Main().About, *this);
-    Main().ReleaseClosedWindows();
+    Follow(m_editor, Main().EditGeometry.get(), *this, m_dying);
+    Follow(m_options, Main().OptionsDialog.get(), *this, m_dying);
+    Follow(m_print, Main().PrintDialog.get(), *this, m_dying);
+    Follow(m_adjust, Main().AdjustDialog.get(), *this, m_dying);
+    Follow(m_export, Main().ExportDialog.get(), *this, m_dying);
+    Follow(m_channels, Main().CustomChannelsDialog.get(), *this, m_dying);
+    Follow(m_about, &Main().About, *this, m_dying);
+    // What a view shows lives as long as the view.
+    m_dying.removeAll(QPointer<QObject>());
+    if (m_dying.isEmpty()) {
+        Main().ReleaseClosedWindows();
+    }
 }
 
 void Desktop::Update() {

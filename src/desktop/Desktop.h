@@ -7,6 +7,9 @@
 #include "platform/FileServices.h"
 #include "platform/NoWindowSystem.h"
 
+#include <QList>
+#include <QPointer>
+
 #include <functional>
 #include <memory>
 
@@ -80,6 +83,7 @@ class Desktop final : private ScreenUpdate {
     std::unique_ptr<AdjustWindow> m_adjust;
     std::unique_ptr<CustomChannelsWindow> m_channels;
     std::unique_ptr<AboutWindow> m_about;
+    QList<QPointer<QObject>> m_dying; ///< views that closed and are not gone yet
 };
 
 } // namespace corvanta

@@ -16,7 +16,7 @@ ModalDialog::ModalDialog(Desktop& desktop, Window& window, const char* name)
       m_frameOf(window) {
     setObjectName(name);
     setWindowTitle(QString::fromStdString(window.Caption));
-    setWindowModality(Qt::ApplicationModal);
+    setWindowModality(Qt::WindowModal); // the help stays free
 }
 
 QPushButton* ModalDialog::AddButton(QDialogButtonBox& buttons, const Control& control,
@@ -30,9 +30,10 @@ void ModalDialog::ShowInPlace(bool sized) {
     if (sized) {
         resize(place.Width / TwipsPerPixel, place.Height / TwipsPerPixel);
     }
-    move(place.Left / TwipsPerPixel, place.Top / TwipsPerPixel);
+    move(OnScreen({place.Left / TwipsPerPixel, place.Top / TwipsPerPixel}));
     m_binder.Show();
     show();
+    RememberFrame();
 }
 
 void ModalDialog::done(int result) {

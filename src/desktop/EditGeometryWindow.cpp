@@ -136,6 +136,8 @@ QWidget* EditGeometryWindow::BuildPointsPage() {
     });
     connect(m_points->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this] { ShowDrawings(); });
+    connect(m_points->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &EditGeometryWindow::RememberSelection);
     layout->addWidget(m_points, 1);
     auto* row = new QHBoxLayout;
     row->addWidget(
@@ -153,6 +155,7 @@ QWidget* EditGeometryWindow::BuildPointsPage() {
     page->setStretchFactor(0, 3);
     page->setStretchFactor(1, 2);
     page->setChildrenCollapsible(false);
+    connect(page, &QSplitter::splitterMoved, this, [this] { ShowDrawings(); });
     return page;
 }
 
@@ -300,7 +303,7 @@ void EditGeometryWindow::Refresh() {
 
 void EditGeometryWindow::ShowPoints() {
     m_points->Refresh();
-    const CellRange& range = m_window.grdPointsSelection;
+    const CellRange range = m_window.grdPointsSelection;
     const GridModel& model = m_points->Model();
     if (range == m_shownSelection) {
         return;
@@ -317,6 +320,18 @@ void EditGeometryWindow::ShowPoints() {
             QItemSelection(first, at(range.LastRow, range.LastColumn)),
             QItemSelectionModel::ClearAndSelect);
     }
+}
+
+void EditGeometryWindow::RememberSelection() {
+    const QItemSelection selection = m_points->selectionModel()->selection();
+    if (selection.isEmpty()) {
+        return;
+    }
+    const GridModel& model = m_points->Model();
+    const QItemSelectionRange& range = selection.constFirst();
+    m_shownSelection = {model.GridRow(range.top()), model.GridColumn(range.left()),
+                        model.GridRow(range.bottom()), model.GridColumn(range.right())};
+    m_window.grdPointsSelection = m_shownSelection;
 }
 
 void EditGeometryWindow::ShowDrawings() {

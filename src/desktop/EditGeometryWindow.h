@@ -46,6 +46,7 @@ class EditGeometryWindow final : public QWidget {
     void PlaceWindow();
     void RememberFrame();
     void ShowPoints();
+    void RememberSelection();
     void ShowDrawings();
     void Draw(DrawingView& view, const Suspension& draft, std::optional<PointNumber> ringed);
     void GiveFocus();

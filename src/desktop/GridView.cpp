@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QFileDialog>
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <QKeyEvent>
@@ -381,10 +380,9 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
     menu.addAction(tr("Select All"), this, &GridView::selectAll);
     menu.addSeparator();
     menu.addAction(tr("Save Table As CSV..."), [this] {
-        const QString path =
-            QFileDialog::getSaveFileName(this, tr("Save Table"), {}, tr("CSV table (*.csv)"));
+        const QString path = AskSavePath(this, tr("Save Table"), tr("CSV table (*.csv)"));
         if (!path.isEmpty()) {
-            SaveCsv(path.endsWith(".csv", Qt::CaseInsensitive) ? path : path + ".csv");
+            SaveCsv(path);
         }
     });
     menu.exec(event->globalPos());

@@ -12,8 +12,7 @@ void Guarded(Messages& messages, const Handler& handler) {
     try {
         handler();
     } catch (...) {
-        messages.ShowMessage("An unexpected error occurred.\rError was: " +
-                                 FailureInFlight().Description(),
+        messages.ShowMessage("There was an error.\rError was: " + FailureInFlight().Description(),
                              msExclamation);
     }
 }

@@ -15,7 +15,6 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QScreen>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
@@ -88,12 +87,7 @@ void MainWindow::PlaceWindow() {
         size = ComfortableSize;
     }
     resize(size);
-    // A place on a screen that is gone is none either.
-    QPoint corner(Pixels(place.Left), Pixels(place.Top));
-    if (QGuiApplication::screenAt(corner) == nullptr) {
-        corner = screen()->availableGeometry().topLeft();
-    }
-    move(corner);
+    move(OnScreen({Pixels(place.Left), Pixels(place.Top)}));
 }
 
 void MainWindow::BuildMenus() {

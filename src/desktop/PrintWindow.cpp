@@ -58,6 +58,13 @@ QWidget* PrintWindow::BuildSettings() {
         clicked.Checked = !clicked.Checked;
         m_window.tvwTables_Click(row);
     });
+    connect(tables, &QListWidget::itemClicked, this, [tables](QListWidgetItem* item) {
+        // A click beside the box turns the tick over too.
+        const QPoint at = tables->viewport()->mapFromGlobal(QCursor::pos());
+        if (at.x() > tables->visualItemRect(item).left() + tables->visualItemRect(item).height()) {
+            item->setCheckState(item->checkState() == Qt::Checked ? Qt::Unchecked : Qt::Checked);
+        }
+    });
     layout->addWidget(tables, 1);
     const auto addCheck = [&](CheckBox& check, const char* name) {
         auto* box = new QCheckBox(settings);
@@ -76,9 +83,9 @@ void PrintWindow::Refresh() {
     m_binder.Show();
     if (m_preview != m_window.picPages.Visible) {
         m_preview = m_window.picPages.Visible;
-        const WindowPlacement& place = m_window.Frame.Placement;
-        const QSize size(place.Width / TwipsPerPixel, place.Height / TwipsPerPixel);
-        m_preview ? resize(size) : adjustSize();
+        const WindowPlacement place = m_window.Frame.Placement; // what resizing changes
+        layout()->activate();
+        resize(place.Width / TwipsPerPixel, place.Height / TwipsPerPixel);
         move(place.Left / TwipsPerPixel, place.Top / TwipsPerPixel);
         m_pages->Refresh();
     }

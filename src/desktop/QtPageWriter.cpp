@@ -415,8 +415,14 @@ void QtPageWriter::SetUpPrinter() {
 bool QtPageWriter::Print() {
     QPrintDialog dialog(&m_printer, QApplication::activeWindow());
     dialog.setOptions(QAbstractPrintDialog::PrintToFile);
+    const QPageSize laidOut = m_printer.pageLayout().pageSize();
     if (dialog.exec() != QDialog::Accepted) {
         return false;
+    }
+    if (!m_printer.pageLayout().pageSize().isEquivalentTo(laidOut)) {
+        throw Failure(fnFileAccess,
+                      "The pages were laid out for " + laidOut.name().toStdString() +
+                          ". Print once more to have them laid out for the paper just chosen.");
     }
     PaintAll(m_printer);
     return true;
@@ -476,7 +482,9 @@ void QtPageWriter::PaintHeader(QPainter& painter, int page) const {
     painter.setFont(font);
     painter.setPen(Qt::black);
     painter.drawText(line, Qt::AlignLeft, QString::fromStdString(shown.Header.Left));
-    painter.drawText(line, Qt::AlignHCenter, QString::fromStdString(shown.Header.Centre));
+    const QString centre = QFontMetricsF(font).elidedText(
+        QString::fromStdString(shown.Header.Centre), Qt::ElideMiddle, line.width() / 3);
+    painter.drawText(line, Qt::AlignHCenter, centre);
     painter.drawText(line, Qt::AlignRight, right);
     painter.setPen(QPen(Qt::gray, 4));
     painter.drawLine(line.bottomLeft() + QPointF(0, 20), line.bottomRight() + QPointF(0, 20));

@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QSaveFile>
+#include <QScreen>
 
 namespace corvanta {
 
@@ -66,6 +67,22 @@ class ArrowCursor {
 };
 
 } // namespace
+
+QPoint OnScreen(const QPoint& corner) {
+    return QGuiApplication::screenAt(corner) != nullptr
+               ? corner
+               : QGuiApplication::primaryScreen()->availableGeometry().topLeft();
+}
+
+QString AskSavePath(QWidget* parent, const QString& title, const QString& kinds) {
+    QString kind;
+    QString path = QFileDialog::getSaveFileName(parent, title, {}, kinds, &kind);
+    const QString ending = kind.section("*", 1).section(")", 0, 0);
+    if (!path.isEmpty() && QFileInfo(path).suffix().isEmpty()) {
+        path += ending;
+    }
+    return path;
+}
 
 void WriteFile(const QString& path, const QByteArray& bytes) {
     QSaveFile file(path);

@@ -5,11 +5,14 @@
 #include "platform/WindowServices.h"
 
 #include <QLockFile>
+#include <QPoint>
 #include <QString>
 
 #include <map>
 #include <memory>
 #include <string>
+
+class QWidget;
 
 namespace corvanta {
 
@@ -59,6 +62,14 @@ class DesktopProcess final : public MachineServices {
 
     void Beep() override;
 };
+
+/// A place for the corner of a window: the one given, or one on the first screen where that is on
+/// none.
+[[nodiscard]] QPoint OnScreen(const QPoint& corner);
+
+/// Asks for a file to save to, with the ending of the chosen kind on a name typed without one;
+/// empty when the user cancels. `kinds` as the toolkit writes them.
+[[nodiscard]] QString AskSavePath(QWidget* parent, const QString& title, const QString& kinds);
 
 /// Writes a whole file: the old one stays when that fails. Throws Failure then.
 void WriteFile(const QString& path, const QByteArray& bytes);

@@ -197,7 +197,21 @@ void frmMain::Execute(int command, int tag) {
     }
 }
 
+/// A page of the editor that was left may have made the results stale; what goes out is of the
+/// document as it is now.
+bool frmMain::ResultsAtHand() {
+    if (!m_desk.Program.Document.ResultsValid) {
+        RefreshGUI(false);
+    }
+    return m_desk.Program.Document.ResultsValid;
+}
+
 bool frmMain::ExecuteExportCommand(int command) {
+    const bool writes = command == mcPrint || command == mcExportComponent ||
+                        command == mcExportDXF || command == mcExportResults;
+    if (writes && !ResultsAtHand()) {
+        return true;
+    }
     switch (command) {
     case mcPrint:
         PrintDialog = std::make_unique<frmPrint>(m_desk, *this);
@@ -277,7 +291,7 @@ frmEditGeometry* frmMain::OpenedEditor() {
 }
 
 void frmMain::OpenAdjustDialog() {
-    if (!ItemOf(mnuEdit, mcAdjust).Enabled) {
+    if (!ResultsAtHand() || !ItemOf(mnuEdit, mcAdjust).Enabled) {
         return; // the button of the toolbar stays as it is built
     }
     if (!AdjustDialog || !AdjustDialog->IsOpen) {

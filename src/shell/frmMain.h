@@ -166,6 +166,7 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     void FixTravel(std::int32_t variable);
     void GoToView(std::int32_t view);
     bool ExecuteFileCommand(int command, int tag);
+    bool ResultsAtHand();
     bool ExecuteExportCommand(int command);
     void ExecuteWindowCommand(int command);
     void New();

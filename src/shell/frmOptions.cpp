@@ -79,6 +79,7 @@ void frmOptions::cmdOK_Click() {
         m_main.ResetEditDialog();
         Close();
     } catch (...) {
+        m_main.ResetEditDialog(); // it shows the former units
         m_desk.Messages.ShowMessage("There was an error while changing the options.\rError was: " +
                                         FailureInFlight().Description(),
                                     msExclamation);
