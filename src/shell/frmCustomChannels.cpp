@@ -63,8 +63,8 @@ void frmCustomChannels::Close() {
     if (m_desk.Store != nullptr) {
         SaveWindow(Frame, *m_desk.Store, true);
     }
-    m_main.RefreshGUI(false); // may show a message, which this window has to outlive
     IsOpen = false;
+    m_main.RefreshGUI(false);
 }
 
 void frmCustomChannels::tvwChannels_NodeCheck(int row) {
