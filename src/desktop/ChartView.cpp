@@ -101,11 +101,10 @@ void ChartView::Colour(const Paper& paper) const {
     QColor zero = paper.Grid;
     zero = paper.Background.lightness() < 128 ? zero.lighter(160) : zero.darker(140);
     for (QCPAxis* axis : {m_plot->xAxis, m_plot->yAxis, m_plot->xAxis2, m_plot->yAxis2}) {
-        for (QPen pen : {QPen(paper.Ink)}) {
-            axis->setBasePen(pen);
-            axis->setTickPen(pen);
-            axis->setSubTickPen(pen);
-        }
+        const QPen pen(paper.Ink);
+        axis->setBasePen(pen);
+        axis->setTickPen(pen);
+        axis->setSubTickPen(pen);
         axis->setTickLabelColor(paper.Ink);
         axis->setLabelColor(paper.Ink);
         axis->grid()->setPen(QPen(paper.Grid, 1));

@@ -24,6 +24,10 @@ class ChartView final : public QWidget, public Chart2D {
     using Clicked = std::function<void(double x, double y)>;
 
     explicit ChartView(Clicked clicked, QWidget* parent = nullptr);
+    ChartView(const ChartView&) = delete;
+    ChartView& operator=(const ChartView&) = delete;
+    ChartView(ChartView&&) = delete;
+    ChartView& operator=(ChartView&&) = delete;
     ~ChartView() override;
 
     /// Brings the chart as it is now to the screen. Points that differ from those shown fit the

@@ -13,9 +13,9 @@ QColor ColourOf(const Colour& colour) {
 
 } // namespace
 
-RecordedSurface::RecordedSurface(double width, double height, QFont font)
+RecordedSurface::RecordedSurface(double width, double height, const QFont& font)
     : DrawingSurface(width, height),
-      m_font(std::move(font)) {}
+      m_font(font) {}
 
 void RecordedSurface::Erase() {
     m_lines.clear();
@@ -68,9 +68,9 @@ void RecordedSurface::PaintOn(QPainter& painter, double penWidth, const QColor& 
     }
 }
 
-DrawingView::DrawingView(QColor paper, double penWidth, QWidget* parent)
+DrawingView::DrawingView(const QColor& paper, double penWidth, QWidget* parent)
     : QWidget(parent),
-      m_paper(std::move(paper)),
+      m_paper(paper),
       m_penWidth(penWidth),
       m_surface(width(), height(), font()) {
     setMinimumSize(200, 160);

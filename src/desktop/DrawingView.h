@@ -15,7 +15,7 @@ namespace corvanta {
 /// Keeps what is drawn on it and paints it as often as a window asks, antialiased.
 class RecordedSurface final : public DrawingSurface {
   public:
-    RecordedSurface(double width, double height, QFont font);
+    RecordedSurface(double width, double height, const QFont& font);
 
     /// Paints the record on paper of a colour. The pen is in the surface's own units. The texts of
     /// the top edge, a legend, cover the lines behind them.
@@ -30,15 +30,15 @@ class RecordedSurface final : public DrawingSurface {
 
   private:
     struct Line {
-        double X1, Y1, X2, Y2;
+        double X1 = 0, Y1 = 0, X2 = 0, Y2 = 0;
         Colour Drawn;
     };
     struct Circle {
-        double X, Y, Radius;
+        double X = 0, Y = 0, Radius = 0;
         Colour Drawn;
     };
     struct Text {
-        double X, Y;
+        double X = 0, Y = 0;
         std::string Written;
         Colour Drawn;
     };
@@ -54,7 +54,7 @@ class DrawingView : public QWidget {
     Q_OBJECT
 
   public:
-    DrawingView(QColor paper, double penWidth, QWidget* parent = nullptr);
+    DrawingView(const QColor& paper, double penWidth, QWidget* parent = nullptr);
 
     /// The surface to draw on, of the size of the view; `update` shows what was drawn.
     [[nodiscard]] RecordedSurface& Surface() { return m_surface; }
