@@ -46,14 +46,9 @@ CustomChannelsWindow::CustomChannelsWindow(Desktop& desktop, frmCustomChannels& 
     grid->addWidget(channels, 1, 0);
     grid->addWidget(m_selected, 1, 1);
     grid->addLayout(moves, 1, 2);
-    auto* buttons = new QDialogButtonBox(this);
-    AddButton(*buttons, window.cmdOk, QDialogButtonBox::AcceptRole, "cmdOk", [this] {
-        m_window.cmdOk_Click();
-    })->setDefault(true);
-    AddButton(*buttons, window.cmdCancel, QDialogButtonBox::RejectRole, "cmdCancel",
-              [this] { m_window.cmdCancel_Click(); });
-    AddButton(*buttons, window.cmdHelp, QDialogButtonBox::HelpRole, "cmdHelp",
-              [this] { m_window.cmdHelp_Click(); });
+    QDialogButtonBox* buttons = Foot(
+        window.cmdOk, "cmdOk", [this] { m_window.cmdOk_Click(); }, window.cmdCancel,
+        window.cmdHelp);
     grid->addWidget(buttons, 2, 0, 1, 3);
     ShowInPlace(true);
 }

@@ -25,6 +25,16 @@ QPushButton* ModalDialog::AddButton(QDialogButtonBox& buttons, const Control& co
     return AddDialogButton(m_binder, buttons, control, role, name, std::move(clicked));
 }
 
+QDialogButtonBox* ModalDialog::Foot(const Control& accept, const char* name, Binder::Event accepted,
+                                    const Control& cancel, const Control& help) {
+    auto* buttons = new QDialogButtonBox(this);
+    AddButton(*buttons, accept, QDialogButtonBox::AcceptRole, name, std::move(accepted))
+        ->setDefault(true);
+    AddButton(*buttons, cancel, QDialogButtonBox::RejectRole, "cmdCancel", [this] { Cancel(); });
+    AddButton(*buttons, help, QDialogButtonBox::HelpRole, "cmdHelp", [this] { Help(); });
+    return buttons;
+}
+
 void ModalDialog::ShowInPlace(bool sized) {
     const WindowPlacement& place = m_frameOf.Frame.Placement;
     if (sized) {

@@ -31,6 +31,10 @@ class ModalDialog : public QDialog {
                            QDialogButtonBox::ButtonRole role, const char* name,
                            Binder::Event clicked);
 
+    /// The foot of the dialog: the default button, "Cancel" and "Help".
+    QDialogButtonBox* Foot(const Control& accept, const char* name, Binder::Event accepted,
+                           const Control& cancel, const Control& help);
+
     /// Puts the dialog where its window stands and shows it.
     void ShowInPlace(bool sized);
 

@@ -30,14 +30,9 @@ ExportWindow::ExportWindow(Desktop& desktop, frmExport& window)
     header->setObjectName("chkHeader");
     m_binder.Bind(header, window.chkHeader, [] {});
     layout->addWidget(header);
-    auto* buttons = new QDialogButtonBox(this);
-    AddButton(*buttons, window.cmdExport, QDialogButtonBox::AcceptRole, "cmdExport", [this] {
-        m_window.cmdExport_Click();
-    })->setDefault(true);
-    AddButton(*buttons, window.cmdCancel, QDialogButtonBox::RejectRole, "cmdCancel",
-              [this] { m_window.cmdCancel_Click(); });
-    AddButton(*buttons, window.cmdHelp, QDialogButtonBox::HelpRole, "cmdHelp",
-              [this] { m_window.cmdHelp_Click(); });
+    QDialogButtonBox* buttons = Foot(
+        window.cmdExport, "cmdExport", [this] { m_window.cmdExport_Click(); }, window.cmdCancel,
+        window.cmdHelp);
     layout->addWidget(buttons);
     ShowInPlace(false);
 }

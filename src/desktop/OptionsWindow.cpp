@@ -21,14 +21,9 @@ OptionsWindow::OptionsWindow(Desktop& desktop, frmOptions& window)
                              {&window.optPoundsPerInch, "optPoundsPerInch"}}));
     layout->addLayout(groups);
     layout->addStretch(1);
-    auto* buttons = new QDialogButtonBox(this);
-    AddButton(*buttons, window.cmdOK, QDialogButtonBox::AcceptRole, "cmdOK", [this] {
-        m_window.cmdOK_Click();
-    })->setDefault(true);
-    AddButton(*buttons, window.cmdCancel, QDialogButtonBox::RejectRole, "cmdCancel",
-              [this] { m_window.cmdCancel_Click(); });
-    AddButton(*buttons, window.cmdHelp, QDialogButtonBox::HelpRole, "cmdHelp",
-              [this] { m_window.cmdHelp_Click(); });
+    QDialogButtonBox* buttons = Foot(
+        window.cmdOK, "cmdOK", [this] { m_window.cmdOK_Click(); }, window.cmdCancel,
+        window.cmdHelp);
     layout->addWidget(buttons);
     ShowInPlace(false);
 }

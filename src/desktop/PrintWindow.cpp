@@ -14,22 +14,19 @@ PrintWindow::PrintWindow(Desktop& desktop, frmPrint& window)
     : ModalDialog(desktop, window, "frmPrint"),
       m_window(window),
       m_pages(new PagePreview(desktop.Pages(), this)) {
+    constexpr int Margin = frmPrint::PageMargin / TwipsPerPixel;
     auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(Margin, Margin, Margin, Margin);
     layout->addWidget(BuildSettings());
     layout->addWidget(m_pages, 1);
     m_binder.Bind(static_cast<QWidget*>(m_pages), window.picPages);
-    auto* buttons = new QDialogButtonBox(this);
-    AddButton(*buttons, window.cmdOK, QDialogButtonBox::AcceptRole, "cmdOK", [this] {
-        m_window.cmdOK_Click();
-    })->setDefault(true);
+    QDialogButtonBox* buttons = Foot(
+        window.cmdOK, "cmdOK", [this] { m_window.cmdOK_Click(); }, window.cmdCancel,
+        window.cmdHelp);
     AddButton(*buttons, window.cmdPreview, QDialogButtonBox::ActionRole, "cmdPreview",
               [this] { m_window.cmdPreview_Click(); });
     AddButton(*buttons, window.cmdSetup, QDialogButtonBox::ActionRole, "cmdSetup",
               [this] { m_window.cmdSetup_Click(); });
-    AddButton(*buttons, window.cmdCancel, QDialogButtonBox::RejectRole, "cmdCancel",
-              [this] { m_window.cmdCancel_Click(); });
-    AddButton(*buttons, window.cmdHelp, QDialogButtonBox::HelpRole, "cmdHelp",
-              [this] { m_window.cmdHelp_Click(); });
     layout->addWidget(buttons);
     ShowInPlace(false);
 }
