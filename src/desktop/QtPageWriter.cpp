@@ -57,17 +57,26 @@ Qt::Alignment SideOf(const DataGrid& grid, int column) {
 
 } // namespace
 
-QtPageWriter::QtPageWriter() : m_printer(QPrinter::HighResolution) {
-    m_printer.setFullPage(true); // the margins are those of the report
-    m_printer.setCreator("Corvanta");
-}
-
 QtPageWriter::~QtPageWriter() {
     CancelDocument();
 }
 
+QPrinter& QtPageWriter::Printer() {
+    if (!m_printer) {
+        m_printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+        m_printer->setFullPage(true); // the margins are those of the report
+        m_printer->setCreator("Corvanta");
+    }
+    return *m_printer;
+}
+
+void QtPageWriter::TakePaper() {
+    m_paper = Printer().pageLayout().pageSize();
+}
+
 void QtPageWriter::StartDocument(const std::string& name) {
     CancelDocument();
+    TakePaper();
     m_name = QString::fromStdString(name);
     BeginPage();
 }
@@ -127,7 +136,7 @@ void QtPageWriter::SetHeader(const RunningHeader& header) {
 }
 
 QSizeF QtPageWriter::SizeOf(const Page& page) const {
-    QSizeF size = m_printer.pageLayout().pageSize().size(QPageSize::Point) * UnitsPerPoint;
+    QSizeF size = m_paper.size(QPageSize::Point) * UnitsPerPoint;
     const bool landscape = page.Orientation == poLandscape;
     return landscape == (size.width() > size.height()) ? size : size.transposed();
 }
@@ -403,28 +412,28 @@ std::string QtPageWriter::MediumDate() const {
 }
 
 void QtPageWriter::SetUpPrinter() {
-    m_printer.setPageOrientation(m_orientation == poLandscape ? QPageLayout::Landscape
-                                                              : QPageLayout::Portrait);
-    QPageSetupDialog dialog(&m_printer, QApplication::activeWindow());
+    QPrinter& printer = Printer();
+    printer.setPageOrientation(m_orientation == poLandscape ? QPageLayout::Landscape
+                                                            : QPageLayout::Portrait);
+    QPageSetupDialog dialog(&printer, QApplication::activeWindow());
     if (dialog.exec() == QDialog::Accepted) {
-        m_orientation = m_printer.pageLayout().orientation() == QPageLayout::Landscape ? poLandscape
-                                                                                       : poPortrait;
+        m_orientation =
+            printer.pageLayout().orientation() == QPageLayout::Landscape ? poLandscape : poPortrait;
     }
 }
 
 bool QtPageWriter::Print() {
-    QPrintDialog dialog(&m_printer, QApplication::activeWindow());
+    QPrintDialog dialog(&Printer(), QApplication::activeWindow());
     dialog.setOptions(QAbstractPrintDialog::PrintToFile);
-    const QPageSize laidOut = m_printer.pageLayout().pageSize();
     if (dialog.exec() != QDialog::Accepted) {
         return false;
     }
-    if (!m_printer.pageLayout().pageSize().isEquivalentTo(laidOut)) {
+    if (!Printer().pageLayout().pageSize().isEquivalentTo(m_paper)) {
         throw Failure(fnFileAccess,
-                      "The pages were laid out for " + laidOut.name().toStdString() +
+                      "The pages were laid out for " + m_paper.name().toStdString() +
                           ". Print once more to have them laid out for the paper just chosen.");
     }
-    PaintAll(m_printer);
+    PaintAll(Printer());
     return true;
 }
 
@@ -432,7 +441,7 @@ void QtPageWriter::SavePdf(const QString& path) {
     QPrinter pdf(QPrinter::HighResolution);
     pdf.setOutputFormat(QPrinter::PdfFormat);
     pdf.setOutputFileName(path);
-    pdf.setPageSize(m_printer.pageLayout().pageSize());
+    pdf.setPageSize(m_paper);
     pdf.setFullPage(true);
     pdf.setCreator("Corvanta");
     PaintAll(pdf);

@@ -3,6 +3,7 @@
 #include "platform/PageWriter.h"
 
 #include <QFont>
+#include <QPageSize>
 #include <QPainter>
 #include <QPicture>
 #include <QPrinter>
@@ -20,7 +21,7 @@ class QtPageWriter final : public PageWriter {
   public:
     static constexpr double UnitsPerInch = 720;
 
-    QtPageWriter();
+    QtPageWriter() = default;
     QtPageWriter(const QtPageWriter&) = delete;
     QtPageWriter& operator=(const QtPageWriter&) = delete;
     QtPageWriter(QtPageWriter&&) = delete;
@@ -79,6 +80,10 @@ class QtPageWriter final : public PageWriter {
         double Width = 0;
     };
 
+    /// Made at its first use: asking the system for its printers takes time that a start has not.
+    [[nodiscard]] QPrinter& Printer();
+    void TakePaper();
+
     [[nodiscard]] Page& Current() { return *m_pages.back(); }
     [[nodiscard]] const Page& Current() const { return *m_pages.back(); }
     void BeginPage();
@@ -108,11 +113,12 @@ class QtPageWriter final : public PageWriter {
     void PaintAll(QPrinter& printer) const;
     void PaintHeader(QPainter& painter, int page) const;
 
-    QPrinter m_printer;
+    std::unique_ptr<QPrinter> m_printer; ///< see `Printer`
     QString m_name;
     std::map<std::string, ParagraphStyle> m_styles;
     std::vector<std::unique_ptr<Page>> m_pages;
     std::unique_ptr<QPainter> m_brush; ///< on the current page
+    QPageSize m_paper{QPageSize::A4};  ///< of the printer, once there is one
     PageOrientation m_orientation = poPortrait;
     double m_left = 0;
     double m_right = 0;
