@@ -310,12 +310,14 @@ Suspension frmEditGeometry::Draft() const {
     return draft;
 }
 
-Suspension frmEditGeometry::Example() const {
+Suspension frmEditGeometry::Example() {
     SuspensionData choice = m_desk.Program.Document.Data;
     TakeType(choice);
-    std::optional<Suspension> example =
-        MechanismExample(choice, SamplesFolder(m_desk.Process), m_desk.Program.Units, m_desk.Files);
-    return example ? *std::move(example) : Draft();
+    if (!m_example || m_example->Data != choice) {
+        m_example = MechanismExample(choice, SamplesFolder(m_desk.Process), m_desk.Program.Units,
+                                     m_desk.Files);
+    }
+    return m_example ? *m_example : Draft();
 }
 
 // --- Faults -------------------------------------------------------------------------------------

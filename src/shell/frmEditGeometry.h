@@ -105,7 +105,8 @@ class frmEditGeometry final : public Window {
     [[nodiscard]] Suspension Draft() const;
 
     /// A corner that shows the mechanisms chosen, for a drawing: a sample, or without one `Draft`.
-    [[nodiscard]] Suspension Example() const;
+    /// The sample is read again only when the choice has changed.
+    [[nodiscard]] Suspension Example();
 
     /// The point of a row of the table; none for its heads.
     [[nodiscard]] std::optional<PointNumber> PointAtRow(int row) const;
@@ -179,7 +180,8 @@ class frmEditGeometry final : public Window {
 
     Desk& m_desk;
     ShellHost& m_main;
-    TypeChoices m_shownType{};  ///< as the document's choices show
+    std::optional<Suspension> m_example; ///< of the choices in its data
+    TypeChoices m_shownType{};           ///< as the document's choices show
     bool m_resultsLost = false; ///< leaving a page changed a document that had been calculated
 };
 
