@@ -185,7 +185,7 @@ QToolButton* MainWindow::StepButton(const char* icon, QComboBox* box, int direct
     button->setAutoRepeat(true);
     button->setFocusPolicy(Qt::NoFocus);
     button->setToolTip(box->toolTip());
-    connect(button, &QToolButton::clicked, this, [this, box, direction] { Step(box, direction); });
+    connect(button, &QToolButton::clicked, this, [box, direction] { Step(box, direction); });
     return button;
 }
 

@@ -61,7 +61,7 @@ class MainWindow final : public QMainWindow {
     void ShowStatus();
     void GiveFocus();
     bool TakeKey(QKeyEvent* event);
-    void Step(QComboBox* box, int direction);
+    static void Step(QComboBox* box, int direction);
 
     Desktop& m_desktop;
     frmMain& m_window;

@@ -292,7 +292,7 @@ QtPageWriter::TableBlocks(const DataGrid& grid, const QFont& font) const {
 }
 
 double QtPageWriter::RowHeight(const DataGrid& grid, int row,
-                               const std::vector<TableColumn>& columns, const QFont& font) const {
+                               const std::vector<TableColumn>& columns, const QFont& font) {
     QFont shown = font;
     shown.setBold(row == 0);
     const QFontMetricsF metrics(shown);

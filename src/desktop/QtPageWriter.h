@@ -100,9 +100,9 @@ class QtPageWriter final : public PageWriter {
     void FinishPage();
     [[nodiscard]] std::vector<std::vector<TableColumn>> TableBlocks(const DataGrid& grid,
                                                                     const QFont& font) const;
-    [[nodiscard]] double RowHeight(const DataGrid& grid, int row,
-                                   const std::vector<TableColumn>& columns,
-                                   const QFont& font) const;
+    [[nodiscard]] static double RowHeight(const DataGrid& grid, int row,
+                                          const std::vector<TableColumn>& columns,
+                                          const QFont& font);
     void WriteRow(const DataGrid& grid, int row, const std::vector<TableColumn>& columns,
                   const QFont& font, double height);
     [[nodiscard]] double BlockHeight(const DataGrid& grid, int rows,
