@@ -32,7 +32,6 @@ void Follow(std::unique_ptr<View>& view, Logic* window, Desktop& desktop,
         View* const closed = view.release(); // hiding it may bring events that come here again
         dying << closed;
         closed->hide();
-        closed->deleteLater();
     }
     if (open && !view) {
         view = std::make_unique<View>(desktop, *window);
@@ -71,7 +70,9 @@ StartResult Desktop::Start() {
 }
 
 void Desktop::Handle(const std::function<void()>& event) {
+    ++m_running;
     Guarded(m_application.MessageService(), event);
+    --m_running;
     Show();
 }
 
@@ -98,10 +99,20 @@ void Desktop::ShowChildWindows() {
     Follow(m_export, Main().ExportDialog.get(), *this, m_dying);
     Follow(m_channels, Main().CustomChannelsDialog.get(), *this, m_dying);
     Follow(m_about, &Main().About, *this, m_dying);
-    // What a view shows lives as long as the view.
+    if (m_running == 0) {
+        ReleaseClosedWindows();
+    }
+}
+
+/// Not while an event runs: one that shows a message or brings the screen up to date comes here in
+/// its middle, and it may be an event of the very window that closed.
+void Desktop::ReleaseClosedWindows() {
     m_dying.removeAll(QPointer<QObject>());
-    if (m_dying.isEmpty()) {
+    if (m_dying.isEmpty()) { // what a view shows lives as long as the view
         Main().ReleaseClosedWindows();
+    }
+    for (const QPointer<QObject>& view : m_dying) {
+        view->deleteLater();
     }
 }
 

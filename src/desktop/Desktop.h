@@ -65,6 +65,7 @@ class Desktop final : private ScreenUpdate {
   private:
     void Update() override;
     void ShowChildWindows();
+    void ReleaseClosedWindows();
 
     QtMessageBox m_ownBox;
     QtFileDialog m_ownDialog;
@@ -84,6 +85,7 @@ class Desktop final : private ScreenUpdate {
     std::unique_ptr<CustomChannelsWindow> m_channels;
     std::unique_ptr<AboutWindow> m_about;
     QList<QPointer<QObject>> m_dying; ///< views that closed and are not gone yet
+    int m_running = 0;                ///< events that have not ended, one within the other
 };
 
 } // namespace corvanta

@@ -11,11 +11,14 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -65,6 +68,55 @@ TEST_F(DialogsTest, ACustomTableIsComposedAndExported) {
     EXPECT_THAT(m_disk.ReadBytes(m_folder / "table.txt"),
                 HasSubstr("Wheel Travel\tCamber Angle\tAckerman %"));
     EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
+}
+
+TEST_F(DialogsTest, TheChannelsOfTheCustomTableArePutInOrder) {
+    m_user.Choose(mcDefineCustomTable);
+    QDialog& editor = *m_user.Desk.CustomChannelsView();
+    for (const int id : {5, 7, 2}) {
+        Tick(editor, "tvwChannels", id - 1);
+    }
+    auto& selected = DesktopUser::Child<QListWidget>(editor, "lstSelected");
+    const auto order = [&] {
+        QStringList texts;
+        for (int row = 0; row < selected.count(); ++row) {
+            texts << selected.item(row)->text();
+        }
+        return texts;
+    };
+    const QStringList before = order();
+    ASSERT_EQ(before.size(), 3);
+    selected.setCurrentRow(2);
+    Press(editor, "cmdMoveUp");
+    Press(editor, "cmdMoveUp");
+    Press(editor, "cmdMoveUp"); // it is at the top
+    EXPECT_EQ(order(), (QStringList{before[2], before[0], before[1]}));
+    EXPECT_EQ(selected.currentRow(), 0) << "the channel stays selected";
+    Press(editor, "cmdMoveDown");
+    EXPECT_EQ(order(), (QStringList{before[0], before[2], before[1]}));
+    Press(editor, "cmdOk");
+    EXPECT_THAT(m_user.Desk.Program().Data().CustomChannels.Ids(), testing::ElementsAre(5, 2, 7));
+}
+
+TEST_F(DialogsTest, AWindowOutlivesTheEventThatClosesIt) {
+    m_user.Choose(mcDefineCustomTable);
+    const QPointer<QWidget> view = m_user.Desk.CustomChannelsView();
+    m_user.Desk.Handle([&] {
+        m_user.Logic().CustomChannelsDialog->Close();
+        QEventLoop loop; // as that of a message that closing brings up
+        QTimer::singleShot(0, &loop, [&] {
+            m_user.Desk.Show();
+            QTimer::singleShot(0, &loop, &QEventLoop::quit);
+        });
+        loop.exec();
+        m_user.Desk.Show();
+        EXPECT_TRUE(view != nullptr && !view->isVisible());
+        EXPECT_NE(m_user.Logic().CustomChannelsDialog, nullptr);
+    });
+    QTest::qWait(1);
+    m_user.Desk.Show();
+    EXPECT_TRUE(view == nullptr);
+    EXPECT_EQ(m_user.Logic().CustomChannelsDialog, nullptr);
 }
 
 TEST_F(DialogsTest, ComponentAndDrawingAreWritten) {
