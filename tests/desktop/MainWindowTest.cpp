@@ -11,7 +11,9 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDragEnterEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
@@ -334,6 +336,31 @@ TEST_F(MainWindowTest, AnExceptionInAnEventIsReportedAndTheNextEventWorks) {
     QTimer::singleShot(0, &m_user.Window(), [] { throw std::runtime_error("in the toolkit"); });
     QTest::qWait(20);
     EXPECT_THAT(m_user.Box.Prompts().back(), HasSubstr("in the toolkit"));
+}
+
+TEST_F(MainWindowTest, AFileDroppedOnTheWindowOpens) {
+    const std::string path = Copied("touring-front-wishbone.WSP", "front.WSP");
+    const auto drop = [this](const QList<QUrl>& urls) {
+        QMimeData data;
+        data.setUrls(urls);
+        const QPoint at = m_user.Window().rect().center();
+        QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&m_user.Window(), &enter);
+        if (enter.isAccepted()) {
+            QDropEvent event(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+            QApplication::sendEvent(&m_user.Window(), &event);
+        }
+        return enter.isAccepted();
+    };
+    const QUrl file = QUrl::fromLocalFile(QString::fromStdString(path));
+    EXPECT_FALSE(drop({file, file}));
+    EXPECT_FALSE(drop({QUrl("https://example.org/front.WSP")}));
+    EXPECT_EQ(m_user.Desk.Program().Data().DocumentPath, "");
+    EXPECT_TRUE(drop({file}));
+    EXPECT_EQ(m_user.Desk.Program().Data().DocumentPath, path);
+    EXPECT_TRUE(m_user.Desk.Program().Data().Document.ResultsValid);
+    EXPECT_TRUE(drop({QUrl::fromLocalFile("/no/such/corner.WSP")}));
+    EXPECT_EQ(m_user.Box.Shown.size(), 1U);
 }
 
 TEST_F(MainWindowTest, AFailedFileLeavesTheStartPageAndAFailedCalculationItsReason) {
