@@ -5,10 +5,36 @@
 
 #include <QCloseEvent>
 #include <QListWidget>
+#include <QMouseEvent>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
 namespace corvanta {
+
+namespace {
+
+/// Lets a click anywhere on a row turn its tick over, as one on its box does.
+class WholeRowTick final : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+  protected:
+    bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
+                     const QModelIndex& index) override {
+        if (!event->isSinglePointEvent()) {
+            return QStyledItemDelegate::editorEvent(event, model, option, index);
+        }
+        if (event->type() != QEvent::MouseButtonRelease ||
+            static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton) {
+            return false;
+        }
+        const bool ticked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+        return model->setData(index, ticked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+    }
+};
+
+} // namespace
 
 PrintWindow::PrintWindow(Desktop& desktop, frmPrint& window)
     : ModalDialog(desktop, window, "frmPrint"),
@@ -55,13 +81,7 @@ QWidget* PrintWindow::BuildSettings() {
         clicked.Checked = !clicked.Checked;
         m_window.tvwTables_Click(row);
     });
-    connect(tables, &QListWidget::itemClicked, this, [tables](QListWidgetItem* item) {
-        // A click beside the box turns the tick over too.
-        const QPoint at = tables->viewport()->mapFromGlobal(QCursor::pos());
-        if (at.x() > tables->visualItemRect(item).left() + tables->visualItemRect(item).height()) {
-            item->setCheckState(item->checkState() == Qt::Checked ? Qt::Unchecked : Qt::Checked);
-        }
-    });
+    tables->setItemDelegate(new WholeRowTick(tables));
     layout->addWidget(tables, 1);
     const auto addCheck = [&](CheckBox& check, const char* name) {
         auto* box = new QCheckBox(settings);

@@ -4,11 +4,14 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QSaveFile>
 #include <QScreen>
+
+#include <algorithm>
 
 namespace corvanta {
 
@@ -54,6 +57,11 @@ int AnswerOf(int button) {
     }
 }
 
+/// The ending of the files of a kind: ".png" of "PNG picture (*.png)".
+QString EndingOf(const QString& kind) {
+    return kind.section('*', 1).section(')', 0, 0);
+}
+
 /// The plain cursor while a question is open: the wait cursor of the command that asks would say
 /// that it is not the user who is waited for.
 class ArrowCursor {
@@ -77,11 +85,23 @@ QPoint OnScreen(const QPoint& corner) {
 QString AskSavePath(QWidget* parent, const QString& title, const QString& kinds) {
     QString kind;
     QString path = QFileDialog::getSaveFileName(parent, title, {}, kinds, &kind);
-    const QString ending = kind.section("*", 1).section(")", 0, 0);
-    if (!path.isEmpty() && QFileInfo(path).suffix().isEmpty()) {
-        path += ending;
+    const QStringList offered = kinds.split(";;");
+    const bool ends = std::any_of(offered.begin(), offered.end(), [&](const QString& other) {
+        return path.endsWith(EndingOf(other), Qt::CaseInsensitive);
+    });
+    if (path.isEmpty() || ends) {
+        return path;
     }
-    return path;
+    // The dialog asked about the name as it was typed.
+    const QString whole = path + EndingOf(kind.isEmpty() ? offered.constFirst() : kind);
+    const bool replace =
+        !QFileInfo::exists(whole) ||
+        QMessageBox::question(parent, title,
+                              QObject::tr("%1 already exists.\nDo you want to replace it?")
+                                  .arg(QDir::toNativeSeparators(whole)),
+                              QMessageBox::Yes | QMessageBox::No,
+                              QMessageBox::No) == QMessageBox::Yes;
+    return replace ? whole : QString();
 }
 
 void WriteFile(const QString& path, const QByteArray& bytes) {

@@ -1,7 +1,15 @@
 #include "tests/desktop/DesktopUser.h"
 
+#include <gtest/gtest.h>
+
 #include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QTest>
 
 namespace corvanta::test {
@@ -14,6 +22,82 @@ std::optional<FileNameAnswer> ScriptedFileDialog::Ask(const FileNameRequest& req
     FileNameAnswer answer{Paths.front(), 1};
     Paths.pop_front();
     return answer;
+}
+
+WaitingUser::WaitingUser() {
+    constexpr int Interval = 5; // ms
+    m_timer.setInterval(Interval);
+    m_timer.setSingleShot(true);
+    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { Look(); });
+    m_timer.start();
+}
+
+void WaitingUser::Look() {
+    m_timer.start(); // anew each time: an answer may bring up the next dialog before it ends
+    QWidget* const popup = QApplication::activePopupWidget();
+    QWidget* const waiting = popup != nullptr ? popup : QApplication::activeModalWidget();
+    const bool waits = qobject_cast<QMenu*>(waiting) != nullptr ||
+                       qobject_cast<QMessageBox*>(waiting) != nullptr ||
+                       (waiting != nullptr && waiting->windowModality() == Qt::ApplicationModal);
+    if (!waits) {
+        return;
+    }
+    const auto answer = m_answers.empty() ? [](QWidget&) { return false; } : m_answers.front();
+    if (!m_answers.empty()) {
+        m_answers.pop_front();
+    }
+    if (!answer(*waiting)) {
+        ADD_FAILURE() << "Unexpected: " << waiting->metaObject()->className();
+        waiting->close();
+    }
+}
+
+void WaitingUser::Expect(std::function<bool(QWidget& dialog)> look) {
+    m_answers.push_back(std::move(look));
+}
+
+void WaitingUser::Pick(const QString& entry) {
+    Expect([entry](QWidget& waiting) {
+        auto* const menu = qobject_cast<QMenu*>(&waiting);
+        const QList<QAction*> actions = menu != nullptr ? menu->actions() : QList<QAction*>();
+        for (QAction* const action : actions) {
+            if (action->text() == entry && action->isEnabled()) {
+                menu->setActiveAction(action);
+                QTest::keyClick(menu, Qt::Key_Return);
+                return true;
+            }
+        }
+        return false;
+    });
+}
+
+void WaitingUser::SaveAs(const QString& path, const QString& kind) {
+    Expect([path, kind](QWidget& waiting) {
+        auto* const dialog = qobject_cast<QFileDialog*>(&waiting);
+        if (dialog == nullptr) {
+            return false;
+        }
+        const QStringList kinds = dialog->nameFilters().filter(kind);
+        if (kinds.size() != 1) {
+            return false;
+        }
+        dialog->findChild<QComboBox*>("fileTypeCombo")->setCurrentText(kinds.constFirst());
+        dialog->selectNameFilter(kinds.constFirst());
+        dialog->findChild<QLineEdit*>("fileNameEdit")->setText(path);
+        dialog->findChild<QDialogButtonBox*>("buttonBox")->button(QDialogButtonBox::Save)->click();
+        return true;
+    });
+}
+
+void WaitingUser::Press(QMessageBox::StandardButton button) {
+    Expect([button](QWidget& waiting) {
+        auto* const box = qobject_cast<QMessageBox*>(&waiting);
+        if (box == nullptr || box->button(button) == nullptr) {
+            return false;
+        }
+        box->button(button)->click();
+        return true;
+    });
 }
 
 DesktopUser::DesktopUser(const std::string& userFolder)

@@ -8,7 +8,11 @@
 #include "tests/support/FakeProcessServices.h"
 #include "tests/support/RecordingMessageBox.h"
 
+#include <QMessageBox>
+#include <QTimer>
+
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -21,6 +25,34 @@ class ScriptedFileDialog final : public FileDialog {
     std::vector<FileNameRequest> Requests;
 
     std::optional<FileNameAnswer> Ask(const FileNameRequest& request) override;
+};
+
+/// Answers the menus and dialogs of the toolkit that wait for a user, one after the other as they
+/// come up. One that is not the next expected is closed and fails the test.
+class WaitingUser {
+  public:
+    WaitingUser();
+
+    /// Picks an entry of a context menu.
+    void Pick(const QString& entry);
+
+    /// Saves under a name, in the kind of file that begins as told.
+    void SaveAs(const QString& path, const QString& kind);
+
+    /// Presses a button of a message.
+    void Press(QMessageBox::StandardButton button);
+
+    /// Looks at a dialog and closes it; `look` tells whether it is the one expected.
+    void Expect(std::function<bool(QWidget& dialog)> look);
+
+    /// Whether everything expected came.
+    [[nodiscard]] bool Done() const { return m_answers.empty(); }
+
+  private:
+    void Look();
+
+    QTimer m_timer;
+    std::deque<std::function<bool(QWidget&)>> m_answers;
 };
 
 /// Files on disk, with the per-user folder where a test wants it.
@@ -68,7 +100,7 @@ class DesktopUser {
     void Start();
 
     [[nodiscard]] frmMain& Logic() { return Desk.Main(); }
-    [[nodiscard]] MainWindow& Window() { return *Desk.MainView(); }
+    [[nodiscard]] MainWindow& Window() const { return *Desk.MainView(); }
 
     /// Opens a document through the menu.
     void Open(const std::string& path);
