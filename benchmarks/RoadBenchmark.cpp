@@ -1,3 +1,4 @@
+#include "benchmarks/AgainstPositions.h"
 #include "benchmarks/Documents.h"
 #include "calculation/SCalcs.h"
 #include "export/MExport.h"
@@ -8,8 +9,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -80,8 +79,8 @@ void BM_Export(benchmark::State& state) {
 }
 BENCHMARK(BM_Export)->Unit(benchmark::kMicrosecond);
 
-/// The component file 2.2 of the full grid: a calculation and its export. The counter holds both
-/// together against the positions alone, the best of both in turns.
+/// The component file 2.2 of the full grid: a calculation and its export. Both together are held
+/// against the positions alone.
 void BM_ExportComponent(benchmark::State& state) {
     LoadedProgram program(TBar, FullGrid);
     WindowOver window(program);
@@ -90,28 +89,11 @@ void BM_ExportComponent(benchmark::State& state) {
     const BatchExport batch;
     const ExportPlace place{*program, *window, program.Files(), program.MessageSink(),
                             window.Process()};
-    using Clock = std::chrono::steady_clock;
-    std::string errorText;
-    double best = 1;
-    double bestPositions = 1;
-    for (auto _ : state) {
-        const auto begin = Clock::now();
+    TimeAgainstPositions(state, program->Document, [&] {
         RunCalculation(program->Document, program->Channels, program.MessageSink());
         ExportResults(place, etSuspvar2_2, path, &batch);
-        const auto middle = Clock::now();
-        state.PauseTiming();
-        if (!SolveGrid(program->Document, errorText)) {
-            state.SkipWithError(errorText.c_str());
-            return;
-        }
-        const std::chrono::duration<double> whole = middle - begin;
-        const std::chrono::duration<double> positions = Clock::now() - middle;
-        best = std::min(best, whole.count());
-        bestPositions = std::min(bestPositions, positions.count());
-        state.ResumeTiming();
-    }
+    });
     std::remove(path.c_str());
-    state.counters["times_positions"] = best / bestPositions;
 }
 BENCHMARK(BM_ExportComponent)->Unit(benchmark::kMicrosecond);
 

@@ -1,3 +1,4 @@
+#include "benchmarks/AgainstPositions.h"
 #include "benchmarks/Allocations.h"
 #include "benchmarks/Documents.h"
 
@@ -113,30 +114,12 @@ BENCHMARK_CAPTURE(BM_SolveGrid, tworockers, TwoRockers)
     ->Arg(49)
     ->Unit(benchmark::kMicrosecond);
 
-/// A whole calculation, properties included. The counter holds it against the positions alone, the
-/// best of both in turns.
+/// A whole calculation, properties included, held against the positions alone.
 void BM_RunCalculation(benchmark::State& state, const char* sample) {
     LoadedProgram program(sample, static_cast<int>(state.range(0)));
-    std::string errorText;
-    using Clock = std::chrono::steady_clock;
-    double bestPositions = 1;
-    double best = 1;
-    for (auto _ : state) {
-        const auto begin = Clock::now();
+    TimeAgainstPositions(state, program->Document, [&] {
         RunCalculation(program->Document, program->Channels, program.MessageSink());
-        const auto middle = Clock::now();
-        state.PauseTiming();
-        if (!SolveGrid(program->Document, errorText) || !program->Document.ResultsValid) {
-            state.SkipWithError("The calculation failed");
-            return;
-        }
-        const std::chrono::duration<double> whole = middle - begin;
-        const std::chrono::duration<double> positions = Clock::now() - middle;
-        best = std::min(best, whole.count());
-        bestPositions = std::min(bestPositions, positions.count());
-        state.ResumeTiming();
-    }
-    state.counters["times_positions"] = best / bestPositions;
+    });
 }
 BENCHMARK_CAPTURE(BM_RunCalculation, strut, Strut)->Arg(11)->Arg(49)->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(BM_RunCalculation, pushrod, Pushrod)
