@@ -338,7 +338,7 @@ void QtPageWriter::WriteRow(const DataGrid& grid, int row, const std::vector<Tab
 
 /// Height of the heads and of a number of rows below them.
 double QtPageWriter::BlockHeight(const DataGrid& grid, int rows,
-                                 const std::vector<TableColumn>& columns, const QFont& font) const {
+                                 const std::vector<TableColumn>& columns, const QFont& font) {
     double height = rows * RowHeight(grid, grid.Rows(), columns, font);
     for (int row = 0; row < grid.FixedRows(); ++row) {
         height += RowHeight(grid, row, columns, font);

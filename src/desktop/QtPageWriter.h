@@ -105,9 +105,9 @@ class QtPageWriter final : public PageWriter {
                                           const QFont& font);
     void WriteRow(const DataGrid& grid, int row, const std::vector<TableColumn>& columns,
                   const QFont& font, double height);
-    [[nodiscard]] double BlockHeight(const DataGrid& grid, int rows,
-                                     const std::vector<TableColumn>& columns,
-                                     const QFont& font) const;
+    [[nodiscard]] static double BlockHeight(const DataGrid& grid, int rows,
+                                            const std::vector<TableColumn>& columns,
+                                            const QFont& font);
     void WriteBlock(const DataGrid& grid, const std::vector<TableColumn>& columns,
                     const QFont& font);
     void PaintAll(QPrinter& printer) const;
