@@ -24,6 +24,10 @@ class ShellHost : public ViewHost {
     /// Closes the geometry editor and the window that adjusts the geometry, if they are open.
     virtual void ResetEditDialog() = 0;
 
+    /// Asks whether what is typed in the open geometry editor and not applied may go; true when
+    /// there is nothing of the kind.
+    virtual bool MayDropEdits() = 0;
+
     /// The geometry editor while it is open, none otherwise.
     [[nodiscard]] virtual frmEditGeometry* OpenedEditor() = 0;
 

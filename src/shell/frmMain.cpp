@@ -311,6 +311,15 @@ void frmMain::ResetEditDialog() {
     }
 }
 
+bool frmMain::MayDropEdits() {
+    constexpr int Question = msYesNo + msExclamation;
+    const frmEditGeometry* const editor = OpenedEditor();
+    return editor == nullptr || !editor->HasUnappliedChanges() ||
+           m_desk.Messages.ShowMessage("Suspension Properties holds changes that are not "
+                                       "applied.\rDiscard them?",
+                                       Question) == maYes;
+}
+
 void frmMain::ReleaseClosedWindows() {
     m_formerEditor.reset();
     m_formerAdjust.reset();

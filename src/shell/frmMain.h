@@ -100,7 +100,7 @@ class frmMain final : public ShellHost, public MainControls, public Window {
 
     /// Opens a document in the place of the current one, and calculates. A file that can't be used
     /// is reported and leaves an empty document. Unsaved work is kept for the next start; only when
-    /// that fails is the user asked.
+    /// that fails, or for values not applied yet, is the user asked.
     void FileOpen(const std::string& path);
 
     /// Saves the document as folder and base name of `path` with the extension ".WSP".
@@ -110,6 +110,7 @@ class frmMain final : public ShellHost, public MainControls, public Window {
                      ChosenFile& chosen, bool quietOnError) override;
 
     void ResetEditDialog() override;
+    bool MayDropEdits() override;
 
     [[nodiscard]] frmEditGeometry* OpenedEditor() override;
 

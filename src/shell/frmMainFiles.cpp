@@ -193,6 +193,9 @@ void frmMain::ShowNoDocument() {
 
 void frmMain::FileOpen(const std::string& path) {
     Program& program = m_desk.Program;
+    if (!MayDropEdits()) {
+        return;
+    }
     // Unsaved work that makes room for another file is offered again. Without a copy it would be
     // lost, and the user decides.
     const bool kept = program.Modified && Recovery.Keep(program);
@@ -246,8 +249,8 @@ void frmMain::EnterRecentFile(const std::string& path) {
 
 bool frmMain::QueryUnload() {
     Program& program = m_desk.Program;
-    const bool pending =
-        EditGeometry && EditGeometry->IsOpen && EditGeometry->HasUnappliedChanges();
+    frmEditGeometry* const editor = OpenedEditor();
+    const bool pending = editor != nullptr && editor->HasUnappliedChanges();
     if (!program.Modified && !pending) {
         return true;
     }
@@ -255,8 +258,8 @@ bool frmMain::QueryUnload() {
     switch (m_desk.Messages.ShowMessage("Save changes?", Question)) {
     case maYes:
         if (pending) {
-            EditGeometry->cmdApply_Click();
-            if (EditGeometry->HasUnappliedChanges()) {
+            editor->cmdApply_Click();
+            if (editor->HasUnappliedChanges()) {
                 return false; // what can't be applied must not be lost
             }
         }

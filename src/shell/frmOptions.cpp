@@ -73,6 +73,9 @@ void frmOptions::Close() {
 }
 
 void frmOptions::cmdOK_Click() {
+    if (!m_main.MayDropEdits()) {
+        return;
+    }
     try {
         TakeUnits();
         m_main.RefreshGUI(false);

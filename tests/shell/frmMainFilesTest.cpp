@@ -346,6 +346,32 @@ TEST_F(frmMainFilesTest, ClosingStaysWhenWhatIsTypedCannotBeTakenOrTheNameIsNotG
     EXPECT_EQ(m_windowSystem.Requests.size(), 1U);
 }
 
+TEST_F(frmMainFilesTest, WhatIsTypedAndNotAppliedIsAskedAboutBeforeItGoes) {
+    const std::string question =
+        "Suspension Properties holds changes that are not applied.\rDiscard them?";
+    Open(SampleBytes());
+    TypeInEditor("4");
+    const auto openOther = [this](int answer) {
+        m_box.Answers = {answer};
+        return Open(SampleBytes("saloon-front-strut.WSP"), "/cars/b.WSP");
+    };
+    EXPECT_THAT(openOther(maNo), ElementsAre(question));
+    EXPECT_EQ(m_program.DocumentPath, Path);
+    ASSERT_NE(m_main.OpenedEditor(), nullptr);
+    EXPECT_TRUE(m_main.OpenedEditor()->HasUnappliedChanges());
+
+    m_main.Execute(mcOptions, 0);
+    m_box.Answers = {maNo};
+    m_main.OptionsDialog->cmdOK_Click();
+    EXPECT_THAT(m_box.Prompts(), ElementsAre(question, question));
+    EXPECT_TRUE(m_main.OptionsDialog->IsOpen && m_main.OpenedEditor() != nullptr);
+    m_main.OptionsDialog->Close();
+
+    EXPECT_THAT(openOther(maYes), ElementsAre(question));
+    EXPECT_EQ(m_program.DocumentPath, "/cars/b.WSP");
+    EXPECT_EQ(m_main.OpenedEditor(), nullptr);
+}
+
 TEST_F(frmMainFilesTest, UnsavedWorkThatMakesRoomIsKeptAndSaysSo) {
     Open(SampleBytes());
     Edit("3");

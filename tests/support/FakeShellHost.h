@@ -46,6 +46,9 @@ class FakeShellHost final : public ShellHost {
     [[nodiscard]] const Chart2D* Chart() const override { return nullptr; }
     void ResetEditDialog() override { Calls.emplace_back("ResetEditDialog"); }
 
+    bool DropsEdits = true; ///< the user's answer
+    bool MayDropEdits() override { return DropsEdits; }
+
     frmEditGeometry* Editor = nullptr; ///< the editor that is open
     [[nodiscard]] frmEditGeometry* OpenedEditor() override { return Editor; }
 
