@@ -136,6 +136,9 @@ void frmAdjust::Apply() {
     const CMousePointer wait(m_desk.Windows.Cursor, HourglassCursor);
     std::string errorText;
     try {
+        if (!TakeTypedEdits()) {
+            return;
+        }
         FollowDocument();
         TakeTarget(errorText);
         TakeOver();
@@ -148,8 +151,18 @@ void frmAdjust::Apply() {
         }
         m_desk.Messages.ShowMessage(report, msExclamation);
         txtTarget_LostFocus(); // marks a target that is no number
+        if (frmEditGeometry* const editor = m_main.OpenedEditor()) {
+            editor->PointsToGrid(); // the reference point has kept the target
+        }
         Focus = &txtTarget;
     }
+}
+
+/// What is typed in an open editor belongs to the corner that the user sees, and the new points
+/// would take its place in the table. False when the editor can't apply it, which it told.
+bool frmAdjust::TakeTypedEdits() {
+    frmEditGeometry* const editor = m_main.OpenedEditor();
+    return editor == nullptr || !editor->HasUnappliedChanges() || editor->Apply();
 }
 
 /// Solves the corner at the target. Throws Failure when it can't be; the reference point keeps the
@@ -179,7 +192,7 @@ void frmAdjust::TakeOver() {
         if (editor->Apply()) {
             return;
         }
-        // It told which of its pages it could not apply; the new points stand all the same.
+        // It told why it could not apply; the new points stand all the same.
     }
     InitGeometry(program.Document, program.Channels, program.Units, m_desk.Messages);
     m_main.RefreshGUI(true);

@@ -59,6 +59,7 @@ class frmAdjust final : public Window {
     void ShowHeight();
     void UpdateDifference();
     [[nodiscard]] double TargetHeight() const;
+    bool TakeTypedEdits();
     void TakeTarget(std::string& errorText);
     void TakeOver();
 

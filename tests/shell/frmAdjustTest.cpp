@@ -273,13 +273,17 @@ class frmAdjustWithEditorTest : public EditGeometryTest {
     frmAdjust m_adjust{m_desk, m_main};
 };
 
-TEST_F(frmAdjustWithEditorTest, TheEditorTakesThePointsAndAppliesWhatItHolds) {
+TEST_F(frmAdjustWithEditorTest, WhatIsTypedIsAppliedFirstAndTheEditorTakesTheNewPoints) {
     Type(m_form->txtTotalMass, "700");
+    const double lower = m_document.StaticPoints()[ptLWO].X + 3;
+    TypeX(ptLWO, std::to_string(lower));
     Suspension expected = m_document;
+    expected.StaticPoints()[ptLWO].X = lower;
+    CalculateCorner(expected);
     std::string errorText;
     ASSERT_TRUE(AdjustRideHeight(expected, errorText, 5, true));
     ApplyTarget("127");
-    EXPECT_THAT(m_main.Calls, ElementsAre("RefreshGUI(true)"));
+    EXPECT_THAT(m_main.Calls, ElementsAre("RefreshGUI(true)", "RefreshGUI(true)"));
     EXPECT_EQ(m_document.StaticPoints()[ptLWO], expected.StaticPoints()[ptLWO])
         << "no digit is lost on the way through the table";
     EXPECT_EQ(CellX(ptLWO), FormatChannelValue(m_program.Units, expected.StaticPoints()[ptLWO].X,
@@ -290,15 +294,22 @@ TEST_F(frmAdjustWithEditorTest, TheEditorTakesThePointsAndAppliesWhatItHolds) {
     EXPECT_THAT(Prompts(), IsEmpty());
 }
 
-TEST_F(frmAdjustWithEditorTest, AnEditorThatCantApplyTellsItAndThePointsStand) {
+TEST_F(frmAdjustWithEditorTest, AnEditorThatCantApplyTellsItAndNothingMoves) {
+    const PointSet before = m_document.StaticPoints();
     Type(m_form->txtBump, "much");
     ApplyTarget("127");
     EXPECT_THAT(Prompts(), ElementsAre(HasSubstr("There was an error while applying data.")));
-    EXPECT_THAT(m_main.Calls, ElementsAre("RefreshGUI(true)"));
-    EXPECT_EQ(m_document.StaticPoints()[ptRHM].Z, 127);
-    EXPECT_TRUE(m_document.ResultsValid) << "of the new points";
-    EXPECT_EQ(m_adjust.labCurrent.Text, "127.00");
-    EXPECT_TRUE(m_program.Modified);
+    EXPECT_EQ(m_document.StaticPoints(), before);
+    EXPECT_EQ(m_adjust.txtTarget.Text, "127") << "to be applied once the fault is mended";
+    EXPECT_EQ(m_form->txtBump.Text, "much");
+}
+
+TEST_F(frmAdjustWithEditorTest, AfterATargetOutOfReachTheEditorShowsWhatIsStored) {
+    ApplyTarget("900");
+    EXPECT_THAT(Prompts(), ElementsAre(HasSubstr("Unable to complete calculations")));
+    EXPECT_EQ(m_document.StaticPoints()[ptRHM].Z, 900);
+    EXPECT_EQ(m_form->grdPoints.Cell(RowOf(ptRHM), 3), "900.00");
+    EXPECT_FALSE(m_form->HasUnappliedChanges());
 }
 
 } // namespace
