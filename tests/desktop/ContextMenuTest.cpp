@@ -1,7 +1,6 @@
 #include "desktop/ChartView.h"
 #include "desktop/CornerView.h"
 #include "desktop/GridView.h"
-#include "desktop/GuardedApplication.h"
 #include "tests/desktop/DesktopUser.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/TemporaryFolder.h"
@@ -32,13 +31,7 @@ class ContextMenuTest : public testing::Test {
     ContextMenuTest() {
         m_user.Start();
         m_user.Open(SamplePath("formula-front-pushrod.WSP"));
-        static_cast<GuardedApplication*>(qApp)->ReportTo(&m_user.Desk.Program().MessageService());
     }
-    ~ContextMenuTest() override { static_cast<GuardedApplication*>(qApp)->ReportTo(nullptr); }
-    ContextMenuTest(const ContextMenuTest&) = delete;
-    ContextMenuTest& operator=(const ContextMenuTest&) = delete;
-    ContextMenuTest(ContextMenuTest&&) = delete;
-    ContextMenuTest& operator=(ContextMenuTest&&) = delete;
 
     static void RightClick(QWidget& view) {
         const QPoint at = view.rect().center();

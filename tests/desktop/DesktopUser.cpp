@@ -1,5 +1,7 @@
 #include "tests/desktop/DesktopUser.h"
 
+#include "desktop/GuardedApplication.h"
+
 #include <gtest/gtest.h>
 
 #include <QAction>
@@ -13,6 +15,14 @@
 #include <QTest>
 
 namespace corvanta::test {
+
+namespace {
+
+void ReportEventsTo(Messages* messages) {
+    static_cast<GuardedApplication*>(qApp)->ReportTo(messages);
+}
+
+} // namespace
 
 std::optional<FileNameAnswer> ScriptedFileDialog::Ask(const FileNameRequest& request) {
     Requests.push_back(request);
@@ -106,7 +116,12 @@ DesktopUser::DesktopUser(const std::string& userFolder)
     Process.Folder = CORVANTA_PROGRAM_FOLDER; // help and samples lie beside the program
 }
 
+DesktopUser::~DesktopUser() {
+    ReportEventsTo(nullptr);
+}
+
 void DesktopUser::Start() {
+    ReportEventsTo(&Desk.Program().MessageService());
     static_cast<void>(Desk.Start());
     Desk.Handle([this] { Logic().TakeDownSplash(); });
     static_cast<void>(QTest::qWaitForWindowActive(Desk.MainView()));

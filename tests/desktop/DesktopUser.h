@@ -95,8 +95,13 @@ class DesktopUser {
   public:
     /// `userFolder` holds the user's settings.
     explicit DesktopUser(const std::string& userFolder);
+    ~DesktopUser();
+    DesktopUser(const DesktopUser&) = delete;
+    DesktopUser& operator=(const DesktopUser&) = delete;
+    DesktopUser(DesktopUser&&) = delete;
+    DesktopUser& operator=(DesktopUser&&) = delete;
 
-    /// Starts the program and clicks the splash away.
+    /// Starts the program, which reports what its events throw, and clicks the splash away.
     void Start();
 
     [[nodiscard]] frmMain& Logic() { return Desk.Main(); }

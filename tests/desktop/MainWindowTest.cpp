@@ -1,6 +1,5 @@
 #include "desktop/AboutWindow.h"
 #include "desktop/GridView.h"
-#include "desktop/GuardedApplication.h"
 #include "tests/desktop/DesktopUser.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/TemporaryFolder.h"
@@ -33,11 +32,7 @@ using testing::IsEmpty;
 /// A user in front of the program, with a folder of their own.
 class MainWindowTest : public testing::Test {
   protected:
-    MainWindowTest() {
-        m_user.Start();
-        static_cast<GuardedApplication*>(qApp)->ReportTo(&m_user.Desk.Program().MessageService());
-    }
-    ~MainWindowTest() override { static_cast<GuardedApplication*>(qApp)->ReportTo(nullptr); }
+    MainWindowTest() { m_user.Start(); }
 
     /// A copy of a sample in the user's folder.
     std::string Copied(const std::string& sample, const std::string& name) {
