@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 namespace {
 
 [[noreturn]] void Refuse(std::error_code reason) {
-    throw Failure(fnFileAccess, reason.message());
+    throw std::system_error(reason);
 }
 
 /// The reason of the stream operation that has just failed. The streams keep none of their own; the
@@ -46,6 +46,22 @@ void WriteStraight(const fs::path& path, std::string_view bytes, std::ios::openm
     Checked(stream,
             [&] { stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size())); });
     Checked(stream, [&] { stream.close(); });
+}
+
+std::string ReadStraight(const fs::path& path) {
+    std::ifstream stream;
+    Checked(stream, [&] { stream.open(path, std::ios::binary); });
+    std::string bytes;
+    std::array<char, 65536> block{};
+    while (stream) {
+        errno = 0;
+        stream.read(block.data(), static_cast<std::streamsize>(block.size()));
+        if (stream.bad()) {
+            Refuse(StreamReason());
+        }
+        bytes.append(block.data(), static_cast<std::size_t>(stream.gcount()));
+    }
+    return bytes;
 }
 
 /// The path with every link at its end followed, whether or not its target exists.
@@ -122,13 +138,13 @@ void ReplaceFile(const fs::path& target, std::string_view bytes, const fs::file_
     temporary.MoveTo(target);
 }
 
-/// Runs file work and turns the failures of the library into ours.
+/// Runs work on a file and turns the failures of the platform into ours, which name the file.
 template <typename Work>
-void Translated(const Work& work) {
+void Translated(const std::string& path, const Work& work) {
     try {
         work();
-    } catch (const fs::filesystem_error& error) {
-        Refuse(error.code());
+    } catch (const std::system_error& error) {
+        throw Failure(fnFileAccess, error.code().message() + ": " + path);
     }
 }
 
@@ -167,7 +183,7 @@ std::string DiskFileServices::FullPath(const std::string& path) const {
 }
 
 void DiskFileServices::MakeFolder(const std::string& path) {
-    Translated([&] { fs::create_directories(PathOf(path)); });
+    Translated(path, [&] { fs::create_directories(PathOf(path)); });
 }
 
 std::string DiskFileServices::ReadBytes(const std::string& path) {
@@ -177,24 +193,16 @@ std::string DiskFileServices::ReadBytes(const std::string& path) {
     if (status.type() == fs::file_type::not_found) {
         throw Failure(fnFileNotFound, "File not found");
     }
-    RefuseFolder(status);
-    std::ifstream stream;
-    Checked(stream, [&] { stream.open(file, std::ios::binary); });
     std::string bytes;
-    std::array<char, 65536> block{};
-    while (stream) {
-        errno = 0;
-        stream.read(block.data(), static_cast<std::streamsize>(block.size()));
-        if (stream.bad()) {
-            Refuse(StreamReason());
-        }
-        bytes.append(block.data(), static_cast<std::size_t>(stream.gcount()));
-    }
+    Translated(path, [&] {
+        RefuseFolder(status);
+        bytes = ReadStraight(file);
+    });
     return bytes;
 }
 
 void DiskFileServices::WriteBytes(const std::string& path, std::string_view bytes) {
-    Translated([&] {
+    Translated(path, [&] {
         const fs::path target = FollowLinks(PathOf(path));
         const fs::file_status status = fs::status(target);
         RefuseFolder(status);
@@ -207,14 +215,14 @@ void DiskFileServices::WriteBytes(const std::string& path, std::string_view byte
 }
 
 void DiskFileServices::AppendBytes(const std::string& path, std::string_view bytes) {
-    Translated([&] {
+    Translated(path, [&] {
         RefuseFolder(fs::status(PathOf(path)));
         WriteStraight(PathOf(path), bytes, std::ios::app);
     });
 }
 
 void DiskFileServices::DeleteFile(const std::string& path) {
-    Translated([&] {
+    Translated(path, [&] {
         const fs::path file = PathOf(path);
         RefuseFolder(fs::symlink_status(file));
         if (!fs::remove(file)) {
