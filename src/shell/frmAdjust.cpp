@@ -143,6 +143,7 @@ void frmAdjust::Apply() {
         TakeTarget(errorText);
         TakeOver();
         Refresh();
+        Focus = &txtTarget;
     } catch (...) {
         std::string report = "Unable to complete calculations for adjusted geometry.\rReason: " +
                              FailureInFlight().Description();
@@ -151,11 +152,22 @@ void frmAdjust::Apply() {
         }
         m_desk.Messages.ShowMessage(report, msExclamation);
         txtTarget_LostFocus(); // marks a target that is no number
-        if (frmEditGeometry* const editor = m_main.OpenedEditor()) {
-            editor->PointsToGrid(); // the reference point has kept the target
-        }
+        ShowKeptTarget();
         Focus = &txtTarget;
     }
+}
+
+/// The reference point keeps a target out of reach, and every table shows it there.
+void frmAdjust::ShowKeptTarget() {
+    Suspension& document = m_desk.Program.Document;
+    if (document.StaticPoints()[ptRHM].Z == m_currentHeight) { // exactly: it never took a target
+        return;
+    }
+    if (frmEditGeometry* const editor = m_main.OpenedEditor()) {
+        editor->PointsToGrid();
+    }
+    document.ResultsValid = false;
+    m_main.RefreshGUI(false);
 }
 
 /// What is typed in an open editor belongs to the corner that the user sees, and the new points

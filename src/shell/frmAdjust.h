@@ -60,6 +60,7 @@ class frmAdjust final : public Window {
     void UpdateDifference();
     [[nodiscard]] double TargetHeight() const;
     bool TakeTypedEdits();
+    void ShowKeptTarget();
     void TakeTarget(std::string& errorText);
     void TakeOver();
 
