@@ -12,7 +12,6 @@
 #include <QPainter>
 #include <QSvgGenerator>
 
-#include <algorithm>
 #include <cmath>
 
 namespace corvanta {
@@ -21,8 +20,6 @@ namespace {
 
 constexpr double DegreesPerPixel = 0.4;
 constexpr double ZoomPerStep = 1.15; ///< of a notch of the wheel
-constexpr double LeastZoom = 0.2;
-constexpr double MostZoom = 20;
 constexpr double PenWidth = 2;
 constexpr int NameMargin = 8;
 const QColor NameColour(150, 150, 150);
@@ -31,10 +28,7 @@ const QColor NameColour(150, 150, 150);
 
 CornerView::CornerView(Desktop& desktop, QWidget* parent)
     : DrawingView(Qt::black, PenWidth, parent),
-      m_desktop(desktop) {
-    setToolTip(tr("Drag the free view to turn it, turn the wheel to zoom, double-click for the "
-                  "standard view"));
-}
+      m_desktop(desktop) {}
 
 void CornerView::paintEvent(QPaintEvent* event) {
     DrawingView::paintEvent(event);
@@ -81,11 +75,18 @@ void CornerView::contextMenuEvent(QContextMenuEvent* event) {
             SaveAs(path);
         }
     });
+    menu.addSeparator();
+    menu.addAction(tr("Standard View"), this, &CornerView::ShowStandardView);
     menu.exec(event->globalPos());
 }
 
 bool CornerView::InFreeView(const QPointF& at) const {
     return at.x() > width() / 2.0 && at.y() > height() / 2.0;
+}
+
+Point2D CornerView::InScale(const QPointF& way) {
+    return {way.x() * Surface().ScaleWidth() / width(),
+            way.y() * Surface().ScaleHeight() / height()};
 }
 
 void CornerView::DrawAgain() {
@@ -101,29 +102,38 @@ void CornerView::resizeEvent(QResizeEvent* event) {
 }
 
 void CornerView::mousePressEvent(QMouseEvent* event) {
-    m_dragging = event->button() == Qt::LeftButton && InFreeView(event->position());
+    const bool drags = event->button() == Qt::LeftButton || event->button() == Qt::MiddleButton;
+    m_dragging = drags && InFreeView(event->position());
     m_last = event->position();
 }
 
 void CornerView::mouseMoveEvent(QMouseEvent* event) {
-    if (!m_dragging || !event->buttons().testFlag(Qt::LeftButton)) {
+    if (!m_dragging || !(event->buttons() & (Qt::LeftButton | Qt::MiddleButton))) {
         return;
     }
-    CWireframe& wireframe = m_desktop.Main().Wireframe;
-    FreeView view = wireframe.CurrentFreeView();
     const QPointF moved = event->position() - m_last;
     m_last = event->position();
-    view.Turn += moved.x() * DegreesPerPixel;
-    view.Tilt += moved.y() * DegreesPerPixel;
-    wireframe.SetFreeView(view);
+    CWireframe& wireframe = m_desktop.Main().Wireframe;
+    if (event->buttons().testFlag(Qt::MiddleButton)) {
+        wireframe.MoveFreeView(InScale(moved));
+    } else {
+        FreeView view = wireframe.CurrentFreeView();
+        view.Turn += moved.x() * DegreesPerPixel;
+        view.Tilt += moved.y() * DegreesPerPixel;
+        wireframe.SetFreeView(view);
+    }
     DrawAgain();
 }
 
 void CornerView::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (InFreeView(event->position())) {
-        m_desktop.Main().Wireframe.SetFreeView({});
-        DrawAgain();
+    if (event->button() == Qt::LeftButton && InFreeView(event->position())) {
+        ShowStandardView();
     }
+}
+
+void CornerView::ShowStandardView() {
+    m_desktop.Main().Wireframe.SetFreeView({});
+    DrawAgain();
 }
 
 void CornerView::wheelEvent(QWheelEvent* event) {
@@ -131,11 +141,8 @@ void CornerView::wheelEvent(QWheelEvent* event) {
         return;
     }
     constexpr double AngleOfStep = 120;
-    CWireframe& wireframe = m_desktop.Main().Wireframe;
-    FreeView view = wireframe.CurrentFreeView();
-    view.Zoom *= std::pow(ZoomPerStep, event->angleDelta().y() / AngleOfStep);
-    view.Zoom = std::clamp(view.Zoom, LeastZoom, MostZoom);
-    wireframe.SetFreeView(view);
+    m_desktop.Main().Wireframe.ZoomFreeView(
+        std::pow(ZoomPerStep, event->angleDelta().y() / AngleOfStep), InScale(event->position()));
     DrawAgain();
 }
 

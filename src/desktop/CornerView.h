@@ -1,13 +1,15 @@
 #pragma once
 
 #include "desktop/DrawingView.h"
+#include "results/CWireframe.h"
 
 namespace corvanta {
 
 class Desktop;
 
 /// View 15 on the screen: the four views, named in small type in their corners. Dragging turns the
-/// free view, the wheel zooms it, a double-click brings back the standard one.
+/// free view, with the middle button it moves it, the wheel zooms it about the pointer, a
+/// double-click brings back the standard one.
 class CornerView final : public DrawingView {
     Q_OBJECT
 
@@ -29,6 +31,9 @@ class CornerView final : public DrawingView {
 
   private:
     [[nodiscard]] bool InFreeView(const QPointF& at) const;
+    /// A way or place on the view in the scale of its surface.
+    [[nodiscard]] Point2D InScale(const QPointF& way);
+    void ShowStandardView();
     void DrawAgain();
 
     Desktop& m_desktop;

@@ -329,15 +329,17 @@ void CWireframe::DrawFree(DrawingSurface& surface, const Placing& standard, cons
     const Matrix3 rotation = RotationOf(StandardFreeAngles);
     m_rotation = rotation;
     m_freePlacing = standard;
+    const SuspPoint from = TransformPoint(middle, rotation);
+    const Point2D at = standard(from);
+    m_standardMiddle = {standard.Scale, at.X, at.Y};
     const bool turned = m_freeView != FreeView{};
     if (turned) {
         m_rotation = Product(RotationMatrix(m_freeView.Tilt, 0, 0),
                              Product(rotation, RotationMatrix(0, 0, m_freeView.Turn)));
-        const SuspPoint from = TransformPoint(middle, rotation);
         const SuspPoint to = TransformPoint(middle, m_rotation);
         const double scale = standard.Scale * m_freeView.Zoom;
-        m_freePlacing = {scale, standard.Scale * from.X + standard.OffsetX - scale * to.X,
-                         standard.Scale * from.Y + standard.OffsetY - scale * to.Y};
+        m_freePlacing = {scale, at.X + standard.Scale * m_freeView.ShiftX - scale * to.X,
+                         at.Y + standard.Scale * m_freeView.ShiftY - scale * to.Y};
     }
     m_freeRotation = m_rotation;
     const Box* const cut = turned ? &frame : nullptr;
@@ -345,6 +347,23 @@ void CWireframe::DrawFree(DrawingSurface& surface, const Placing& standard, cons
     if (drawLabels) {
         PrintLabels(surface, m_freePlacing, cut);
     }
+}
+
+void CWireframe::ZoomFreeView(double factor, const Point2D& at) {
+    const double zoom = std::clamp(m_freeView.Zoom * factor, LeastZoom, MostZoom);
+    const double ratio = zoom / m_freeView.Zoom;
+    const auto kept = [&](double shift, double place, double middle) {
+        const double fromMiddle = (place - middle) / m_standardMiddle.Scale;
+        return fromMiddle - ratio * (fromMiddle - shift);
+    };
+    m_freeView.ShiftX = kept(m_freeView.ShiftX, at.X, m_standardMiddle.OffsetX);
+    m_freeView.ShiftY = kept(m_freeView.ShiftY, at.Y, m_standardMiddle.OffsetY);
+    m_freeView.Zoom = zoom;
+}
+
+void CWireframe::MoveFreeView(const Point2D& way) {
+    m_freeView.ShiftX += way.X / m_standardMiddle.Scale;
+    m_freeView.ShiftY += way.Y / m_standardMiddle.Scale;
 }
 
 Point2D CWireframe::PlaceInFreeView(const SuspPoint& point) const {

@@ -23,6 +23,7 @@ struct FreeView {
     double Turn = 0; ///< about the vertical, degrees, anticlockwise seen from above
     double Tilt = 0; ///< about the level line across the view, degrees, top towards the viewer
     double Zoom = 1; ///< magnification, greater than 0
+    double ShiftX = 0, ShiftY = 0; ///< of the middle, mm in the standard view, right and up
 
     friend bool operator==(const FreeView&, const FreeView&) = default;
 };
@@ -37,6 +38,8 @@ class CWireframe final : public DrawingSink {
   public:
     static constexpr int MostLines = 100;
     static constexpr int MostLabels = 100;
+    static constexpr double LeastZoom = 0.2;
+    static constexpr double MostZoom = 50;
 
     /// Adds 36 lines. The plane is square to an axis along Y and nearly so for one close to it.
     void AddCircle(const SuspPoint& centre, const SuspPoint& axisPoint, double radius,
@@ -79,6 +82,13 @@ class CWireframe final : public DrawingSink {
     /// stay. What then leaves the place of the view is cut off.
     void SetFreeView(const FreeView& view) { m_freeView = view; }
     [[nodiscard]] const FreeView& CurrentFreeView() const { return m_freeView; }
+
+    /// Zooms the free view by a factor greater than 0, up to `LeastZoom` and `MostZoom`. What it
+    /// shows at a place in the surface's scale stays there.
+    void ZoomFreeView(double factor, const Point2D& at);
+
+    /// Moves the free view by a way in the surface's scale.
+    void MoveFreeView(const Point2D& way);
 
     /// Where the free view that was drawn last shows a point of the car, in the surface's scale.
     [[nodiscard]] Point2D PlaceInFreeView(const SuspPoint& point) const;
@@ -153,6 +163,7 @@ class CWireframe final : public DrawingSink {
     FreeView m_freeView;
     Matrix3 m_freeRotation; ///< of the free view drawn last
     Placing m_freePlacing;
+    Placing m_standardMiddle; ///< scale of the standard free view and where it has its middle
 };
 
 } // namespace corvanta

@@ -340,6 +340,26 @@ TEST_F(FreeViewTest, TurnAndTiltGoTheWayTheyAreNamed) {
     EXPECT_GT(height(-20), height(0));
 }
 
+TEST_F(FreeViewTest, ZoomsAboutAPlaceAndMovesByAWay) {
+    (void)Layout({30, 10, 1}, true);
+    const SuspPoint point{200, -100, 700};
+    const Point2D at = m_wire.PlaceInFreeView(point);
+    const double length = Length(m_surface.Lines.at(0));
+    for (const double factor : {1.5, 1.2, 0.5}) {
+        m_wire.ZoomFreeView(factor, at);
+        (void)Layout(m_wire.CurrentFreeView());
+        EXPECT_NEAR(m_wire.PlaceInFreeView(point).X, at.X, 1e-9);
+        EXPECT_NEAR(m_wire.PlaceInFreeView(point).Y, at.Y, 1e-9);
+    }
+    EXPECT_NEAR(Length(m_surface.Lines.at(0)), 0.9 * length, Near);
+    m_wire.MoveFreeView({13, -7});
+    (void)Layout(m_wire.CurrentFreeView());
+    EXPECT_NEAR(m_wire.PlaceInFreeView(point).X, at.X + 13, 1e-9);
+    EXPECT_NEAR(m_wire.PlaceInFreeView(point).Y, at.Y - 7, 1e-9);
+    m_wire.ZoomFreeView(1e6, at);
+    EXPECT_EQ(m_wire.CurrentFreeView().Zoom, CWireframe::MostZoom);
+}
+
 TEST_F(FreeViewTest, ZoomedLinesAreCutAtTheEdgeOfTheView) {
     const std::vector<RecordingSurface::Line> standard = Layout({}, true);
     const Point2D middle = Middle();
