@@ -37,12 +37,15 @@ AdjustWindow::AdjustWindow(Desktop& desktop, frmAdjust& window)
     AddDialogButton(m_binder, *buttons, window.cmdCancel, QDialogButtonBox::RejectRole, "cmdCancel",
                     [this] { m_window.cmdCancel_Click(); });
     AddDialogButton(m_binder, *buttons, window.cmdApply, QDialogButtonBox::ApplyRole, "cmdApply",
-                    [this] { m_window.cmdApply_Click(); });
+                    [this] { m_window.cmdApply_Click(); })
+        ->setDefault(true); // what Enter does
     AddDialogButton(m_binder, *buttons, window.cmdHelp, QDialogButtonBox::HelpRole, "cmdHelp",
                     [this] { m_window.cmdHelp_Click(); });
     layout->addWidget(buttons);
-    move(window.Frame.Placement.Left / TwipsPerPixel, window.Frame.Placement.Top / TwipsPerPixel);
     Refresh();
+    const WindowPlacement& stored = window.Frame.Placement;
+    const QPoint corner(stored.Left / TwipsPerPixel, stored.Top / TwipsPerPixel);
+    move(OnScreen(QRect(corner, sizeHint())).topLeft());
     show();
 }
 
@@ -64,12 +67,12 @@ QWidget* AdjustWindow::BuildHeights() {
             [label, &number] { SetTextOnce(label, QString::fromStdString(number.Text)); });
         return label;
     };
-    auto* target = new NumberField(
+    m_target = new NumberField(
         m_binder, m_window.txtTarget, [this] { m_window.txtTarget_Changed(); },
         [this] { m_window.txtTarget_LostFocus(); }, group);
-    target->setObjectName("txtTarget");
+    m_target->setObjectName("txtTarget");
     addRow(0, m_window.labCurrent.Caption, shown(m_window.labCurrent), m_window.labCurrent.Unit);
-    addRow(1, m_window.txtTarget.Caption, target, m_window.txtTarget.Unit);
+    addRow(1, m_window.txtTarget.Caption, m_target, m_window.txtTarget.Unit);
     addRow(2, m_window.labDifference.Caption, shown(m_window.labDifference),
            m_window.labDifference.Unit);
     return group;
@@ -77,8 +80,13 @@ QWidget* AdjustWindow::BuildHeights() {
 
 void AdjustWindow::Refresh() {
     m_binder.Show();
-    if (QWidget* widget = m_binder.WidgetOf(m_window.Focus); widget != nullptr) {
-        widget->setFocus();
+    if (m_window.Focus == &m_window.txtTarget) {
+        m_target->setFocus();
+        if (m_window.txtTarget.Text == m_window.labCurrent.Text) {
+            m_target->Begin(); // from the height that stands
+        } else {
+            m_target->selectAll();
+        }
     }
     m_window.Focus = nullptr;
     if (m_window.Raise) {
@@ -98,6 +106,8 @@ void AdjustWindow::closeEvent(QCloseEvent* event) {
 void AdjustWindow::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_F1) {
         m_desktop.Handle([this] { m_window.cmdHelp_Click(); });
+    } else if (event->key() == Qt::Key_Escape) {
+        m_desktop.Handle([this] { m_window.cmdCancel_Click(); });
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         if (auto* button = qobject_cast<QPushButton*>(focusWidget())) {
             button->click();

@@ -8,6 +8,7 @@
 namespace corvanta {
 
 class Desktop;
+class NumberField;
 
 /// The adjustment of the ride height on the screen, beside the main window.
 class AdjustWindow final : public QWidget {
@@ -30,6 +31,7 @@ class AdjustWindow final : public QWidget {
     Desktop& m_desktop;
     frmAdjust& m_window;
     Binder m_binder;
+    NumberField* m_target = nullptr;
 };
 
 } // namespace corvanta

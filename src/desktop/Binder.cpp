@@ -147,9 +147,10 @@ const Control* Binder::ControlOf(const QWidget* widget) const {
 
 void ShowAction(QAction& action, const Control& control) {
     const QString caption = Caption(control);
-    if (!caption.isEmpty() && action.text() != caption) {
+    if (!action.isSeparator() && !caption.isEmpty() && action.text() != caption) {
         action.setText(caption);
     }
+    action.setToolTip(QString::fromStdString(control.ToolTip));
     action.setVisible(control.Visible);
     action.setEnabled(control.Enabled);
 }

@@ -12,8 +12,7 @@ namespace corvanta {
 
 CustomChannelsWindow::CustomChannelsWindow(Desktop& desktop, frmCustomChannels& window)
     : ModalDialog(desktop, window, "frmCustomChannels"),
-      m_window(window),
-      m_selected(new QListWidget(this)) {
+      m_window(window) {
     auto* grid = new QGridLayout(this);
     auto* channelsLabel = new QLabel(this);
     auto* selectedLabel = new QLabel(this);
@@ -23,6 +22,7 @@ CustomChannelsWindow::CustomChannelsWindow(Desktop& desktop, frmCustomChannels& 
     channels->setObjectName("tvwChannels");
     BindCheckList(m_binder, channels, window.tvwChannels,
                   [this](int row) { m_window.tvwChannels_NodeCheck(row); });
+    m_selected = new QListWidget(this); // behind the channels in the order of the Tab key
     m_selected->setObjectName("lstSelected");
     m_binder.Bind(static_cast<QWidget*>(m_selected), window.lstSelected);
     connect(m_selected, &QListWidget::currentRowChanged, this,
@@ -51,6 +51,8 @@ CustomChannelsWindow::CustomChannelsWindow(Desktop& desktop, frmCustomChannels& 
         window.cmdHelp);
     grid->addWidget(buttons, 2, 0, 1, 3);
     ShowInPlace(true);
+    channels->setCurrentRow(0);
+    channels->setFocus();
 }
 
 void CustomChannelsWindow::Refresh() {

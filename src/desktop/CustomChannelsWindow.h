@@ -21,7 +21,7 @@ class CustomChannelsWindow final : public ModalDialog {
 
   private:
     frmCustomChannels& m_window;
-    QListWidget* m_selected;
+    QListWidget* m_selected = nullptr;
 };
 
 } // namespace corvanta

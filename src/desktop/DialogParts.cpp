@@ -4,10 +4,36 @@
 
 #include <QKeyEvent>
 #include <QListWidget>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 
 namespace corvanta {
+
+namespace {
+
+/// Lets a click anywhere on a row turn its tick over, as one on its box does.
+class WholeRowTick final : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+  protected:
+    bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
+                     const QModelIndex& index) override {
+        if (!event->isSinglePointEvent()) {
+            return QStyledItemDelegate::editorEvent(event, model, option, index);
+        }
+        if (event->type() != QEvent::MouseButtonRelease ||
+            static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton) {
+            return false;
+        }
+        const bool ticked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+        return model->setData(index, ticked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+    }
+};
+
+} // namespace
 
 ModalDialog::ModalDialog(Desktop& desktop, Window& window, const char* name)
     : QDialog(desktop.MainWidget()),
@@ -36,12 +62,14 @@ QDialogButtonBox* ModalDialog::Foot(const Control& accept, const char* name, Bin
 }
 
 void ModalDialog::ShowInPlace(bool sized) {
-    const WindowPlacement& place = m_frameOf.Frame.Placement;
-    if (sized) {
-        resize(place.Width / TwipsPerPixel, place.Height / TwipsPerPixel);
-    }
-    move(OnScreen({place.Left / TwipsPerPixel, place.Top / TwipsPerPixel}));
     m_binder.Show();
+    const WindowPlacement& stored = m_frameOf.Frame.Placement;
+    const QPoint corner(stored.Left / TwipsPerPixel, stored.Top / TwipsPerPixel);
+    const QRect place = sized ? OnScreen(stored) : OnScreen(QRect(corner, sizeHint()));
+    if (sized) {
+        resize(place.size());
+    }
+    move(place.topLeft());
     show();
     RememberFrame();
 }
@@ -90,6 +118,8 @@ QPushButton* AddDialogButton(Binder& binder, QDialogButtonBox& buttons, const Co
 void BindCheckList(Binder& binder, QListWidget* shown, CheckList& list,
                    std::function<void(int row)> ticked) {
     binder.Bind(static_cast<QWidget*>(shown), list);
+    shown->setItemDelegate(new WholeRowTick(shown));
+    shown->setSpacing(1); // the boxes would touch each other
     binder.OnShow([shown, &list] {
         const QSignalBlocker quiet(shown);
         while (shown->count() > static_cast<int>(list.Rows.size())) {

@@ -57,7 +57,8 @@ QPushButton* AddDialogButton(Binder& binder, QDialogButtonBox& buttons, const Co
                              QDialogButtonBox::ButtonRole role, const char* name,
                              Binder::Event clicked);
 
-/// Ties a check list to a list with boxes: `ticked` is told the row once its tick has changed.
+/// Ties a check list to a list with boxes, which a click anywhere on their rows ticks: `ticked` is
+/// told the row once its tick has changed.
 void BindCheckList(Binder& binder, QListWidget* shown, CheckList& list,
                    std::function<void(int row)> ticked);
 

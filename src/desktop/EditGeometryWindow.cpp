@@ -62,13 +62,28 @@ EditGeometryWindow::EditGeometryWindow(Desktop& desktop, frmEditGeometry& window
     layout->addWidget(BuildButtons());
     PlaceWindow();
     Refresh();
+    KeepKeysOfFoot();
     show();
 }
 
+/// A letter that a button below the pages shares with one on a page is the former's alone: shared,
+/// it would press neither.
+void EditGeometryWindow::KeepKeysOfFoot() {
+    const auto* const foot = findChild<QDialogButtonBox*>();
+    const QList<QAbstractButton*> onPages = m_pages->findChildren<QAbstractButton*>();
+    for (const QAbstractButton* const button : foot->buttons()) {
+        for (QAbstractButton* const other : onPages) {
+            if (other->shortcut() == button->shortcut()) {
+                other->setShortcut({});
+            }
+        }
+    }
+}
+
 void EditGeometryWindow::PlaceWindow() {
-    const WindowPlacement& place = m_window.Frame.Placement;
-    resize(place.Width / TwipsPerPixel, place.Height / TwipsPerPixel);
-    move(place.Left / TwipsPerPixel, place.Top / TwipsPerPixel);
+    const QRect place = OnScreen(m_window.Frame.Placement);
+    resize(place.size());
+    move(place.topLeft());
 }
 
 QWidget* EditGeometryWindow::Button(const Control& control, const char* name, const char* icon,
@@ -362,10 +377,12 @@ void EditGeometryWindow::GiveFocus() {
 }
 
 void EditGeometryWindow::closeEvent(QCloseEvent* event) {
+    bool closed = true;
     if (m_window.IsOpen) {
-        m_desktop.Handle([this] { m_window.cmdCancel_Click(); });
+        m_points->CommitTyping();
+        m_desktop.Handle([&] { closed = m_window.QueryUnload(); });
     }
-    QWidget::closeEvent(event);
+    event->setAccepted(closed);
 }
 
 void EditGeometryWindow::keyPressEvent(QKeyEvent* event) {

@@ -44,6 +44,7 @@ class EditGeometryWindow final : public QWidget {
     QWidget* Button(const Control& control, const char* name, const char* icon,
                     Binder::Event clicked);
     void PlaceWindow();
+    void KeepKeysOfFoot();
     void RememberFrame();
     void ShowPoints();
     void RememberSelection();

@@ -83,6 +83,10 @@ void HelpWindow::BuildWindow() {
     forward->setShortcut(QKeySequence::Forward);
     back->setEnabled(false);
     forward->setEnabled(false);
+    auto* close = new QAction(m_window.get());
+    close->setShortcut(Qt::Key_Escape);
+    QObject::connect(close, &QAction::triggered, m_window.get(), &QWidget::close);
+    m_window->addAction(close);
     QObject::connect(m_browser, &QTextBrowser::backwardAvailable, back, &QAction::setEnabled);
     QObject::connect(m_browser, &QTextBrowser::forwardAvailable, forward, &QAction::setEnabled);
 }

@@ -80,14 +80,15 @@ MainWindow::MainWindow(Desktop& desktop)
 }
 
 void MainWindow::PlaceWindow() {
-    const WindowPlacement& place = m_window.Frame.Placement;
-    QSize size(Pixels(place.Width), Pixels(place.Height));
+    const WindowPlacement& stored = m_window.Frame.Placement;
+    QSize size(Pixels(stored.Width), Pixels(stored.Height));
     // A size below the least usable one is no size that a user left.
     if (size.width() < LeastSize.width() || size.height() < LeastSize.height()) {
         size = ComfortableSize;
     }
-    resize(size);
-    move(OnScreen({Pixels(place.Left), Pixels(place.Top)}));
+    const QRect place = OnScreen(QRect({Pixels(stored.Left), Pixels(stored.Top)}, size));
+    resize(place.size());
+    move(place.topLeft());
 }
 
 void MainWindow::BuildMenus() {
@@ -142,6 +143,7 @@ void MainWindow::AddItem(QMenu* menu, const MenuItem& item) {
 }
 
 void MainWindow::AddRecentFiles(QMenu* menu, QAction* before) {
+    menu->setToolTipsVisible(true); // of the files, their whole paths
     // The lines stand at both ends of the list; the first is the item 0.
     for (const MenuItem& item : m_window.mnuFMRU) {
         auto* action = new QAction(menu);

@@ -49,13 +49,17 @@ void NumberField::ShowBox() {
 
 void NumberField::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
+    Begin();
+}
+
+void NumberField::Begin() {
     m_former = text();
     // After the click that brought the focus has placed its cursor.
     QTimer::singleShot(0, this, &QLineEdit::selectAll);
 }
 
 void NumberField::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape) {
+    if (event->key() == Qt::Key_Escape && text() != m_former) {
         m_binder.Run([this] {
             m_box.Text = m_former.toStdString();
             m_typed();

@@ -6,8 +6,8 @@
 
 namespace corvanta {
 
-/// A field for a number: focus selects all of it, Escape restores what stood when it came, and a
-/// text that is no number shows as a fault at once.
+/// A field for a number: focus selects all of it, Escape restores what stood when it came (and is
+/// the window's where that stands), and a text that is no number shows as a fault at once.
 class NumberField final : public QLineEdit {
     Q_OBJECT
 
@@ -15,6 +15,9 @@ class NumberField final : public QLineEdit {
     /// `typed` is the event of each keystroke, `left` that of the end of typing.
     NumberField(Binder& binder, NumberBox& box, Binder::Event typed, Binder::Event left,
                 QWidget* parent);
+
+    /// What stands now is what Escape restores, and is selected, as when the focus comes.
+    void Begin();
 
   protected:
     void focusInEvent(QFocusEvent* event) override;

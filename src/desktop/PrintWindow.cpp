@@ -5,44 +5,17 @@
 
 #include <QCloseEvent>
 #include <QListWidget>
-#include <QMouseEvent>
 #include <QPushButton>
-#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
 namespace corvanta {
-
-namespace {
-
-/// Lets a click anywhere on a row turn its tick over, as one on its box does.
-class WholeRowTick final : public QStyledItemDelegate {
-  public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-  protected:
-    bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
-                     const QModelIndex& index) override {
-        if (!event->isSinglePointEvent()) {
-            return QStyledItemDelegate::editorEvent(event, model, option, index);
-        }
-        if (event->type() != QEvent::MouseButtonRelease ||
-            static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton) {
-            return false;
-        }
-        const bool ticked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
-        return model->setData(index, ticked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
-    }
-};
-
-} // namespace
 
 PrintWindow::PrintWindow(Desktop& desktop, frmPrint& window)
     : ModalDialog(desktop, window, "frmPrint"),
       m_window(window),
       m_pages(new PagePreview(desktop.Pages(), this)) {
-    constexpr int Margin = frmPrint::PageMargin / TwipsPerPixel;
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(Margin, Margin, Margin, Margin);
+    m_settingsMargins = layout->contentsMargins();
     layout->addWidget(BuildSettings());
     layout->addWidget(m_pages, 1);
     m_binder.Bind(static_cast<QWidget*>(m_pages), window.picPages);
@@ -54,6 +27,7 @@ PrintWindow::PrintWindow(Desktop& desktop, frmPrint& window)
     AddButton(*buttons, window.cmdSetup, QDialogButtonBox::ActionRole, "cmdSetup",
               [this] { m_window.cmdSetup_Click(); });
     layout->addWidget(buttons);
+    m_print = buttons->findChild<QPushButton*>("cmdOK");
     ShowInPlace(false);
 }
 
@@ -81,7 +55,6 @@ QWidget* PrintWindow::BuildSettings() {
         clicked.Checked = !clicked.Checked;
         m_window.tvwTables_Click(row);
     });
-    tables->setItemDelegate(new WholeRowTick(tables));
     layout->addWidget(tables, 1);
     const auto addCheck = [&](CheckBox& check, const char* name) {
         auto* box = new QCheckBox(settings);
@@ -100,11 +73,15 @@ void PrintWindow::Refresh() {
     m_binder.Show();
     if (m_preview != m_window.picPages.Visible) {
         m_preview = m_window.picPages.Visible;
+        constexpr int Margin = frmPrint::PageMargin / TwipsPerPixel;
+        layout()->setContentsMargins(m_preview ? QMargins(Margin, Margin, Margin, Margin)
+                                               : m_settingsMargins);
         const WindowPlacement place = m_window.Frame.Placement; // what resizing changes
         layout()->activate();
         resize(place.Width / TwipsPerPixel, place.Height / TwipsPerPixel);
         move(place.Left / TwipsPerPixel, place.Top / TwipsPerPixel);
         m_pages->Refresh();
+        (m_preview ? static_cast<QWidget*>(m_pages) : m_print)->setFocus();
     }
 }
 

@@ -3,6 +3,8 @@
 #include "desktop/DialogParts.h"
 #include "shell/frmPrint.h"
 
+#include <QMargins>
+
 namespace corvanta {
 
 class PagePreview;
@@ -28,6 +30,8 @@ class PrintWindow final : public ModalDialog {
 
     frmPrint& m_window;
     PagePreview* m_pages;
+    QWidget* m_print = nullptr; ///< the button that prints
+    QMargins m_settingsMargins;
     bool m_preview = false;
 };
 

@@ -404,7 +404,9 @@ void QtPageWriter::DrawPicture(const Chart2D& chart, const PageRectangle& place)
 }
 
 std::string QtPageWriter::ShortTime() const {
-    return QLocale().toString(QTime::currentTime(), QLocale::ShortFormat).toStdString();
+    QString format = QLocale().timeFormat(QLocale::ShortFormat);
+    format.remove(":ss"); // some locales have no format without seconds
+    return QLocale().toString(QTime::currentTime(), format).toStdString();
 }
 
 std::string QtPageWriter::MediumDate() const {

@@ -76,10 +76,20 @@ class ArrowCursor {
 
 } // namespace
 
-QPoint OnScreen(const QPoint& corner) {
-    return QGuiApplication::screenAt(corner) != nullptr
-               ? corner
-               : QGuiApplication::primaryScreen()->availableGeometry().topLeft();
+QRect OnScreen(const QRect& place) {
+    const QScreen* const screen = QGuiApplication::screenAt(place.topLeft());
+    const QRect room =
+        (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+    const QSize size = place.size().boundedTo(room.size());
+    const QPoint wanted = screen != nullptr ? place.topLeft() : room.topLeft();
+    return {QPoint(std::min(wanted.x(), room.right() + 1 - size.width()),
+                   std::min(wanted.y(), room.bottom() + 1 - size.height())),
+            size};
+}
+
+QRect OnScreen(const WindowPlacement& place) {
+    return OnScreen(QRect(place.Left / TwipsPerPixel, place.Top / TwipsPerPixel,
+                          place.Width / TwipsPerPixel, place.Height / TwipsPerPixel));
 }
 
 QString AskSavePath(QWidget* parent, const QString& title, const QString& kinds) {

@@ -5,7 +5,7 @@
 #include "platform/WindowServices.h"
 
 #include <QLockFile>
-#include <QPoint>
+#include <QRect>
 #include <QString>
 
 #include <map>
@@ -63,9 +63,10 @@ class DesktopProcess final : public MachineServices {
     void Beep() override;
 };
 
-/// A place for the corner of a window: the one given, or one on the first screen where that is on
-/// none.
-[[nodiscard]] QPoint OnScreen(const QPoint& corner);
+/// A place for a window, pixels: the one given, made smaller and moved as far as its screen needs;
+/// on the first screen where its corner is on none.
+[[nodiscard]] QRect OnScreen(const QRect& place);
+[[nodiscard]] QRect OnScreen(const WindowPlacement& place);
 
 /// Asks for a file to save to, with the ending of the chosen kind on a name typed without one;
 /// empty when the user cancels. `kinds` as the toolkit writes them.

@@ -64,24 +64,22 @@ void StartPage::AddLink(QVBoxLayout* layout, const char* icon, const QString& te
     button->setFocusPolicy(Qt::StrongFocus);
     connect(button, &QToolButton::clicked, this, std::move(clicked));
     row->addWidget(button);
-    auto* label = new QLabel(hint, this);
-    label->setEnabled(false); // quieter than the link
-    row->addWidget(label);
+    row->addWidget(new QLabel(hint, this));
     row->addStretch(1);
     layout->addLayout(row);
 }
 
 void StartPage::Refresh(const std::vector<MenuItem>& recentFiles) {
-    std::vector<std::string> captions;
+    std::vector<std::string> paths;
     for (const MenuItem& item : recentFiles) {
         if (item.Command == mcRecentFile && item.Visible) {
-            captions.push_back(item.Caption);
+            paths.push_back(item.ToolTip);
         }
     }
-    if (captions == m_shown && m_recent->isVisibleTo(this) == !captions.empty()) {
+    if (paths == m_shown && m_recent->isVisibleTo(this) == !paths.empty()) {
         return;
     }
-    m_shown = captions;
+    m_shown = paths;
     const QList<QToolButton*> former = m_recent->findChildren<QToolButton*>();
     for (QToolButton* button : former) {
         button->deleteLater();
@@ -95,12 +93,13 @@ void StartPage::Refresh(const std::vector<MenuItem>& recentFiles) {
         button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
         button->setIcon(ThemedIcon("recent"));
         button->setText(QString::fromStdString(item.Caption).section("  ", 1));
+        button->setToolTip(QString::fromStdString(item.ToolTip));
         button->setCursor(Qt::PointingHandCursor);
         const int tag = item.Tag;
         connect(button, &QToolButton::clicked, this, [this, tag] { m_command(mcRecentFile, tag); });
         m_recentLinks->addWidget(button, 0, Qt::AlignLeft);
     }
-    m_recent->setVisible(!captions.empty());
+    m_recent->setVisible(!paths.empty());
 }
 
 FailurePage::FailurePage(std::function<void()> properties, QWidget* parent) : QWidget(parent) {

@@ -97,6 +97,7 @@ void CMRUFileList::ListFiles(std::vector<MenuItem>& items) const {
         item.Enabled = true;
         // In a caption an "&" of the path is written twice.
         item.Caption = "&" + std::to_string(i) + "  " + ReplaceAll(MenuPath(File(i)), "&", "&&");
+        item.ToolTip = File(i);
         item.Tag = i;
     }
 }

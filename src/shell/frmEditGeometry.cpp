@@ -147,6 +147,14 @@ void frmEditGeometry::cmdCancel_Click() {
     }
 }
 
+bool frmEditGeometry::QueryUnload() {
+    if (!m_main.MayDropEdits()) {
+        return false;
+    }
+    cmdCancel_Click();
+    return true;
+}
+
 void frmEditGeometry::cmdHelp_Click() {
     m_desk.Help.ShowHelpTopic(htEditGeometry);
 }

@@ -95,6 +95,10 @@ class frmEditGeometry final : public Window {
     void cmdOK_Click();
     void cmdApply_Click();
     void cmdCancel_Click();
+
+    /// The window's close box: as Cancel, but what is typed and not applied is asked about. False
+    /// when the editor stays.
+    bool QueryUnload();
     void cmdHelp_Click();
     void cmdCopy_Click();
     void cmdPaste_Click();

@@ -73,9 +73,13 @@ TEST_F(DialogsTest, ACustomTableIsComposedAndExported) {
 TEST_F(DialogsTest, TheChannelsOfTheCustomTableArePutInOrder) {
     m_user.Choose(mcDefineCustomTable);
     QDialog& editor = *m_user.Desk.CustomChannelsView();
+    QWidget* const channels = editor.focusWidget();
+    ASSERT_EQ(channels->objectName(), "tvwChannels");
     for (const int id : {5, 7, 2}) {
         Tick(editor, "tvwChannels", id - 1);
     }
+    QTest::keyClick(channels, Qt::Key_Tab);
+    EXPECT_EQ(editor.focusWidget(), &DesktopUser::Child<QListWidget>(editor, "lstSelected"));
     auto& selected = DesktopUser::Child<QListWidget>(editor, "lstSelected");
     const auto order = [&] {
         QStringList texts;
@@ -176,6 +180,43 @@ TEST_F(DialogsTest, TheRideHeightGoesThereAndBack) {
     }
     EXPECT_TRUE(m_user.Window().isWindowModified());
     EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
+}
+
+TEST_F(DialogsTest, TheRideHeightIsWorkedByTheKeyboard) {
+    m_user.Choose(mcAdjust);
+    QWidget& window = *m_user.Desk.AdjustView();
+    auto& target = DesktopUser::Child<QLineEdit>(window, "txtTarget");
+    const auto type = [&](const char* text) {
+        QTest::qWait(1); // for the selection that comes with the focus
+        QTest::keyClicks(&target, text);
+    };
+    for (const char* height : {"137", "136.5"}) {
+        type(height);
+        QTest::keyClick(&target, Qt::Key_Return);
+        EXPECT_EQ(m_user.Desk.Program().Data().Document.StaticPoints()[ptRHM].Z, std::stod(height));
+    }
+    type("9");
+    QTest::keyClick(&target, Qt::Key_Escape);
+    EXPECT_EQ(target.text(), "136.50") << "what stood after the last Apply";
+    QTest::keyClick(&target, Qt::Key_Escape);
+    EXPECT_EQ(m_user.Desk.AdjustView(), nullptr);
+    EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
+}
+
+TEST_F(DialogsTest, AFailedRideHeightIsOnShow) {
+    m_user.Choose(mcView, vwCoordinates);
+    m_user.Choose(mcAdjust);
+    auto& target = DesktopUser::Child<QLineEdit>(*m_user.Desk.AdjustView(), "txtTarget");
+    target.selectAll();
+    QTest::keyClicks(&target, "900");
+    Press(*m_user.Desk.AdjustView(), "cmdOK");
+    EXPECT_THAT(m_user.Box.Prompts(), testing::ElementsAre(HasSubstr("Unable to complete")));
+    bool shown = false;
+    const DataGrid& grid = m_user.Logic().grdDisplay;
+    for (int row = 0; row < grid.Rows(); ++row) {
+        shown = shown || grid.Cell(row, 3) == "900.00";
+    }
+    EXPECT_TRUE(shown) << "the height that the reference point has kept";
 }
 
 } // namespace

@@ -19,6 +19,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
+#include <QWindow>
 
 #include <stdexcept>
 
@@ -189,6 +190,36 @@ TEST_F(MainWindowTest, ACellThatIsStillOpenIsTakenByTheAccessKeyOfApply) {
     QTest::keyClicks(&grid, "9");
     DesktopUser::Child<QPushButton>(Editor(), "cmdApply").click(); // takes no focus
     EXPECT_EQ(m_user.Desk.Program().Data().Document.StaticPoints()[ptWTCP].X, 9);
+}
+
+TEST_F(MainWindowTest, AnAccessKeyOfTheFootIsItsAlone) {
+    m_user.Open(SamplePath("touring-front-wishbone.WSP"));
+    m_user.Choose(mcProperties);
+    TurnTo(pgTravel); // with an "Axle" beside "Apply"
+    TypeField("Maximum bump travel of tyre contact patch:", "21");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Editor()));
+    QTest::keyClick(Editor().windowHandle(), Qt::Key_A, Qt::AltModifier);
+    QTest::qWait(200); // the button is seen to go down
+    EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
+    EXPECT_EQ(m_user.Desk.Program().Data().Document.Data.Bump, 21);
+    EXPECT_FALSE(m_user.Logic().EditGeometry->HasUnappliedChanges());
+}
+
+TEST_F(MainWindowTest, TheCloseBoxOfTheEditorAsksBeforeTypedValuesGo) {
+    m_user.Open(SamplePath("touring-front-wishbone.WSP"));
+    m_user.Choose(mcProperties);
+    TurnTo(pgStaticPoints);
+    TypeCell(0, 0, "3");
+    m_user.Box.Answers = {maNo};
+    EXPECT_FALSE(Editor().close());
+    ASSERT_NE(m_user.Desk.EditorView(), nullptr);
+    m_user.Box.Answers = {maYes};
+    EXPECT_TRUE(Editor().close());
+    EXPECT_EQ(m_user.Desk.EditorView(), nullptr);
+    EXPECT_EQ(m_user.Box.Shown.size(), 2U);
+    m_user.Choose(mcProperties);
+    EXPECT_TRUE(Editor().close()) << "nothing was typed";
+    EXPECT_EQ(m_user.Box.Shown.size(), 2U);
 }
 
 TEST_F(MainWindowTest, OKOnAnUntouchedDocumentSavesTheSameBytesInEitherUnit) {

@@ -77,10 +77,12 @@ TEST_F(PrintWindowTest, EscapeAndTheCloseBoxLeaveThePreviewFirst) {
         EXPECT_GT(Shown().height(), settings.height());
         EXPECT_TRUE(Shown().rect().contains(pages.geometry()));
         EXPECT_EQ(DesktopUser::Child<QPushButton>(Shown(), "cmdCancel").text(), "&Close");
+        EXPECT_EQ(Shown().focusWidget(), &pages) << "the keys turn the pages";
         leave();
         ASSERT_NE(m_user.Desk.PrintView(), nullptr);
         EXPECT_FALSE(pages.isVisible());
         EXPECT_EQ(Shown().geometry(), settings);
+        EXPECT_EQ(Shown().focusWidget()->objectName(), "cmdOK");
         leave();
         EXPECT_EQ(m_user.Desk.PrintView(), nullptr);
     }
