@@ -94,19 +94,5 @@ TEST_F(DynamicsTest, SettingsThatDoNotAllowThem) {
     EXPECT_EQ(Fields(m_document.Dynamics), Fields({}));
 }
 
-TEST_F(DynamicsTest, OfARunAreThoseOfTheStaticState) {
-    Suspension document = DoubleWishboneCorner();
-    document.Data.Mass = 900;
-    CalculateCorner(document);
-    ASSERT_TRUE(document.DynamicsValid);
-    const DynamicsRecord& dynamics = document.Dynamics;
-    EXPECT_NEAR(dynamics.LoadBrake, 900 * 9.81 * 300 / 2920, 1e-6) << "at 2 g, of half the axle";
-    const ChannelCells& cells =
-        document.WheelStates(document.StaticRack, document.StaticWheel).Channels;
-    EXPECT_NEAR(dynamics.SuspBrake * cells[chWheelRateSpring], dynamics.LoadBrake, 1e-9);
-    EXPECT_NEAR(dynamics.SuspBrakeCorrected / dynamics.SuspBrake, 1 - cells[chAntiDivePercent],
-                1e-12);
-}
-
 } // namespace
 } // namespace corvanta::test

@@ -206,27 +206,6 @@ TEST_F(SGeoPropTest, ChannelsThatCompareStates) {
     EXPECT_EQ(document.WheelStates(2, 1).Channels[chRollCentreToGround], -0.25) << "none above";
 }
 
-TEST(SteeringTest, AnAxleSteersAlikeToBothSides) {
-    ForEachSample(
-        [](Suspension& document) {
-            document.Data.RackTravel = 10;
-            document.Data.RackTravelStepSize = 5;
-        },
-        [](const Suspension& document) {
-            for (int w = 2; w <= document.NW + 1; ++w) {
-                for (int r = 2; r < document.StaticRack; ++r) {
-                    const ChannelCells& one = document.WheelStates(r, w).Channels;
-                    const ChannelCells& other =
-                        document.WheelStates(2 * document.StaticRack - r, w).Channels;
-                    EXPECT_EQ(one[chSteerAngleDelta], other[chSteerAngleDelta]);
-                    EXPECT_EQ(one[chAckerman], other[chAckerman]);
-                    EXPECT_NEAR(one[chRackTravel], -other[chRackTravel], 1e-9);
-                }
-                EXPECT_EQ(document.WheelStates(document.StaticRack, w).Channels[chAckerman], 0);
-            }
-        });
-}
-
 /// A solved corner with a bar to the lower wishbone, of 5 rack rows of 3 wheel steps.
 class PassOverTheGridTest : public testing::Test {
   protected:
