@@ -78,18 +78,6 @@ class CWireframeTest : public testing::Test {
     CWireframe m_wire;
 };
 
-TEST_F(CWireframeTest, SideFrontAndTopViewsShowTheCarAsADraughtsmanDoes) {
-    const SuspPoint p{300, 200, 100}; // back, left, up
-    const auto expect = [&](const ViewAngles& angles, double right, double up) {
-        const Point2D seen = Projected(angles, p);
-        EXPECT_NEAR(seen.X, right, Near);
-        EXPECT_NEAR(seen.Y, up, Near);
-    };
-    expect({90, 0, 0}, 300, 100);   // side: the front of the car to the left
-    expect({90, -90, 0}, 200, 100); // front: the left of the car to the right
-    expect({0, 0, 0}, 300, -200);   // top: the left of the car below
-}
-
 TEST_F(CWireframeTest, AnyViewIsARotationSeenFromAfar) {
     for (const ViewAngles& angles : {ViewAngles{30, 30, 40.7}, ViewAngles{-17, 64, 205}}) {
         // The same rotation made of turns about the fixed axes, which run the other way.
@@ -363,15 +351,6 @@ TEST_F(FreeViewTest, ZoomedLinesAreCutAtTheEdgeOfTheView) {
             EXPECT_GE(y, 300 - Near);
             EXPECT_LE(y, 600 + Near);
         }
-    }
-}
-
-TEST_F(FreeViewTest, KnowsWhereAPointOfTheCarLies) {
-    for (const FreeView& view : {FreeView{}, FreeView{-40, 25, 0.7}}) {
-        (void)Layout(view, true);
-        const Point2D end = m_wire.PlaceInFreeView({1000, 0, 0});
-        EXPECT_NEAR(end.X, m_surface.Lines[0].X2, 1e-9);
-        EXPECT_NEAR(-end.Y, m_surface.Lines[0].Y2, 1e-9);
     }
 }
 

@@ -94,15 +94,6 @@ TEST_F(MDisplayPlotTest, RunsAlongTheVariableAtTheOtherPosition) {
     ExpectNoReadout("Wheel Travel [mm]", "Ackerman % [%]");
 }
 
-TEST_F(MDisplayPlotTest, SetsTheChartUp) {
-    Plot(chCamberAngle, vvAlongWheelTravel);
-    EXPECT_TRUE(m_chart.AxisX.GridLines && m_chart.AxisY.GridLines);
-    EXPECT_EQ(m_chart.GridColour, (Colour{192, 192, 192}));
-    EXPECT_EQ(m_chart.AnnotationFont, (ChartFont{"Courier New", 8, false}));
-    EXPECT_EQ(m_chart.TitleFont, (ChartFont{"Arial", 8, true}));
-    EXPECT_EQ(m_chart.Series.Drawn, (Colour{255, 0, 0}));
-}
-
 TEST_F(MDisplayPlotTest, PointsAreInTheUsersUnitsRoundedBeforeTheConversion) {
     m_program.Units[ucDisplacement].Label = "in";
     m_program.Channels.ChannelsSetup(m_program.Units);
@@ -178,34 +169,6 @@ TEST_F(MDisplayPlotTest, RefusesWhatHasNoValues) {
     EXPECT_EQ(m_chart.Series.Points, before);
     Click(0.5, 0.5);
     EXPECT_EQ(m_chart.AxisY.Title, "Camber Angle [deg] = 3.000") << "the plot that stands";
-}
-
-TEST(MDisplayPlotSampleTest, PlotsEveryOfferedChannelOfASolvedCorner) {
-    Program program;
-    program.Units = MetricUnits();
-    program.Document = LoadSample("touring-front-wishbone.WSP");
-    CalculateCorner(program.Document);
-    program.Channels.ChannelsSetup(program.Units);
-    PlotState plot;
-    RecordingChart chart;
-    for (int id = 1; id <= ChannelCount; ++id) {
-        for (const std::int32_t variable : {vvAlongRackTravel, vvAlongWheelTravel}) {
-            if (id != chLinkLoads) {
-                SCOPED_TRACE(id);
-                PlotDisplay(plot, chart, program, id, variable, program.Document.StaticRack,
-                            program.Document.StaticWheel);
-                const bool alongRack = variable == vvAlongRackTravel;
-                EXPECT_EQ(chart.Series.Points.size(),
-                          static_cast<std::size_t>(alongRack ? program.Document.NR
-                                                             : program.Document.NW));
-                // Steps grow with rack travel, and from bump towards droop.
-                EXPECT_TRUE(std::is_sorted(chart.Series.Points.begin(), chart.Series.Points.end(),
-                                           [=](const auto& a, const auto& b) {
-                                               return alongRack ? a.X < b.X : a.X > b.X;
-                                           }));
-            }
-        }
-    }
 }
 
 } // namespace

@@ -279,13 +279,6 @@ TEST_F(MDisplayTableTest, LinkLoadsOfEverySubView) {
     EXPECT_TRUE(m_box.Shown.empty());
 }
 
-TEST_F(MDisplayTableTest, LinkLoadsAtRackStepZeroAreThoseOfTheStaticStep) {
-    Data().SpringMechanism = smPullrodToUpright;
-    m_program.Document.WheelStates(m_program.Document.StaticRack, 5).LinkLoads.Set(1, 1, 7.25);
-    const ViewTable table = BuildLinkLoadTable(m_program, 1, 0);
-    EXPECT_EQ(table.Cell(5, 1), "7.250");
-}
-
 TEST_F(MDisplayTableTest, LinkLoadsSayWhereTheyAreNotAvailableAndWarnOnce) {
     const std::string notAvailable =
         "This option is not available for the current suspension setup";
