@@ -187,30 +187,6 @@ TEST_F(CFileStreamTest, PagesCountFromOne) {
     EXPECT_THAT(m_box.Shown, IsEmpty());
 }
 
-TEST_F(CFileStreamTest, RandomTablesComeBackWithFifteenDigits) {
-    std::mt19937 random(20240721);
-    std::uniform_real_distribution<double> mantissa(-10, 10);
-    std::uniform_int_distribution<int> exponent(-30, 30);
-    FieldTable table(20, std::vector<double>(10));
-    for (auto& row : table) {
-        for (double& cell : row) {
-            cell = mantissa(random) * std::pow(10, exponent(random));
-        }
-    }
-    CFileStream writer = NewStream("X", Comma);
-    writer.AddTable("T", table);
-    writer.FileWrite(Path);
-    CFileStream reader = Stream();
-    reader.FileRead(Path);
-    const FieldTable read = reader.GetFieldTable("T");
-    ASSERT_EQ(read.size(), table.size());
-    for (std::size_t row = 0; row < table.size(); ++row) {
-        for (std::size_t column = 0; column < table[row].size(); ++column) {
-            EXPECT_NEAR(read[row][column] / table[row][column], 1, 1e-14);
-        }
-    }
-}
-
 TEST_F(CFileStreamTest, ReadingAFileThatIsNotThereIsSilent) {
     CFileStream stream = StreamOf("[A]\t1\r\n");
     std::string text = "left over";

@@ -297,19 +297,5 @@ TEST_F(LegacyImportTest, TheNoticeIsShownForDisplayUnitsAlone) {
     EXPECT_THAT(m_box.Shown, IsEmpty());
 }
 
-TEST_F(LegacyImportTest, SavesInTheCurrentFormat) {
-    ASSERT_TRUE(LoadNew(Version3("V3.64", "9", true)));
-    bool written = false;
-    ASSERT_TRUE(DataWrite(written, m_document, "/data/OLD.WSP", m_units, m_files, m_messages) &&
-                written);
-    const std::string saved = *m_files.Bytes("/data/OLD.WSP");
-    EXPECT_THAT(saved, HasSubstr("[FILEVERSION]\tData 4.1\r\n[SpringMechanism]\t9\r\n"));
-    EXPECT_THAT(saved, HasSubstr("[ptR2O]\t21.1\t-21.2\t21.3\r\n"));
-    ASSERT_TRUE(Load(saved));
-    ExpectPoints(1, true);
-    ExpectVehicle(1, 1, 1 / 5.708223);
-    EXPECT_THAT(m_box.Shown, IsEmpty());
-}
-
 } // namespace
 } // namespace corvanta::test

@@ -196,25 +196,5 @@ TEST_F(DiskFileServicesTest, TheApplicationDataFolderIsTheEnvironments) {
     EXPECT_EQ(folderWith(std::nullopt), std::nullopt);
 }
 
-TEST(MemoryFileServicesTest, FailsWhereItIsTold) {
-    MemoryFileServices files;
-    files.Put("/data/a.txt", "old");
-    files.FailOnChange(2);
-    files.WriteBytes("/data/b.txt", "b");
-    EXPECT_EQ(FailureOf([&] { files.WriteBytes("/data/a.txt", "new"); }), fnFileAccess);
-    EXPECT_EQ(files.Bytes("/data/a.txt"), "old");
-    files.WriteBytes("/data/a.txt", "new");
-    EXPECT_EQ(files.Bytes("/data/a.txt"), "new");
-    files.FailOnChange(1);
-    EXPECT_EQ(FailureOf([&] { files.AppendBytes("/data/a.txt", "1234"); }), fnFileAccess);
-    EXPECT_EQ(files.Bytes("/data/a.txt"), "new12");
-    files.RefuseFolder("/data/locked/");
-    EXPECT_EQ(FailureOf([&] { files.MakeFolder("/data/locked/sub"); }), fnFileAccess);
-    EXPECT_EQ(FailureOf([&] { files.WriteBytes("/none/x", "x"); }), fnFileAccess);
-    EXPECT_EQ(FailureOf([&] { (void)files.ReadBytes("/data"); }), fnFileAccess);
-    EXPECT_EQ(FailureOf([&] { (void)files.ReadBytes("/none/x"); }), fnFileNotFound);
-    EXPECT_EQ(files.Changes().size(), 6U);
-}
-
 } // namespace
 } // namespace corvanta::test
