@@ -13,6 +13,32 @@ class MOptionsTest : public testing::Test {
   protected:
     void Read() { OptionsRead(m_options, m_data, m_units, m_store, "/opt/corvanta"); }
 
+    /// Sets everything that is kept to a value that is not its default.
+    void SetEveryOption() {
+        m_options.AdjustRHByPushRodLength = false;
+        m_options.LastFolder = "";
+        m_options.ExportFilePath = "C:\\out";
+        m_options.ExportHeaderOn = true;
+        m_options.ExportType = 2;
+        m_options.DrawAxes = false;
+        m_options.AutoScale = false;
+        m_options.PaperOrientation = 1;
+        m_options.PrintCoordinates = true;
+        m_options.PageThrow = true;
+        m_options.PrintChassisDetails = false;
+        m_options.PrintSelectedTables = true;
+        m_options.SelectedTables.Set(1, true);
+        m_options.SelectedTables.Set(12, true);
+        m_data.SpringMechanism = 11;
+        m_data.ChassisMotion = 1;
+        m_data.DriveShaftExists = true;
+        m_data.Bump = 30.25;
+        m_data.Droop = 31.5;
+        m_data.WheelTravelStepSize = 2.5;
+        m_data.RackTravel = 1e-7;
+        m_data.RackTravelStepSize = 0.125;
+    }
+
     Options m_options;
     SuspensionData m_data;
     FundamentalUnits m_units;
@@ -20,24 +46,7 @@ class MOptionsTest : public testing::Test {
 };
 
 TEST_F(MOptionsTest, AnEmptyStoreGivesTheDefaults) {
-    m_options.AdjustRHByPushRodLength = false;
-    m_options.ExportHeaderOn = true;
-    m_options.ExportType = 3;
-    m_options.DrawAxes = false;
-    m_options.AutoScale = false;
-    m_options.PaperOrientation = 1;
-    m_options.PrintCoordinates = true;
-    m_options.PageThrow = true;
-    m_options.PrintChassisDetails = false;
-    m_options.PrintSelectedTables = true;
-    m_options.SelectedTables.Set(12, true);
-    m_data.SpringMechanism = 5;
-    m_data.ChassisMotion = 1;
-    m_data.Bump = 1;
-    m_data.Droop = 1;
-    m_data.WheelTravelStepSize = 1;
-    m_data.RackTravel = 1;
-    m_data.RackTravelStepSize = 1;
+    SetEveryOption();
     Read();
     EXPECT_TRUE(m_options.AdjustRHByPushRodLength);
     EXPECT_EQ(m_options.LastFolder, "/opt/corvanta/Data");
@@ -102,28 +111,7 @@ TEST_F(MOptionsTest, WritesEveryKeyInItsOrder) {
 }
 
 TEST_F(MOptionsTest, WhatWasWrittenComesBackUnderAnyLocale) {
-    m_options.AdjustRHByPushRodLength = false;
-    m_options.LastFolder = "";
-    m_options.ExportFilePath = "C:\\out";
-    m_options.ExportHeaderOn = true;
-    m_options.ExportType = 2;
-    m_options.DrawAxes = false;
-    m_options.AutoScale = false;
-    m_options.PaperOrientation = 1;
-    m_options.PrintCoordinates = true;
-    m_options.PageThrow = true;
-    m_options.PrintChassisDetails = false;
-    m_options.PrintSelectedTables = true;
-    m_options.SelectedTables.Set(1, true);
-    m_options.SelectedTables.Set(12, true);
-    m_data.SpringMechanism = 11;
-    m_data.ChassisMotion = 1;
-    m_data.DriveShaftExists = true;
-    m_data.Bump = 30.25;
-    m_data.Droop = 31.5;
-    m_data.WheelTravelStepSize = 2.5;
-    m_data.RackTravel = 1e-7;
-    m_data.RackTravelStepSize = 0.125;
+    SetEveryOption();
     m_units[ucRate].Label = "N/mm";
     for (const std::string writer : {".", ","}) {
         for (const std::string reader : {".", ","}) {

@@ -87,21 +87,5 @@ TEST_F(ExportCommandsTest, WithoutANameNothingHappens) {
     ExpectNothingRemembered();
 }
 
-TEST_F(ExportCommandsTest, FailuresAreTold) {
-    m_files.Put(Component, "old");
-    m_files.FailOnChange(1);
-    m_main.Names = {{Component, "front.svr", "svr", 1}, {Drawing, "front.dxf", "dxf", 1}};
-    AskAndExportComponent(m_desk, m_main);
-    EXPECT_EQ(Bytes(Component), "old");
-    m_files.FailOnChange(3);
-    AskAndExportDXF(m_desk, m_main);
-    EXPECT_THAT(m_box.Prompts(),
-                ElementsAre("An error occurred while writing file: /out/front.svr\r\n"
-                            "Error was: No space left on device",
-                            "There was an error while exporting. \rError was: "
-                            "No space left on device"));
-    EXPECT_THAT(Bytes(Drawing), Not(HasSubstr("EOF"))) << "cut short, and kept";
-}
-
 } // namespace
 } // namespace corvanta::test
