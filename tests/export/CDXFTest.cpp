@@ -3,9 +3,7 @@
 #include "tests/support/MemoryFileServices.h"
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <array>
 #include <cmath>
@@ -16,11 +14,6 @@
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 const std::string Path = "/out/corner.dxf";
 

@@ -1,15 +1,10 @@
 #include "export/MExport.h"
 
 #include "tests/support/MainFormTest.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::StartsWith;
 
 const std::string Output = "/out/results.txt";
 const std::string Failed = "There was an error while exporting. \rError was: ";
@@ -71,7 +66,7 @@ TEST_F(MExportTest, TitlesOfEveryView) {
     m_settings.ViewWheel = m_document.StaticWheel + 1;
     m_program.Units[ucDisplacement].Label = "in";
     m_program.Units.NumberSeparators.Decimal = ",";
-    EXPECT_THAT(titles(vwAntis), testing::HasSubstr("wheel travel from static = -6,25 in\r\n"));
+    EXPECT_THAT(titles(vwAntis), HasSubstr("wheel travel from static = -6,25 in\r\n"));
 }
 
 TEST_F(MExportTest, ABatchTableStandsAtTheStaticPosition) {
@@ -122,7 +117,7 @@ TEST_F(MExportTest, APlotGoesOutAsATableAndADrawingNotAtAll) {
     Show(vw3d);
     EXPECT_EQ(Export(etCurrentView), "");
     m_program.Options.ExportHeaderOn = true;
-    EXPECT_THAT(Export(etCurrentView), testing::EndsWith("13:05:09\r\n\r\n"));
+    EXPECT_THAT(Export(etCurrentView), EndsWith("13:05:09\r\n\r\n"));
 }
 
 TEST_F(MExportTest, LinkLoadsAlwaysGoOutAsThreeTablesAtTheStaticRackStep) {

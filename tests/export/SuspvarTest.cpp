@@ -6,9 +6,7 @@
 #include "tests/support/MemoryFileServices.h"
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <array>
 #include <cmath>
@@ -18,10 +16,6 @@
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 const std::string Path = "/out/corner.svr";
 const Separators Point{".", ","};

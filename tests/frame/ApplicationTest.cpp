@@ -6,9 +6,7 @@
 #include "tests/support/MemoryFileServices.h"
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -17,11 +15,6 @@
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 const std::string Output = "/out/results.txt";
 const std::string Base = "/home/user/.config/Pewter Lantern/Corvanta/";
@@ -79,7 +72,7 @@ TableText Rows(const std::string& file, std::size_t subtitles) {
         rows.push_back(Split(lines[n], "\t"));
         EXPECT_EQ(rows.back().size(), rows.front().size()) << lines[n];
     }
-    EXPECT_THAT(file, testing::EndsWith("\r\n\r\n\r\n"));
+    EXPECT_THAT(file, EndsWith("\r\n\r\n\r\n"));
     return rows;
 }
 

@@ -8,19 +8,12 @@
 #include "tests/support/MemoryFileServices.h"
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <algorithm>
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 const std::string Base = "/home/user/.config/Pewter Lantern/Corvanta/";
 const std::string Ini = Base + "Corvanta.ini";

@@ -2,9 +2,7 @@
 
 #include "model/Failure.h"
 #include "tests/support/MemorySettingsStore.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta::test {
 namespace {
@@ -163,13 +161,10 @@ TEST_F(MOptionsTest, AValueThatCannotBeConvertedIsAFailureThatNamesItsKey) {
           Case{"ChassisMotion", "3000000000", fnOverflow, "Overflow in option ChassisMotion"}}) {
         MemorySettingsStore store;
         store.Write("Options", bad.Key, bad.Value);
-        try {
-            OptionsRead(m_options, m_data, m_units, store, "/opt/corvanta");
-            ADD_FAILURE() << bad.Key;
-        } catch (const Failure& failure) {
-            EXPECT_EQ(failure.Number(), bad.Number);
-            EXPECT_EQ(failure.Description(), bad.Description);
-        }
+        const Failure failure =
+            FailureOf([&] { OptionsRead(m_options, m_data, m_units, store, "/opt/corvanta"); });
+        EXPECT_EQ(failure.Number(), bad.Number);
+        EXPECT_EQ(failure.Description(), bad.Description);
     }
 }
 

@@ -2,9 +2,7 @@
 
 #include "tests/support/MemoryFileServices.h"
 #include "tests/support/RecordingMessageBox.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <array>
 #include <cmath>
@@ -13,9 +11,6 @@
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 const Separators Point{".", ","};
 const Separators Comma{",", "."};
@@ -94,8 +89,8 @@ TEST_F(CFileStreamTest, ADecimalCommaIsReadUnderAPointAndBack) {
     CFileStream writer = NewStream("Data 4.1", Comma);
     AddPoint(writer, "P", 12345.6, 0.123, -1.5e-7);
     writer.FileWrite(Path);
-    EXPECT_THAT(*m_files.Bytes(Path), testing::HasSubstr("[DEC SEP]\t,\r\n"));
-    EXPECT_THAT(*m_files.Bytes(Path), testing::HasSubstr("12345,6\t0,123\t-1,5E-07"));
+    EXPECT_THAT(*m_files.Bytes(Path), HasSubstr("[DEC SEP]\t,\r\n"));
+    EXPECT_THAT(*m_files.Bytes(Path), HasSubstr("12345,6\t0,123\t-1,5E-07"));
     for (const Separators& machine : {Point, Comma}) {
         CFileStream reader = Stream(machine);
         reader.FileRead(Path);
@@ -146,9 +141,8 @@ TEST_F(CFileStreamTest, TablesGoRoundTrip) {
     const FieldTable table{{1.5, 0, 1e-50}, {-2, 3e30, 4}};
     EXPECT_TRUE(stream.AddTable("T", table));
     EXPECT_TRUE(stream.AddTable("Part", table, 1, 1));
-    EXPECT_THAT(
-        stream.GetContents(),
-        testing::HasSubstr("[T]\t\r\n1.5\t0\t0\r\n-2\t3E+30\t4\r\n[Part]\t\r\n1.5\t0\r\n-2"));
+    EXPECT_THAT(stream.GetContents(),
+                HasSubstr("[T]\t\r\n1.5\t0\t0\r\n-2\t3E+30\t4\r\n[Part]\t\r\n1.5\t0\r\n-2"));
     EXPECT_EQ(stream.GetFieldTable("T"), (FieldTable{{1.5, 0, 0}, {-2, 3e30, 4}}));
     EXPECT_EQ(stream.GetFieldTable("T", 0, 1), (FieldTable{{1.5, 0}}));
     EXPECT_EQ(stream.GetFieldTable("T", 2, 3),
@@ -160,7 +154,7 @@ TEST_F(CFileStreamTest, TablesGoRoundTrip) {
 TEST_F(CFileStreamTest, FormattedCellsStayAsTheyAreAndZerosGoInAsZero) {
     CFileStream stream = NewStream("SUSPVAR 1.1", Comma);
     EXPECT_TRUE(stream.AddTable("T", FormattedTable{{"-0,000", "1,500"}, {"0,000", "-2,250"}}));
-    EXPECT_THAT(stream.GetContents(), testing::EndsWith("[T]\t\r\n0\t1,500\r\n0\t-2,250\r\n"));
+    EXPECT_THAT(stream.GetContents(), EndsWith("[T]\t\r\n0\t1,500\r\n0\t-2,250\r\n"));
     EXPECT_EQ(stream.GetFieldTable("T"), (FieldTable{{0, 1.5}, {0, -2.25}}));
     EXPECT_FALSE(stream.AddTable("U", FormattedTable{{"n/a"}}));
     EXPECT_THAT(m_box.Prompts(),
@@ -213,7 +207,7 @@ TEST_F(CFileStreamTest, TextsTravelInTheCodePage) {
     CFileStream stream = NewStream();
     stream.AddField("Description", "Nürburgring 5 €");
     stream.FileWrite(Path);
-    EXPECT_THAT(*m_files.Bytes(Path), testing::HasSubstr("N\xFCrburgring 5 \x80\r\n"));
+    EXPECT_THAT(*m_files.Bytes(Path), HasSubstr("N\xFCrburgring 5 \x80\r\n"));
     EXPECT_EQ(FileOf(*m_files.Bytes(Path)).GetFieldString("Description"), "Nürburgring 5 €");
     EXPECT_THAT(m_box.Shown, IsEmpty());
 }
@@ -224,7 +218,7 @@ TEST_F(CFileStreamTest, CharactersThatTheFileLacksAreTold) {
     stream.AddField("Author", "Müller");
     stream.AddField("Team", "Αθήνα");
     EXPECT_TRUE(stream.FileWrite(Path));
-    EXPECT_THAT(*m_files.Bytes(Path), testing::HasSubstr("Lap at ??, [second]"));
+    EXPECT_THAT(*m_files.Bytes(Path), HasSubstr("Lap at ??, [second]"));
     ASSERT_EQ(m_box.Shown.size(), 1U);
     EXPECT_EQ(m_box.Shown[0].Prompt, "Some characters can't be kept in the file and were written "
                                      "as \"?\": Description, Team");
@@ -304,7 +298,7 @@ TEST_F(CFileStreamTest, VersionsAreHeldAgainstThoseAccepted) {
 
     stream.SetContents("[FILE VERSION]\tData 3\r\n");
     EXPECT_FALSE(stream.IsCompatibleVersion(true, message));
-    EXPECT_THAT(message, testing::EndsWith("available = Data 3 "));
+    EXPECT_THAT(message, EndsWith("available = Data 3 "));
     stream.SetContents("[FILE VERSION]\tData 3\r\n[FILEVERSION]\tData 5\r\n");
     EXPECT_TRUE(stream.IsCompatibleVersion(true, message)); // it is now the stream's own
 }

@@ -4,9 +4,7 @@
 #include "persistence/MData.h"
 #include "tests/support/MemoryFileServices.h"
 #include "tests/support/RecordingMessageBox.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -16,11 +14,6 @@
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 const std::string Path = "/data/OLD.SUS";
 
@@ -115,12 +108,7 @@ class LegacyImportTest : public testing::Test {
         m_document.Data.CGX = 1234;
         m_document.Data.SpringMechanism = 3;
         m_document.StaticPoints()[ptWC] = {1, 2, 3};
-        std::string reason = "no failure";
-        try {
-            Load(text);
-        } catch (const Failure& failure) {
-            reason = failure.Description();
-        }
+        const std::string reason = FailureOf([&] { Load(text); }).Description();
         EXPECT_FALSE(m_document.DataLoaded);
         EXPECT_EQ(m_document.Data.CGX, 1234);
         EXPECT_EQ(m_document.Data.SpringMechanism, 3);

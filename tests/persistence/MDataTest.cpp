@@ -4,19 +4,12 @@
 #include "model/PointsInPlay.h"
 #include "tests/support/MemoryFileServices.h"
 #include "tests/support/RecordingMessageBox.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <limits>
-#include <optional>
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 const std::string Path = "/data/front.WSP";
 
@@ -75,16 +68,11 @@ class MDataTest : public testing::Test {
         m_document.DataLoaded = true;
         m_document.Data.CGX = 1234;
         m_document.StaticPoints()[ptWC] = {1, 2, 3};
-        std::optional<Failure> caught;
-        try {
-            Load(path);
-        } catch (const Failure& failure) {
-            caught = failure;
-        }
+        const Failure failure = FailureOf([&] { Load(path); });
         EXPECT_FALSE(m_document.DataLoaded);
         EXPECT_EQ(m_document.Data.CGX, 1234);
         EXPECT_EQ(m_document.StaticPoints()[ptWC], (SuspPoint{1, 2, 3}));
-        return caught.value_or(Failure(0, "no failure"));
+        return failure;
     }
     bool Write(const Suspension& document, const std::string& path = Path) {
         return DataWrite(m_written, document, path, m_units, m_files, m_messages);

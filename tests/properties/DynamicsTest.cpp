@@ -2,9 +2,7 @@
 
 #include "model/Failure.h"
 #include "tests/support/Corners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <array>
 
@@ -88,8 +86,7 @@ TEST_F(DynamicsTest, SettingsThatDoNotAllowThem) {
     m_document.DynamicsValid = true;
     m_document.Dynamics.LoadAccel = 5;
     Static().Set(chWheelRateSpring, 1e-308);
-    EXPECT_THAT([&] { CalculateDynamics(m_document, 3); },
-                testing::ThrowsMessage<Failure>("Overflow"));
+    EXPECT_THAT([&] { CalculateDynamics(m_document, 3); }, ThrowsMessage<Failure>("Overflow"));
     EXPECT_FALSE(m_document.DynamicsValid);
     EXPECT_EQ(Fields(m_document.Dynamics), Fields({}));
 }

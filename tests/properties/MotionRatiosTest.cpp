@@ -2,9 +2,7 @@
 
 #include "model/Failure.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <cmath>
 #include <numbers>
@@ -380,7 +378,7 @@ TEST_F(RatesTest, ChangesAreToldAgainstAPositiveReference) {
     EXPECT_NEAR(Cell(chRollStiffnessChange), 0.8 * 1.25 * 1.25 * 1.25 * 1.25 - 1, 1e-12);
     m_state.Channels.Set(chSpringVelocityRatio, 0);
     EXPECT_THAT([&] { CalculateWheelRateChanges(m_state, reference); },
-                testing::ThrowsMessage<Failure>("Division by zero"));
+                ThrowsMessage<Failure>("Division by zero"));
 }
 
 } // namespace

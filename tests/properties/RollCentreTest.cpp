@@ -2,9 +2,7 @@
 
 #include "model/Failure.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <cmath>
 #include <numbers>
@@ -293,7 +291,7 @@ TEST(AntiFeaturesTest, RestOnWheelbaseTrackAndHeight) {
     state.Channels.Set(chHalfTrack, 0.5);
     EXPECT_NEAR(cell(chAntiRollPercent), 0.125 / 500, 1e-15);
 
-    const auto divides = testing::ThrowsMessage<Failure>("Division by zero");
+    const auto divides = ThrowsMessage<Failure>("Division by zero");
     const WheelState sound = state;
     state.Points[ptLongFocus].X = 0;
     EXPECT_THAT([&] { cell(chAntiDivePercent); }, divides);

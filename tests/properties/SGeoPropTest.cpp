@@ -4,9 +4,7 @@
 #include "model/Failure.h"
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <cmath>
 #include <functional>
@@ -108,7 +106,7 @@ TEST_F(SGeoPropTest, GeometryWithoutAngles) {
               "Plane of lower wishbone not defined, points lie on a straight line");
     m_state.Points = sound;
     m_state.Points[ptUWO].Z = sound[ptLWO].Z;
-    EXPECT_THAT([&] { (void)Geometry(); }, testing::ThrowsMessage<Failure>("Division by zero"));
+    EXPECT_THAT([&] { (void)Geometry(); }, ThrowsMessage<Failure>("Division by zero"));
 
     m_state.Points[ptUWIF] = {-150, 300, 0}; // flat but for a slope of 1e-14
     m_state.Points[ptUWIR] = {150, 300, 3e-12};
@@ -336,9 +334,9 @@ TEST_F(PassOverTheGridTest, AFaultIsToldByTheNameOfItsStep) {
     RecordingMessageBox box;
     Messages messages(box);
     RunCalculation(m_document, MetricChannels(), messages);
-    EXPECT_THAT(box.Prompts(), testing::ElementsAre(
-                                   "Calculations could not be completed.\r\rThere was an error in "
-                                   "CalculateWheelRateTotal"));
+    EXPECT_THAT(box.Prompts(),
+                ElementsAre("Calculations could not be completed.\r\rThere was an error in "
+                            "CalculateWheelRateTotal"));
 }
 
 } // namespace

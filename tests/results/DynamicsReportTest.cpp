@@ -5,18 +5,12 @@
 #include "properties/Dynamics.h"
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <string>
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 const std::string NotValid = "Current settings are not valid for this report.";
 

@@ -3,9 +3,7 @@
 #include "model/Failure.h"
 #include "tests/support/RecordingSurface.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,9 +16,6 @@
 namespace corvanta::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 using testing::UnorderedElementsAreArray;
 
 constexpr Colour Violet{175, 128, 255};

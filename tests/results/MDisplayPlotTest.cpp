@@ -4,9 +4,7 @@
 #include "tests/support/Corners.h"
 #include "tests/support/RecordingChart.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta {
 
@@ -18,9 +16,6 @@ inline void PrintTo(const ChartPoint& point, std::ostream* stream) {
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// A chart whose window has gone.
 class BrokenChart final : public Chart2D {

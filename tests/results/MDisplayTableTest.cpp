@@ -3,16 +3,12 @@
 #include "model/Failure.h"
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <array>
 
 namespace corvanta::test {
 namespace {
-
-using testing::ThrowsMessage;
 
 /// Cells of a row from `first` on, parted by "|".
 std::string Row(const ViewTable& table, int row, int first = 0) {
@@ -89,7 +85,7 @@ TEST_F(MDisplayTableTest, ViewsThatDependOnTheEndOfTheCar) {
 
     m_program.Document.StaticPoints()[ptWTCP].X = Data().CGX + 0.001; // just behind it: a rear one
     m_program.Channels.SetFrontRearTitles(IsFrontCorner(m_program.Document));
-    EXPECT_THAT(Heads(vwAntis), testing::StartsWith("Anti-Rise Swing Axle Length|"));
+    EXPECT_THAT(Heads(vwAntis), StartsWith("Anti-Rise Swing Axle Length|"));
     EXPECT_EQ(Heads(vwPlanGeometry), "Steer Angle|Steer Angle - Bump |Steer Angle - Delta|"
                                      "Caster Angle|Caster Offset");
 }

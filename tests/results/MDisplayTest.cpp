@@ -4,18 +4,10 @@
 #include "results/PointsTable.h"
 #include "tests/support/MainFormTest.h"
 #include "tests/support/RecordingChart.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::SizeIs;
-using testing::StartsWith;
 
 using Blocks = std::vector<std::string>;
 

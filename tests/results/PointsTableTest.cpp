@@ -1,15 +1,10 @@
 #include "results/PointsTable.h"
 
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta::test {
 namespace {
-
-using testing::EndsWith;
-using testing::StartsWith;
 
 class PointsTableTest : public testing::Test {
   protected:

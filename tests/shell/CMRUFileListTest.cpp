@@ -2,14 +2,10 @@
 
 #include "tests/support/MemorySettingsStore.h"
 #include "tests/support/RecordingMessageBox.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
 
 class CMRUFileListTest : public testing::Test {
   protected:

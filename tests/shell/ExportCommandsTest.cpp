@@ -2,19 +2,12 @@
 
 #include "tests/support/FakeShellHost.h"
 #include "tests/support/TestDesk.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::Not;
-using testing::StartsWith;
 
 const std::string Component = "/out/front.svr";
 const std::string Drawing = "/out/front.dxf";

@@ -1,9 +1,7 @@
 #include "shell/TypedNumber.h"
 
 #include "model/Failure.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta::test {
 namespace {
@@ -91,17 +89,14 @@ TEST(TypedNumberTest, FollowsTheMachine) {
 
 TEST(TypedNumberTest, AFaultNamesItsPlaceAndShowsTheHeadOfTheText) {
     const auto description = [](const std::string& text) {
-        try {
-            RaiseNoNumber("X of Centre of wheel", text);
-        } catch (const Failure& failure) {
-            EXPECT_EQ(failure.Number(), fnTypeMismatch);
-            return failure.Description();
-        }
+        const Failure failure = FailureOf([&] { RaiseNoNumber("X of Centre of wheel", text); });
+        EXPECT_EQ(failure.Number(), fnTypeMismatch);
+        return failure.Description();
     };
     EXPECT_EQ(description("abc"),
               "Type mismatch: X of Centre of wheel is \"abc\", which is no number.");
     EXPECT_THAT(description(std::string(39, 'a') + "\u00E9" + std::string(5000, 'b')),
-                testing::HasSubstr("\"" + std::string(39, 'a') + "...\""))
+                HasSubstr("\"" + std::string(39, 'a') + "...\""))
         << "a character is not cut in half";
 }
 

@@ -2,19 +2,13 @@
 
 #include "solver/RideHeight.h"
 #include "tests/support/EditGeometryTest.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <cmath>
 #include <string>
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 const std::string Unable = "Unable to complete calculations for adjusted geometry.\rReason: ";
 

@@ -2,19 +2,12 @@
 
 #include "model/Failure.h"
 #include "tests/support/MainFormTest.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <stdexcept>
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 const std::string Discard = "Discard any current data?";
 const std::string Offer = "There are unsaved changes to front.WSP from an earlier run.\r\r"

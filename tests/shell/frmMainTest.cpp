@@ -1,20 +1,13 @@
 #include "shell/frmMain.h"
 
 #include "tests/support/MainFormTest.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <functional>
 #include <random>
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 const std::string Refused = "There was an error while processing file\r\rError was: ";
 const std::string NotCalculated = "Calculations could not be completed.\r\r";

@@ -3,9 +3,7 @@
 #include "calculation/SCalcs.h"
 #include "model/Failure.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <algorithm>
 #include <functional>
@@ -14,9 +12,6 @@
 
 namespace corvanta::test {
 namespace {
-
-using testing::HasSubstr;
-using testing::StartsWith;
 
 /// How near positions come that were found on different ways, mm.
 constexpr double PlaceTolerance = 1e-4;

@@ -3,16 +3,12 @@
 #include "model/Failure.h"
 #include "tests/support/Corners.h"
 #include "tests/support/RecordingMessageBox.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <vector>
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
 
 class SInitGeoTest : public testing::Test {
   protected:
@@ -103,8 +99,7 @@ TEST_F(SInitGeoTest, TravelThatMakesNoGridIsRefusedAndChangesNothing) {
                              {&SuspensionData::RackTravel, 1e12, "Overflow"}}) {
         const double kept = m_data.*c.Field;
         m_data.*c.Field = c.Value;
-        EXPECT_THAT([&] { (void)Shape(); },
-                    testing::ThrowsMessage<Failure>(testing::HasSubstr(c.Message)));
+        EXPECT_THAT([&] { (void)Shape(); }, ThrowsMessage<Failure>(HasSubstr(c.Message)));
         EXPECT_EQ(m_data.*c.Field, c.Value);
         m_data.*c.Field = kept;
         EXPECT_EQ(m_document.NW + m_document.NR, shape[0] + shape[2]);

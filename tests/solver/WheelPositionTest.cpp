@@ -6,9 +6,7 @@
 #include "solver/StaticState.h"
 #include "solver/WheelAttitude.h"
 #include "tests/support/Corners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <cmath>
 #include <random>
@@ -16,8 +14,6 @@
 
 namespace corvanta::test {
 namespace {
-
-using testing::ThrowsMessage;
 
 TEST(WheelPositionTest, AJointSwingsOnItsCircle) {
     std::mt19937 random(5);
