@@ -203,15 +203,6 @@ TEST_F(CFileStreamTest, OnlyLineEndsAreTakenOffTheEndOfAFile) {
     EXPECT_EQ(FileOf("[A]\r\n\r\n").GetFieldString("A"), "");
 }
 
-TEST_F(CFileStreamTest, TextsTravelInTheCodePage) {
-    CFileStream stream = NewStream();
-    stream.AddField("Description", "Nürburgring 5 €");
-    stream.FileWrite(Path);
-    EXPECT_THAT(*m_files.Bytes(Path), HasSubstr("N\xFCrburgring 5 \x80\r\n"));
-    EXPECT_EQ(FileOf(*m_files.Bytes(Path)).GetFieldString("Description"), "Nürburgring 5 €");
-    EXPECT_THAT(m_box.Shown, IsEmpty());
-}
-
 TEST_F(CFileStreamTest, CharactersThatTheFileLacksAreTold) {
     CFileStream stream = NewStream();
     stream.AddField("Description", "Lap at 鈴鹿, [second] Škoda Čáp");
