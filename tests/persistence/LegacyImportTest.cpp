@@ -2,6 +2,7 @@
 
 #include "model/Failure.h"
 #include "persistence/MData.h"
+#include "tests/support/Corners.h"
 #include "tests/support/MemoryFileServices.h"
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/Testing.h"
@@ -83,10 +84,7 @@ class LegacyImportTest : public testing::Test {
     }
 
     void ChooseUnits(const std::string& displacement, const std::string& mass) {
-        m_units[ucDisplacement].Label = displacement;
-        m_units[ucForce].Label = "kg";
-        m_units[ucMass].Label = mass;
-        m_units[ucRate].Label = "lb/in";
+        m_units = UnitsOf(displacement, "kg", mass, "lb/in");
         m_channels.ChannelsSetup(m_units);
     }
 

@@ -88,12 +88,7 @@ TEST_F(DynamicsReportTest, FrontCornerByHand) {
 TEST_F(DynamicsReportTest, RearCornerByHandInInchesAndKilogramsWithAComma) {
     Suspension document = HandCorner(false);
     CalculateDynamics(document, 3);
-    FundamentalUnits units;
-    units[ucDisplacement].Label = "in";
-    units[ucForce].Label = "kg";
-    units[ucMass].Label = "kg";
-    units[ucRate].Label = "lb/in";
-    units.SetFundUnitsData();
+    FundamentalUnits units = UnitsOf("in", "kg", "kg", "lb/in");
     units.NumberSeparators = {",", "."};
     EXPECT_EQ(Report(document, units),
               "Rear suspension with outboard brakes\r\n"

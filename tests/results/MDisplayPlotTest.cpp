@@ -30,13 +30,7 @@ class BrokenChart final : public Chart2D {
 class MDisplayPlotTest : public testing::Test {
   protected:
     MDisplayPlotTest() {
-        m_program.Units = MetricUnits();
-        m_program.Channels.ChannelsSetup(m_program.Units);
         Suspension& document = m_program.Document;
-        document.NR = 3;
-        document.NW = 4;
-        document.StaticRack = 3;
-        document.StaticWheel = 4;
         for (int r = 2; r <= 4; ++r) {
             for (int w = 2; w <= 5; ++w) {
                 ChannelCells& channels = document.WheelStates(r, w).Channels;
@@ -65,7 +59,7 @@ class MDisplayPlotTest : public testing::Test {
         EXPECT_FALSE(m_chart.AxisX.Marker || m_chart.AxisY.Marker);
     }
 
-    Program m_program;
+    Program m_program = SmallGrid();
     RecordingChart m_chart;
     PlotState m_plot;
 };

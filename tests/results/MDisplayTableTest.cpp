@@ -32,13 +32,7 @@ std::string Column(const ViewTable& table, int column, int first = 0) {
 class MDisplayTableTest : public testing::Test {
   protected:
     MDisplayTableTest() {
-        m_program.Units = MetricUnits();
-        m_program.Channels.ChannelsSetup(m_program.Units);
         Suspension& document = m_program.Document;
-        document.NR = 3;
-        document.NW = 4;
-        document.StaticRack = 3;
-        document.StaticWheel = 4;
         document.DataLoaded = document.GeometryValid = document.ResultsValid = true;
         for (int r = 2; r <= 4; ++r) {
             for (int w = 2; w <= 5; ++w) {
@@ -67,7 +61,7 @@ class MDisplayTableTest : public testing::Test {
         }
     }
 
-    Program m_program;
+    Program m_program = SmallGrid();
     RecordingMessageBox m_box;
     Messages m_messages{m_box};
     bool m_warned = false;
@@ -273,6 +267,13 @@ TEST_F(MDisplayTableTest, LinkLoadsOfEverySubView) {
     expectTable(3, "Pullrod Load Factors", "Track Rod Load Factors",
                 "47.45|51.500|52.500|53.500|55|61.500|62.500|63.500|65");
     EXPECT_TRUE(m_box.Shown.empty());
+}
+
+TEST_F(MDisplayTableTest, LinkLoadsAtRackStepZeroAreThoseOfTheStaticStep) {
+    Data().SpringMechanism = smPullrodToUpright;
+    m_program.Document.WheelStates(m_program.Document.StaticRack, 5).LinkLoads.Set(1, 1, 7.25);
+    const ViewTable table = BuildLinkLoadTable(m_program, 1, 0);
+    EXPECT_EQ(table.Cell(5, 1), "7.250");
 }
 
 TEST_F(MDisplayTableTest, LinkLoadsSayWhereTheyAreNotAvailableAndWarnOnce) {

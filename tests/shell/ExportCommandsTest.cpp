@@ -16,7 +16,6 @@ class ExportCommandsTest : public testing::Test, protected TestDesk {
   protected:
     ExportCommandsTest() {
         m_program.Document = DoubleWishboneCorner();
-        SetUpCorner(m_program.Document);
         CalculateCorner(m_program.Document);
         m_program.Settings = {vwAntis, 0, vvAlongWheelTravel, 3, 2};
         m_program.Options.ExportFilePath = "/cars/";

@@ -13,7 +13,6 @@ class frmExportTest : public testing::Test, protected TestDesk {
   protected:
     frmExportTest() {
         m_program.Document = DoubleWishboneCorner();
-        SetUpCorner(m_program.Document);
         CalculateCorner(m_program.Document);
         m_program.Settings = {vwAntis, 0, vvAlongWheelTravel, 3, 3};
         m_program.Options.ExportFilePath = "/cars/";

@@ -11,8 +11,6 @@ namespace {
 class frmOptionsTest : public testing::Test, protected TestDesk {
   protected:
     frmOptionsTest() {
-        m_program.Units = MetricUnits();
-        m_program.Channels.ChannelsSetup(m_program.Units);
         m_program.Document = LoadSample("touring-front-wishbone.WSP");
         m_program.Document.ResultsValid = true;
     }

@@ -78,13 +78,6 @@ class MainFormTest : public testing::Test, protected TestDesk {
         m_main.EditGeometry->cmdOK_Click();
     }
 
-    /// The messages since the last look.
-    std::vector<std::string> Prompts() {
-        std::vector<std::string> prompts = m_box.Prompts();
-        m_box.Shown.clear();
-        return prompts;
-    }
-
     Suspension& m_document = m_program.Document;
     ViewSettings& m_settings = m_program.Settings;
     frmMain m_main{m_desk};
