@@ -1,11 +1,8 @@
 #include "export/Suspvar.h"
 
-#include "calculation/SCalcs.h"
-#include "export/Interpolate.h"
 #include "model/Failure.h"
 #include "tests/support/MemoryFileServices.h"
 #include "tests/support/RecordingMessageBox.h"
-#include "tests/support/SampleCorners.h"
 #include "tests/support/Testing.h"
 
 #include <array>

@@ -9,7 +9,6 @@
 #include "tests/support/Testing.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <optional>
 #include <regex>
 

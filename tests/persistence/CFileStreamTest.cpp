@@ -7,7 +7,6 @@
 #include <array>
 #include <cmath>
 #include <limits>
-#include <random>
 
 namespace corvanta::test {
 namespace {

@@ -1,7 +1,6 @@
 #include "properties/Dynamics.h"
 
 #include "model/Failure.h"
-#include "tests/support/Corners.h"
 #include "tests/support/Testing.h"
 
 #include <array>

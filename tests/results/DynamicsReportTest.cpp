@@ -1,7 +1,6 @@
 #include "results/DynamicsReport.h"
 
 #include "calculation/SCalcs.h"
-#include "model/Failure.h"
 #include "properties/Dynamics.h"
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"

@@ -5,7 +5,6 @@
 #include "tests/support/Testing.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace corvanta::test {
 namespace {
