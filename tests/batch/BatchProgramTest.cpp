@@ -171,13 +171,5 @@ TEST_F(BatchProgramTest, AMachineWithoutAHomeFolderKeepsItsSettingsBesideTheProg
     EXPECT_TRUE(fs::exists(m_folder / "program/Corvanta.ini"));
 }
 
-TEST_F(BatchProgramTest, SettingsThatCannotBeWrittenAreAFailureOfTheStart) {
-    std::ofstream(m_folder / "config") << "a file where a folder is due";
-    const ProgramRun run = Run(m_input + OutputKey() + m_table);
-    EXPECT_NE(run.Errors.find("in procedure AppStart of Module MSusp"), std::string::npos);
-    EXPECT_FALSE(HasOutput());
-    EXPECT_EQ(ReadFile(m_folder / "config"), "a file where a folder is due");
-}
-
 } // namespace
 } // namespace corvanta::test

@@ -1,17 +1,13 @@
 #include "calculation/SCalcs.h"
 #include "tests/support/Corners.h"
 #include "tests/support/RecordingMessageBox.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <string>
 #include <vector>
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
 
 /// The step, its neighbour and its travel, in the order of the march.
 std::vector<std::vector<double>> March(MarchStep (*step)(const Suspension&, int),

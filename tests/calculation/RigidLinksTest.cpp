@@ -10,52 +10,51 @@
 namespace corvanta::test {
 namespace {
 
-constexpr double LinkTolerance = 1e-4;
-constexpr double TravelTolerance = 1e-5;
+constexpr double LinkTolerance = 1e-8;
+constexpr double InPlaneTolerance = 1e-4;
+constexpr double TravelTolerance = 1e-6;
 
-TEST(RigidLinksTest, EveryPartKeepsItsLengthsInEverySetOfEveryState) {
+/// True for a link to a point that may lie in the plane of the points it is located from, where the
+/// root costs half of the digits: the far side of a T-bar, and its drop link's end on the rocker.
+bool HasPointInPlane(const RigidLink& link) {
+    return link.From == ptTBDLI || link.To == ptTBDLO2;
+}
+
+TEST(RigidLinksTest, PartsKeepTheirLengthsAndTheContactPatchRisesByTheDemandedTravel) {
+    constexpr double offset = 0.5; // of the sets for the slopes
     for (const MechanismChoice& choice : OfferedChoices()) {
         SCOPED_TRACE(choice.Text());
         Suspension document = CornerOf(choice);
         std::string errorText;
         ASSERT_TRUE(SolveGrid(document, errorText)) << errorText;
-        const std::vector<RigidLink> links = RigidParts(document.Data).Links();
+        const PointSet& fixed = document.StaticPoints();
+        std::vector<RigidLink> links = RigidParts(document.Data).Links();
+        std::vector<RigidLink> inPlane = links;
+        std::erase_if(links, HasPointInPlane);
+        std::erase_if(inPlane, [](const RigidLink& link) { return !HasPointInPlane(link); });
         WorstLink worst;
+        WorstLink worstInPlane;
         for (int r = 2; r <= document.NR + 1; ++r) {
-            for (int w = 1; w <= document.NW + 1; ++w) {
+            const PointSet& start = document.WheelStates(r, 1).Points;
+            worst.Look(start, fixed, links, " at the start of " + std::to_string(r));
+            worstInPlane.Look(start, fixed, inPlane, " at the start of " + std::to_string(r));
+            EXPECT_NEAR(start[ptTRI].Y - fixed[ptTRI].Y, RackTravelAtStep(document, r), 1e-9);
+            for (int w = 2; w <= document.NW + 1; ++w) {
                 const WheelState& state = document.WheelStates(r, w);
                 const std::string where = " at " + std::to_string(r) + ", " + std::to_string(w);
-                worst.Look(state.Points, document.StaticPoints(), links, where);
-                if (w > 1) {
-                    worst.Look(state.PointsPlus, document.StaticPoints(), links, where + " plus");
-                    worst.Look(state.PointsMinus, document.StaticPoints(), links, where + " minus");
-                }
+                const auto check = [&](const PointSet& set, double travel) {
+                    worst.Look(set, fixed, links, where);
+                    worstInPlane.Look(set, fixed, inPlane, where);
+                    EXPECT_NEAR(set[ptWTCP].Z - start[ptWTCP].Z, travel, TravelTolerance);
+                };
+                const double travel = WheelTravelAtStep(document, w);
+                check(state.Points, travel);
+                check(state.PointsPlus, travel + offset);
+                check(state.PointsMinus, travel - offset);
             }
         }
         EXPECT_LE(worst.Error, LinkTolerance) << worst.Name;
-    }
-}
-
-TEST(RigidLinksTest, TheContactPatchRisesByTheDemandedTravel) {
-    for (const MechanismChoice& choice : OfferedChoices()) {
-        SCOPED_TRACE(choice.Text());
-        Suspension document = CornerOf(choice);
-        std::string errorText;
-        ASSERT_TRUE(SolveGrid(document, errorText)) << errorText;
-        const double offset = static_cast<double>(0.5F);
-        for (int r = 2; r <= document.NR + 1; ++r) {
-            const double start = document.WheelStates(r, 1).Points[ptWTCP].Z;
-            EXPECT_NEAR(document.WheelStates(r, 1).Points[ptTRI].Y -
-                            document.StaticPoints()[ptTRI].Y,
-                        RackTravelAtStep(document, r), 1e-9);
-            for (int w = 2; w <= document.NW + 1; ++w) {
-                const WheelState& state = document.WheelStates(r, w);
-                const double travel = WheelTravelAtStep(document, w);
-                EXPECT_NEAR(state.Points[ptWTCP].Z - start, travel, TravelTolerance);
-                EXPECT_NEAR(state.PointsPlus[ptWTCP].Z - start, travel + offset, TravelTolerance);
-                EXPECT_NEAR(state.PointsMinus[ptWTCP].Z - start, travel - offset, TravelTolerance);
-            }
-        }
+        EXPECT_LE(worstInPlane.Error, InPlaneTolerance) << worstInPlane.Name;
     }
 }
 

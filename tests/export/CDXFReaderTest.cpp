@@ -4,9 +4,7 @@
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/TemporaryFolder.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <algorithm>
 #include <cstdlib>

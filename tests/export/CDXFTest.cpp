@@ -3,24 +3,16 @@
 #include "tests/support/MemoryFileServices.h"
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <array>
 #include <cmath>
 #include <limits>
-#include <map>
 #include <string>
 #include <vector>
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 const std::string Path = "/out/corner.dxf";
 
@@ -46,37 +38,6 @@ std::vector<Group> GroupsOf(const std::string& bytes) {
         groups.push_back({std::stoi(lines[n]), lines[n + 1]});
     }
     return groups;
-}
-
-struct DrawnLine {
-    SuspPoint From;
-    SuspPoint To;
-};
-
-/// The lines of a drawing with an ENTITIES section and nothing else.
-std::vector<DrawnLine> LinesOf(const std::string& bytes) {
-    const std::vector<Group> groups = GroupsOf(bytes);
-    std::vector<std::map<int, std::string>> entities;
-    for (const Group& group : groups) {
-        if (group.Code == 0) {
-            entities.emplace_back();
-        }
-        EXPECT_TRUE(entities.back().emplace(group.Code, group.Value).second) << "a code twice";
-    }
-    EXPECT_EQ(entities.at(0), (std::map<int, std::string>{{0, "SECTION"}, {2, "ENTITIES"}}));
-    EXPECT_EQ(entities.at(entities.size() - 2), (std::map<int, std::string>{{0, "ENDSEC"}}));
-    EXPECT_EQ(entities.back(), (std::map<int, std::string>{{0, "EOF"}}));
-    std::vector<DrawnLine> lines;
-    for (std::size_t n = 1; n + 2 < entities.size(); ++n) {
-        const std::map<int, std::string>& entity = entities[n];
-        EXPECT_EQ(entity.size(), 8U);
-        EXPECT_EQ(entity.at(0), "LINE");
-        EXPECT_EQ(entity.at(8), "Corvanta");
-        const auto number = [&](int code) { return std::stod(entity.at(code)); };
-        lines.push_back(
-            {{number(10), number(20), number(30)}, {number(11), number(21), number(31)}});
-    }
-    return lines;
 }
 
 class CDXFTest : public testing::Test {
@@ -128,74 +89,6 @@ TEST_F(CDXFTest, CarriesEveryDoubleExactly) {
         EXPECT_EQ(std::strtod(groups.at(n + 4).Value.c_str(), nullptr), written.at(n));
     }
     EXPECT_THROW(dxf.AddLine({std::nan(""), 0, 0}, {}, {}), Failure);
-}
-
-TEST_F(CDXFTest, HoldsTheLinksOfEverySampleInTheirLengths) {
-    for (const std::string& path : AllSamplePaths()) {
-        SCOPED_TRACE(path);
-        Suspension document = LoadSample(path.substr(SamplePath("").size()));
-        CalculateCorner(document);
-        const std::vector<DrawnLine> lines =
-            LinesOf(Exported(document, document.NR + 1, document.NW + 1));
-        const PointSet& points = document.WheelStates(document.NR + 1, document.NW + 1).Points;
-        const StaticLengthRecord& lengths = document.StaticLengths;
-        const SuspensionData& data = document.Data;
-        // A T-bar that is the anti-roll bar and carries the centre spring is drawn as each of them.
-        const bool asSpring = HasCentreSpring(data) && !HasLateralCentreSpring(data);
-        const int tBars = (data.ARBMechanism == abTBar ? 1 : 0) + (asSpring ? 1 : 0);
-
-        struct Link {
-            PointNumber One;
-            PointNumber Other;
-            double Length;
-            int Times;
-        };
-        std::vector<Link> links{
-            {ptLWIF, ptLWO, lengths.LowerFrontLink, 1},
-            {ptLWIR, ptLWO, lengths.LowerRearLink, 1},
-            {ptTRI, ptTRO, lengths.TrackRodLength, 1},
-            {ptWC, ptWTCP, lengths.TyreRadius, 1},
-            {ptWSA, ptWC, lengths.StubAxleLength, 1},
-            {ptTBDLI, ptTBDLO, lengths.TBarDropLink, tBars},
-        };
-        if (data.SpringMechanism != smMacPhersonStrut) {
-            links.push_back({ptUWIF, ptUWO, lengths.UpperFrontLink, 1});
-            links.push_back({ptUWIR, ptUWO, lengths.UpperRearLink, 1});
-        }
-        if (HasRocker(data.SpringMechanism)) {
-            links.push_back({ptPRO, ptPRI, lengths.PushrodLength, 1});
-        }
-        if (HasSecondRocker(data.SpringMechanism)) {
-            links.push_back({ptR1O, ptR2I, lengths.InterconnectLength, 1});
-        }
-        if (IsLateralBar(data.ARBMechanism)) {
-            links.push_back({ptARI, ptARDL, lengths.ARBDropLink, 1});
-        }
-        for (const Link& link : links) {
-            int found = 0;
-            for (const DrawnLine& line : lines) {
-                if ((line.From == points[link.One] && line.To == points[link.Other]) ||
-                    (line.To == points[link.One] && line.From == points[link.Other])) {
-                    EXPECT_NEAR(Distance(line.From, line.To), link.Length, 1e-4);
-                    ++found;
-                }
-            }
-            EXPECT_EQ(found, link.Times) << PointShortName(link.One);
-        }
-    }
-}
-
-TEST_F(CDXFTest, ACornerWithoutASpringHoldsItsLinksAndWheelLines) {
-    Suspension document = LoadSample("roadster-front-links.WSP");
-    document.Data.ARBMechanism = abNone;
-    document.Data.DriveShaftExists = false;
-    SetUpCorner(document);
-    CalculateCorner(document);
-    // Two wishbones and the upright of three lines each, the track rod, two lines of the wheel.
-    EXPECT_EQ(LinesOf(Exported(document, 2, 2)).size(), 12U);
-    // Step 0 is the static position, where every pickup stands as it was entered.
-    const std::vector<DrawnLine> lines = LinesOf(Exported(document, 0, 0));
-    EXPECT_NEAR(Distance(lines.at(0).To, document.StaticPoints()[ptLWO]), 0, 1e-9);
 }
 
 TEST_F(CDXFTest, AFailureAtAnyWriteIsToldAndLeavesTheBeginning) {

@@ -2,18 +2,12 @@
 
 #include "tests/support/MemoryFileServices.h"
 #include "tests/support/RecordingMessageBox.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <vector>
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 const std::string LegacyChannels = "/program/customchannels.txt";
 const std::string ChannelsPath = "/settings/customchannels.txt";

@@ -1,46 +1,21 @@
 #include "export/MExport.h"
 
-#include "platform/DiskFileServices.h"
-#include "shell/frmMain.h"
-#include "tests/support/SampleCorners.h"
-#include "tests/support/TestDesk.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/MainFormTest.h"
+#include "tests/support/Testing.h"
 
 namespace corvanta::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::StartsWith;
-
-const std::string Document = "/cars/front.WSP";
 const std::string Output = "/out/results.txt";
 const std::string Failed = "There was an error while exporting. \rError was: ";
 
 /// The window with a solved corner, whose wheel stands two steps of 5 mm above static and whose
 /// rack one step of 15 mm beside it.
-class MExportTest : public testing::Test, protected TestDesk {
+class MExportTest : public MainFormTest {
   protected:
     MExportTest() {
         m_files.PutFolder("/out");
-        Open("touring-front-wishbone.WSP");
-    }
-
-    void Open(const std::string& sample) {
-        m_files.Put(Document, DiskFileServices().ReadBytes(SamplePath(sample)));
-        m_main.FileOpen(Document);
-        m_program.Settings.ViewWheel = m_program.Document.StaticWheel - 2;
-        m_program.Settings.ViewRack = m_program.Document.StaticRack + 1;
-    }
-
-    /// Shows a view and returns what the window's grid holds then.
-    std::string Show(std::int32_t view, std::int32_t argument = 0) {
-        m_program.Settings.View = view;
-        m_main.RefreshGUI(false);
-        m_program.Settings.ViewArgument = argument;
-        m_main.RefreshGUI(false);
-        return m_main.Grid().Text();
+        OpenOffStatic("touring-front-wishbone.WSP");
     }
 
     /// Exports and returns the file.
@@ -53,12 +28,11 @@ class MExportTest : public testing::Test, protected TestDesk {
         return Export(etCurrentView, &batch);
     }
 
-    frmMain m_main{m_desk};
     ExportPlace m_place{m_program, m_main, m_files, m_messages, m_process};
 };
 
 TEST_F(MExportTest, TitlesOfEveryView) {
-    m_program.Document.Data.WheelTravelStepSize = 6.25;
+    m_document.Data.WheelTravelStepSize = 6.25;
     const std::string wheel = "Values at wheel travel from static = 12.5 mm\r\n";
     const std::string rack = "Values at rack travel from static = 15 mm\r\n";
     const auto titles = [&](std::int32_t view, std::int32_t argument = 0) {
@@ -89,10 +63,10 @@ TEST_F(MExportTest, TitlesOfEveryView) {
     EXPECT_EQ(titles(vwQuadraticCoefficients), alone("Quadratic Coefficients"));
 
     // Droop is negative; the unit follows the user's, the number stays in millimetres.
-    m_program.Settings.ViewWheel = m_program.Document.StaticWheel + 1;
+    m_settings.ViewWheel = m_document.StaticWheel + 1;
     m_program.Units[ucDisplacement].Label = "in";
     m_program.Units.NumberSeparators.Decimal = ",";
-    EXPECT_THAT(titles(vwAntis), testing::HasSubstr("wheel travel from static = -6,25 in\r\n"));
+    EXPECT_THAT(titles(vwAntis), HasSubstr("wheel travel from static = -6,25 in\r\n"));
 }
 
 TEST_F(MExportTest, ABatchTableStandsAtTheStaticPosition) {
@@ -119,7 +93,7 @@ TEST_F(MExportTest, ABatchTableStandsAtTheStaticPosition) {
 TEST_F(MExportTest, TheCurrentViewGoesOutAsTheWindowShowsIt) {
     m_program.CustomChannels.Add(chCamberAngle);
     for (const std::int32_t variable : {vvAlongRackTravel, vvAlongWheelTravel}) {
-        m_program.Settings.ViewVariable = variable;
+        m_settings.ViewVariable = variable;
         for (const std::int32_t view : {1, 2, 3, 4, 5, 6, 7, 8, 10, 12}) {
             SCOPED_TRACE(view);
             const std::string grid = Show(view);
@@ -143,23 +117,23 @@ TEST_F(MExportTest, APlotGoesOutAsATableAndADrawingNotAtAll) {
     Show(vw3d);
     EXPECT_EQ(Export(etCurrentView), "");
     m_program.Options.ExportHeaderOn = true;
-    EXPECT_THAT(Export(etCurrentView), testing::EndsWith("13:05:09\r\n\r\n"));
+    EXPECT_THAT(Export(etCurrentView), EndsWith("13:05:09\r\n\r\n"));
 }
 
 TEST_F(MExportTest, LinkLoadsAlwaysGoOutAsThreeTablesAtTheStaticRackStep) {
-    Suspension& document = m_program.Document;
+    Suspension& document = m_document;
     for (int r = 2; r <= document.NR + 1; ++r) {
         for (int link = 1; link <= 6; ++link) {
             document.WheelStates(r, 2).LinkLoads.Set(link, 1, r + link / 10.0);
         }
     }
-    m_program.Settings.ViewRack = document.StaticRack;
+    m_settings.ViewRack = document.StaticRack;
     std::string expected;
     for (std::int32_t subView = 1; subView <= 3; ++subView) {
         expected += ExportTitleAdd(m_program, Show(vwLinkLoads, subView), vwLinkLoads, subView, 1) +
                     "\r\n\r\n";
     }
-    m_program.Settings.ViewRack = document.StaticRack + 1;
+    m_settings.ViewRack = document.StaticRack + 1;
     const std::string shown = Show(vwLinkLoads, 2);
     EXPECT_EQ(Export(etCurrentView), expected);
     EXPECT_EQ(ExportTable(vwLinkLoads, vvAlongWheelTravel), expected);
@@ -177,23 +151,23 @@ TEST_F(MExportTest, LinkLoadsAlwaysGoOutAsThreeTablesAtTheStaticRackStep) {
                 StartsWith("TITLE:\tLink Lengths\r\nLink\tLength\r\n\tmm\r\nTyre Radius\t"));
 
     // The window shows again what it showed, its sub-view included.
-    EXPECT_EQ(m_program.Settings.View, vwLinkLoads);
-    EXPECT_EQ(m_program.Settings.ViewArgument, 2);
-    EXPECT_EQ(m_program.Settings.ViewRack, document.StaticRack + 1);
-    EXPECT_EQ(m_program.Settings.ViewVariable, vvAlongWheelTravel);
+    EXPECT_EQ(m_settings.View, vwLinkLoads);
+    EXPECT_EQ(m_settings.ViewArgument, 2);
+    EXPECT_EQ(m_settings.ViewRack, document.StaticRack + 1);
+    EXPECT_EQ(m_settings.ViewVariable, vvAlongWheelTravel);
     EXPECT_EQ(m_main.Grid().Text(), shown);
     EXPECT_EQ(m_box.Shown.size(), 1U) << "the warning of loads that are inexact";
 }
 
 TEST_F(MExportTest, AViewWithNothingToShowGivesItsTitleAlone) {
-    Open("roadster-front-links.WSP");
+    OpenOffStatic("roadster-front-links.WSP");
     Show(vwLateralGeometry); // which must not be taken for the table of the next
     const std::string unavailable = "This option is not available for the current suspension setup";
     EXPECT_EQ(ExportTable(vwLinkLoads, vvAlongRackTravel),
               "TITLE:\tLink Loads - Upper Wishbone Loads\r\n\r\n\r\n"
               "TITLE:\tLink Loads - Lower Wishbone Loads\r\n\r\n\r\n"
               "TITLE:\tLink Loads - None & Track Rod Loads\r\n\r\n\r\n");
-    m_program.Document.DynamicsValid = false;
+    m_document.DynamicsValid = false;
     EXPECT_EQ(ExportTable(vwDynamicsReport, vvAlongRackTravel),
               "TITLE:\tDynamics Report\r\n\r\n\r\n");
     EXPECT_THAT(m_box.Prompts(), ElementsAre(unavailable, unavailable, unavailable,
@@ -209,8 +183,8 @@ TEST_F(MExportTest, AFailureLeavesTheOldFileAndTheViewAsItStood) {
     m_program.ExportViews.Set(vwCustomTable, true);
     m_program.CustomChannels.Add(52);
     EXPECT_EQ(Export(etSelectedViews), "old");
-    EXPECT_EQ(m_program.Settings.View, vwCustomTable);
-    m_program.Settings.View = vwPlot;
+    EXPECT_EQ(m_settings.View, vwCustomTable);
+    m_settings.View = vwPlot;
     EXPECT_EQ(Export(etCurrentView), "old") << "channel 0";
     m_program.Units[ucAngle].Factor = 0;
     EXPECT_EQ(Export(etAllChannels), "old");
@@ -227,7 +201,8 @@ TEST_F(MExportTest, AFailureLeavesTheOldFileAndTheViewAsItStood) {
     EXPECT_EQ(prompts[4], Failed + "Invalid export table");
     EXPECT_EQ(prompts[10], Failed + "Invalid export table");
     EXPECT_TRUE(m_program.Options.ExportFilePath.empty());
-    EXPECT_THAT(m_files.Changes(), ElementsAre("write " + Output)) << "nothing else was tried";
+    EXPECT_THAT(m_files.Changes(), ElementsAre("folder /recovery/", "write " + Output))
+        << "nothing else was tried";
 }
 
 } // namespace

@@ -13,12 +13,6 @@ TEST(MechanismsTest, TextsEndWhereTheCatalogueEnds) {
     EXPECT_EQ(ThirdSpringName(3), "");
     EXPECT_EQ(CentreSpringSystemName(1), "Lateral via rocker");
     EXPECT_EQ(CentreSpringSystemName(2), "");
-    for (const std::int32_t pullrod : {5, 7}) {
-        EXPECT_EQ(SpringShortWordOf(pullrod), "Pullrod");
-    }
-    for (const std::int32_t pushrod : {4, 6, 8, 9, 10}) {
-        EXPECT_EQ(SpringShortWordOf(pushrod), "Pushrod");
-    }
 }
 
 } // namespace

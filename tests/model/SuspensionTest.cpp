@@ -15,9 +15,8 @@ TEST(SuspensionTest, ANewDocumentInheritsTravelsAndCentreSpringOnly) {
     data.DriveShaftExists = true;
     data.Bump = data.Droop = data.WheelTravelStepSize = 3;
     data.RackTravel = data.RackTravelStepSize = 4;
-    data.CGX = data.CGZ = data.Wheelbase = data.Mass = data.GAccel = data.GBrake = 5;
-    data.KTyre = data.KLink = data.KSpring = data.KThirdSpring = data.KARB = 6;
-    data.FrontBrakeBalanceSplitPC = data.XForce = data.YForce = data.ZForce = 7;
+    data.CGX = data.Mass = data.KSpring = data.XForce = 5;
+    data.KThirdSpring = data.KARB = 6;
     data.Description = "old";
     SetPointsInPlay(document.Catalogue, 6, data);
     document.StaticPoints()[ptWC] = {1, 2, 3};
@@ -31,26 +30,22 @@ TEST(SuspensionTest, ANewDocumentInheritsTravelsAndCentreSpringOnly) {
 
     ResetDocument(document, settings);
 
-    EXPECT_EQ(data.SpringMechanism + data.ThirdSpringMechanism + data.ARBMechanism, 0);
-    EXPECT_FALSE(data.DriveShaftExists);
-    EXPECT_EQ(data.CentreSpringSystem, 1);
-    EXPECT_EQ(data.ChassisMotion, 1);
-    EXPECT_EQ(data.Bump + data.Droop + data.WheelTravelStepSize, 9);
-    EXPECT_EQ(data.RackTravel + data.RackTravelStepSize, 8);
-    EXPECT_EQ(data.KThirdSpring, 6);
-    EXPECT_EQ(data.KARB, 6);
-    EXPECT_EQ(data.CGX, 1750);
-    EXPECT_EQ(data.CGZ, 300);
-    EXPECT_EQ(data.Wheelbase, 2920);
-    EXPECT_EQ(data.Mass, 600);
-    EXPECT_EQ(data.GAccel, 1);
-    EXPECT_EQ(data.GBrake, 2);
-    EXPECT_NEAR(data.KTyre, 175.1859, 1e-4); // 1000, 10000 and 1500 lb/in
-    EXPECT_NEAR(data.KLink, 1751.859, 1e-3);
-    EXPECT_NEAR(data.KSpring, 262.7788, 1e-4);
-    EXPECT_EQ(data.FrontBrakeBalanceSplitPC, 40);
-    EXPECT_EQ(data.XForce + data.YForce + data.ZForce, 0);
-    EXPECT_EQ(data.Description, "");
+    SuspensionData expected;
+    expected.CentreSpringSystem = expected.ChassisMotion = 1;
+    expected.Bump = expected.Droop = expected.WheelTravelStepSize = 3;
+    expected.RackTravel = expected.RackTravelStepSize = 4;
+    expected.CGX = 1750;
+    expected.CGZ = 300;
+    expected.Wheelbase = 2920;
+    expected.Mass = 600;
+    expected.GAccel = 1;
+    expected.GBrake = 2;
+    expected.KTyre = 1000 / 5.708223; // round in lb/in
+    expected.KLink = 10000 / 5.708223;
+    expected.KSpring = 1500 / 5.708223;
+    expected.KThirdSpring = expected.KARB = 6;
+    expected.FrontBrakeBalanceSplitPC = 40;
+    EXPECT_TRUE(data == expected);
     EXPECT_FALSE(document.Catalogue[ptWC].Enabled);
     EXPECT_EQ(document.StaticPoints(), PointSet());
     EXPECT_EQ(document.WheelStates(50, 50).Channels.Cell(1), std::nullopt);
@@ -59,27 +54,6 @@ TEST(SuspensionTest, ANewDocumentInheritsTravelsAndCentreSpringOnly) {
                  document.DynamicsValid);
     EXPECT_EQ(settings.ViewVariable, vvAlongWheelTravel);
     EXPECT_EQ(settings.View, vwLinkLoads);
-}
-
-TEST(SuspensionTest, StepsRunAgainstWheelTravelAndWithRackTravel) {
-    Suspension document;
-    document.StaticWheel = 12;
-    document.StaticRack = 7;
-    document.Data.WheelTravelStepSize = 2.5;
-    document.Data.RackTravelStepSize = 4;
-    EXPECT_EQ(WheelTravelAtStep(document, 2), 25);
-    EXPECT_EQ(WheelTravelAtStep(document, 14), -5);
-    EXPECT_EQ(RackTravelAtStep(document, 2), -20);
-    EXPECT_EQ(RackTravelAtStep(document, 8), 4);
-}
-
-TEST(SuspensionTest, ACornerAtTheCentreOfGravityIsAFrontOne) {
-    Suspension document;
-    document.Data.CGX = 1500;
-    document.StaticPoints()[ptWTCP].X = 1500;
-    EXPECT_TRUE(IsFrontCorner(document));
-    document.StaticPoints()[ptWTCP].X = 1500.001;
-    EXPECT_FALSE(IsFrontCorner(document));
 }
 
 } // namespace

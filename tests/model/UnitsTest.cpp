@@ -1,22 +1,10 @@
 #include "model/Units.h"
 
-#include "model/Failure.h"
+#include "tests/support/Corners.h"
+#include "tests/support/Testing.h"
 
-#include <gtest/gtest.h>
-
-namespace corvanta {
+namespace corvanta::test {
 namespace {
-
-FundamentalUnits UnitsOf(const std::string& displacement, const std::string& force,
-                         const std::string& mass, const std::string& rate) {
-    FundamentalUnits units;
-    units[ucDisplacement].Label = displacement;
-    units[ucForce].Label = force;
-    units[ucMass].Label = mass;
-    units[ucRate].Label = rate;
-    units.SetFundUnitsData();
-    return units;
-}
 
 TEST(UnitsTest, ValuesShowInTheChosenUnits) {
     const FundamentalUnits imperial = UnitsOf("in", "lbs", "lbs", "lb/in");
@@ -55,13 +43,9 @@ TEST(UnitsTest, TypedValuesGoThroughTheSinglePrecisionFactor) {
 
 TEST(UnitsTest, AnUnknownLabelKeepsTheFormerUnit) {
     FundamentalUnits units = UnitsOf("furlong", "kg", "kg", "N/mm");
-    try {
-        (void)FormatChannelValue(units, 1, ucDisplacement);
-        FAIL();
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.Number(), fnUnitConversion);
-        EXPECT_EQ(failure.Description(), "There was a problem converting units.");
-    }
+    const Failure failure = FailureOf([&] { (void)FormatChannelValue(units, 1, ucDisplacement); });
+    EXPECT_EQ(failure.Number(), fnUnitConversion);
+    EXPECT_EQ(failure.Description(), "There was a problem converting units.");
     EXPECT_THROW((void)ParseChannelValue(units, "1", ucDisplacement), Failure);
     units[ucRate].Label = "N/furlong";
     units.SetFundUnitsData();
@@ -70,4 +54,4 @@ TEST(UnitsTest, AnUnknownLabelKeepsTheFormerUnit) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

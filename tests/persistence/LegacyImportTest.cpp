@@ -2,11 +2,10 @@
 
 #include "model/Failure.h"
 #include "persistence/MData.h"
+#include "tests/support/Corners.h"
 #include "tests/support/MemoryFileServices.h"
 #include "tests/support/RecordingMessageBox.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -16,11 +15,6 @@
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 const std::string Path = "/data/OLD.SUS";
 
@@ -90,10 +84,7 @@ class LegacyImportTest : public testing::Test {
     }
 
     void ChooseUnits(const std::string& displacement, const std::string& mass) {
-        m_units[ucDisplacement].Label = displacement;
-        m_units[ucForce].Label = "kg";
-        m_units[ucMass].Label = mass;
-        m_units[ucRate].Label = "lb/in";
+        m_units = UnitsOf(displacement, "kg", mass, "lb/in");
         m_channels.ChannelsSetup(m_units);
     }
 
@@ -115,12 +106,7 @@ class LegacyImportTest : public testing::Test {
         m_document.Data.CGX = 1234;
         m_document.Data.SpringMechanism = 3;
         m_document.StaticPoints()[ptWC] = {1, 2, 3};
-        std::string reason = "no failure";
-        try {
-            Load(text);
-        } catch (const Failure& failure) {
-            reason = failure.Description();
-        }
+        const std::string reason = FailureOf([&] { Load(text); }).Description();
         EXPECT_FALSE(m_document.DataLoaded);
         EXPECT_EQ(m_document.Data.CGX, 1234);
         EXPECT_EQ(m_document.Data.SpringMechanism, 3);
@@ -294,20 +280,6 @@ TEST_F(LegacyImportTest, TheNoticeIsShownForDisplayUnitsAlone) {
     ASSERT_TRUE(Load(Text(Data4(true)), true));
     ASSERT_TRUE(Load(Text(Version3("V3.61", "8", false)), false));
     ASSERT_TRUE(Load(Text(Untagged()), false));
-    EXPECT_THAT(m_box.Shown, IsEmpty());
-}
-
-TEST_F(LegacyImportTest, SavesInTheCurrentFormat) {
-    ASSERT_TRUE(LoadNew(Version3("V3.64", "9", true)));
-    bool written = false;
-    ASSERT_TRUE(DataWrite(written, m_document, "/data/OLD.WSP", m_units, m_files, m_messages) &&
-                written);
-    const std::string saved = *m_files.Bytes("/data/OLD.WSP");
-    EXPECT_THAT(saved, HasSubstr("[FILEVERSION]\tData 4.1\r\n[SpringMechanism]\t9\r\n"));
-    EXPECT_THAT(saved, HasSubstr("[ptR2O]\t21.1\t-21.2\t21.3\r\n"));
-    ASSERT_TRUE(Load(saved));
-    ExpectPoints(1, true);
-    ExpectVehicle(1, 1, 1 / 5.708223);
     EXPECT_THAT(m_box.Shown, IsEmpty());
 }
 

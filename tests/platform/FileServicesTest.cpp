@@ -4,9 +4,7 @@
 #include "tests/support/MemoryFileServices.h"
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryFolder.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <csignal>
 #include <functional>
@@ -19,19 +17,6 @@ namespace corvanta::test {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::ElementsAre;
-
-std::int32_t FailureOf(const std::function<void()>& work, std::string* description = nullptr) {
-    try {
-        work();
-    } catch (const Failure& failure) {
-        if (description != nullptr) {
-            *description = failure.Description();
-        }
-        return failure.Number();
-    }
-    return 0;
-}
 
 TEST(FileServicesTest, PathsFallApart) {
     EXPECT_EQ(FileServices::ParentFolder("/data/front.WSP"), "/data/");
@@ -72,14 +57,14 @@ TEST_F(DiskFileServicesTest, WritesAndReadsWholeFiles) {
 }
 
 TEST_F(DiskFileServicesTest, MissingFilesAndFoldersAreToldApart) {
-    std::string reason;
-    EXPECT_EQ(FailureOf([&] { (void)m_files.ReadBytes(m_folder / "none.WSP"); }, &reason),
+    const Failure noFile = FailureOf([&] { (void)m_files.ReadBytes(m_folder / "none.WSP"); });
+    EXPECT_EQ(noFile.Number(), fnFileNotFound);
+    EXPECT_EQ(noFile.Description(), "File not found");
+    EXPECT_EQ(FailureOf([&] { m_files.DeleteFile(m_folder / "none.WSP"); }).Number(),
               fnFileNotFound);
-    EXPECT_EQ(reason, "File not found");
-    EXPECT_EQ(FailureOf([&] { m_files.DeleteFile(m_folder / "none.WSP"); }), fnFileNotFound);
-    EXPECT_EQ(FailureOf([&] { m_files.WriteBytes(m_folder / "none/x.WSP", "x"); }, &reason),
-              fnFileAccess);
-    EXPECT_EQ(reason, "No such file or directory: " + m_folder / "none/x.WSP");
+    const Failure noFolder = FailureOf([&] { m_files.WriteBytes(m_folder / "none/x.WSP", "x"); });
+    EXPECT_EQ(noFolder.Number(), fnFileAccess);
+    EXPECT_EQ(noFolder.Description(), "No such file or directory: " + m_folder / "none/x.WSP");
     EXPECT_FALSE(m_files.FileExists(m_folder.Path()));
     EXPECT_TRUE(m_files.FolderExists(m_folder.Path() + "/"));
     EXPECT_FALSE(m_files.FolderExists(m_folder / "none"));
@@ -93,14 +78,13 @@ TEST_F(DiskFileServicesTest, AFolderIsNoFile) {
                                             [&] { m_files.WriteBytes(m_folder / "a", "x"); },
                                             [&] { m_files.AppendBytes(m_folder / "a", "x"); },
                                             [&] { m_files.DeleteFile(m_folder / "a/b"); }}) {
-        std::string reason;
-        EXPECT_EQ(FailureOf(work, &reason), fnFileAccess);
-        EXPECT_THAT(reason, testing::StartsWith("Is a directory: "));
+        EXPECT_EQ(FailureOf(work).Number(), fnFileAccess);
+        EXPECT_THAT(FailureOf(work).Description(), StartsWith("Is a directory: "));
     }
     EXPECT_THAT(m_folder.Names(), ElementsAre("a"));
     EXPECT_TRUE(m_files.FolderExists(m_folder / "a/b"));
     m_files.WriteBytes(m_folder / "file", "x");
-    EXPECT_EQ(FailureOf([&] { m_files.MakeFolder(m_folder / "file/sub"); }), fnFileAccess);
+    EXPECT_EQ(FailureOf([&] { m_files.MakeFolder(m_folder / "file/sub"); }).Number(), fnFileAccess);
 }
 
 TEST_F(DiskFileServicesTest, AWriteFollowsLinksAndKeepsPermissions) {
@@ -121,7 +105,8 @@ TEST_F(DiskFileServicesTest, AWriteFollowsLinksAndKeepsPermissions) {
     EXPECT_EQ(m_files.ReadBytes(m_folder / "later"), "made");
 
     fs::create_symlink("ring", m_folder / "ring");
-    EXPECT_EQ(FailureOf([&] { m_files.WriteBytes(m_folder / "ring", "x"); }), fnFileAccess);
+    EXPECT_EQ(FailureOf([&] { m_files.WriteBytes(m_folder / "ring", "x"); }).Number(),
+              fnFileAccess);
     EXPECT_TRUE(fs::is_symlink(m_folder / "ring"));
 }
 
@@ -129,9 +114,9 @@ TEST_F(DiskFileServicesTest, DevicesAndPipesAreWrittenTo) {
     m_files.WriteBytes("/dev/null", "x");
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
     if (fs::is_character_file("/dev/full")) {
-        std::string reason;
-        EXPECT_EQ(FailureOf([&] { m_files.WriteBytes("/dev/full", "x"); }, &reason), fnFileAccess);
-        EXPECT_EQ(reason, "No space left on device: /dev/full");
+        const Failure full = FailureOf([&] { m_files.WriteBytes("/dev/full", "x"); });
+        EXPECT_EQ(full.Number(), fnFileAccess);
+        EXPECT_EQ(full.Description(), "No space left on device: /dev/full");
     }
     const std::string pipe = m_folder / "pipe";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -168,17 +153,17 @@ class FileSizeLimit {
 TEST_F(DiskFileServicesTest, AWriteThatFailsHalfWayLeavesTheOldFileAlone) {
     const std::string path = m_folder / "front.WSP";
     m_files.WriteBytes(path, "old");
-    std::string reason;
     {
         const FileSizeLimit limit(1000);
-        EXPECT_EQ(FailureOf([&] { m_files.WriteBytes(path, std::string(5000, 'x')); }, &reason),
-                  fnFileAccess);
+        const Failure large = FailureOf([&] { m_files.WriteBytes(path, std::string(5000, 'x')); });
+        EXPECT_EQ(large.Number(), fnFileAccess);
+        EXPECT_EQ(large.Description(), "File too large: " + path);
     }
-    EXPECT_EQ(reason, "File too large: " + path);
     EXPECT_THAT(m_folder.Names(), ElementsAre("front.WSP"));
     EXPECT_EQ(m_files.ReadBytes(path), "old");
-    EXPECT_EQ(FailureOf([&] { m_files.WriteBytes(m_folder / std::string(300, 'n'), "x"); }),
-              fnFileAccess);
+    EXPECT_EQ(
+        FailureOf([&] { m_files.WriteBytes(m_folder / std::string(300, 'n'), "x"); }).Number(),
+        fnFileAccess);
     EXPECT_THAT(m_folder.Names(), ElementsAre("front.WSP"));
 }
 
@@ -194,26 +179,6 @@ TEST_F(DiskFileServicesTest, TheApplicationDataFolderIsTheEnvironments) {
     EXPECT_EQ(m_files.SpecialFolder(5), std::nullopt);
     const ScopedEnvironment homeless("HOME", std::nullopt);
     EXPECT_EQ(folderWith(std::nullopt), std::nullopt);
-}
-
-TEST(MemoryFileServicesTest, FailsWhereItIsTold) {
-    MemoryFileServices files;
-    files.Put("/data/a.txt", "old");
-    files.FailOnChange(2);
-    files.WriteBytes("/data/b.txt", "b");
-    EXPECT_EQ(FailureOf([&] { files.WriteBytes("/data/a.txt", "new"); }), fnFileAccess);
-    EXPECT_EQ(files.Bytes("/data/a.txt"), "old");
-    files.WriteBytes("/data/a.txt", "new");
-    EXPECT_EQ(files.Bytes("/data/a.txt"), "new");
-    files.FailOnChange(1);
-    EXPECT_EQ(FailureOf([&] { files.AppendBytes("/data/a.txt", "1234"); }), fnFileAccess);
-    EXPECT_EQ(files.Bytes("/data/a.txt"), "new12");
-    files.RefuseFolder("/data/locked/");
-    EXPECT_EQ(FailureOf([&] { files.MakeFolder("/data/locked/sub"); }), fnFileAccess);
-    EXPECT_EQ(FailureOf([&] { files.WriteBytes("/none/x", "x"); }), fnFileAccess);
-    EXPECT_EQ(FailureOf([&] { (void)files.ReadBytes("/data"); }), fnFileAccess);
-    EXPECT_EQ(FailureOf([&] { (void)files.ReadBytes("/none/x"); }), fnFileNotFound);
-    EXPECT_EQ(files.Changes().size(), 6U);
 }
 
 } // namespace

@@ -1,10 +1,7 @@
 #include "properties/Dynamics.h"
 
 #include "model/Failure.h"
-#include "tests/support/Corners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <array>
 
@@ -88,24 +85,9 @@ TEST_F(DynamicsTest, SettingsThatDoNotAllowThem) {
     m_document.DynamicsValid = true;
     m_document.Dynamics.LoadAccel = 5;
     Static().Set(chWheelRateSpring, 1e-308);
-    EXPECT_THAT([&] { CalculateDynamics(m_document, 3); },
-                testing::ThrowsMessage<Failure>("Overflow"));
+    EXPECT_THAT([&] { CalculateDynamics(m_document, 3); }, ThrowsMessage<Failure>("Overflow"));
     EXPECT_FALSE(m_document.DynamicsValid);
     EXPECT_EQ(Fields(m_document.Dynamics), Fields({}));
-}
-
-TEST_F(DynamicsTest, OfARunAreThoseOfTheStaticState) {
-    Suspension document = DoubleWishboneCorner();
-    document.Data.Mass = 900;
-    CalculateCorner(document);
-    ASSERT_TRUE(document.DynamicsValid);
-    const DynamicsRecord& dynamics = document.Dynamics;
-    EXPECT_NEAR(dynamics.LoadBrake, 900 * 9.81 * 300 / 2920, 1e-6) << "at 2 g, of half the axle";
-    const ChannelCells& cells =
-        document.WheelStates(document.StaticRack, document.StaticWheel).Channels;
-    EXPECT_NEAR(dynamics.SuspBrake * cells[chWheelRateSpring], dynamics.LoadBrake, 1e-9);
-    EXPECT_NEAR(dynamics.SuspBrakeCorrected / dynamics.SuspBrake, 1 - cells[chAntiDivePercent],
-                1e-12);
 }
 
 } // namespace

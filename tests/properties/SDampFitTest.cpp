@@ -4,9 +4,7 @@
 #include "model/Failure.h"
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <array>
 #include <cstddef>
@@ -115,8 +113,7 @@ TEST(QuadraticFitsTest, WithTooFewPlacesOfTheDamperMarkWhatCantBeHad) {
     EXPECT_EQ(still.B, -99.9);
     EXPECT_EQ(still.C, 5);
     const std::vector<double> far{1e70, 2e70, 4e70};
-    EXPECT_THAT([&] { (void)FitQuadratic(far, far, false); },
-                testing::ThrowsMessage<Failure>("Overflow"));
+    EXPECT_THAT([&] { (void)FitQuadratic(far, far, false); }, ThrowsMessage<Failure>("Overflow"));
 }
 
 TEST(QuadraticFitsTest, TakeEachChannelInItsOwnUnits) {

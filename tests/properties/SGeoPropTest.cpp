@@ -4,9 +4,7 @@
 #include "model/Failure.h"
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <cmath>
 #include <functional>
@@ -108,7 +106,7 @@ TEST_F(SGeoPropTest, GeometryWithoutAngles) {
               "Plane of lower wishbone not defined, points lie on a straight line");
     m_state.Points = sound;
     m_state.Points[ptUWO].Z = sound[ptLWO].Z;
-    EXPECT_THAT([&] { (void)Geometry(); }, testing::ThrowsMessage<Failure>("Division by zero"));
+    EXPECT_THAT([&] { (void)Geometry(); }, ThrowsMessage<Failure>("Division by zero"));
 
     m_state.Points[ptUWIF] = {-150, 300, 0}; // flat but for a slope of 1e-14
     m_state.Points[ptUWIR] = {150, 300, 3e-12};
@@ -204,27 +202,6 @@ TEST_F(SGeoPropTest, ChannelsThatCompareStates) {
     }
     EXPECT_FALSE(document.WheelStates(1, 1).Channels.Cell(chAckerman));
     EXPECT_EQ(document.WheelStates(2, 1).Channels[chRollCentreToGround], -0.25) << "none above";
-}
-
-TEST(SteeringTest, AnAxleSteersAlikeToBothSides) {
-    ForEachSample(
-        [](Suspension& document) {
-            document.Data.RackTravel = 10;
-            document.Data.RackTravelStepSize = 5;
-        },
-        [](const Suspension& document) {
-            for (int w = 2; w <= document.NW + 1; ++w) {
-                for (int r = 2; r < document.StaticRack; ++r) {
-                    const ChannelCells& one = document.WheelStates(r, w).Channels;
-                    const ChannelCells& other =
-                        document.WheelStates(2 * document.StaticRack - r, w).Channels;
-                    EXPECT_EQ(one[chSteerAngleDelta], other[chSteerAngleDelta]);
-                    EXPECT_EQ(one[chAckerman], other[chAckerman]);
-                    EXPECT_NEAR(one[chRackTravel], -other[chRackTravel], 1e-9);
-                }
-                EXPECT_EQ(document.WheelStates(document.StaticRack, w).Channels[chAckerman], 0);
-            }
-        });
 }
 
 /// A solved corner with a bar to the lower wishbone, of 5 rack rows of 3 wheel steps.
@@ -357,9 +334,9 @@ TEST_F(PassOverTheGridTest, AFaultIsToldByTheNameOfItsStep) {
     RecordingMessageBox box;
     Messages messages(box);
     RunCalculation(m_document, MetricChannels(), messages);
-    EXPECT_THAT(box.Prompts(), testing::ElementsAre(
-                                   "Calculations could not be completed.\r\rThere was an error in "
-                                   "CalculateWheelRateTotal"));
+    EXPECT_THAT(box.Prompts(),
+                ElementsAre("Calculations could not be completed.\r\rThere was an error in "
+                            "CalculateWheelRateTotal"));
 }
 
 } // namespace

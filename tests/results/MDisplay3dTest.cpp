@@ -3,14 +3,11 @@
 #include "model/Failure.h"
 #include "tests/support/RecordingSurface.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <algorithm>
 #include <cmath>
 #include <map>
-#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -18,9 +15,6 @@
 namespace corvanta::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 using testing::UnorderedElementsAreArray;
 
 constexpr Colour Violet{175, 128, 255};
@@ -240,36 +234,6 @@ TEST(MDisplay3dTest, TheBarsArmStandsAtItsNearerEnd) {
     EXPECT_EQ(armStart(1), 300);
     EXPECT_EQ(armStart(-1), -300);
     EXPECT_EQ(armStart(0), -300); // the second end on equal distance
-}
-
-/// True for a line whose length the travel may change: springs, a driveshaft that plunges, and the
-/// sides of the upright that stand for the strut.
-bool MayChangeLength(const NamedLine& line, bool strut) {
-    return line.Drawn == Cyan || line.From == "DSI" ||
-           (strut && (line.From == "SAI" || line.To == "SAI"));
-}
-
-TEST(MDisplay3dTest, RigidPartsAreDrawnInTheirStaticLengthsAtTheEndsOfTravel) {
-    for (const MechanismChoice& choice : OfferedChoices()) {
-        SCOPED_TRACE(choice.Text());
-        Suspension document = CornerOf(choice);
-        CalculateCorner(document);
-        RecordingSink still;
-        Draw3d(still, PositionAt(document, 0, 0));
-        const std::vector<NamedLine> names = LinesOf(document.Data);
-        for (const int wheelStep : {2, document.NW + 1}) {
-            RecordingSink moved;
-            Draw3d(moved, PositionAt(document, 2, wheelStep));
-            ASSERT_EQ(moved.Lines.size(), names.size());
-            for (std::size_t n = 0; n < names.size(); ++n) {
-                if (!MayChangeLength(names[n], choice.Spring == 11)) {
-                    EXPECT_NEAR(Distance(moved.Lines[n].From, moved.Lines[n].To),
-                                Distance(still.Lines[n].From, still.Lines[n].To), 1e-4)
-                        << names[n].From << " " << names[n].To;
-                }
-            }
-        }
-    }
 }
 
 /// The words and colours of the legend.

@@ -4,9 +4,7 @@
 #include "tests/support/Corners.h"
 #include "tests/support/RecordingChart.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta {
 
@@ -18,9 +16,6 @@ inline void PrintTo(const ChartPoint& point, std::ostream* stream) {
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// A chart whose window has gone.
 class BrokenChart final : public Chart2D {
@@ -35,13 +30,7 @@ class BrokenChart final : public Chart2D {
 class MDisplayPlotTest : public testing::Test {
   protected:
     MDisplayPlotTest() {
-        m_program.Units = MetricUnits();
-        m_program.Channels.ChannelsSetup(m_program.Units);
         Suspension& document = m_program.Document;
-        document.NR = 3;
-        document.NW = 4;
-        document.StaticRack = 3;
-        document.StaticWheel = 4;
         for (int r = 2; r <= 4; ++r) {
             for (int w = 2; w <= 5; ++w) {
                 ChannelCells& channels = document.WheelStates(r, w).Channels;
@@ -70,7 +59,7 @@ class MDisplayPlotTest : public testing::Test {
         EXPECT_FALSE(m_chart.AxisX.Marker || m_chart.AxisY.Marker);
     }
 
-    Program m_program;
+    Program m_program = SmallGrid();
     RecordingChart m_chart;
     PlotState m_plot;
 };
@@ -92,15 +81,6 @@ TEST_F(MDisplayPlotTest, RunsAlongTheVariableAtTheOtherPosition) {
     Plot(0, vvAlongWheelTravel, 0); // the first channel at the static position
     EXPECT_THAT(m_chart.Series.Points.front(), (ChartPoint{10.00001, 3.0}));
     ExpectNoReadout("Wheel Travel [mm]", "Ackerman % [%]");
-}
-
-TEST_F(MDisplayPlotTest, SetsTheChartUp) {
-    Plot(chCamberAngle, vvAlongWheelTravel);
-    EXPECT_TRUE(m_chart.AxisX.GridLines && m_chart.AxisY.GridLines);
-    EXPECT_EQ(m_chart.GridColour, (Colour{192, 192, 192}));
-    EXPECT_EQ(m_chart.AnnotationFont, (ChartFont{"Courier New", 8, false}));
-    EXPECT_EQ(m_chart.TitleFont, (ChartFont{"Arial", 8, true}));
-    EXPECT_EQ(m_chart.Series.Drawn, (Colour{255, 0, 0}));
 }
 
 TEST_F(MDisplayPlotTest, PointsAreInTheUsersUnitsRoundedBeforeTheConversion) {
@@ -178,34 +158,6 @@ TEST_F(MDisplayPlotTest, RefusesWhatHasNoValues) {
     EXPECT_EQ(m_chart.Series.Points, before);
     Click(0.5, 0.5);
     EXPECT_EQ(m_chart.AxisY.Title, "Camber Angle [deg] = 3.000") << "the plot that stands";
-}
-
-TEST(MDisplayPlotSampleTest, PlotsEveryOfferedChannelOfASolvedCorner) {
-    Program program;
-    program.Units = MetricUnits();
-    program.Document = LoadSample("touring-front-wishbone.WSP");
-    CalculateCorner(program.Document);
-    program.Channels.ChannelsSetup(program.Units);
-    PlotState plot;
-    RecordingChart chart;
-    for (int id = 1; id <= ChannelCount; ++id) {
-        for (const std::int32_t variable : {vvAlongRackTravel, vvAlongWheelTravel}) {
-            if (id != chLinkLoads) {
-                SCOPED_TRACE(id);
-                PlotDisplay(plot, chart, program, id, variable, program.Document.StaticRack,
-                            program.Document.StaticWheel);
-                const bool alongRack = variable == vvAlongRackTravel;
-                EXPECT_EQ(chart.Series.Points.size(),
-                          static_cast<std::size_t>(alongRack ? program.Document.NR
-                                                             : program.Document.NW));
-                // Steps grow with rack travel, and from bump towards droop.
-                EXPECT_TRUE(std::is_sorted(chart.Series.Points.begin(), chart.Series.Points.end(),
-                                           [=](const auto& a, const auto& b) {
-                                               return alongRack ? a.X < b.X : a.X > b.X;
-                                           }));
-            }
-        }
-    }
 }
 
 } // namespace

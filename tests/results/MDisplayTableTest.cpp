@@ -3,16 +3,12 @@
 #include "model/Failure.h"
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <array>
 
 namespace corvanta::test {
 namespace {
-
-using testing::ThrowsMessage;
 
 /// Cells of a row from `first` on, parted by "|".
 std::string Row(const ViewTable& table, int row, int first = 0) {
@@ -36,13 +32,7 @@ std::string Column(const ViewTable& table, int column, int first = 0) {
 class MDisplayTableTest : public testing::Test {
   protected:
     MDisplayTableTest() {
-        m_program.Units = MetricUnits();
-        m_program.Channels.ChannelsSetup(m_program.Units);
         Suspension& document = m_program.Document;
-        document.NR = 3;
-        document.NW = 4;
-        document.StaticRack = 3;
-        document.StaticWheel = 4;
         document.DataLoaded = document.GeometryValid = document.ResultsValid = true;
         for (int r = 2; r <= 4; ++r) {
             for (int w = 2; w <= 5; ++w) {
@@ -71,7 +61,7 @@ class MDisplayTableTest : public testing::Test {
         }
     }
 
-    Program m_program;
+    Program m_program = SmallGrid();
     RecordingMessageBox m_box;
     Messages m_messages{m_box};
     bool m_warned = false;
@@ -89,7 +79,7 @@ TEST_F(MDisplayTableTest, ViewsThatDependOnTheEndOfTheCar) {
 
     m_program.Document.StaticPoints()[ptWTCP].X = Data().CGX + 0.001; // just behind it: a rear one
     m_program.Channels.SetFrontRearTitles(IsFrontCorner(m_program.Document));
-    EXPECT_THAT(Heads(vwAntis), testing::StartsWith("Anti-Rise Swing Axle Length|"));
+    EXPECT_THAT(Heads(vwAntis), StartsWith("Anti-Rise Swing Axle Length|"));
     EXPECT_EQ(Heads(vwPlanGeometry), "Steer Angle|Steer Angle - Bump |Steer Angle - Delta|"
                                      "Caster Angle|Caster Offset");
 }

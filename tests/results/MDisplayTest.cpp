@@ -1,28 +1,16 @@
 #include "results/MDisplay.h"
 
 #include "model/Failure.h"
-#include "platform/DiskFileServices.h"
 #include "results/PointsTable.h"
-#include "shell/frmMain.h"
+#include "tests/support/MainFormTest.h"
 #include "tests/support/RecordingChart.h"
-#include "tests/support/SampleCorners.h"
-#include "tests/support/TestDesk.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::SizeIs;
-using testing::StartsWith;
-
 using Blocks = std::vector<std::string>;
 
-const std::string Document = "/cars/front.WSP";
 const std::string WheelText = "Values at wheel travel from static = 10 mm";
 const std::string RackText = "Values at rack travel from static = 15 mm";
 const std::string Gap = "[Normal]  ";
@@ -39,28 +27,12 @@ Blocks Titles(const std::string& title, const std::string& subtitle = {}) {
 
 /// The window with a solved corner, whose wheel stands two steps of 5 mm above static and whose
 /// rack one step of 15 mm beside it.
-class MDisplayTest : public testing::Test, protected TestDesk {
+class MDisplayTest : public MainFormTest {
   protected:
     MDisplayTest() {
         m_main.chtSurface = &m_chart;
-        Open("touring-front-wishbone.WSP");
+        OpenOffStatic("touring-front-wishbone.WSP");
         m_options.PrintChassisDetails = false;
-    }
-
-    void Open(const std::string& sample) {
-        m_files.Put(Document, DiskFileServices().ReadBytes(SamplePath(sample)));
-        m_main.FileOpen(Document);
-        m_program.Settings.ViewWheel = m_program.Document.StaticWheel - 2;
-        m_program.Settings.ViewRack = m_program.Document.StaticRack + 1;
-    }
-
-    /// Shows a view and returns what the window's grid holds then.
-    std::string Show(std::int32_t view, std::int32_t argument = 0) {
-        m_program.Settings.View = view;
-        m_main.RefreshGUI(false);
-        m_program.Settings.ViewArgument = argument;
-        m_main.RefreshGUI(false);
-        return m_main.Grid().Text();
     }
 
     /// The blocks of a view that is a table.
@@ -71,15 +43,14 @@ class MDisplayTest : public testing::Test, protected TestDesk {
 
     /// The blocks of the link loads at the static position, from which the window then goes back.
     Blocks LinkLoadTables() {
-        const ViewSettings former = m_program.Settings;
-        m_program.Settings.ViewRack = m_program.Document.StaticRack;
+        const ViewSettings former = m_settings;
+        m_settings.ViewRack = m_document.StaticRack;
         Blocks blocks;
         for (std::int32_t subView = 1; subView <= LinkLoadViewCount; ++subView) {
-            blocks =
-                blocks + Table("Link Loads - " + LinkLoadViewName(subView, m_program.Document.Data),
-                               "", Show(vwLinkLoads, subView));
+            blocks = blocks + Table("Link Loads - " + LinkLoadViewName(subView, m_document.Data),
+                                    "", Show(vwLinkLoads, subView));
         }
-        m_program.Settings = former;
+        m_settings = former;
         m_main.RefreshGUI(false);
         return blocks;
     }
@@ -107,7 +78,7 @@ class MDisplayTest : public testing::Test, protected TestDesk {
 
     /// What the user sees of the window and the writer.
     std::string Seen() {
-        const ViewSettings& s = m_program.Settings;
+        const ViewSettings& s = m_settings;
         std::string text;
         for (const int number : {int{s.View}, int{s.ViewArgument}, int{s.ViewVariable}, s.ViewWheel,
                                  s.ViewRack, int{m_pages.Orientation()}}) {
@@ -118,7 +89,6 @@ class MDisplayTest : public testing::Test, protected TestDesk {
     }
 
     RecordingChart m_chart;
-    frmMain m_main{m_desk};
     Options& m_options = m_program.Options;
     RecordingPageWriter& m_pages = m_windowSystem.Pages;
     ReportPlace m_place{m_program, m_main, m_pages, m_process.Version()};
@@ -175,7 +145,7 @@ TEST_F(MDisplayTest, SelectedViewsStandInOrderAtThePositionOfTheWindow) {
     EXPECT_THAT(Build(), ElementsAre(lateral, coordinates, sub(0), sub(1), sub(2), quadratic));
     EXPECT_EQ(Seen(), plot);
 
-    m_program.Settings.ViewVariable = vvAlongRackTravel;
+    m_settings.ViewVariable = vvAlongRackTravel;
     Tick({vwLateralGeometry});
     Build();
     EXPECT_EQ(m_pages.Blocks()[1], "[CloseSpaced] " + WheelText);
@@ -184,8 +154,8 @@ TEST_F(MDisplayTest, SelectedViewsStandInOrderAtThePositionOfTheWindow) {
 
 TEST_F(MDisplayTest, StaticCoordinatesOpenTheReportAndChassisDetailsCloseIt) {
     DataGrid grid;
-    SetupPointsTableBlank(grid, m_program.Document, m_program.Units, false);
-    DataPointsGet(grid, m_program.Document, m_program.Units, 1, 1);
+    SetupPointsTableBlank(grid, m_document, m_program.Units, false);
+    DataPointsGet(grid, m_document, m_program.Units, 1, 1);
     const Blocks coordinates{"[Title1] Static coordinates", Gap, "[Normal] table\r\n" + grid.Text(),
                              Gap};
     const Blocks chassis{"[Title1] Chassis details", "[Normal] " + ChassisDetailsText(m_program)};
@@ -232,7 +202,7 @@ TEST_F(MDisplayTest, ADrawingDoesNotGoToPaper) {
     ASSERT_THAT(pages, SizeIs(2));
     EXPECT_EQ(pages[0], Titles("") + Blocks{Gap});
     EXPECT_THAT(pages[1], testing::Contains("[Title1] Chassis details"));
-    EXPECT_EQ(m_program.Settings.View, vw3d);
+    EXPECT_EQ(m_settings.View, vw3d);
 }
 
 TEST_F(MDisplayTest, APlotFillsALandscapePage) {
@@ -240,7 +210,7 @@ TEST_F(MDisplayTest, APlotFillsALandscapePage) {
     m_main.chtChart_Click(120 * Chart2D::TwipsPerPixel, 50 * Chart2D::TwipsPerPixel);
     ASSERT_THAT(m_chart.AxisX.Title, HasSubstr(" = ")) << "a readout stands on the chart";
     const std::vector<ChartPoint> points = m_chart.Series.Points;
-    ASSERT_THAT(points, SizeIs(m_program.Document.NW));
+    ASSERT_THAT(points, SizeIs(m_document.NW));
     const Blocks plot = Titles("Steer Angle v. Wheel travel from static", RackText) + Blocks{Gap};
     m_options.PrintChassisDetails = m_options.PageThrow = true;
 
@@ -254,7 +224,7 @@ TEST_F(MDisplayTest, APlotFillsALandscapePage) {
     EXPECT_EQ(picture.TitleX, "Wheel Travel [mm]") << "without the readout";
     EXPECT_EQ(picture.Place, (PageRectangle{20, 25 + 3 * 5, 297 - 20 - 10, 210 - 25 - 25}));
     EXPECT_EQ(m_pages.Orientation(), poPortrait);
-    EXPECT_EQ(m_program.Settings.ViewArgument, chSteerAngle);
+    EXPECT_EQ(m_settings.ViewArgument, chSteerAngle);
     EXPECT_EQ(m_main.cboType.Text(), "Steer Angle");
 
     m_options.PrintCoordinates = true;
@@ -279,8 +249,8 @@ TEST_F(MDisplayTest, APlotFillsALandscapePage) {
 }
 
 TEST_F(MDisplayTest, AViewWithNothingToShowGivesItsTitlesAlone) {
-    Open("roadster-front-links.WSP");
-    m_program.Document.DynamicsValid = false;
+    OpenOffStatic("roadster-front-links.WSP");
+    m_document.DynamicsValid = false;
     Show(vwLateralGeometry); // which must not be taken for the table of the next
     m_box.Shown.clear();
     Tick({vwLinkLoads, vwDynamicsReport});
@@ -319,7 +289,7 @@ TEST_F(MDisplayTest, AFailureOfTheWriterLeavesTheWindowAsItWas) {
 }
 
 TEST_F(MDisplayTest, ChassisDetailsSpeakTheUnitsOfTheUser) {
-    SuspensionData& data = m_program.Document.Data;
+    SuspensionData& data = m_document.Data;
     data.CGX = 1750;
     data.CGZ = -12.345;
     data.Wheelbase = 2540;

@@ -1,15 +1,10 @@
 #include "results/PointsTable.h"
 
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta::test {
 namespace {
-
-using testing::EndsWith;
-using testing::StartsWith;
 
 class PointsTableTest : public testing::Test {
   protected:
@@ -72,20 +67,6 @@ TEST_F(PointsTableTest, ShowsTheStateThatIsAskedForInTheUsersUnit) {
     EXPECT_EQ(m_grid.Cell(2, 1), "10.000");
     Fill(0, 5);
     EXPECT_EQ(m_grid.Cell(2, 1), "100.000");
-}
-
-TEST_F(PointsTableTest, FollowsTheMechanismsOfTheDocument) {
-    m_program.Document.Data.SpringMechanism = smMacPhersonStrut;
-    m_program.Document.Data.DriveShaftExists = true;
-    Fill(1, 1);
-    std::string names;
-    for (int row = 2; row < m_grid.Rows(); ++row) {
-        names += m_grid.RowData(row) + " ";
-    }
-    EXPECT_EQ(names, "ptWTCP ptWC ptLWO ptLWIR ptLWIF ptTRO ptTRI ptDSO ptDSI ptPRO ptSAI ptRHM ");
-    m_program.Document.Data.DriveShaftExists = false;
-    Fill(1, 1);
-    EXPECT_EQ(m_grid.Rows(), 2 + 10);
 }
 
 } // namespace

@@ -2,14 +2,10 @@
 
 #include "tests/support/MemorySettingsStore.h"
 #include "tests/support/RecordingMessageBox.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
 
 class CMRUFileListTest : public testing::Test {
   protected:
@@ -39,21 +35,6 @@ TEST_F(CMRUFileListTest, KeepsTheLatestFilesFirstAndEachOnce) {
     EXPECT_THAT(Files(), ElementsAre("/e", "/B", "/d", "/c"));
     EXPECT_EQ(m_list.File(0), "");
     EXPECT_FALSE(m_list.FileExists(5));
-}
-
-TEST_F(CMRUFileListTest, ComesBackFromTheStore) {
-    m_list.AddFile("/cars/front.WSP");
-    m_list.AddFile("/cars/rear.WSP");
-    m_list.Save(m_store);
-    EXPECT_EQ(m_store.Read("MRU", "MaxCount", ""), "4");
-    EXPECT_EQ(m_store.Read("MRU", "Count", ""), "2");
-    EXPECT_EQ(m_store.Read("MRU", "File1", ""), "/cars/rear.WSP");
-
-    CMRUFileList again;
-    again.Initialise(m_items, 4, true, "", m_store, m_messages);
-    EXPECT_EQ(again.FileCount(), 2);
-    EXPECT_EQ(again.File(2), "/cars/front.WSP");
-    EXPECT_TRUE(m_box.Shown.empty());
 }
 
 TEST_F(CMRUFileListTest, ADamagedStoreIsToldAndLeavesAnEmptyList) {

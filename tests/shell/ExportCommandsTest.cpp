@@ -2,19 +2,12 @@
 
 #include "tests/support/FakeShellHost.h"
 #include "tests/support/TestDesk.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::Not;
-using testing::StartsWith;
 
 const std::string Component = "/out/front.svr";
 const std::string Drawing = "/out/front.dxf";
@@ -23,7 +16,6 @@ class ExportCommandsTest : public testing::Test, protected TestDesk {
   protected:
     ExportCommandsTest() {
         m_program.Document = DoubleWishboneCorner();
-        SetUpCorner(m_program.Document);
         CalculateCorner(m_program.Document);
         m_program.Settings = {vwAntis, 0, vvAlongWheelTravel, 3, 2};
         m_program.Options.ExportFilePath = "/cars/";
@@ -85,22 +77,6 @@ TEST_F(ExportCommandsTest, WithoutANameNothingHappens) {
     EXPECT_THAT(m_files.Changes(), IsEmpty());
     EXPECT_THAT(m_box.Prompts(), IsEmpty());
     ExpectNothingRemembered();
-}
-
-TEST_F(ExportCommandsTest, FailuresAreTold) {
-    m_files.Put(Component, "old");
-    m_files.FailOnChange(1);
-    m_main.Names = {{Component, "front.svr", "svr", 1}, {Drawing, "front.dxf", "dxf", 1}};
-    AskAndExportComponent(m_desk, m_main);
-    EXPECT_EQ(Bytes(Component), "old");
-    m_files.FailOnChange(3);
-    AskAndExportDXF(m_desk, m_main);
-    EXPECT_THAT(m_box.Prompts(),
-                ElementsAre("An error occurred while writing file: /out/front.svr\r\n"
-                            "Error was: No space left on device",
-                            "There was an error while exporting. \rError was: "
-                            "No space left on device"));
-    EXPECT_THAT(Bytes(Drawing), Not(HasSubstr("EOF"))) << "cut short, and kept";
 }
 
 } // namespace

@@ -3,15 +3,10 @@
 #include "tests/support/FakeWindowSystem.h"
 #include "tests/support/MemoryFileServices.h"
 #include "tests/support/SampleCorners.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 const std::string Folder = "/recovery/";
 const std::string Copy = "/recovery/1.WSP";
@@ -109,7 +104,7 @@ TEST_F(RecoveryCopyTest, ACopyIsOldOrNewWhicheverWriteFails) {
         ASSERT_LT(n, 5);
     }
     EXPECT_EQ(n, 3) << "two files are written";
-    EXPECT_THAT(*m_files.Bytes(Copy), testing::HasSubstr("new"));
+    EXPECT_THAT(*m_files.Bytes(Copy), HasSubstr("new"));
     m_work.Document.Data.KARB = std::numeric_limits<double>::quiet_NaN();
     m_files.FailOnChange(0);
     EXPECT_FALSE(program.Keep(m_work)) << "no number to write";

@@ -1,10 +1,9 @@
 #include "shell/frmAdjust.h"
 
+#include "solver/MLibCoordGeom.h"
 #include "solver/RideHeight.h"
 #include "tests/support/EditGeometryTest.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <cmath>
 #include <filesystem>
@@ -12,10 +11,6 @@
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 const std::string Unable = "Unable to complete calculations for adjusted geometry.\rReason: ";
 

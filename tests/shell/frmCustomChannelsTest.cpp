@@ -2,15 +2,10 @@
 
 #include "tests/support/FakeShellHost.h"
 #include "tests/support/TestDesk.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class frmCustomChannelsTest : public testing::Test, protected TestDesk {
   protected:

@@ -2,18 +2,12 @@
 
 #include "model/Failure.h"
 #include "tests/support/EditGeometryTest.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <cmath>
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 std::string Texts(const ListControl& list) {
     std::string texts;
@@ -170,7 +164,7 @@ TEST_F(frmEditGeometryPagesTest, TheGridIsToldInWordsBeforeItIsApplied) {
     EXPECT_TRUE(m_form->Apply());
     EXPECT_THAT(Prompts(), ElementsAre(HasSubstr("step size reset to  4.5")));
     EXPECT_EQ(m_form->txtWheelStep.Text, "4.50");
-    EXPECT_THAT(m_form->labTravelSummary.Caption, testing::EndsWith("positions"));
+    EXPECT_THAT(m_form->labTravelSummary.Caption, EndsWith("positions"));
 }
 
 TEST_F(frmEditGeometryPagesTest, CellsTakeSumsAndMarkWhatIsNoNumber) {
@@ -214,10 +208,9 @@ TEST_F(frmEditGeometryPagesTest, TheDraftFollowsTheListsAtOnce) {
 
 TEST_F(frmEditGeometryPagesTest, CopyTakesTheWholeGrid) {
     m_form->cmdCopy_Click();
-    EXPECT_THAT(m_windowSystem.Board,
-                testing::StartsWith("Point\tX\tY\tZ\r\tmm\tmm\tmm\rCentre of tyre"));
+    EXPECT_THAT(m_windowSystem.Board, StartsWith("Point\tX\tY\tZ\r\tmm\tmm\tmm\rCentre of tyre"));
     EXPECT_THAT(m_windowSystem.Board, testing::Not(HasSubstr("\n")));
-    EXPECT_THAT(m_windowSystem.Board, testing::Not(testing::EndsWith("\r")));
+    EXPECT_THAT(m_windowSystem.Board, testing::Not(EndsWith("\r")));
     EXPECT_EQ(m_form->grdPointsSelection, (CellRange{0, 0, m_form->grdPoints.Rows() - 1, 3}));
 }
 

@@ -2,18 +2,12 @@
 
 #include "solver/SInitGeo.h"
 #include "tests/support/EditGeometryTest.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <random>
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 const std::string TypeQuestion =
     "Changes made on the Type page cannot be undone with Cancel. Continue anyway?";

@@ -2,16 +2,10 @@
 
 #include "tests/support/FakeShellHost.h"
 #include "tests/support/TestDesk.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 const std::string Output = "/out/results.txt";
 
@@ -19,7 +13,6 @@ class frmExportTest : public testing::Test, protected TestDesk {
   protected:
     frmExportTest() {
         m_program.Document = DoubleWishboneCorner();
-        SetUpCorner(m_program.Document);
         CalculateCorner(m_program.Document);
         m_program.Settings = {vwAntis, 0, vvAlongWheelTravel, 3, 3};
         m_program.Options.ExportFilePath = "/cars/";

@@ -2,19 +2,12 @@
 
 #include "model/Failure.h"
 #include "tests/support/MainFormTest.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <stdexcept>
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 const std::string Discard = "Discard any current data?";
 const std::string Offer = "There are unsaved changes to front.WSP from an earlier run.\r\r"
@@ -75,6 +68,7 @@ TEST_F(frmMainFilesTest, NewAsksAndStartsAnEmptyDocumentInTheEditor) {
     const frmEditGeometry* former = m_main.EditGeometry.get();
     m_main.Execute(mcNew, 0); // declined
     EXPECT_TRUE(m_document.DataLoaded && former->IsOpen);
+    EXPECT_EQ(m_box.Shown.back().Style, msYesNo + msExclamation);
     EXPECT_EQ(m_program.DocumentPath, Path);
     m_box.Answers = {maYes};
     m_main.Execute(mcNew, 0);
@@ -93,12 +87,6 @@ TEST_F(frmMainFilesTest, NewAsksAndStartsAnEmptyDocumentInTheEditor) {
     m_main.Execute(mcSave, 0);
     ASSERT_EQ(m_windowSystem.Requests.size(), 1U) << "Save asks for a name";
     EXPECT_EQ(m_windowSystem.Requests[0].InitialName, "");
-}
-
-TEST_F(frmMainFilesTest, TheQuestionOfNewIsOneOfYesAndNo) {
-    m_main.Execute(mcNew, 0);
-    ASSERT_EQ(m_box.Shown.size(), 1U);
-    EXPECT_EQ(m_box.Shown[0].Style, msYesNo + msExclamation);
 }
 
 TEST_F(frmMainFilesTest, OpenAsksForADocumentInTheLastFolder) {

@@ -3,21 +3,14 @@
 #include "tests/support/FakeShellHost.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/TestDesk.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 class frmOptionsTest : public testing::Test, protected TestDesk {
   protected:
     frmOptionsTest() {
-        m_program.Units = MetricUnits();
-        m_program.Channels.ChannelsSetup(m_program.Units);
         m_program.Document = LoadSample("touring-front-wishbone.WSP");
         m_program.Document.ResultsValid = true;
     }

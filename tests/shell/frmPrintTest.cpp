@@ -2,16 +2,10 @@
 
 #include "tests/support/FakeShellHost.h"
 #include "tests/support/TestDesk.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 class frmPrintTest : public testing::Test, protected TestDesk {
   protected:

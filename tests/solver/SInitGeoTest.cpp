@@ -3,16 +3,12 @@
 #include "model/Failure.h"
 #include "tests/support/Corners.h"
 #include "tests/support/RecordingMessageBox.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <vector>
 
 namespace corvanta::test {
 namespace {
-
-using testing::ElementsAre;
 
 class SInitGeoTest : public testing::Test {
   protected:
@@ -94,17 +90,20 @@ TEST_F(SInitGeoTest, TravelThatMakesNoGridIsRefusedAndChangesNothing) {
         const char* Message;
     };
     const std::vector<int> shape = Shape();
-    for (const Refusal& c : {Refusal{&SuspensionData::WheelTravelStepSize, 0, "Division by zero"},
-                             {&SuspensionData::RackTravelStepSize, 0, "Division by zero"},
-                             {&SuspensionData::WheelTravelStepSize, -5, "greater than 0"},
-                             {&SuspensionData::RackTravelStepSize, -5, "greater than 0"},
-                             {&SuspensionData::Bump, -1, "must be positive"},
-                             {&SuspensionData::Bump, 1e300, "Overflow"},
-                             {&SuspensionData::RackTravel, 1e12, "Overflow"}}) {
+    for (const Refusal& c :
+         {Refusal{&SuspensionData::WheelTravelStepSize, 0, "Division by zero"},
+          {&SuspensionData::RackTravelStepSize, 0, "Division by zero"},
+          {&SuspensionData::WheelTravelStepSize, -5,
+           "The step size of wheel travel must be greater than 0."},
+          {&SuspensionData::RackTravelStepSize, -5,
+           "The step size of rack travel must be greater than 0."},
+          {&SuspensionData::Bump, -1, "Wheel bump and droop travel must be positive."},
+          {&SuspensionData::Droop, -1, "Wheel bump and droop travel must be positive."},
+          {&SuspensionData::Bump, 1e300, "Overflow"},
+          {&SuspensionData::RackTravel, 1e12, "Overflow"}}) {
         const double kept = m_data.*c.Field;
         m_data.*c.Field = c.Value;
-        EXPECT_THAT([&] { (void)Shape(); },
-                    testing::ThrowsMessage<Failure>(testing::HasSubstr(c.Message)));
+        EXPECT_THAT([&] { (void)Shape(); }, ThrowsMessage<Failure>(c.Message));
         EXPECT_EQ(m_data.*c.Field, c.Value);
         m_data.*c.Field = kept;
         EXPECT_EQ(m_document.NW + m_document.NR, shape[0] + shape[2]);

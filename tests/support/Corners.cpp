@@ -9,14 +9,19 @@
 
 namespace corvanta::test {
 
-FundamentalUnits MetricUnits() {
+FundamentalUnits UnitsOf(const std::string& displacement, const std::string& force,
+                         const std::string& mass, const std::string& rate) {
     FundamentalUnits units;
-    units[ucDisplacement].Label = "mm";
-    units[ucForce].Label = "N";
-    units[ucMass].Label = "kg";
-    units[ucRate].Label = "N/mm";
+    units[ucDisplacement].Label = displacement;
+    units[ucForce].Label = force;
+    units[ucMass].Label = mass;
+    units[ucRate].Label = rate;
     units.SetFundUnitsData();
     return units;
+}
+
+FundamentalUnits MetricUnits() {
+    return UnitsOf("mm", "N", "kg", "N/mm");
 }
 
 ChannelCatalogue MetricChannels() {
@@ -24,6 +29,17 @@ ChannelCatalogue MetricChannels() {
     ChannelCatalogue channels;
     channels.ChannelsSetup(units);
     return channels;
+}
+
+Program SmallGrid() {
+    Program program;
+    program.Units = MetricUnits();
+    program.Channels.ChannelsSetup(program.Units);
+    program.Document.NR = 3;
+    program.Document.NW = 4;
+    program.Document.StaticRack = 3;
+    program.Document.StaticWheel = 4;
+    return program;
 }
 
 void SetUpCorner(Suspension& document) {

@@ -1,19 +1,29 @@
 #pragma once
 
 #include "model/Channels.h"
+#include "model/Program.h"
 #include "model/Suspension.h"
 #include "model/Units.h"
 #include "solver/SGetLocn.h"
 
 #include <cstdint>
+#include <string>
 
 namespace corvanta::test {
+
+/// Units by their labels, a decimal point.
+[[nodiscard]] FundamentalUnits UnitsOf(const std::string& displacement, const std::string& force,
+                                       const std::string& mass, const std::string& rate);
 
 /// Units of a test: mm, N, kg and N/mm, a decimal point.
 [[nodiscard]] FundamentalUnits MetricUnits();
 
 /// The channels in the units of a test.
 [[nodiscard]] ChannelCatalogue MetricChannels();
+
+/// A program in these units with an empty grid of 3 rack steps by 4 wheel steps, of which the
+/// static ones are 3 and 4.
+[[nodiscard]] Program SmallGrid();
 
 /// Sets a document up after a change of its settings; messages go nowhere.
 void SetUpCorner(Suspension& document);

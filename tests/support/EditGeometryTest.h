@@ -17,18 +17,11 @@ namespace corvanta::test {
 /// A geometry editor that is open on a sample, with the hands of a user.
 class EditGeometryTest : public testing::Test, protected TestDesk {
   protected:
-    EditGeometryTest() {
-        UseUnits("mm", "N", "kg", "N/mm");
-        Open("formula-front-pushrod.WSP");
-    }
+    EditGeometryTest() { Open("formula-front-pushrod.WSP"); }
 
     void UseUnits(const char* displacement, const char* force, const char* mass, const char* rate) {
-        FundamentalUnits& units = m_program.Units;
-        units[ucDisplacement].Label = displacement;
-        units[ucForce].Label = force;
-        units[ucMass].Label = mass;
-        units[ucRate].Label = rate;
-        m_program.Channels.ChannelsSetup(units);
+        m_program.Units = UnitsOf(displacement, force, mass, rate);
+        m_program.Channels.ChannelsSetup(m_program.Units);
     }
 
     /// A new editor on the document as it is.
@@ -83,13 +76,6 @@ class EditGeometryTest : public testing::Test, protected TestDesk {
         DataWrite(written, m_document, "/saved.WSP", m_program.Units, m_files, m_messages);
         EXPECT_TRUE(written);
         return m_files.Bytes("/saved.WSP").value_or("");
-    }
-
-    /// The messages shown since the last look.
-    std::vector<std::string> Prompts() {
-        std::vector<std::string> prompts = m_box.Prompts();
-        m_box.Shown.clear();
-        return prompts;
     }
 
     Suspension& m_document = m_program.Document;

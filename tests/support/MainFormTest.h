@@ -44,6 +44,23 @@ class MainFormTest : public testing::Test, protected TestDesk {
         return m_box.Prompts();
     }
 
+    /// Opens a sample and stands two steps of wheel travel above static and a step of the rack
+    /// beside it.
+    void OpenOffStatic(const std::string& sample) {
+        Open(SampleBytes(sample));
+        m_settings.ViewWheel = m_document.StaticWheel - 2;
+        m_settings.ViewRack = m_document.StaticRack + 1;
+    }
+
+    /// Shows a view and returns what the window's grid holds then.
+    std::string Show(std::int32_t view, std::int32_t argument = 0) {
+        m_settings.View = view;
+        m_main.RefreshGUI(false);
+        m_settings.ViewArgument = argument;
+        m_main.RefreshGUI(false);
+        return m_main.Grid().Text();
+    }
+
     /// Opens the editor and types the X of the contact patch into it.
     void TypeInEditor(const std::string& x) {
         m_main.Execute(mcProperties, 0);
@@ -59,13 +76,6 @@ class MainFormTest : public testing::Test, protected TestDesk {
     void Edit(const std::string& x) {
         TypeInEditor(x);
         m_main.EditGeometry->cmdOK_Click();
-    }
-
-    /// The messages since the last look.
-    std::vector<std::string> Prompts() {
-        std::vector<std::string> prompts = m_box.Prompts();
-        m_box.Shown.clear();
-        return prompts;
     }
 
     Suspension& m_document = m_program.Document;

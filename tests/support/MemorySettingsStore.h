@@ -16,8 +16,6 @@ class MemorySettingsStore final : public SettingsStore {
         std::string Section;
         std::string Key;
         std::string Value;
-
-        friend bool operator==(const Entry&, const Entry&) = default;
     };
 
     std::vector<Entry> Entries;

@@ -18,6 +18,13 @@ class TestDesk {
         m_program.Channels.ChannelsSetup(m_program.Units);
     }
 
+    /// The messages shown since the last look.
+    std::vector<std::string> Prompts() {
+        std::vector<std::string> prompts = m_box.Prompts();
+        m_box.Shown.clear();
+        return prompts;
+    }
+
     Program m_program;
     MemoryFileServices m_files;
     RecordingMessageBox m_box;
