@@ -65,9 +65,12 @@ class ChartView::RubberBand final : public QCPSelectionRect {
   public:
     using QCPSelectionRect::QCPSelectionRect;
 
+    /// The pixels at which the axes end: the library counts Y from the last row upwards.
+    [[nodiscard]] QRect Axes() const { return mParentPlot->axisRect()->rect().translated(0, -1); }
+
     /// Empty for a band that is narrow in both directions.
     [[nodiscard]] QRect Area() const {
-        const QRect axes = mParentPlot->axisRect()->rect();
+        const QRect axes = Axes();
         const int endX = axes.left() + axes.width();
         const int endY = axes.top() + axes.height();
         const int fromX = std::clamp(mRect.left(), axes.left(), endX);
@@ -275,7 +278,7 @@ void ChartView::ZoomByWheel(const QWheelEvent& event) const {
 
 void ChartView::ZoomToBand() const {
     const QRect band = m_band->Area();
-    const QRect axes = m_plot->axisRect()->rect();
+    const QRect axes = m_band->Axes();
     const auto zoom = [](QCPAxis& axis, const AxisRange& fitted, int from, int to) {
         const QCPRange range(axis.pixelToCoord(from), axis.pixelToCoord(to));
         const double half = ZoomedSize(range.size(), fitted) / 2;
