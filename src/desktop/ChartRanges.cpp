@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <optional>
 
 namespace corvanta {
 
@@ -21,13 +23,23 @@ AxisRange FittedRange(double low, double high) {
     return {middle - size * (0.5 + Margin), middle + size * (0.5 + Margin)};
 }
 
-/// Whether the straight line between two points has a part within the ranges.
-bool Crosses(const ChartPoint& from, const ChartPoint& to, const ChartRanges& ranges) {
+bool Contains(const AxisRange& range, double value) {
+    return value >= range.Lower && value <= range.Upper;
+}
+
+struct Section {
+    ChartPoint Begin;
+    ChartPoint End;
+};
+
+/// The part of the straight line between two points that lies within the ranges.
+std::optional<Section> SectionInSight(const ChartPoint& from, const ChartPoint& to,
+                                      const ChartRanges& ranges) {
     double enters = 0; // parts of the way, 0 to 1
     double leaves = 1;
     const auto cut = [&](double begin, double end, const AxisRange& range) {
         if (begin == end) {
-            return begin >= range.Lower && begin <= range.Upper;
+            return Contains(range, begin);
         }
         const double lower = (range.Lower - begin) / (end - begin);
         const double upper = (range.Upper - begin) / (end - begin);
@@ -35,7 +47,13 @@ bool Crosses(const ChartPoint& from, const ChartPoint& to, const ChartRanges& ra
         leaves = std::min(leaves, std::max(lower, upper));
         return enters <= leaves;
     };
-    return cut(from.X, to.X, ranges.X) && cut(from.Y, to.Y, ranges.Y);
+    if (!cut(from.X, to.X, ranges.X) || !cut(from.Y, to.Y, ranges.Y)) {
+        return std::nullopt;
+    }
+    const auto at = [&](double part) {
+        return ChartPoint{std::lerp(from.X, to.X, part), std::lerp(from.Y, to.Y, part)};
+    };
+    return Section{at(enters), at(leaves)};
 }
 
 } // namespace
@@ -54,11 +72,33 @@ double ZoomedSize(double size, const AxisRange& fitted) {
     return std::clamp(size, fitted.Size() * LeastZoom, fitted.Size() * MostZoom);
 }
 
+bool Contains(const ChartRanges& ranges, const ChartPoint& point) {
+    return Contains(ranges.X, point.X) && Contains(ranges.Y, point.Y);
+}
+
 bool IsInSight(const std::vector<ChartPoint>& points, const ChartRanges& ranges) {
     const auto crosses = [&](const ChartPoint& from, const ChartPoint& to) {
-        return Crosses(from, to, ranges);
+        return SectionInSight(from, to, ranges).has_value();
     };
     return std::adjacent_find(points.begin(), points.end(), crosses) != points.end();
+}
+
+std::vector<ChartPoint> LineInSight(std::vector<ChartPoint> points, const ChartRanges& ranges) {
+    std::sort(points.begin(), points.end(),
+              [](const ChartPoint& a, const ChartPoint& b) { return a.X < b.X; });
+    std::vector<ChartPoint> line;
+    for (std::size_t n = 1; n < points.size(); ++n) {
+        const auto section = SectionInSight(points[n - 1], points[n], ranges);
+        if (!section) {
+            continue;
+        }
+        if (line.empty() || line.back() != section->Begin) {
+            line.push_back({section->Begin.X, std::numeric_limits<double>::quiet_NaN()});
+            line.push_back(section->Begin);
+        }
+        line.push_back(section->End);
+    }
+    return line;
 }
 
 int DigitsAlong(const AxisRange& range) {

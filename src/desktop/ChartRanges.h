@@ -28,8 +28,15 @@ struct ChartRanges {
 /// shows all of the line to twenty times that.
 [[nodiscard]] double ZoomedSize(double size, const AxisRange& fitted);
 
+[[nodiscard]] bool Contains(const ChartRanges& ranges, const ChartPoint& point);
+
 /// Whether the line that joins the points has a part within the ranges.
 [[nodiscard]] bool IsInSight(const std::vector<ChartPoint>& points, const ChartRanges& ranges);
+
+/// The line along X that joins the points, cut off at the ranges. A point without a Y goes before
+/// each part that does not hang together with the one before.
+[[nodiscard]] std::vector<ChartPoint> LineInSight(std::vector<ChartPoint> points,
+                                                  const ChartRanges& ranges);
 
 /// Significant digits that tell neighbouring numbers along an axis apart, however small a part of
 /// their size its range is.

@@ -21,6 +21,8 @@ namespace {
 
 constexpr double LineWidth = 2;
 constexpr double MarkerSize = 5;
+constexpr int Line = 0; ///< the library's graphs
+constexpr int Steps = 1;
 constexpr double WheelFactor = 0.85; ///< of the range, for a notch
 constexpr double NotchAngle = 120;   ///< in the toolkit's units
 constexpr int ClickDistance = 4;     ///< a longer way of the pressed button is a rubber band
@@ -50,6 +52,16 @@ QFont FontOf(const ChartFont& font) {
 
 AxisRange RangeOf(const QCPAxis& axis) {
     return {axis.range().lower, axis.range().upper};
+}
+
+void SetData(QCPGraph& graph, const std::vector<ChartPoint>& points, bool sorted) {
+    QVector<double> x;
+    QVector<double> y;
+    for (const ChartPoint& point : points) {
+        x << point.X;
+        y << point.Y;
+    }
+    graph.setData(x, y, sorted);
 }
 
 /// The title of an axis without the value that is read off.
@@ -108,6 +120,7 @@ ChartView::ChartView(Clicked clicked, QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_plot);
     m_plot->addGraph();
+    m_plot->addGraph()->setLineStyle(QCPGraph::lsNone);
     m_plot->axisRect()->setupFullAxesBox();
     for (QCPAxis* frame : {m_plot->xAxis2, m_plot->yAxis2}) {
         frame->setTicks(false);
@@ -215,17 +228,11 @@ void ChartView::Load() const {
     m_plot->yAxis->setTickLabelFont(FontOf(AnnotationFont));
     m_plot->xAxis->setLabelFont(FontOf(TitleFont));
     m_plot->yAxis->setLabelFont(FontOf(TitleFont));
-    QCPGraph* graph = m_plot->graph(0);
-    graph->setPen(QPen(ColourOf(Series.Drawn), LineWidth));
-    graph->setScatterStyle(
+    m_plot->graph(Line)->setPen(QPen(ColourOf(Series.Drawn), LineWidth));
+    m_plot->graph(Steps)->setScatterStyle(
         QCPScatterStyle(QCPScatterStyle::ssDisc, ColourOf(Series.Drawn), MarkerSize));
-    QVector<double> x;
-    QVector<double> y;
-    for (const ChartPoint& point : Series.Points) {
-        x << point.X;
-        y << point.Y;
-    }
-    graph->setData(x, y);
+    SetData(*m_plot->graph(Line), Series.Points, false);
+    SetData(*m_plot->graph(Steps), Series.Points, false);
     ShowMarkers();
 }
 
@@ -324,8 +331,7 @@ void ChartView::Hover(const QPointF& at) {
 /// Right above the point that is read out, or on its other sides where the axes end. A point that
 /// is out of sight is not read out.
 void ChartView::PlaceReadout() const {
-    const bool read = m_read && m_plot->xAxis->range().contains(m_read->X) &&
-                      m_plot->yAxis->range().contains(m_read->Y);
+    const bool read = m_read && Contains(ShownRanges(), *m_read);
     m_readout->setVisible(read);
     if (!read) {
         return;
@@ -452,7 +458,16 @@ bool ChartView::SaveDrawing(const QString& path) const {
     if (!painter.begin(&svg)) {
         return false;
     }
-    OnWhitePaper([&] { PaintPicture(painter, PictureSize); });
+    OnWhitePaper([&] {
+        // The toolkit's drawings can't clip, so what is out of sight is left out.
+        const ChartRanges shown = ShownRanges();
+        std::vector<ChartPoint> steps = m_shown;
+        std::erase_if(steps, [&](const ChartPoint& step) { return !Contains(shown, step); });
+        SetData(*m_plot->graph(Line), LineInSight(m_shown, shown), true);
+        SetData(*m_plot->graph(Steps), steps, false);
+        PaintPicture(painter, PictureSize);
+        Load();
+    });
     return true;
 }
 
