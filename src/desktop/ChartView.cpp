@@ -140,6 +140,7 @@ ChartView::ChartView(Clicked clicked, QWidget* parent)
     for (QCPAxis* axis : {m_plot->xAxis, m_plot->yAxis}) {
         connect(axis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this, [this, axis] {
             axis->setNumberPrecision(DigitsAlong(RangeOf(*axis)));
+            ShowLine();
             ShowMarkers();
         });
     }
@@ -231,9 +232,18 @@ void ChartView::Load() const {
     m_plot->graph(Line)->setPen(QPen(ColourOf(Series.Drawn), LineWidth));
     m_plot->graph(Steps)->setScatterStyle(
         QCPScatterStyle(QCPScatterStyle::ssDisc, ColourOf(Series.Drawn), MarkerSize));
-    SetData(*m_plot->graph(Line), Series.Points, false);
-    SetData(*m_plot->graph(Steps), Series.Points, false);
+    ShowLine();
     ShowMarkers();
+}
+
+/// What is out of sight is left out: the toolkit paints a line that is far longer than the screen
+/// slowly, and its drawings in files can't clip.
+void ChartView::ShowLine() const {
+    const ChartRanges shown = ShownRanges();
+    std::vector<ChartPoint> steps = Series.Points;
+    std::erase_if(steps, [&](const ChartPoint& step) { return !Contains(shown, step); });
+    SetData(*m_plot->graph(Line), LineInSight(Series.Points, shown), true);
+    SetData(*m_plot->graph(Steps), steps, false);
 }
 
 void ChartView::ShowMarkers() const {
@@ -458,16 +468,7 @@ bool ChartView::SaveDrawing(const QString& path) const {
     if (!painter.begin(&svg)) {
         return false;
     }
-    OnWhitePaper([&] {
-        // The toolkit's drawings can't clip, so what is out of sight is left out.
-        const ChartRanges shown = ShownRanges();
-        std::vector<ChartPoint> steps = m_shown;
-        std::erase_if(steps, [&](const ChartPoint& step) { return !Contains(shown, step); });
-        SetData(*m_plot->graph(Line), LineInSight(m_shown, shown), true);
-        SetData(*m_plot->graph(Steps), steps, false);
-        PaintPicture(painter, PictureSize);
-        Load();
-    });
+    OnWhitePaper([&] { PaintPicture(painter, PictureSize); });
     return true;
 }
 

@@ -71,6 +71,7 @@ class ChartView final : public QWidget, public Chart2D {
     void PaintPicture(QPainter& painter, const QSize& size) const;
     [[nodiscard]] bool SaveDrawing(const QString& path) const;
     void Load() const;
+    void ShowLine() const;
     void ShowMarkers() const;
     [[nodiscard]] ChartRanges RangesOfLine(bool other) const;
     [[nodiscard]] ChartRanges ShownRanges() const;
