@@ -132,6 +132,7 @@ ChartView::ChartView(Clicked clicked, QWidget* parent)
     m_markerY = new QCPItemLine(m_plot);
     m_readout = new QCPItemText(m_plot);
     m_readout->position->setType(QCPItemPosition::ptAbsolute);
+    m_readout->position->setCoords(0, 0); // axes without a size have put it nowhere
     m_readout->setClipToAxisRect(false);
     m_readout->setPositionAlignment(Qt::AlignLeft | Qt::AlignTop);
     m_readout->setPadding(QMargins(5, 3, 5, 3));

@@ -235,6 +235,7 @@ TEST_F(ChartViewTest, ThePointerReadsOutItsPointBesideIt) {
         EXPECT_EQ(text.toStdString(), words);
         EXPECT_TRUE(area.contains(box)) << words;
         EXPECT_GT(box.width(), 40);
+        EXPECT_GT(box.height(), 10);
         EXPECT_FALSE(box.adjusted(-4, -4, 4, 4).contains(at)) << words << " hides its point";
         EXPECT_TRUE(box.adjusted(-20, -20, 20, 20).contains(at)) << words << " is far away";
     }
