@@ -21,10 +21,17 @@ namespace {
 
 constexpr double LineWidth = 2;
 constexpr double MarkerSize = 5;
-constexpr double Margin = 0.04;  ///< of the range, beside the points
-constexpr int ClickDistance = 4; ///< a longer way of the pressed button is a rubber band
+constexpr int Line = 0; ///< the library's graphs
+constexpr int Steps = 1;
+constexpr double WheelFactor = 0.85; ///< of the range, for a notch
+constexpr double NotchAngle = 120;   ///< in the toolkit's units
+constexpr int ClickDistance = 4;     ///< a longer way of the pressed button is a rubber band
+constexpr int BandWidth = 8;         ///< a narrower band runs along one axis
 constexpr double HoverDistance = 24;
+constexpr double ReadoutDistance = 8; ///< from its point
 constexpr QSize PictureSize(1200, 800);
+constexpr int PictureDensity = 2; ///< dots of a picture in a file in one of the screen
+constexpr int DotsPerInch = 96;   ///< of the screen
 
 QColor ColourOf(const corvanta::Colour& colour) {
     return {colour.Red, colour.Green, colour.Blue};
@@ -43,47 +50,112 @@ QFont FontOf(const ChartFont& font) {
     return shown;
 }
 
-QCPRange FittedRange(double low, double high) {
-    // A line without an extent lies in the middle of a small one.
-    const double size = high > low ? high - low : std::max(1.0, std::abs(low) * 0.1);
-    const double middle = (low + high) / 2;
-    return {middle - size * (0.5 + Margin), middle + size * (0.5 + Margin)};
+AxisRange RangeOf(const QCPAxis& axis) {
+    return {axis.range().lower, axis.range().upper};
+}
+
+void SetData(QCPGraph& graph, const std::vector<ChartPoint>& points, bool sorted) {
+    QVector<double> x;
+    QVector<double> y;
+    for (const ChartPoint& point : points) {
+        x << point.X;
+        y << point.Y;
+    }
+    graph.setData(x, y, sorted);
+}
+
+/// The title of an axis without the value that is read off.
+QString PlainTitle(const ChartAxis& axis) {
+    return QString::fromStdString(axis.Title).section(" = ", 0, 0);
 }
 
 } // namespace
 
+/// The rubber band, cut off at the axes. One that is narrow in a direction shows what it will zoom
+/// to: all of that direction.
+class ChartView::RubberBand final : public QCPSelectionRect {
+  public:
+    using QCPSelectionRect::QCPSelectionRect;
+
+    /// The pixels at which the axes end: the library counts Y from the last row upwards.
+    [[nodiscard]] QRect Axes() const { return mParentPlot->axisRect()->rect().translated(0, -1); }
+
+    /// Empty for a band that is narrow in both directions.
+    [[nodiscard]] QRect Area() const {
+        const QRect axes = Axes();
+        const int endX = axes.left() + axes.width();
+        const int endY = axes.top() + axes.height();
+        const int fromX = std::clamp(mRect.left(), axes.left(), endX);
+        const int toX = std::clamp(mRect.right(), axes.left(), endX);
+        const int fromY = std::clamp(mRect.top(), axes.top(), endY);
+        const int toY = std::clamp(mRect.bottom(), axes.top(), endY);
+        const QSize size(std::abs(toX - fromX), std::abs(toY - fromY));
+        const bool alongX = size.height() < BandWidth;
+        const bool alongY = size.width() < BandWidth;
+        if (alongX && alongY) {
+            return {};
+        }
+        return {alongY ? axes.left() : std::min(fromX, toX),
+                alongX ? axes.top() : std::min(fromY, toY), alongY ? axes.width() : size.width(),
+                alongX ? axes.height() : size.height()};
+    }
+
+  private:
+    void draw(QCPPainter* painter) override {
+        const QRect area = Area();
+        if (mActive && !area.isEmpty()) {
+            painter->setPen(mPen);
+            painter->setBrush(mBrush);
+            painter->drawRect(area);
+        }
+    }
+};
+
 ChartView::ChartView(Clicked clicked, QWidget* parent)
     : QWidget(parent),
       m_clicked(std::move(clicked)),
-      m_plot(new QCustomPlot(this)) {
+      m_plot(new QCustomPlot(this)),
+      m_band(new RubberBand(m_plot)) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_plot);
     m_plot->addGraph();
+    m_plot->addGraph()->setLineStyle(QCPGraph::lsNone);
     m_plot->axisRect()->setupFullAxesBox();
     for (QCPAxis* frame : {m_plot->xAxis2, m_plot->yAxis2}) {
         frame->setTicks(false);
     }
-    m_plot->setInteractions(QCP::iRangeZoom);
-    m_plot->setSelectionRectMode(QCP::srmNone);
+    m_plot->setInteractions({});
+    m_plot->setSelectionRect(m_band);
     m_plot->setContextMenuPolicy(Qt::CustomContextMenu);
     m_markerX = new QCPItemLine(m_plot);
     m_markerY = new QCPItemLine(m_plot);
     m_readout = new QCPItemText(m_plot);
-    m_readout->setPositionAlignment(Qt::AlignLeft | Qt::AlignBottom);
+    m_readout->position->setType(QCPItemPosition::ptAbsolute);
+    m_readout->position->setCoords(0, 0); // axes without a size have put it nowhere
+    m_readout->setClipToAxisRect(false);
+    m_readout->setPositionAlignment(Qt::AlignLeft | Qt::AlignTop);
     m_readout->setPadding(QMargins(5, 3, 5, 3));
     m_readout->setVisible(false);
+    connect(m_plot, &QCustomPlot::afterLayout, this, &ChartView::PlaceReadout);
+    for (QCPAxis* axis : {m_plot->xAxis, m_plot->yAxis}) {
+        connect(axis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this, [this, axis] {
+            axis->setNumberPrecision(DigitsAlong(RangeOf(*axis)));
+            ShowLine();
+            ShowMarkers();
+        });
+    }
+    ConnectPointer();
+}
+
+void ChartView::ConnectPointer() {
     connect(m_plot, &QCustomPlot::mousePress, this, &ChartView::BeginRubberBand);
     connect(m_plot, &QCustomPlot::mouseRelease, this, &ChartView::EndRubberBand);
     connect(m_plot, &QCustomPlot::mouseMove, this, &ChartView::PanOrHover);
-    for (QCPAxis* axis : {m_plot->xAxis, m_plot->yAxis}) {
-        connect(axis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this,
-                [this] { ShowMarkers(); });
-    }
-    connect(m_plot, &QCustomPlot::mouseDoubleClick, this, [this] {
-        Fit();
-        m_plot->replot();
-    });
+    connect(m_plot, &QCustomPlot::mouseWheel, this,
+            [this](QWheelEvent* event) { ZoomByWheel(*event); });
+    connect(m_band, &QCPSelectionRect::accepted, this, &ChartView::ZoomToBand);
+    connect(m_plot, &QCustomPlot::mouseDoubleClick, this, &ChartView::ShowWhole);
     connect(m_plot, &QWidget::customContextMenuRequested, this, &ChartView::ShowMenu);
 }
 
@@ -119,15 +191,37 @@ void ChartView::Colour(const Paper& paper) const {
 }
 
 void ChartView::Refresh() {
+    const QString titles = PlainTitle(AxisX) + "\n" + PlainTitle(AxisY);
+    const bool other = titles != m_shownTitles;
+    if (other || Series.Points != m_shown) {
+        m_read.reset();
+    }
+    if (!Series.Points.empty()) {
+        ShowRanges(RangesOfLine(other));
+    }
+    m_shown = Series.Points;
+    m_shownTitles = titles;
     Load();
     Colour(ThemePaper());
     m_plot->replot(QCustomPlot::rpQueuedReplot);
 }
 
+/// Ranges for the line that is about to be shown. An axis that shows all of the one before goes on
+/// doing so.
+ChartRanges ChartView::RangesOfLine(bool other) const {
+    const ChartRanges fitted = FittedRanges(Series.Points);
+    if (other || m_shown.empty()) {
+        return fitted;
+    }
+    const ChartRanges before = FittedRanges(m_shown);
+    ChartRanges kept = ShownRanges();
+    kept.X = kept.X == before.X ? fitted.X : kept.X;
+    kept.Y = kept.Y == before.Y ? fitted.Y : kept.Y;
+    return IsInSight(Series.Points, kept) ? kept : fitted;
+}
+
 /// Gives the library the chart as it is now.
 void ChartView::Load() const {
-    const QString titles = QString::fromStdString(AxisX.Title).section(" = ", 0, 0) + "\n" +
-                           QString::fromStdString(AxisY.Title).section(" = ", 0, 0);
     m_plot->xAxis->setLabel(QString::fromStdString(AxisX.Title));
     m_plot->yAxis->setLabel(QString::fromStdString(AxisY.Title));
     m_plot->xAxis->grid()->setVisible(AxisX.GridLines);
@@ -136,24 +230,21 @@ void ChartView::Load() const {
     m_plot->yAxis->setTickLabelFont(FontOf(AnnotationFont));
     m_plot->xAxis->setLabelFont(FontOf(TitleFont));
     m_plot->yAxis->setLabelFont(FontOf(TitleFont));
-    QCPGraph* graph = m_plot->graph(0);
-    graph->setPen(QPen(ColourOf(Series.Drawn), LineWidth));
-    graph->setScatterStyle(
+    m_plot->graph(Line)->setPen(QPen(ColourOf(Series.Drawn), LineWidth));
+    m_plot->graph(Steps)->setScatterStyle(
         QCPScatterStyle(QCPScatterStyle::ssDisc, ColourOf(Series.Drawn), MarkerSize));
-    if (Series.Points != m_shown || titles != m_shownTitles) {
-        QVector<double> x;
-        QVector<double> y;
-        for (const ChartPoint& point : Series.Points) {
-            x << point.X;
-            y << point.Y;
-        }
-        graph->setData(x, y);
-        m_shown = Series.Points;
-        m_shownTitles = titles;
-        m_readout->setVisible(false);
-        Fit();
-    }
+    ShowLine();
     ShowMarkers();
+}
+
+/// What is out of sight is left out: the toolkit paints a line that is far longer than the screen
+/// slowly, and its drawings in files can't clip.
+void ChartView::ShowLine() const {
+    const ChartRanges shown = ShownRanges();
+    std::vector<ChartPoint> steps = Series.Points;
+    std::erase_if(steps, [&](const ChartPoint& step) { return !Contains(shown, step); });
+    SetData(*m_plot->graph(Line), LineInSight(Series.Points, shown), true);
+    SetData(*m_plot->graph(Steps), steps, false);
 }
 
 void ChartView::ShowMarkers() const {
@@ -170,18 +261,57 @@ void ChartView::ShowMarkers() const {
     }
 }
 
-void ChartView::Fit() const {
+ChartRanges ChartView::ShownRanges() const {
+    return {RangeOf(*m_plot->xAxis), RangeOf(*m_plot->yAxis)};
+}
+
+void ChartView::ShowRanges(const ChartRanges& ranges) const {
+    m_plot->xAxis->setRange(ranges.X.Lower, ranges.X.Upper);
+    m_plot->yAxis->setRange(ranges.Y.Lower, ranges.Y.Upper);
+}
+
+void ChartView::ShowWhole() const {
+    if (!m_shown.empty()) {
+        ShowRanges(FittedRanges(m_shown));
+        m_plot->replot();
+    }
+}
+
+/// The place below the pointer stays.
+void ChartView::ZoomByWheel(const QWheelEvent& event) const {
     if (m_shown.empty()) {
         return;
     }
-    const auto [lowX, highX] =
-        std::minmax_element(m_shown.begin(), m_shown.end(),
-                            [](const ChartPoint& a, const ChartPoint& b) { return a.X < b.X; });
-    const auto [lowY, highY] =
-        std::minmax_element(m_shown.begin(), m_shown.end(),
-                            [](const ChartPoint& a, const ChartPoint& b) { return a.Y < b.Y; });
-    m_plot->xAxis->setRange(FittedRange(lowX->X, highX->X));
-    m_plot->yAxis->setRange(FittedRange(lowY->Y, highY->Y));
+    const double factor = std::pow(WheelFactor, event.angleDelta().y() / NotchAngle);
+    const QRectF area = m_plot->axisRect()->rect();
+    const auto zoom = [&](QCPAxis& axis, const AxisRange& fitted, double pixel) {
+        const double size = axis.range().size();
+        axis.scaleRange(ZoomedSize(size * factor, fitted) / size, axis.pixelToCoord(pixel));
+    };
+    const auto [x, y] = FittedRanges(m_shown);
+    zoom(*m_plot->xAxis, x, std::clamp(event.position().x(), area.left(), area.right()));
+    zoom(*m_plot->yAxis, y, std::clamp(event.position().y(), area.top(), area.bottom()));
+    m_plot->replot(QCustomPlot::rpQueuedReplot);
+}
+
+void ChartView::ZoomToBand() const {
+    const QRect band = m_band->Area();
+    const QRect axes = m_band->Axes();
+    const auto zoom = [](QCPAxis& axis, const AxisRange& fitted, int from, int to) {
+        const QCPRange range(axis.pixelToCoord(from), axis.pixelToCoord(to));
+        const double half = ZoomedSize(range.size(), fitted) / 2;
+        axis.setRange(range.center() - half, range.center() + half);
+    };
+    if (!band.isEmpty() && !m_shown.empty()) {
+        const auto [x, y] = FittedRanges(m_shown);
+        if (band.width() < axes.width()) {
+            zoom(*m_plot->xAxis, x, band.left(), band.left() + band.width());
+        }
+        if (band.height() < axes.height()) {
+            zoom(*m_plot->yAxis, y, band.top() + band.height(), band.top());
+        }
+    }
+    m_plot->replot(QCustomPlot::rpQueuedReplot);
 }
 
 ChartPoint ChartView::DataAt(double pixelX, double pixelY) const {
@@ -193,38 +323,58 @@ ChartPoint ChartView::DataAt(double pixelX, double pixelY) const {
 }
 
 void ChartView::Hover(const QPointF& at) {
-    const ChartPoint* nearest = nullptr;
+    std::optional<ChartPoint> nearest;
     double distance = HoverDistance;
     for (const ChartPoint& point : m_shown) {
         const double far = std::hypot(m_plot->xAxis->coordToPixel(point.X) - at.x(),
                                       m_plot->yAxis->coordToPixel(point.Y) - at.y());
         if (far < distance) {
             distance = far;
-            nearest = &point;
+            nearest = point;
         }
     }
-    if (nearest == nullptr && !m_readout->visible()) {
+    if (nearest != m_read) {
+        m_read = nearest;
+        m_plot->replot(QCustomPlot::rpQueuedReplot);
+    }
+}
+
+/// Right above the point that is read out, or on its other sides where the axes end. A point that
+/// is out of sight is not read out.
+void ChartView::PlaceReadout() const {
+    const bool read = m_read && Contains(ShownRanges(), *m_read);
+    m_readout->setVisible(read);
+    if (!read) {
         return;
     }
-    m_readout->setVisible(nearest != nullptr);
-    if (nearest != nullptr) {
-        m_readout->position->setCoords(nearest->X, nearest->Y);
-        m_readout->setText(QString("%1, %2").arg(nearest->X, 0, 'g', 6).arg(nearest->Y, 0, 'g', 6));
+    m_readout->setText(
+        QString::fromStdString(FormatNumber(m_read->X, AxisX.Format, NumberSeparators) + ", " +
+                               FormatNumber(m_read->Y, AxisY.Format, NumberSeparators)));
+    const QPointF size =
+        m_readout->bottomRight->pixelPosition() - m_readout->topLeft->pixelPosition();
+    const QRectF area = m_plot->axisRect()->rect();
+    QPointF corner(m_plot->xAxis->coordToPixel(m_read->X) + ReadoutDistance,
+                   m_plot->yAxis->coordToPixel(m_read->Y) - ReadoutDistance - size.y());
+    if (corner.x() + size.x() > area.right()) {
+        corner.rx() -= 2 * ReadoutDistance + size.x();
     }
-    m_plot->replot(QCustomPlot::rpQueuedReplot);
+    if (corner.y() < area.top()) {
+        corner.ry() += 2 * ReadoutDistance + size.y();
+    }
+    m_readout->position->setCoords(corner);
 }
 
 /// The left button draws the rubber band, so it is the middle one that moves the paper.
 void ChartView::PanOrHover(QMouseEvent* event) {
-    if (!event->buttons().testFlag(Qt::MiddleButton)) {
+    if (!m_pressed || !event->buttons().testFlag(Qt::MiddleButton)) {
         Hover(event->position());
         return;
     }
     const auto moved = [](const QCPAxis& axis, double from, double to) {
         return axis.pixelToCoord(from) - axis.pixelToCoord(to);
     };
-    m_plot->xAxis->moveRange(moved(*m_plot->xAxis, m_pressed.x(), event->pos().x()));
-    m_plot->yAxis->moveRange(moved(*m_plot->yAxis, m_pressed.y(), event->pos().y()));
+    m_plot->xAxis->moveRange(moved(*m_plot->xAxis, m_pressed->x(), event->pos().x()));
+    m_plot->yAxis->moveRange(moved(*m_plot->yAxis, m_pressed->y(), event->pos().y()));
     m_pressed = event->pos();
     m_plot->replot(QCustomPlot::rpQueuedReplot);
 }
@@ -232,32 +382,56 @@ void ChartView::PanOrHover(QMouseEvent* event) {
 void ChartView::BeginRubberBand(QMouseEvent* event) {
     m_pressed = event->pos();
     const bool left = event->button() == Qt::LeftButton;
-    m_plot->setSelectionRectMode(left ? QCP::srmZoom : QCP::srmNone);
+    m_plot->setSelectionRectMode(left ? QCP::srmCustom : QCP::srmNone);
 }
 
 void ChartView::EndRubberBand(QMouseEvent* event) {
-    const bool click = (event->pos() - m_pressed).manhattanLength() <= ClickDistance;
+    const bool click = m_pressed && (event->pos() - *m_pressed).manhattanLength() <= ClickDistance;
+    m_pressed.reset();
     if (event->button() == Qt::LeftButton && click) {
-        m_plot->selectionRect()->cancel();
+        m_band->cancel();
         m_clicked(event->position().x() * TwipsPerPixel, event->position().y() * TwipsPerPixel);
     }
 }
 
+void ChartView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && m_band->isActive()) {
+        m_band->cancel();
+        m_pressed.reset(); // what is still to be released is no click
+        m_plot->replot(QCustomPlot::rpQueuedReplot);
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void ChartView::leaveEvent(QEvent* event) {
+    QWidget::leaveEvent(event);
+    m_read.reset();
+    m_plot->replot(QCustomPlot::rpQueuedReplot);
+}
+
 QString ChartView::DataText() const {
-    QString text = QString::fromStdString(AxisX.Title).section(" = ", 0, 0) + '\t' +
-                   QString::fromStdString(AxisY.Title).section(" = ", 0, 0) + '\n';
+    QString text = PlainTitle(AxisX) + '\t' + PlainTitle(AxisY) + '\n';
     for (const ChartPoint& point : m_shown) {
         text += QString::number(point.X, 'g', 15) + '\t' + QString::number(point.Y, 'g', 15) + '\n';
     }
     return text;
 }
 
-void ChartView::PaintOnPaper(QPainter& painter, const QSize& size) const {
-    Load();
-    m_readout->setVisible(false); // the pointer's, not the report's
-    const QCPRange shown[] = {m_plot->xAxis->range(), m_plot->yAxis->range()};
-    Fit(); // paper shows the whole line, whatever is zoomed on the screen
-    Colour({Qt::white, Qt::black, ColourOf(GridColour)});
+/// Paints with the chart black on white, the way it is on the screen else, but for the readout of
+/// the pointer.
+void ChartView::OnWhitePaper(const std::function<void()>& paint) const {
+    {
+        const QSignalBlocker noReadout(m_plot);
+        m_readout->setVisible(false);
+        Colour({Qt::white, Qt::black, ColourOf(GridColour)});
+        paint();
+    }
+    Colour(ThemePaper());
+    m_plot->replot(); // at once: the picture has left the axes where they lie on it
+}
+
+void ChartView::PaintPicture(QPainter& painter, const QSize& size) const {
     QPicture picture; // the library paints on devices of its own kind of painter
     QCPPainter paper;
     paper.begin(&picture);
@@ -270,26 +444,44 @@ void ChartView::PaintOnPaper(QPainter& painter, const QSize& size) const {
     painter.scale(resolution, resolution);
     painter.drawPicture(0, 0, picture);
     painter.restore();
-    m_plot->xAxis->setRange(shown[0]);
-    m_plot->yAxis->setRange(shown[1]);
-    Colour(ThemePaper());
-    m_plot->replot(QCustomPlot::rpQueuedReplot);
+}
+
+void ChartView::PaintOnPaper(QPainter& painter, const QSize& size) const {
+    OnWhitePaper([&] {
+        const ChartRanges shown = ShownRanges();
+        Load();
+        if (!Series.Points.empty()) {
+            ShowRanges(FittedRanges(Series.Points));
+        }
+        PaintPicture(painter, size);
+        ShowRanges(shown);
+    });
+}
+
+/// False when the file can't be written.
+bool ChartView::SaveDrawing(const QString& path) const {
+    QSvgGenerator svg;
+    svg.setFileName(path);
+    svg.setResolution(DotsPerInch);
+    svg.setSize(PictureSize);
+    svg.setViewBox(QRect(QPoint(0, 0), PictureSize));
+    QPainter painter;
+    if (!painter.begin(&svg)) {
+        return false;
+    }
+    OnWhitePaper([&] { PaintPicture(painter, PictureSize); });
+    return true;
 }
 
 void ChartView::SaveAs(const QString& path) {
     bool saved = false;
     if (path.endsWith(".svg", Qt::CaseInsensitive)) {
-        QSvgGenerator svg;
-        svg.setFileName(path);
-        svg.setSize(PictureSize);
-        svg.setViewBox(QRect(QPoint(0, 0), PictureSize));
-        QPainter painter;
-        saved = painter.begin(&svg);
-        if (saved) {
-            PaintOnPaper(painter, PictureSize);
-        }
+        saved = SaveDrawing(path);
     } else if (path.endsWith(".png", Qt::CaseInsensitive)) {
-        saved = m_plot->savePng(path, PictureSize.width(), PictureSize.height(), 2);
+        OnWhitePaper([&] {
+            saved = m_plot->savePng(path, PictureSize.width(), PictureSize.height(), PictureDensity,
+                                    -1, PictureDensity * DotsPerInch);
+        });
     } else {
         WriteFile(path, DataText().toUtf8());
         saved = true;
@@ -309,15 +501,13 @@ void ChartView::AskAndSave() {
 
 void ChartView::ShowMenu(const QPoint& at) {
     QMenu menu(this);
-    menu.addAction(tr("Copy Picture"),
-                   [this] { QApplication::clipboard()->setPixmap(m_plot->toPixmap()); });
+    menu.addAction(tr("Copy Picture"), [this] {
+        OnWhitePaper([this] { QApplication::clipboard()->setPixmap(m_plot->toPixmap()); });
+    });
     menu.addAction(tr("Copy Data"), [this] { QApplication::clipboard()->setText(DataText()); });
     menu.addAction(tr("Save As..."), [this] { AskAndSave(); });
     menu.addSeparator();
-    menu.addAction(tr("Whole Plot"), [this] {
-        Fit();
-        m_plot->replot();
-    });
+    menu.addAction(tr("Whole Plot"), [this] { ShowWhole(); });
     menu.exec(m_plot->mapToGlobal(at));
 }
 

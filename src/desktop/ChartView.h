@@ -1,11 +1,12 @@
 #pragma once
 
+#include "desktop/ChartRanges.h"
 #include "platform/Chart2D.h"
 
 #include <QWidget>
 
 #include <functional>
-#include <memory>
+#include <optional>
 
 class QCPItemLine;
 class QCPItemText;
@@ -13,9 +14,10 @@ class QCustomPlot;
 
 namespace corvanta {
 
-/// The chart on the screen, in the colours of the theme. The wheel and a rubber band zoom, the
-/// middle button pans, a double-click fits the axes again, the pointer reads out the nearest solved
-/// step, and the context menu copies and saves.
+/// The chart on the screen, in the colours of the theme. The wheel and a rubber band zoom, a band
+/// along one axis that axis alone, Esc drops the band; the middle button pans, a double-click fits
+/// the axes again, the pointer reads out the nearest solved step, and the context menu copies and
+/// saves. Pictures are black on white, whatever the theme: they go into reports.
 class ChartView final : public QWidget, public Chart2D {
     Q_OBJECT
 
@@ -30,8 +32,8 @@ class ChartView final : public QWidget, public Chart2D {
     ChartView& operator=(ChartView&&) = delete;
     ~ChartView() override;
 
-    /// Brings the chart as it is now to the screen. Points that differ from those shown fit the
-    /// axes anew.
+    /// Brings the chart as it is now to the screen. An axis that is zoomed keeps its range as long
+    /// as the axes keep their titles, values read off apart, and some of the line is in sight.
     void Refresh();
 
     [[nodiscard]] ChartPoint DataAt(double pixelX, double pixelY) const override;
@@ -39,31 +41,46 @@ class ChartView final : public QWidget, public Chart2D {
     /// The points as tab-separated text under their titles.
     [[nodiscard]] QString DataText() const;
 
-    /// The whole line, black on white: for paper and for drawings in files.
+    /// The whole line, whatever is zoomed on the screen.
     void PaintOnPaper(QPainter& painter, const QSize& size) const;
 
-    /// Saves as a picture or as data, by the extension: ".png", ".svg" or any other for text.
-    /// Throws Failure when the file can't be written.
+    /// Saves what is in sight as a picture, or the points as data, by the extension: ".png", ".svg"
+    /// or any other for text. Throws Failure when the file can't be written.
     void SaveAs(const QString& path);
 
     [[nodiscard]] QCustomPlot& Plot() { return *m_plot; }
 
   protected:
     void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void leaveEvent(QEvent* event) override;
 
   private:
+    class RubberBand;
+
     struct Paper {
         QColor Background;
         QColor Ink;
         QColor Grid;
     };
 
+    void ConnectPointer();
     [[nodiscard]] Paper ThemePaper() const;
     void Colour(const Paper& paper) const;
+    void OnWhitePaper(const std::function<void()>& paint) const;
+    void PaintPicture(QPainter& painter, const QSize& size) const;
+    [[nodiscard]] bool SaveDrawing(const QString& path) const;
     void Load() const;
+    void ShowLine() const;
     void ShowMarkers() const;
-    void Fit() const;
+    [[nodiscard]] ChartRanges RangesOfLine(bool other) const;
+    [[nodiscard]] ChartRanges ShownRanges() const;
+    void ShowRanges(const ChartRanges& ranges) const;
+    void ShowWhole() const;
+    void ZoomByWheel(const QWheelEvent& event) const;
+    void ZoomToBand() const;
     void Hover(const QPointF& at);
+    void PlaceReadout() const;
     void PanOrHover(QMouseEvent* event);
     void BeginRubberBand(QMouseEvent* event);
     void EndRubberBand(QMouseEvent* event);
@@ -72,12 +89,14 @@ class ChartView final : public QWidget, public Chart2D {
 
     Clicked m_clicked;
     QCustomPlot* m_plot;
+    RubberBand* m_band;
     QCPItemLine* m_markerX;
     QCPItemLine* m_markerY;
     QCPItemText* m_readout;
-    mutable std::vector<ChartPoint> m_shown; ///< what the library holds of the series
-    mutable QString m_shownTitles;
-    QPoint m_pressed;
+    std::optional<ChartPoint> m_read; ///< the point below the pointer
+    std::vector<ChartPoint> m_shown;  ///< the points on the screen
+    QString m_shownTitles;
+    std::optional<QPoint> m_pressed; ///< where the button that is down came to be so
 };
 
 } // namespace corvanta

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/NumberText.h"
 #include "platform/DrawingSurface.h"
 
 #include <optional>
@@ -25,6 +26,7 @@ struct ChartFont {
 
 struct ChartAxis {
     std::string Title;
+    std::string Format = "0.00"; ///< of a value that is read off, as `FormatNumber` takes it
     bool GridLines = false;
     std::optional<double> Marker; ///< the value that is marked on the axis, none while hidden
 };
@@ -51,6 +53,7 @@ class Chart2D {
     Colour GridColour;
     ChartFont AnnotationFont; ///< of the numbers along the axes
     ChartFont TitleFont;      ///< of the titles of the axes
+    Separators NumberSeparators;
     ChartSeries Series;
 
     void ClearSeries() { Series.Points.clear(); }

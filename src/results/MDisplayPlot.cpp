@@ -23,6 +23,7 @@ constexpr double Nowhere = -999;
 PlotColumn ColumnOf(const Program& program, int channel, const GridCourse& course) {
     const ChannelRecord& record = program.Channels[channel];
     PlotColumn column{record.Title + " [" + record.UnitLabel + "]",
+                      record.Format,
                       {},
                       static_cast<double>(UsableUnit(program.Units, record.Class).Factor)};
     for (int k = 1; k <= course.Count; ++k) {
@@ -90,6 +91,9 @@ void PlotChart(PlotState& plot, Chart2D& chart, const Program& program, const Pl
     plot.PlotTitleX = columnX.Title;
     plot.PlotTitleY = columnY.Title;
     SetUpChart(chart);
+    chart.AxisX.Format = columnX.Format;
+    chart.AxisY.Format = columnY.Format;
+    chart.NumberSeparators = program.Units.NumberSeparators;
     if (points.size() >= 2) {
         chart.Series.Points = std::move(points);
     }

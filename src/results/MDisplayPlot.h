@@ -24,6 +24,7 @@ struct PlotState {
 /// What goes along one axis of a plot.
 struct PlotColumn {
     std::string Title;
+    std::string Format;         ///< of a value in the units of the axis
     std::vector<double> Values; ///< stored units
     double Factor = 1;          ///< from stored units to those of the axis
 };
