@@ -132,7 +132,7 @@ void DesktopUser::Open(const std::string& path) {
     Choose(mcOpen);
 }
 
-void DesktopUser::Choose(int command, int tag) {
+void DesktopUser::Choose(int command, int tag) const {
     const QList<QAction*> actions = Window().findChildren<QAction*>();
     for (QAction* action : actions) {
         if (action->data().toPoint() == QPoint(command, tag)) {

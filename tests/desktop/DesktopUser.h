@@ -111,7 +111,7 @@ class DesktopUser {
     void Open(const std::string& path);
 
     /// Chooses the entry of a menu with a command and tag, as a click does.
-    void Choose(int command, int tag = 0);
+    void Choose(int command, int tag = 0) const;
 
     /// The child of a window by the name of its control.
     template <typename Widget>

@@ -43,25 +43,25 @@ class MainWindowTest : public testing::Test {
     }
 
     /// What a cell of the table on the screen shows: row and column count from 0 behind the heads.
-    [[nodiscard]] std::string Shown(int row, int column) {
+    [[nodiscard]] std::string Shown(int row, int column) const {
         const GridView& grid = *m_user.Window().Grid();
         return grid.model()->index(row, column).data().toString().toStdString();
     }
 
-    [[nodiscard]] QWidget& Editor() { return *m_user.Desk.EditorView(); }
+    [[nodiscard]] QWidget& Editor() const { return *m_user.Desk.EditorView(); }
 
-    void Press(QWidget& window, const char* button) {
+    static void Press(QWidget& window, const char* button) {
         QTest::mouseClick(&DesktopUser::Child<QPushButton>(window, button), Qt::LeftButton);
     }
 
-    void ChooseUnit(const char* name) {
+    void ChooseUnit(const char* name) const {
         DesktopUser::Child<QRadioButton>(*m_user.Desk.OptionsView(), name).click();
     }
 
-    void TurnTo(EditorPage page) { Editor().findChild<QTabWidget*>()->setCurrentIndex(page); }
+    void TurnTo(EditorPage page) const { Editor().findChild<QTabWidget*>()->setCurrentIndex(page); }
 
     /// Types a text into a cell of the editor's table, as over what stands there.
-    void TypeCell(int row, int column, const QString& text) {
+    void TypeCell(int row, int column, const QString& text) const {
         GridView& grid = *m_user.Desk.EditorView()->Points();
         grid.setFocus();
         grid.setCurrentIndex(grid.model()->index(row, column));
@@ -74,7 +74,7 @@ class MainWindowTest : public testing::Test {
     }
 
     /// Steps a list from its head to an entry.
-    void StepTo(const char* list, int entry) {
+    void StepTo(const char* list, int entry) const {
         auto& box = DesktopUser::Child<QComboBox>(Editor(), list);
         QTest::keyClick(&box, Qt::Key_Home);
         for (int n = 0; n < entry; ++n) {
@@ -82,7 +82,7 @@ class MainWindowTest : public testing::Test {
         }
     }
 
-    void TypeField(const QString& label, const QString& text) {
+    void TypeField(const QString& label, const QString& text) const {
         for (QLineEdit* field : Editor().findChildren<QLineEdit*>()) {
             if (field->accessibleName() == label) {
                 field->setFocus();

@@ -30,10 +30,12 @@ class PrintWindowTest : public testing::Test {
         m_user.Choose(mcPrint);
     }
 
-    [[nodiscard]] PrintWindow& Shown() { return *m_user.Desk.PrintView(); }
+    [[nodiscard]] PrintWindow& Shown() const { return *m_user.Desk.PrintView(); }
     [[nodiscard]] frmPrint& Logic() { return *m_user.Logic().PrintDialog; }
 
-    void Press(const char* button) { DesktopUser::Child<QPushButton>(Shown(), button).click(); }
+    void Press(const char* button) const {
+        DesktopUser::Child<QPushButton>(Shown(), button).click();
+    }
 
     TemporaryFolder m_folder;
     DesktopUser m_user{m_folder / "settings"};

@@ -46,7 +46,7 @@ class ReportTest : public testing::TestWithParam<std::string> {
             change(*m_user.Logic().PrintDialog);
             m_user.Logic().PrintDialog->cmdPreview_Click();
         });
-        const QString path = QString::fromStdString(m_folder / "report.pdf");
+        QString path = QString::fromStdString(m_folder / "report.pdf");
         m_user.Desk.Pages().SavePdf(path);
         m_user.Desk.Handle([&] { m_user.Logic().PrintDialog->Close(); });
         return path;
