@@ -50,7 +50,7 @@ class ChartViewTest : public testing::Test {
     }
 
     /// Where a point of the data lies on the chart.
-    [[nodiscard]] QPoint PlaceOf(double x, double y) {
+    [[nodiscard]] QPoint PlaceOf(double x, double y) const {
         return {static_cast<int>(std::lround(m_plot.xAxis->coordToPixel(x))),
                 static_cast<int>(std::lround(m_plot.yAxis->coordToPixel(y)))};
     }
