@@ -54,6 +54,14 @@ void ShowList(QComboBox* box, const ListControl& list) {
 
 } // namespace
 
+Binder::~Binder() {
+    for (const Tie& tie : m_ties) {
+        if (tie.Widget) {
+            tie.Widget->blockSignals(true);
+        }
+    }
+}
+
 void Binder::Remember(QWidget* widget, const Control& control) {
     m_ties.push_back({widget, &control});
 }

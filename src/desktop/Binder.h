@@ -27,6 +27,13 @@ class Binder {
     using Event = std::function<void()>;
 
     explicit Binder(Handle handle) : m_handle(std::move(handle)) {}
+    Binder(const Binder&) = delete;
+    Binder& operator=(const Binder&) = delete;
+    Binder(Binder&&) = delete;
+    Binder& operator=(Binder&&) = delete;
+
+    /// The widgets fall silent: what they still tell while they go away has nobody to hear it.
+    ~Binder();
 
     void Bind(QLabel* label, const Control& control);
     void Bind(QComboBox* box, ListControl& list, Event changed);
@@ -53,7 +60,7 @@ class Binder {
 
   private:
     struct Tie {
-        QWidget* Widget;
+        QPointer<QWidget> Widget;
         const Control* Bound;
     };
 

@@ -1,12 +1,12 @@
 #include "desktop/ChartView.h"
 
+#include "desktop/ContextMenu.h"
 #include "desktop/QtServices.h"
 #include "model/Failure.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QMenu>
 #include <QSvgGenerator>
 #include <QVBoxLayout>
 
@@ -500,15 +500,15 @@ void ChartView::AskAndSave() {
 }
 
 void ChartView::ShowMenu(const QPoint& at) {
-    QMenu menu(this);
-    menu.addAction(tr("Copy Picture"), [this] {
+    ContextMenu menu(this);
+    menu.Add(tr("Copy Picture"), [this] {
         OnWhitePaper([this] { QApplication::clipboard()->setPixmap(m_plot->toPixmap()); });
     });
-    menu.addAction(tr("Copy Data"), [this] { QApplication::clipboard()->setText(DataText()); });
-    menu.addAction(tr("Save As..."), [this] { AskAndSave(); });
-    menu.addSeparator();
-    menu.addAction(tr("Whole Plot"), [this] { ShowWhole(); });
-    menu.exec(m_plot->mapToGlobal(at));
+    menu.Add(tr("Copy Data"), [this] { QApplication::clipboard()->setText(DataText()); });
+    menu.Add(tr("Save As..."), [this] { AskAndSave(); });
+    menu.AddSeparator();
+    menu.Add(tr("Whole Plot"), [this] { ShowWhole(); });
+    menu.Run(m_plot->mapToGlobal(at));
 }
 
 void ChartView::changeEvent(QEvent* event) {

@@ -1,5 +1,6 @@
 #include "desktop/CornerView.h"
 
+#include "desktop/ContextMenu.h"
 #include "desktop/Desktop.h"
 #include "desktop/Guard.h"
 #include "desktop/QtServices.h"
@@ -7,7 +8,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QSvgGenerator>
@@ -66,18 +66,18 @@ void CornerView::SaveAs(const QString& path) {
 }
 
 void CornerView::contextMenuEvent(QContextMenuEvent* event) {
-    QMenu menu(this);
-    menu.addAction(tr("Copy Picture"), [this] { QApplication::clipboard()->setPixmap(grab()); });
-    menu.addAction(tr("Save As..."), [this] {
+    ContextMenu menu(this);
+    menu.Add(tr("Copy Picture"), [this] { QApplication::clipboard()->setPixmap(grab()); });
+    menu.Add(tr("Save As..."), [this] {
         const QString path =
             AskSavePath(this, tr("Save Drawing"), tr("PNG picture (*.png);;SVG drawing (*.svg)"));
         if (!path.isEmpty()) {
             SaveAs(path);
         }
     });
-    menu.addSeparator();
-    menu.addAction(tr("Standard View"), this, &CornerView::ShowStandardView);
-    menu.exec(event->globalPos());
+    menu.AddSeparator();
+    menu.Add(tr("Standard View"), [this] { ShowStandardView(); });
+    menu.Run(event->globalPos());
 }
 
 bool CornerView::InFreeView(const QPointF& at) const {

@@ -1,5 +1,6 @@
 #include "desktop/GridView.h"
 
+#include "desktop/ContextMenu.h"
 #include "desktop/QtServices.h"
 
 #include <QApplication>
@@ -8,7 +9,6 @@
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QPainter>
 
 #include <algorithm>
@@ -371,21 +371,21 @@ void GridView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint h
 }
 
 void GridView::contextMenuEvent(QContextMenuEvent* event) {
-    QMenu menu(this);
-    QAction* copy = menu.addAction(tr("Copy"), [this] { Copy(false); });
-    QAction* withHeads = menu.addAction(tr("Copy with Heads"), [this] { Copy(true); });
+    ContextMenu menu(this);
+    QAction* copy = menu.Add(tr("Copy"), [this] { Copy(false); });
+    QAction* withHeads = menu.Add(tr("Copy with Heads"), [this] { Copy(true); });
     const bool selected = selectionModel()->hasSelection();
     copy->setEnabled(selected);
     withHeads->setEnabled(selected);
-    menu.addAction(tr("Select All"), this, &GridView::selectAll);
-    menu.addSeparator();
-    menu.addAction(tr("Save Table As CSV..."), [this] {
+    menu.Add(tr("Select All"), [this] { selectAll(); });
+    menu.AddSeparator();
+    menu.Add(tr("Save Table As CSV..."), [this] {
         const QString path = AskSavePath(this, tr("Save Table"), tr("CSV table (*.csv)"));
         if (!path.isEmpty()) {
             SaveCsv(path);
         }
     });
-    menu.exec(event->globalPos());
+    menu.Run(event->globalPos());
 }
 
 void GridView::resizeEvent(QResizeEvent* event) {

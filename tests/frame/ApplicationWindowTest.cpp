@@ -199,7 +199,7 @@ TEST_F(ApplicationWindowTest, AFailureWhileSavingIsToldAndTheWindowCloses) {
         SCOPED_TRACE(n);
         EXPECT_THAT(closeWith(n), ElementsAre(expected[static_cast<std::size_t>(n) - 1]));
         // The file is old or new, and what could be saved is saved.
-        const std::string& ini = *m_files.Bytes(Ini);
+        const std::string ini = *m_files.Bytes(Ini);
         EXPECT_EQ(ini.empty(), n == 3);
         EXPECT_EQ(ini.find(Setting("File1=" + Document)) != std::string::npos, n <= 2);
         EXPECT_TRUE(m_files.FileExists(ChannelsList) || n == 1);
