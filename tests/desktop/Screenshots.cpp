@@ -83,6 +83,7 @@ void TakeViews(DesktopUser& user, const Photographer& camera) {
 void TakeEditor(DesktopUser& user, const Photographer& camera) {
     user.Choose(mcProperties);
     frmEditGeometry& editor = *user.Logic().EditGeometry;
+    user.Desk.EditorView()->resize(1000, 640);
     for (std::size_t page = 0; page < editor.Pages.size(); ++page) {
         user.Desk.Handle([&] { editor.tabPages_Changed(static_cast<int>(page)); });
         camera.Take(user.Desk.EditorView(), QString("editor-%1").arg(page + 1));
@@ -96,6 +97,7 @@ void TakeAll(const std::string& userFolder, const QString& pictures) {
     static_cast<void>(user.Desk.Start());
     camera.Take(user.Desk.AboutView(), "splash");
     user.Desk.Handle([&] { user.Logic().TakeDownSplash(); });
+    user.Window().resize(1100, 720); // the platform's screen is smaller than any of a user
     camera.Take(&user.Window(), "start");
     user.Open(SamplePath("saloon-front-strut.WSP"));
     user.Open(SamplePath("formula-front-pushrod.WSP"));
