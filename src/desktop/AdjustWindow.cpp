@@ -43,9 +43,7 @@ AdjustWindow::AdjustWindow(Desktop& desktop, frmAdjust& window)
                     [this] { m_window.cmdHelp_Click(); });
     layout->addWidget(buttons);
     Refresh();
-    const WindowPlacement& stored = window.Frame.Placement;
-    const QPoint corner(stored.Left / TwipsPerPixel, stored.Top / TwipsPerPixel);
-    move(OnScreen(QRect(corner, sizeHint())).topLeft());
+    move(OnScreen(window.Frame.Placement, sizeHint()).topLeft());
     show();
 }
 

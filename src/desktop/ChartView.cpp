@@ -2,7 +2,6 @@
 
 #include "desktop/ContextMenu.h"
 #include "desktop/QtServices.h"
-#include "model/Failure.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -486,17 +485,7 @@ void ChartView::SaveAs(const QString& path) {
         WriteFile(path, DataText().toUtf8());
         saved = true;
     }
-    if (!saved) {
-        throw Failure(fnFileAccess, "The file could not be written: " + path.toStdString());
-    }
-}
-
-void ChartView::AskAndSave() {
-    const QString path = AskSavePath(this, tr("Save Plot"),
-                                     tr("PNG picture (*.png);;SVG drawing (*.svg);;Data (*.txt)"));
-    if (!path.isEmpty()) {
-        SaveAs(path);
-    }
+    RequireWritten(saved, path);
 }
 
 void ChartView::ShowMenu(const QPoint& at) {
@@ -505,7 +494,11 @@ void ChartView::ShowMenu(const QPoint& at) {
         OnWhitePaper([this] { QApplication::clipboard()->setPixmap(m_plot->toPixmap()); });
     });
     menu.Add(tr("Copy Data"), [this] { QApplication::clipboard()->setText(DataText()); });
-    menu.Add(tr("Save As..."), [this] { AskAndSave(); });
+    menu.Add(tr("Save As..."), [this] {
+        AskAndSave(this, tr("Save Plot"),
+                   tr("PNG picture (*.png);;SVG drawing (*.svg);;Data (*.txt)"),
+                   [this](const QString& path) { SaveAs(path); });
+    });
     menu.AddSeparator();
     menu.Add(tr("Whole Plot"), [this] { ShowWhole(); });
     menu.Run(m_plot->mapToGlobal(at));

@@ -85,7 +85,6 @@ class ChartView final : public QWidget, public Chart2D {
     void BeginRubberBand(QMouseEvent* event);
     void EndRubberBand(QMouseEvent* event);
     void ShowMenu(const QPoint& at);
-    void AskAndSave();
 
     Clicked m_clicked;
     QCustomPlot* m_plot;

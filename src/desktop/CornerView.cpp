@@ -60,20 +60,15 @@ void CornerView::SaveAs(const QString& path) {
     } else {
         saved = grab().save(path, "PNG");
     }
-    if (!saved) {
-        throw Failure(fnFileAccess, "The file could not be written: " + path.toStdString());
-    }
+    RequireWritten(saved, path);
 }
 
 void CornerView::contextMenuEvent(QContextMenuEvent* event) {
     ContextMenu menu(this);
     menu.Add(tr("Copy Picture"), [this] { QApplication::clipboard()->setPixmap(grab()); });
     menu.Add(tr("Save As..."), [this] {
-        const QString path =
-            AskSavePath(this, tr("Save Drawing"), tr("PNG picture (*.png);;SVG drawing (*.svg)"));
-        if (!path.isEmpty()) {
-            SaveAs(path);
-        }
+        AskAndSave(this, tr("Save Drawing"), tr("PNG picture (*.png);;SVG drawing (*.svg)"),
+                   [this](const QString& path) { SaveAs(path); });
     });
     menu.AddSeparator();
     menu.Add(tr("Standard View"), [this] { ShowStandardView(); });

@@ -64,8 +64,7 @@ QDialogButtonBox* ModalDialog::Foot(const Control& accept, const char* name, Bin
 void ModalDialog::ShowInPlace(bool sized) {
     m_binder.Show();
     const WindowPlacement& stored = m_frameOf.Frame.Placement;
-    const QPoint corner(stored.Left / TwipsPerPixel, stored.Top / TwipsPerPixel);
-    const QRect place = sized ? OnScreen(stored) : OnScreen(QRect(corner, sizeHint()));
+    const QRect place = sized ? OnScreen(stored) : OnScreen(stored, sizeHint());
     if (sized) {
         resize(place.size());
     }

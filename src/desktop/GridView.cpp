@@ -380,10 +380,8 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
     menu.Add(tr("Select All"), [this] { selectAll(); });
     menu.AddSeparator();
     menu.Add(tr("Save Table As CSV..."), [this] {
-        const QString path = AskSavePath(this, tr("Save Table"), tr("CSV table (*.csv)"));
-        if (!path.isEmpty()) {
-            SaveCsv(path);
-        }
+        AskAndSave(this, tr("Save Table"), tr("CSV table (*.csv)"),
+                   [this](const QString& path) { SaveCsv(path); });
     });
     menu.Run(event->globalPos());
 }

@@ -86,7 +86,7 @@ void MainWindow::PlaceWindow() {
     if (size.width() < LeastSize.width() || size.height() < LeastSize.height()) {
         size = ComfortableSize;
     }
-    const QRect place = OnScreen(QRect({Pixels(stored.Left), Pixels(stored.Top)}, size));
+    const QRect place = OnScreen(stored, size);
     resize(place.size());
     move(place.topLeft());
 }

@@ -62,36 +62,7 @@ QString EndingOf(const QString& kind) {
     return kind.section('*', 1).section(')', 0, 0);
 }
 
-/// The plain cursor while a question is open: the wait cursor of the command that asks would say
-/// that it is not the user who is waited for.
-class ArrowCursor {
-  public:
-    ArrowCursor() { QApplication::setOverrideCursor(Qt::ArrowCursor); }
-    ~ArrowCursor() { QApplication::restoreOverrideCursor(); }
-    ArrowCursor(const ArrowCursor&) = delete;
-    ArrowCursor& operator=(const ArrowCursor&) = delete;
-    ArrowCursor(ArrowCursor&&) = delete;
-    ArrowCursor& operator=(ArrowCursor&&) = delete;
-};
-
-} // namespace
-
-QRect OnScreen(const QRect& place) {
-    const QScreen* const screen = QGuiApplication::screenAt(place.topLeft());
-    const QRect room =
-        (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry();
-    const QSize size = place.size().boundedTo(room.size());
-    const QPoint wanted = screen != nullptr ? place.topLeft() : room.topLeft();
-    return {QPoint(std::min(wanted.x(), room.right() + 1 - size.width()),
-                   std::min(wanted.y(), room.bottom() + 1 - size.height())),
-            size};
-}
-
-QRect OnScreen(const WindowPlacement& place) {
-    return OnScreen(QRect(place.Left / TwipsPerPixel, place.Top / TwipsPerPixel,
-                          place.Width / TwipsPerPixel, place.Height / TwipsPerPixel));
-}
-
+/// The path that the user chose, with an ending of the kinds; empty when the user cancels.
 QString AskSavePath(QWidget* parent, const QString& title, const QString& kinds) {
     QString kind;
     QString path = QFileDialog::getSaveFileName(parent, title, {}, kinds, &kind);
@@ -114,11 +85,55 @@ QString AskSavePath(QWidget* parent, const QString& title, const QString& kinds)
     return replace ? whole : QString();
 }
 
-void WriteFile(const QString& path, const QByteArray& bytes) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+/// The plain cursor while a question is open: the wait cursor of the command that asks would say
+/// that it is not the user who is waited for.
+class ArrowCursor {
+  public:
+    ArrowCursor() { QApplication::setOverrideCursor(Qt::ArrowCursor); }
+    ~ArrowCursor() { QApplication::restoreOverrideCursor(); }
+    ArrowCursor(const ArrowCursor&) = delete;
+    ArrowCursor& operator=(const ArrowCursor&) = delete;
+    ArrowCursor(ArrowCursor&&) = delete;
+    ArrowCursor& operator=(ArrowCursor&&) = delete;
+};
+
+} // namespace
+
+QRect OnScreen(const WindowPlacement& place) {
+    return OnScreen(place, {place.Width / TwipsPerPixel, place.Height / TwipsPerPixel});
+}
+
+QRect OnScreen(const WindowPlacement& place, const QSize& size) {
+    const QPoint corner(place.Left / TwipsPerPixel, place.Top / TwipsPerPixel);
+    const QScreen* const screen = QGuiApplication::screenAt(corner);
+    const QRect room =
+        (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+    const QSize shown = size.boundedTo(room.size());
+    const QPoint wanted = screen != nullptr ? corner : room.topLeft();
+    return {QPoint(std::min(wanted.x(), room.right() + 1 - shown.width()),
+                   std::min(wanted.y(), room.bottom() + 1 - shown.height())),
+            shown};
+}
+
+void AskAndSave(QWidget* parent, const QString& title, const QString& kinds,
+                const std::function<void(const QString& path)>& save) {
+    const QString path = AskSavePath(parent, title, kinds);
+    if (!path.isEmpty()) {
+        save(path);
+    }
+}
+
+void RequireWritten(bool written, const QString& path) {
+    if (!written) {
         throw Failure(fnFileAccess, "The file could not be written: " + path.toStdString());
     }
+}
+
+void WriteFile(const QString& path, const QByteArray& bytes) {
+    QSaveFile file(path);
+    RequireWritten(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() &&
+                       file.commit(),
+                   path);
 }
 
 QString MessageText(const std::string& prompt) {

@@ -6,8 +6,10 @@
 
 #include <QLockFile>
 #include <QRect>
+#include <QSize>
 #include <QString>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -63,14 +65,18 @@ class DesktopProcess final : public MachineServices {
     void Beep() override;
 };
 
-/// A place for a window, pixels: the one given, made smaller and moved as far as its screen needs;
-/// on the first screen where its corner is on none.
-[[nodiscard]] QRect OnScreen(const QRect& place);
+/// A place for a window, pixels: the stored one, with a size of its own if told, made smaller and
+/// moved as far as its screen needs; on the first screen where its corner is on none.
 [[nodiscard]] QRect OnScreen(const WindowPlacement& place);
+[[nodiscard]] QRect OnScreen(const WindowPlacement& place, const QSize& size);
 
-/// Asks for a file to save to, with the ending of the chosen kind on a name typed without one;
-/// empty when the user cancels. `kinds` as the toolkit writes them.
-[[nodiscard]] QString AskSavePath(QWidget* parent, const QString& title, const QString& kinds);
+/// Asks for a file to save to and saves, unless the user cancels; a name typed without one gets the
+/// ending of the chosen kind. `kinds` as the toolkit writes them.
+void AskAndSave(QWidget* parent, const QString& title, const QString& kinds,
+                const std::function<void(const QString& path)>& save);
+
+/// Throws Failure, which names the file, unless it was written.
+void RequireWritten(bool written, const QString& path);
 
 /// Writes a whole file: the old one stays when that fails. Throws Failure then.
 void WriteFile(const QString& path, const QByteArray& bytes);
