@@ -405,8 +405,10 @@ void ChartView::keyPressEvent(QKeyEvent* event) {
 
 void ChartView::leaveEvent(QEvent* event) {
     QWidget::leaveEvent(event);
-    m_read.reset();
-    m_plot->replot(QCustomPlot::rpQueuedReplot);
+    if (m_read) {
+        m_read.reset();
+        m_plot->replot(QCustomPlot::rpQueuedReplot);
+    }
 }
 
 QString ChartView::DataText() const {

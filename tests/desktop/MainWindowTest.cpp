@@ -15,6 +15,7 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
@@ -190,6 +191,21 @@ TEST_F(MainWindowTest, ACellThatIsStillOpenIsTakenByTheAccessKeyOfApply) {
     QTest::keyClicks(&grid, "9");
     DesktopUser::Child<QPushButton>(Editor(), "cmdApply").click(); // takes no focus
     EXPECT_EQ(m_user.Desk.Program().Data().Document.StaticPoints()[ptWTCP].X, 9);
+}
+
+TEST_F(MainWindowTest, WindowsOpenWithinTheScreen) {
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const auto fits = [&](const QWidget& window) { // but for the frame of the system
+        return screen.contains(QRect(window.pos(), window.size()));
+    };
+    EXPECT_TRUE(fits(m_user.Window())) << "it would like to be wider";
+    m_user.Open(SamplePath("touring-front-wishbone.WSP"));
+    for (int opened = 0; opened < 2; ++opened) {
+        m_user.Choose(mcProperties);
+        EXPECT_TRUE(fits(Editor())) << opened;
+        Editor().move(screen.bottomRight() - QPoint(50, 50)); // where it opens the next time
+        EXPECT_TRUE(Editor().close());
+    }
 }
 
 TEST_F(MainWindowTest, AnAccessKeyOfTheFootIsItsAlone) {
