@@ -1,3 +1,4 @@
+#include "tests/support/Places.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +30,7 @@ std::string Backslashed(std::string path) {
 }
 
 std::string Sample(const std::string& name) {
-    return Backslashed(std::string(CORVANTA_SOURCE_DIR) + "/samples/" + name);
+    return Backslashed(SourceFolder() + "/samples/" + name);
 }
 
 struct ProgramRun {
@@ -43,7 +44,7 @@ class BatchProgramTest : public testing::Test {
   protected:
     /// Runs the program with one argument, under what the shell's env is told to change.
     ProgramRun Run(const std::string& commandLine, const std::string& environment = {},
-                   const std::string& program = CORVANTA_BATCH_PROGRAM) {
+                   const std::string& program = BatchProgram()) {
         const std::string command = "env -u LC_ALL -u LANG XDG_CONFIG_HOME='" +
                                     m_folder / "config" + "' env " + environment + " '" + program +
                                     "' '" + commandLine + "' >'" + m_folder / "stdout" + "' 2>'" +
@@ -88,7 +89,7 @@ TEST_F(BatchProgramTest, AFailureShowsOnStandardErrorAndUnderNoGuiNowhere) {
     for (const std::string& bad :
          {std::string("/input=nowhere.WSP /output=x /type=1"), m_input + OutputKey() + " /type=4",
           m_input + OutputKey() + " /type=2 /table=13",
-          "/input=" + Backslashed(CORVANTA_BATCH_PROGRAM) + OutputKey() + " /type=1",
+          "/input=" + Backslashed(BatchProgram()) + OutputKey() + " /type=1",
           m_input + " /output=" + Backslashed(m_folder.Path()) + " /type=1"}) {
         SCOPED_TRACE(bad);
         const ProgramRun loud = Run(bad);
@@ -139,8 +140,7 @@ TEST_F(BatchProgramTest, AMachineWithADecimalCommaReadsAndWritesItsOwnNumbers) {
     EXPECT_EQ(comma, point);
 
     // A document that such a machine wrote reads the same on both.
-    std::string document =
-        ReadFile(std::string(CORVANTA_SOURCE_DIR) + "/samples/touring-front-wishbone.WSP");
+    std::string document = ReadFile(SourceFolder() + "/samples/touring-front-wishbone.WSP");
     const std::size_t fields = document.find("[SpringMechanism]");
     std::string body = document.substr(fields);
     for (std::size_t at = 1; at + 1 < body.size(); ++at) {
@@ -161,7 +161,7 @@ TEST_F(BatchProgramTest, AMachineWithADecimalCommaReadsAndWritesItsOwnNumbers) {
 TEST_F(BatchProgramTest, AMachineWithoutAHomeFolderKeepsItsSettingsBesideTheProgram) {
     fs::create_directories(m_folder / "program");
     const std::string program = m_folder / "program/corvanta-batch";
-    fs::copy_file(CORVANTA_BATCH_PROGRAM, program);
+    fs::copy_file(BatchProgram(), program);
     const ProgramRun run =
         Run(m_input + OutputKey() + m_table, "-u XDG_CONFIG_HOME -u HOME", program);
     EXPECT_EQ(run.Errors, "");

@@ -1,6 +1,7 @@
 #include "calculation/SCalcs.h"
 
 #include "model/Failure.h"
+#include "tests/support/Places.h"
 #include "tests/support/SampleCorners.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +30,7 @@ struct ReferencePosition {
 /// The reference by the file of the corner, which is named from the folder of the samples.
 std::map<std::string, std::vector<ReferencePosition>> ReadReference() {
     std::map<std::string, std::vector<ReferencePosition>> corners;
-    std::ifstream file(std::string(CORVANTA_SOURCE_DIR) + "/tests/golden/positions.tsv");
+    std::ifstream file(SourceFolder() + "/tests/golden/positions.tsv");
     std::string line;
     bool inBody = false; // the comment and the line of titles come first
     while (std::getline(file, line)) {

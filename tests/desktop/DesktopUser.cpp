@@ -1,6 +1,7 @@
 #include "tests/desktop/DesktopUser.h"
 
 #include "desktop/GuardedApplication.h"
+#include "tests/support/Places.h"
 
 #include <gtest/gtest.h>
 
@@ -113,7 +114,7 @@ void WaitingUser::Press(QMessageBox::StandardButton button) {
 DesktopUser::DesktopUser(const std::string& userFolder)
     : Files(userFolder),
       Desk(Files, Process, Box, Dialog) {
-    Process.Folder = CORVANTA_PROGRAM_FOLDER; // help and samples lie beside the program
+    Process.Folder = ProgramFolder(); // help and samples lie beside the program
 }
 
 DesktopUser::~DesktopUser() {

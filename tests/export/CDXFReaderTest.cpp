@@ -1,6 +1,7 @@
 #include "export/CDXF.h"
 
 #include "platform/DiskFileServices.h"
+#include "tests/support/Places.h"
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/TemporaryFolder.h"
@@ -25,9 +26,8 @@ struct ReadDrawing {
 /// Reads every drawing of a folder with a reader of DXF that is none of ours.
 std::map<std::string, ReadDrawing> ReadDrawings(const TemporaryFolder& folder) {
     const std::string report = folder / "report.txt";
-    const std::string command = "/usr/bin/python3 " CORVANTA_SOURCE_DIR
-                                "/tests/export/dxf_audit.py " +
-                                folder.Path() + " > " + report;
+    const std::string command = "/usr/bin/python3 " + SourceFolder() +
+                                "/tests/export/dxf_audit.py " + folder.Path() + " > " + report;
     EXPECT_EQ(std::system(command.c_str()), 0) << "the system's python3 needs ezdxf";
     std::map<std::string, ReadDrawing> drawings;
     std::ifstream lines(report);

@@ -1,3 +1,5 @@
+#include "tests/support/Places.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -7,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace corvanta {
+namespace corvanta::test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -32,7 +34,7 @@ struct Include {
 std::vector<Include> AllIncludes() {
     static const std::regex line(R"(^\s*#\s*include\s*([<"])([^>"]+)[>"])");
     std::vector<Include> includes;
-    const fs::path source = fs::path(CORVANTA_SOURCE_DIR) / "src";
+    const fs::path source = fs::path(SourceFolder()) / "src";
     for (const auto& entry : fs::recursive_directory_iterator(source)) {
         const std::string extension = entry.path().extension().string();
         if (extension != ".h" && extension != ".cpp") {
@@ -76,4 +78,4 @@ TEST(IncludesTest, NameTheStandardLibraryAloneBelowTheDesktop) {
 }
 
 } // namespace
-} // namespace corvanta
+} // namespace corvanta::test

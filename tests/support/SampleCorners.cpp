@@ -4,6 +4,7 @@
 #include "platform/DiskFileServices.h"
 #include "platform/Messages.h"
 #include "shell/MechanismExample.h"
+#include "tests/support/Places.h"
 #include "tests/support/RecordingMessageBox.h"
 
 #include <gtest/gtest.h>
@@ -45,7 +46,7 @@ std::vector<std::int32_t> Bars(std::int32_t spring) {
 } // namespace
 
 std::string SamplePath(const std::string& name) {
-    return std::string(CORVANTA_SOURCE_DIR) + "/samples/" + name;
+    return SourceFolder() + "/samples/" + name;
 }
 
 std::vector<std::string> AllSamplePaths() {

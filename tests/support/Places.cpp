@@ -1,0 +1,13 @@
+#include "tests/support/Places.h"
+
+namespace corvanta::test {
+
+std::string SourceFolder() {
+    return CORVANTA_SOURCE_DIR;
+}
+
+std::string ProgramFolder() {
+    return CORVANTA_PROGRAM_FOLDER;
+}
+
+} // namespace corvanta::test
