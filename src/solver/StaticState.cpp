@@ -39,16 +39,25 @@ void MeasureBar(StaticLengthRecord& lengths, const PointSet& points, std::int32_
     }
 }
 
+PointNumber RockerOutput(const SuspensionData& data) {
+    if (data.ThirdSpringMechanism != tsCentreSpring) {
+        return ptR1O;
+    }
+    return data.CentreSpringSystem == csLongitudinalViaTBar ? ptTBDLI : ptLCSI;
+}
+
 void PlaceRockerFeet(PointSet& points, StaticLengthRecord& lengths, const SuspensionData& data) {
     PerpendicularFootOfPoints(points, ptR1P1, ptR1P2, ptPRI, ptPRICR);
-    // A rocker that drives a centre spring alone has no corner spring pickup of its own.
+    // A rocker that drives a centre spring alone has no corner spring pickup of its own, and no
+    // foot of one; the lever is that of the pickup which works the centre spring.
     if (data.SpringMechanism == smRockerToUpperWishbone ||
         data.SpringMechanism == smPullrodToUpperWishbone ||
         data.ThirdSpringMechanism != tsCentreSpring) {
         PerpendicularFootOfPoints(points, ptR1P1, ptR1P2, ptR1O, ptSAOCR);
     }
     lengths.RockerInputLever = Length(points, ptPRI, ptPRICR);
-    lengths.RockerOutputLever = Length(points, ptR1O, ptSAOCR);
+    lengths.RockerOutputLever =
+        DistancePointToLineOfPoints(points, ptR1P1, ptR1P2, RockerOutput(data));
     if (HasSecondRocker(data.SpringMechanism)) {
         lengths.SecondRockerInputLever = DistancePointToLineOfPoints(points, ptR2P1, ptR2P2, ptR2I);
         lengths.SecondRockerOutputLever =
