@@ -26,15 +26,6 @@ if(CORVANTA_CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
   add_compile_options(-fpch-preprocess)
 endif()
 
-# The headers of the standard library that most files read, compiled once for all of them. Every
-# file still names what it uses; `scripts/lint` reads them without.
-file(WRITE "${PROJECT_BINARY_DIR}/precompiled.cpp" "")
-add_library(corvanta_precompiled OBJECT "${PROJECT_BINARY_DIR}/precompiled.cpp")
-target_link_libraries(corvanta_precompiled PRIVATE corvanta_settings)
-target_precompile_headers(corvanta_precompiled PRIVATE
-  <algorithm> <array> <cmath> <cstdint> <filesystem> <fstream> <functional> <map> <memory>
-  <optional> <random> <sstream> <string> <string_view> <variant> <vector>)
-
 # corvanta_floor(<folder> <lower folder>...): the library of one folder below src/, from all its
 # sources, on the libraries of the folders that it may know.
 function(corvanta_floor folder)
@@ -45,7 +36,6 @@ function(corvanta_floor folder)
   else()
     add_library(corvanta_${folder} STATIC ${sources})
     set(scope PUBLIC)
-    target_precompile_headers(corvanta_${folder} REUSE_FROM corvanta_precompiled)
   endif()
   target_link_libraries(corvanta_${folder} ${scope} corvanta_settings)
   foreach(lower IN LISTS ARGN)
