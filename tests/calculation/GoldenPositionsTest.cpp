@@ -101,16 +101,5 @@ TEST(GoldenPositionsTest, TheGridStandsWhereAnotherMethodPutsIt) {
     }
 }
 
-TEST(GoldenPositionsTest, EverySampleHasAReference) {
-    const std::vector<std::string> paths = AllSamplePaths();
-    const std::set<std::string> samples(paths.begin(), paths.end());
-    std::set<std::string> referenced;
-    for (const auto& [corner, references] : ReadReference()) {
-        referenced.insert(SamplePath(corner));
-    }
-    EXPECT_FALSE(samples.empty());
-    EXPECT_EQ(referenced, samples);
-}
-
 } // namespace
 } // namespace corvanta::test

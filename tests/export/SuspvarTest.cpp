@@ -81,20 +81,6 @@ TEST_F(SuspvarTest, RoundsToSignificantFiguresTiesToEven) {
     EXPECT_THROW((void)RoundToSignificantFigures(std::numeric_limits<double>::max(), 1), Failure);
 }
 
-TEST_F(SuspvarTest, VersionOneToTheByte) {
-    Suspension document = HandCorner();
-    document.WheelStates(3, 2).Channels.Set(chAntiRollAngle, -1e-50);
-    document.WheelStates(4, 3).Channels.Set(chSteerAngle, 0.0004);
-    (void)Exported(document, 1, Comma, Comma);
-    EXPECT_EQ(m_files.Bytes(Path),
-              "[DEC SEP]\t,\r\n[FILEVERSION]\tSUSPVAR 1.1\r\n[DESCRIPTION]\t\r\n[FILEPATH]\t\r\n"
-              "[HAND]\t8\r\n[STEERING GEOMETRY TYPE]\t2\r\n"
-              "[SUSPVAR TABLE]\t\r\n200\t3400\t1400\t200\t700\t200\t700\t0\r\n"
-              "210\t3410\t1410\t210\t710\t210\t710\t910\r\n"
-              "[STEERING TABLE]\t\r\n-15,000\t-1,750\r\n0\t-0,500\r\n15,000\t0\r\n\r\n");
-    EXPECT_THAT(m_box.Shown, IsEmpty());
-}
-
 TEST_F(SuspvarTest, VersionTwoLooksTheStaticLengthsUp) {
     const Suspension document = HandCorner();
     CFileStream stream = Exported(document, 2, Point, Comma);
@@ -118,13 +104,6 @@ TEST_F(SuspvarTest, VersionTwoLooksTheStaticLengthsUp) {
                                      ElementsAre(210, 1412, 1410, 1408)));
     EXPECT_THAT(page(1), ElementsAre(ElementsAre(0, -15, 0, 15), ElementsAre(200, 292, 300, 308),
                                      ElementsAre(210, 252, 260, 268)));
-}
-
-TEST_F(SuspvarTest, TheSteeringOfARearCornerHasAnotherType) {
-    Suspension document = HandCorner();
-    document.StaticPoints()[ptWTCP].X = document.Data.CGX + 1;
-    EXPECT_EQ(Exported(document, 1, Point, Point).GetFieldNumber("STEERING GEOMETRY TYPE"), 2);
-    EXPECT_EQ(Exported(document, 2, Point, Point).GetFieldNumber("STEERING GEOMETRY TYPE"), 0);
 }
 
 TEST_F(SuspvarTest, SteeringFallsWhicheverWayTheRackIsMounted) {

@@ -31,34 +31,5 @@ TEST(ChannelsTest, RecordsCopyTheUnitsWhenTheyAreSetUp) {
     EXPECT_THROW((void)channels[52], Failure);
 }
 
-TEST(ChannelsTest, AntiChannelsAreTitledByTheEndOfTheCar) {
-    FundamentalUnits units;
-    units[ucDisplacement].Label = "mm";
-    units[ucRate].Label = "N/mm";
-    ChannelCatalogue channels;
-    channels.ChannelsSetup(units);
-    channels.SetFrontRearTitles(false);
-    EXPECT_EQ(channels[2].Title, "Anti-Rise Angle");
-    EXPECT_EQ(channels[6].Title, "Anti-Squat Swing Axle Length");
-    EXPECT_EQ(channels[7].Title, "Anti-Squat Angle");
-    channels.SetFrontRearTitles(true);
-    EXPECT_EQ(channels[3].Title, "Anti-Dive Swing Axle Length");
-    EXPECT_EQ(channels[7].Title, "Anti-Lift Angle");
-    EXPECT_EQ(channels[8].Title, "Anti-Lift %");
-}
-
-TEST(ChannelsTest, ACellThatWasNeverWrittenIsToldFromZero) {
-    ChannelCells cells;
-    EXPECT_EQ(cells[51], 0);
-    EXPECT_EQ(cells.Cell(51), std::nullopt);
-    cells.Set(51, 0);
-    cells.Set(1, -999);
-    EXPECT_EQ(cells.Cell(51), 0);
-    EXPECT_EQ(cells[1], -999);
-    EXPECT_EQ(cells.Cell(2), std::nullopt);
-    EXPECT_THROW(cells.Set(52, 1), Failure);
-    EXPECT_THROW((void)cells[0], Failure);
-}
-
 } // namespace
 } // namespace corvanta

@@ -47,16 +47,6 @@ class DynamicsTest : public testing::Test {
     SuspensionData& m_data = m_document.Data;
 };
 
-TEST_F(DynamicsTest, MovementsOfAFrontAndARearCorner) {
-    // Of 800 kg at 0.5 g the share 500/2500 goes over to the two wheels of the axle.
-    ExpectFields({392.4, 1177.2, 1.962, 5.886, 0.3924, 1.1772, 15.696, 47.088, 15.696, 32.9616,
-                  18.0504, 40.0248});
-    m_data.CGX = -1; // the rear hubs drive; its anti-rise lifts against the brakes
-    Static().Set(chAntiDivePercent, -0.3);
-    ExpectFields({392.4, 1177.2, 1.962, 5.886, 0.3924, 1.1772, 15.696, 47.088, 12.5568, 61.2144,
-                  14.9112, 68.2776});
-}
-
 TEST_F(DynamicsTest, SettingsThatDoNotAllowThem) {
     const SuspensionData sound = m_data;
     const auto isValid = [&] {

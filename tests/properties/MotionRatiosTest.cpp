@@ -62,20 +62,6 @@ TEST(MotionRatiosTest, AgreeWithTheSlopesBetweenTheSteps) {
         });
 }
 
-TEST(ARBRotationTest, GrowsIntoBumpInEveryRackStep) {
-    ForEachSample([](Suspension& document) { document.Data.ChassisMotion = cmRoll; },
-                  [](const Suspension& document) {
-                      if (document.Data.ARBMechanism == abNone) {
-                          return;
-                      }
-                      for (int r = 2; r <= document.NR + 1; ++r) {
-                          EXPECT_GT(
-                              document.WheelStates(r, 2).Channels[chARBRotation],
-                              document.WheelStates(r, document.NW + 1).Channels[chARBRotation]);
-                      }
-                  });
-}
-
 constexpr double Degree = std::numbers::pi / 180;
 
 /// The degree of the system is right to 3e-8.
@@ -102,32 +88,6 @@ class HandMadeStateTest : public testing::Test {
     SuspensionData& m_data = m_document.Data;
     WheelState m_state;
 };
-
-TEST_F(HandMadeStateTest, TheSpringIsMeasuredAtItsMovingEnd) {
-    const std::pair<int, PointNumber> ends[] = {{1, ptPRO}, {2, ptPRO},  {3, ptPRO}, {4, ptR1O},
-                                                {5, ptR1O}, {6, ptR1O},  {7, ptR1O}, {8, ptR1O},
-                                                {9, ptR2O}, {10, ptR2O}, {11, ptPRO}};
-    for (const auto& [mechanism, end] : ends) {
-        SCOPED_TRACE(mechanism);
-        m_state = {};
-        Rise(2);
-        m_data.SpringMechanism = mechanism;
-        Move(ptSAI, {0, 300, 500}, {0, 0, 7}); // fixed to the chassis: no movement counts
-        Move(end, {0, 0, 100}, {0, 0.9, 1.2});
-        CalculateMotionSpring(m_document, m_state);
-        EXPECT_DOUBLE_EQ(Cell(chSpringLength), 500);
-        EXPECT_NEAR(Cell(chSpringVelocityRatio), 2 / 1.5, 1e-6);
-
-        Move(ptPRI, {0, 1, 2}, {0.3, 0, 0.4});
-        CalculateMotionPRod(m_document, m_state);
-        const bool hasRod = mechanism >= 4 && mechanism <= 10;
-        EXPECT_NEAR(Cell(chPushrodVelocityRatio), hasRod ? 4 : 0, 1e-12);
-    }
-    m_data.SpringMechanism = smNone;
-    CalculateMotionSpring(m_document, m_state);
-    EXPECT_EQ(Cell(chSpringLength), 0);
-    EXPECT_EQ(Cell(chSpringVelocityRatio), 0);
-}
 
 TEST_F(HandMadeStateTest, AnActuatorThatStandsStillHasNoRatio) {
     m_data.SpringMechanism = smOutboardToUpright;

@@ -288,13 +288,6 @@ TEST_F(PassOverTheGridTest, AChannelThatItsMechanismDoesNotWriteKeepsWhatItHeld)
     EXPECT_FALSE(m_document.DynamicsValid);
 }
 
-TEST_F(PassOverTheGridTest, TheFarEndOfACentreSpringStaysAtTheStartOfItsRow) {
-    const double length = Cells(3, 3)[chCentreSpringLength];
-    m_document.WheelStates(3, 1).Points[ptLCSI].Y += 10;
-    ASSERT_TRUE(CalculateStateProperties(m_document, m_message));
-    EXPECT_NEAR(Cells(3, 3)[chCentreSpringLength], length + 10, 1e-6);
-}
-
 TEST_F(PassOverTheGridTest, AFaultIsToldByTheNameOfItsStep) {
     using Change = std::function<void(Suspension&, WheelState&)>;
     const auto far = [](PointNumber point) {

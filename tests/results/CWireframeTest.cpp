@@ -166,21 +166,6 @@ TEST_F(CWireframeTest, InANarrowWindowTheWidthRules) {
     EXPECT_NEAR(most + least, 2 * 300, 1.01); // centred to half a unit
 }
 
-TEST_F(CWireframeTest, TheListsHoldAHundred) {
-    for (int n = 0; n < 100; ++n) {
-        m_wire.AddLine({0, 0, 0}, {1000, 500, 250}, Red);
-        m_wire.AddLabel({}, "");
-    }
-    EXPECT_EQ(FailureOf([&] { m_wire.AddLine({}, {}, Red); }).Description(),
-              "Subscript out of range");
-    EXPECT_EQ(FailureOf([&] { m_wire.AddLabel({}, ""); }).Description(), "Subscript out of range");
-    m_wire.DrawAutoLayout(m_surface, true, true);
-    EXPECT_THAT(m_surface.Lines, SizeIs(402));
-    EXPECT_THAT(m_surface.Texts, SizeIs(400));
-    m_wire.Init(m_surface);
-    EXPECT_EQ(FailureOf([&] { m_wire.AddLine({}, {}, Red); }).Number(), 0);
-}
-
 TEST_F(CWireframeTest, AFailedLayoutLeavesTheOneInForce) {
     AddAxes();
     m_wire.DrawAutoLayout(m_surface, false, true);

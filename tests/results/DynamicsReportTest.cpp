@@ -58,32 +58,6 @@ class DynamicsReportTest : public testing::Test {
     Messages m_messages{m_box};
 };
 
-TEST_F(DynamicsReportTest, FrontCornerByHand) {
-    Suspension document = HandCorner(true);
-    CalculateDynamics(document, 3);
-    ASSERT_TRUE(document.DynamicsValid);
-    EXPECT_EQ(Report(document, MetricUnits()),
-              "Front suspension with outboard brakes\r\n"
-              "Front Brake Bias = 60.0%\r\n"
-              "\r\n"
-              "ACCELERATION AT 0.5 g\r\n"
-              "Reduction in wheel load = 235 N\r\n"
-              "Tyre extension  = 1.57 mm\r\n"       // 235.44 / 150
-              "Rigid link extension  = 0.08 mm\r\n" // 235.44 / 3000
-              "Suspension extension  = 7.85 mm\r\n" // 235.44 / 30
-              "Total extension  = 9.50 mm\r\n"      // 1.5696 + 0.07848 + 7.848
-              "\r\n"
-              "BRAKING AT 1.25 g\r\n"
-              "Additional  wheel load = 589 N\r\n"
-              "Tyre deflection = 3.92 mm\r\n"
-              "Rigid link deflection = 0.20 mm\r\n"
-              "Uncorrected Suspension deflection = 19.62 mm\r\n"
-              "Antidive corrected Suspension deflection = 15.70 mm\r\n" // 19.62 x 0.8
-              "Total deflection = 19.82 mm\r\n" +                       // 3.924 + 0.1962 + 15.696
-                  Notes);
-    EXPECT_THAT(m_box.Shown, IsEmpty());
-}
-
 TEST_F(DynamicsReportTest, RearCornerByHandInInchesAndKilogramsWithAComma) {
     Suspension document = HandCorner(false);
     CalculateDynamics(document, 3);

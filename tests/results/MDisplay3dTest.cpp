@@ -324,19 +324,6 @@ TEST_F(View3dTest, AxesAreAnOptionAndTheOnlyLabelledLines) {
     EXPECT_EQ(Legend().size(), m_surface.Texts.size());
 }
 
-TEST_F(View3dTest, WithoutAutoScaleTheWheelMovesInAFixedFrame) {
-    m_options.AutoScale = false;
-    Draw({smPushrodToUpright, 0, 0, abNone, cmRoll, false});
-    const auto patch = [&](int wheelStep) {
-        const CornerPosition position = PositionAt(m_document, 0, wheelStep);
-        Draw3d(m_wire, m_surface, position, m_options);
-        return m_wire.PlaceInFreeView(position.Points[ptWTCP]).Y;
-    };
-    const Point2D pickup = m_wire.PlaceInFreeView(m_document.StaticPoints()[ptLWIF]);
-    EXPECT_GT(patch(2), patch(m_document.NW + 1));
-    EXPECT_EQ(m_wire.PlaceInFreeView(m_document.StaticPoints()[ptLWIF]).Y, pickup.Y);
-}
-
 TEST(PreviewTest, ShowsTheStaticPointsOfEverySampleAsItsCalculationDoes) {
     for (const std::string& path : AllSamplePaths()) {
         SCOPED_TRACE(path);

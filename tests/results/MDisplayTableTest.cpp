@@ -117,36 +117,6 @@ TEST_F(MDisplayTableTest, ViewsThatDependOnTheMechanisms) {
                                    wishbones);
 }
 
-TEST_F(MDisplayTableTest, ATableRunsAlongRackOrWheelTravelAtAFixedStep) {
-    const ViewTable rack = Build(vwLateralGeometry, vvAlongRackTravel, 2, 5);
-    EXPECT_EQ(rack.Rows(), 2 + 3);
-    EXPECT_EQ(rack.Cell(0, 0), "Rack Travel");
-    EXPECT_EQ(Row(rack, 1), "mm|deg|mm|mm|deg|mm|mm");
-    EXPECT_EQ(Column(rack, 1, 2), "14.250|14.350|14.450"); // wheel step 5 of every rack step
-    EXPECT_EQ(Column(rack, 0, 2), "28.25|28.35|28.45");
-
-    const ViewTable wheel = Build(vwLateralGeometry, vvAlongWheelTravel, 2, 5);
-    EXPECT_EQ(Column(wheel, 0), "Wheel Travel|mm|47.22|47.23|47.24|47.25");
-    EXPECT_EQ(Column(wheel, 4), "Kingpin Inclination|deg|24.220|24.230|24.240|24.250");
-    EXPECT_EQ(Column(Build(vwLateralGeometry, 7, 2, 5), 0), Column(wheel, 0));
-
-    // A step of 0 is the static one: wheel step 4, rack step 3.
-    EXPECT_EQ(Column(Build(vwLateralGeometry, vvAlongRackTravel), 2, 2), "23.24|23.34|23.44");
-    EXPECT_EQ(Column(Build(vwLateralGeometry, vvAlongWheelTravel), 2, 2),
-              "23.32|23.33|23.34|23.35");
-}
-
-TEST_F(MDisplayTableTest, TheTableOfAllChannelsHasNoAxisAndNoLinkLoads) {
-    const ViewTable table = Build(vwAllChannels, vvAlongWheelTravel);
-    ASSERT_EQ(table.Columns(), 50);
-    EXPECT_EQ(table.Rows(), 2 + 4);
-    EXPECT_EQ(table.Cell(0, 0), "Ackerman %");
-    EXPECT_EQ(table.Cell(2, 0), "132.0"); // channel 1 of (3, 2) in per cent
-    EXPECT_EQ(table.Cell(0, 24), "Kingpin Offset");
-    EXPECT_EQ(table.Cell(0, 25), "Pushrod Velocity Ratio");
-    EXPECT_EQ(table.Cell(0, 49), "W'bone Lat. Angle Lower");
-}
-
 TEST_F(MDisplayTableTest, TheCustomTableKeepsItsOrderAndRefusesWhatIsNoChannel) {
     EXPECT_EQ(Row(Build(vwCustomTable, vvAlongRackTravel), 0), "Rack Travel");
     Choose({47, 31, 5, 47, 1});
@@ -216,64 +186,6 @@ TEST_F(MDisplayTableTest, LengthsOfEveryMechanism) {
     m_program.Units.NumberSeparators = {",", "."};
     m_program.Channels.ChannelsSetup(m_program.Units);
     EXPECT_EQ(Column(ShowLinkLengths(m_program), 1, 12), "8,55|0,91|0,95|0,04");
-}
-
-TEST_F(MDisplayTableTest, CoefficientsHaveADriveshaftRowOnlyWithADriveshaft) {
-    double next = 1;
-    for (QuadraticFit& fit : m_program.Document.QuadraticFits) {
-        fit = {next / 8, -next, -99.9};
-        ++next;
-    }
-    const ViewTable table = ShowQuadraticCoefficients(m_program);
-    EXPECT_EQ(Row(table, 0), "Coeffs For Damper Travel To|a|b|c");
-    EXPECT_EQ(Column(table, 0, 1),
-              "Wheel Movement|Camber Angle [deg]|Bump Steer [deg]|Pushrod To Wheel Velocity Ratio|"
-              "Roll Centre (to 0-line)|AntiDive Angle [deg]|AntiSquat Angle [deg]|"
-              "Swing Axle Length|Swing Axle Inclination [deg]");
-    EXPECT_EQ(Row(table, 6, 1), "0.87500|-7.00000|-99.90000");
-    Data().DriveShaftExists = true;
-    const ViewTable driven = ShowQuadraticCoefficients(m_program);
-    EXPECT_EQ(driven.Rows(), 11);
-    EXPECT_EQ(Row(driven, 6), "DriveShaft IB CompoundAngle deg|0.75000|-6.00000|-99.90000");
-}
-
-TEST_F(MDisplayTableTest, LinkLoadsOfEverySubView) {
-    Data().SpringMechanism = smPullrodToUpright;
-    for (int link = 1; link <= 6; ++link) {
-        for (int column = 1; column <= 4; ++column) {
-            m_program.Document.WheelStates(4, 5).LinkLoads.Set(link, column,
-                                                               link * 10 + column + 0.5);
-        }
-    }
-    const auto expectTable = [&](std::int32_t subView, const std::string& first,
-                                 const std::string& second, const std::string& lastRow) {
-        const auto table = ShowLinkLoadView(m_program, subView, 4, m_messages, m_warned);
-        ASSERT_TRUE(table);
-        EXPECT_EQ(Row(*table, 0), "Wheel Travel|" + first + "|" + first + "|" + first +
-                                      "|Combined Load|" + second + "|" + second + "|" + second +
-                                      "|Combined Load");
-        EXPECT_EQ(Row(*table, 1), "mm|X|Y|Z|N|X|Y|Z|N");
-        EXPECT_EQ(Row(*table, 2), "47.42|0|0|0|0|0|0|0|0"); // never calculated
-        EXPECT_EQ(Row(*table, 5), lastRow);
-        EXPECT_EQ(table->Rows(), 2 + 4);
-    };
-    for (const std::int32_t first : {0, 1}) {
-        expectTable(first, "Upper Rear W'bone Leg Load Factors",
-                    "Upper Front W'bone Leg Load Factors",
-                    "47.45|11.500|12.500|13.500|15|21.500|22.500|23.500|25");
-    }
-    expectTable(2, "Lower Rear W'bone Leg Load Factors", "Lower Front W'bone Leg Load Factors",
-                "47.45|31.500|32.500|33.500|35|41.500|42.500|43.500|45");
-    expectTable(3, "Pullrod Load Factors", "Track Rod Load Factors",
-                "47.45|51.500|52.500|53.500|55|61.500|62.500|63.500|65");
-    EXPECT_TRUE(m_box.Shown.empty());
-}
-
-TEST_F(MDisplayTableTest, LinkLoadsAtRackStepZeroAreThoseOfTheStaticStep) {
-    Data().SpringMechanism = smPullrodToUpright;
-    m_program.Document.WheelStates(m_program.Document.StaticRack, 5).LinkLoads.Set(1, 1, 7.25);
-    const ViewTable table = BuildLinkLoadTable(m_program, 1, 0);
-    EXPECT_EQ(table.Cell(5, 1), "7.250");
 }
 
 TEST_F(MDisplayTableTest, LinkLoadsSayWhereTheyAreNotAvailableAndWarnOnce) {

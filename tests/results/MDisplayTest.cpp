@@ -195,16 +195,6 @@ TEST_F(MDisplayTest, TheCurrentViewStandsAsTheWindowShowsIt) {
                                      Blocks{"[Normal] " + m_main.ReportText(), Gap}));
 }
 
-TEST_F(MDisplayTest, ADrawingDoesNotGoToPaper) {
-    Show(vw3d);
-    m_options.PrintChassisDetails = true;
-    const std::vector<Blocks> pages = Build();
-    ASSERT_THAT(pages, SizeIs(2));
-    EXPECT_EQ(pages[0], Titles("") + Blocks{Gap});
-    EXPECT_THAT(pages[1], testing::Contains("[Title1] Chassis details"));
-    EXPECT_EQ(m_settings.View, vw3d);
-}
-
 TEST_F(MDisplayTest, APlotFillsALandscapePage) {
     Show(vwPlot, chSteerAngle);
     m_main.chtChart_Click(120 * Chart2D::TwipsPerPixel, 50 * Chart2D::TwipsPerPixel);
