@@ -25,6 +25,10 @@ constexpr double FittedShare = 0.9;
 /// Where a row of the legend begins.
 constexpr double LegendStart = 50;
 
+/// What the name of a guide needs of its view's edge, in units of the surface. At the foot the name
+/// of the view stands.
+constexpr double NameRoom = 16;
+
 constexpr Colour DividingLine{192, 192, 192};
 
 /// A view of the layout with its middle in shares of the surface.
@@ -33,6 +37,9 @@ struct QuadrantView {
     double AnchorX = 0;
     double AnchorY = 0;
 };
+
+/// Half a quarter's side from its middle to its edges, in shares of the surface.
+constexpr double HalfQuarter = 0.25;
 
 /// In the order of drawing. The first one is the free view in its standard form: its angles make
 /// the vertical of the car nearly that of the picture.
@@ -136,7 +143,13 @@ void CWireframe::AddLabel(const SuspPoint& at, const std::string& text) {
 
 void CWireframe::AddLine(const SuspPoint& from, const SuspPoint& to, Colour colour) {
     RequireRoom(m_lines.size(), MostLines);
-    m_lines.push_back({Stored(from), Stored(to), colour});
+    m_lines.push_back({Stored(from), Stored(to), colour, {}});
+}
+
+void CWireframe::AddGuide(const SuspPoint& from, const SuspPoint& to, Colour colour,
+                          const std::string& name) {
+    AddLine(from, to, colour);
+    m_lines.back().GuideName = name;
 }
 
 void CWireframe::Init(DrawingSurface& surface) {
@@ -167,16 +180,20 @@ std::vector<CWireframe::WireLine> CWireframe::ProjectLines(const ViewAngles& ang
 CWireframe::Extents CWireframe::GetExtents(const std::vector<WireLine>& lines) {
     SuspPoint low;
     SuspPoint high;
-    if (!lines.empty()) {
-        low = high = lines.front().From;
+    const auto counts = [](const WireLine& line) { return line.GuideName.empty(); };
+    const auto first = std::find_if(lines.begin(), lines.end(), counts);
+    if (first != lines.end()) {
+        low = high = first->From;
     }
     const auto include = [&](const SuspPoint& p) {
         low = {std::min(low.X, p.X), std::min(low.Y, p.Y), std::min(low.Z, p.Z)};
         high = {std::max(high.X, p.X), std::max(high.Y, p.Y), std::max(high.Z, p.Z)};
     };
     for (const WireLine& line : lines) {
-        include(line.From);
-        include(line.To);
+        if (counts(line)) {
+            include(line.From);
+            include(line.To);
+        }
     }
     return {{(high.X + low.X) / 2, (high.Y + low.Y) / 2, (high.Z + low.Z) / 2},
             VectorSubtract(high, low)};
@@ -206,6 +223,9 @@ std::optional<std::array<Point2D, 2>> CWireframe::PartInside(const Point2D& from
         !cut(-dy, from.Y - box.Low.Y) || !cut(dy, box.High.Y - from.Y)) {
         return std::nullopt;
     }
+    if (first == 0 && last == 1) { // exactly: whole inside
+        return std::array{from, to};
+    }
     return std::array{Point2D{from.X + first * dx, from.Y + first * dy},
                       Point2D{from.X + last * dx, from.Y + last * dy}};
 }
@@ -220,6 +240,13 @@ void CWireframe::DrawLines(DrawingSurface& surface, const std::vector<WireLine>&
         if (ends) {
             surface.DrawLine(ends->front().X, ends->front().Y, ends->back().X, ends->back().Y,
                              line.Drawn);
+        }
+        if (ends && frame != nullptr && !line.GuideName.empty()) {
+            surface.SetForeColour(line.Drawn);
+            surface.SetCurrentX(std::min(ends->back().X, frame->High.X - NameRoom));
+            surface.SetCurrentY(std::max(std::min(ends->back().Y, frame->High.Y - NameRoom),
+                                         frame->Low.Y + 2 * NameRoom));
+            surface.Print(line.GuideName);
         }
     }
 }
@@ -253,20 +280,38 @@ void CWireframe::Draw(DrawingSurface& surface, const ViewAngles& angles, double 
     }
 }
 
-void CWireframe::FitQuadrant(Layout& layout, std::size_t quadrant, const Extents& extents,
-                             const DrawingSurface& surface) const {
+void CWireframe::FitLayout(Layout& layout, const DrawingSurface& surface) {
     const double width = surface.ScaleWidth();
     const double height = surface.ScaleHeight();
-    if (quadrant == 0) {
-        const double fitX = std::abs(Divide(width / 2, extents.Size.X));
-        const double fitY = std::abs(Divide(height / 2, extents.Size.Y));
-        layout.Scale = static_cast<float>(ToSingle(FittedShare * std::min(fitX, fitY)));
-        layout.Middle = GetExtents(m_lines).Centre;
+    std::array<SuspPoint, Quadrants> centres;
+    double room = std::numeric_limits<double>::infinity();
+    for (std::size_t quadrant = 0; quadrant < Quadrants; ++quadrant) {
+        const Extents extents = GetExtents(ProjectLines(QuadrantViews.at(quadrant).Angles));
+        centres.at(quadrant) = extents.Centre;
+        // The free view shows every extent there is; another may see a line as a point.
+        const auto fits = [&](double side, double size) {
+            return size == 0 && quadrant != 0 ? room : std::abs(Divide(side / 2, size));
+        };
+        room = std::min({room, fits(width, extents.Size.X), fits(height, extents.Size.Y)});
     }
-    const QuadrantView& view = QuadrantViews.at(quadrant);
+    layout.Scale = static_cast<float>(ToSingle(FittedShare * room));
+    layout.Middle = GetExtents(m_lines).Centre;
     const auto scale = static_cast<double>(layout.Scale);
-    layout.Offsets.at(quadrant) = {ToInteger16(width * view.AnchorX - extents.Centre.X * scale),
-                                   ToInteger16(height * view.AnchorY - extents.Centre.Y * scale)};
+    for (std::size_t quadrant = 0; quadrant < Quadrants; ++quadrant) {
+        const QuadrantView& view = QuadrantViews.at(quadrant);
+        const SuspPoint& centre = centres.at(quadrant);
+        layout.Offsets.at(quadrant) = {ToInteger16(width * view.AnchorX - centre.X * scale),
+                                       ToInteger16(height * view.AnchorY - centre.Y * scale)};
+    }
+}
+
+CWireframe::Box CWireframe::FrameOf(std::size_t quadrant, const DrawingSurface& surface) {
+    const QuadrantView& view = QuadrantViews.at(quadrant);
+    const double width = surface.ScaleWidth();
+    const double height = surface.ScaleHeight();
+    // The scale's heights are negative, so the lower edge is the lesser one.
+    return {{(view.AnchorX - HalfQuarter) * width, (view.AnchorY + HalfQuarter) * height},
+            {(view.AnchorX + HalfQuarter) * width, (view.AnchorY - HalfQuarter) * height}};
 }
 
 void CWireframe::DrawAutoLayout(DrawingSurface& surface, bool drawLabels, bool forceLayout) {
@@ -280,27 +325,25 @@ void CWireframe::DrawAutoLayout(DrawingSurface& surface, bool drawLabels, bool f
     const bool fit = forceLayout || width != layout.LastWidth || height != layout.LastHeight;
     layout.LastWidth = width;
     layout.LastHeight = height;
-
-    const Point2D middle{surface.ScaleWidth() / 2, surface.ScaleHeight() / 2};
+    if (fit) {
+        FitLayout(layout, surface);
+    }
     for (std::size_t quadrant = 0; quadrant < Quadrants; ++quadrant) {
-        const std::vector<WireLine> projected = ProjectLines(QuadrantViews.at(quadrant).Angles);
-        if (fit) {
-            FitQuadrant(layout, quadrant, GetExtents(projected), surface);
-        }
         const ScreenOffset& offset = layout.Offsets.at(quadrant);
         const Placing placing{static_cast<double>(layout.Scale), static_cast<double>(offset.X),
                               static_cast<double>(offset.Y)};
+        const Box frame = FrameOf(quadrant, surface);
         if (quadrant == 0) {
-            const Box frame{{middle.X, surface.ScaleHeight()}, {surface.ScaleWidth(), middle.Y}};
             DrawFree(surface, placing, layout.Middle, frame, drawLabels);
             continue;
         }
-        DrawLines(surface, projected, placing, nullptr);
+        DrawLines(surface, ProjectLines(QuadrantViews.at(quadrant).Angles), placing, &frame);
         if (drawLabels) {
-            PrintLabels(surface, placing, nullptr);
+            PrintLabels(surface, placing, &frame);
         }
     }
     m_layout = layout;
+    const Point2D middle{surface.ScaleWidth() / 2, surface.ScaleHeight() / 2};
     surface.DrawLine(middle.X, 0, middle.X, surface.ScaleHeight(), DividingLine);
     surface.DrawLine(0, middle.Y, surface.ScaleWidth(), middle.Y, DividingLine);
 }
@@ -342,10 +385,9 @@ void CWireframe::DrawFree(DrawingSurface& surface, const Placing& standard, cons
                          at.Y + standard.Scale * m_freeView.ShiftY - scale * to.Y};
     }
     m_freeRotation = m_rotation;
-    const Box* const cut = turned ? &frame : nullptr;
-    DrawLines(surface, Rotated(), m_freePlacing, cut);
+    DrawLines(surface, Rotated(), m_freePlacing, &frame);
     if (drawLabels) {
-        PrintLabels(surface, m_freePlacing, cut);
+        PrintLabels(surface, m_freePlacing, &frame);
     }
 }
 

@@ -48,6 +48,11 @@ class CWireframe final : public DrawingSink {
     void AddLabel(const SuspPoint& at, const std::string& text) override;
     void AddLine(const SuspPoint& from, const SuspPoint& to, Colour colour) override;
 
+    /// A line that has no say in scale and place. It is drawn as far as there is room, with its
+    /// name at the end of what is seen.
+    void AddGuide(const SuspPoint& from, const SuspPoint& to, Colour colour,
+                  const std::string& name);
+
     void ClearLabels() { m_labels.clear(); }
     void ClearLines() { m_lines.clear(); }
 
@@ -60,9 +65,10 @@ class CWireframe final : public DrawingSink {
     void Draw(DrawingSurface& surface, const ViewAngles& angles, double scale, bool drawLabels);
 
     /// The four views on an empty surface: side at the top left, front at the top right, top at the
-    /// bottom left, and the free view at the bottom right. A forced layout fits the standard free
-    /// view into its quarter and centres every view; without force scale and places stay as they
-    /// were, so that the drawing moves in a fixed frame. A surface of another size forces it.
+    /// bottom left, and the free view at the bottom right. A forced layout takes the largest scale
+    /// at which each fits into its quarter and centres them; without force scale and places stay as
+    /// they were, so that the drawing moves in a fixed frame. A surface of another size forces it.
+    /// What leaves the quarter of its view is cut off.
     ///
     /// Throws Failure "Division by zero" for a forced layout of lines without an extent, "Overflow"
     /// for one too far from the origin; the layout then stays as it was.
@@ -79,7 +85,7 @@ class CWireframe final : public DrawingSink {
                            bool startOfRow);
 
     /// How the free view is turned and zoomed, about the middle of what was laid out; other views
-    /// stay. What then leaves the place of the view is cut off.
+    /// stay.
     void SetFreeView(const FreeView& view) { m_freeView = view; }
     [[nodiscard]] const FreeView& CurrentFreeView() const { return m_freeView; }
 
@@ -100,6 +106,7 @@ class CWireframe final : public DrawingSink {
         SuspPoint From;
         SuspPoint To;
         Colour Drawn;
+        std::string GuideName; ///< empty for a line that is no guide
     };
     struct WireLabel {
         SuspPoint At;
@@ -148,8 +155,8 @@ class CWireframe final : public DrawingSink {
     void SetRotation(const ViewAngles& angles);
     [[nodiscard]] std::vector<WireLine> Rotated() const;
     [[nodiscard]] std::vector<WireLine> ProjectLines(const ViewAngles& angles);
-    void FitQuadrant(Layout& layout, std::size_t quadrant, const Extents& extents,
-                     const DrawingSurface& surface) const;
+    void FitLayout(Layout& layout, const DrawingSurface& surface);
+    [[nodiscard]] static Box FrameOf(std::size_t quadrant, const DrawingSurface& surface);
     void PrintLabels(DrawingSurface& surface, const Placing& placing, const Box* frame) const;
 
     /// Draws the free view, whose standard form has the given place; `frame` is what it may fill.

@@ -13,7 +13,7 @@ namespace {
 
 constexpr Colour ColourARB{175, 128, 255};
 constexpr Colour ColourAxes{150, 150, 150};
-constexpr Colour ColourLowerWishbone{0, 0, 255};
+constexpr Colour ColourLowerWishbone{90, 150, 255}; // light enough to be read on black
 constexpr Colour ColourPushrod{255, 255, 0};
 constexpr Colour ColourRocker{255, 0, 255};
 constexpr Colour ColourSpring{0, 255, 255};
@@ -198,20 +198,19 @@ class CornerDrawing {
     const SuspensionData& m_data;
 };
 
-void DrawAxis(DrawingSink& sink, const SuspPoint& end, const char* name) {
-    sink.AddLine({}, end, ColourAxes);
-    sink.AddLabel(end, name);
+void DrawAxis(CWireframe& wireframe, const SuspPoint& end, const char* name) {
+    wireframe.AddGuide({}, end, ColourAxes, name);
 }
 
-void DrawAxes(DrawingSink& sink) {
-    DrawAxis(sink, {AxisLength, 0, 0}, "X");
-    DrawAxis(sink, {0, AxisLength, 0}, "Y");
-    DrawAxis(sink, {0, 0, AxisLength}, "Z");
+void DrawAxes(CWireframe& wireframe) {
+    DrawAxis(wireframe, {AxisLength, 0, 0}, "X");
+    DrawAxis(wireframe, {0, AxisLength, 0}, "Y");
+    DrawAxis(wireframe, {0, 0, AxisLength}, "Z");
 }
 
 void DrawLegendRow(DrawingSurface& surface, const SuspensionData& data) {
     struct Entry {
-        const char* Text = "";
+        std::string_view Text;
         Colour Shown;
         bool InUse = false;
     };
@@ -221,6 +220,7 @@ void DrawLegendRow(DrawingSurface& surface, const SuspensionData& data) {
         Entry{"Trackrod", ColourTrackrod, true},
         Entry{"Upper wishbone", ColourUpperWishbone, !IsStrut(data)},
         Entry{"Upright", ColourUpright, true},
+        Entry{SpringShortWord(data), ColourPushrod, HasRocker(data.SpringMechanism)},
         Entry{"Rocker", ColourRocker, HasRocker(data.SpringMechanism)},
         Entry{"ARB", ColourARB, data.ARBMechanism != abNone},
         Entry{"Spring", ColourSpring, true},
@@ -230,7 +230,7 @@ void DrawLegendRow(DrawingSurface& surface, const SuspensionData& data) {
     bool startOfRow = true;
     for (const Entry& entry : entries) {
         if (entry.InUse) {
-            CWireframe::DrawLegend(surface, entry.Text, entry.Shown, startOfRow);
+            CWireframe::DrawLegend(surface, std::string(entry.Text), entry.Shown, startOfRow);
             startOfRow = false;
         }
     }
@@ -278,7 +278,6 @@ void Draw3d(CWireframe& wireframe, DrawingSurface& surface, const CornerPosition
         DrawAxes(wireframe);
     }
     Draw3d(wireframe, corner);
-    surface.SetForeColour(ColourAxes); // the labels are those of the axes
     wireframe.DrawAutoLayout(surface, true, options.AutoScale);
     DrawLegendRow(surface, corner.Data);
 }

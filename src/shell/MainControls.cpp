@@ -58,9 +58,11 @@ void SetUpMenus(MainControls& controls) {
          ViewItem("&Dynamics Report", vwDynamicsReport),
          ViewItem("&Quadratic Coefficients", vwQuadraticCoefficients)});
     controls.mnuTools = MenuOf("&Tools", {Item("&Options...", mcOptions),
-                                          Item("Define Custom Table...", mcDefineCustomTable),
-                                          Item("Test", mcTest)});
-    ItemOf(controls.mnuTools, mcTest).Enabled = false; // the self test is not part of the product
+                                          Item("Define Custom Table...", mcDefineCustomTable)});
+#ifndef NDEBUG
+    controls.mnuTools.Items.push_back(Item("Test", mcTest)); // there is no self test to run yet
+    controls.mnuTools.Items.back().Enabled = false;
+#endif
     controls.mnuHelp =
         MenuOf("&Help", {Item("Corvanta &Help Topics", mcHelpTopics), Item("&About...", mcAbout)});
 }

@@ -36,11 +36,14 @@ void frmExport::Open() {
         RestoreWindow(Frame, m_desk.Windows.ScreenSize, *m_desk.Store, -1, -1);
     }
     chkHeader.Checked = program.Options.ExportHeaderOn;
-    const std::int32_t type = program.Options.ExportType;
-    const bool known = type >= etAllChannels && type <= etSelectedViews;
+    std::int32_t type = program.Options.ExportType;
+    const bool drawing = program.Settings.View == vw3d; // has no text to export
+    optExport[etCurrentView - 1].Enabled = !drawing;
+    if (type < etAllChannels || type > etSelectedViews || (type == etCurrentView && drawing)) {
+        type = etAllChannels;
+    }
     for (std::size_t index = 0; index < optExport.size(); ++index) {
-        optExport[index].Selected =
-            static_cast<std::int32_t>(index) + 1 == (known ? type : etAllChannels);
+        optExport[index].Selected = static_cast<std::int32_t>(index) + 1 == type;
     }
     tvwViews.Rows.clear();
     for (int view = 1; view <= SelectableViewCount; ++view) {

@@ -263,9 +263,6 @@ void frmMain::ExecuteWindowCommand(int command) {
 }
 
 void frmMain::GoToView(std::int32_t view) {
-    for (MenuItem& item : mnuView.Items) {
-        item.Checked = item.Command == mcView && item.Tag == view;
-    }
     m_desk.Program.Settings.View = view;
     RefreshGUI(false);
 }

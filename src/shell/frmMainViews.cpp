@@ -232,6 +232,7 @@ void frmMain::UpdateMenus() {
     for (MenuItem& item : mnuView.Items) {
         if (item.Command == mcView) {
             item.Enabled = results;
+            item.Checked = item.Tag == ShownView();
         }
     }
     if (results && mechanism == smNone) {
@@ -244,7 +245,8 @@ void frmMain::UpdateMenus() {
     ItemOf(mnuFile, mcPrint).Enabled = program.Document.ResultsValid;
     ItemOf(mnuEdit, mcAdjust).Enabled = program.Document.ResultsValid;
     const std::int32_t view = ShownView();
-    mnuExport.Enabled = (view >= vwAntis && view <= vwQuadraticCoefficients) || view == vwPlot;
+    mnuExport.Enabled =
+        (view >= vwAntis && view <= vwQuadraticCoefficients) || view == vwPlot || view == vw3d;
     ItemOf(mnuFile, mcExportMenu).Enabled = mnuExport.Enabled;
     ItemOf(mnuEdit, mcCopy).Enabled =
         view != vwNone && view != vwDynamicsReport && view != vwPlot && view != vw3d;

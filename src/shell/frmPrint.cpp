@@ -60,8 +60,10 @@ void frmPrint::Open() {
     const Options& options = m_desk.Program.Options;
     CentreWindow(Frame, m_desk.Windows.ScreenSize);
     m_desk.Windows.Pages.SetOrientation(OrientationOf(options));
-    optSelectedTables.Selected = options.PrintSelectedTables;
-    optPrintCurrent.Selected = !options.PrintSelectedTables;
+    // A drawing does not go to paper: the report begins with the views that do.
+    const bool drawing = m_desk.Program.Settings.View == vw3d;
+    optSelectedTables.Selected = options.PrintSelectedTables || drawing;
+    optPrintCurrent.Selected = !optSelectedTables.Selected;
     optPrint_Click();
     chkPageThrow.Checked = options.PageThrow;
     chkChassisDetails.Checked = options.PrintChassisDetails;
