@@ -24,6 +24,7 @@ AboutWindow::AboutWindow(Desktop& desktop, frmAbout& window)
       m_window(window),
       m_splash(window.IsSplash) {
     setObjectName("frmAbout");
+    setAttribute(Qt::WA_ShowWithoutActivating, m_splash); // the keyboard is the main window's
     setWindowTitle(tr("About Corvanta"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(36, 28, 36, 24);
@@ -47,19 +48,21 @@ AboutWindow::AboutWindow(Desktop& desktop, frmAbout& window)
         });
     } else {
         layout->addSpacing(12);
+        auto* terms = new QLabel(tr("The desktop program is passed on under the terms of the GNU "
+                                    "General Public License, version 3 or later.\n\n"
+                                    "Libraries: Qt %1 (GNU Lesser General Public License 3)\n"
+                                    "QCustomPlot (GNU General Public License 3 or later)")
+                                     .arg(QString::fromLatin1(qVersion())),
+                                 this);
+        terms->setWordWrap(true);
+        layout->addWidget(terms);
+        layout->addSpacing(12);
         auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
         connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
         layout->addWidget(buttons);
         setWindowModality(Qt::ApplicationModal);
     }
     show();
-}
-
-void AboutWindow::mousePressEvent(QMouseEvent* event) {
-    QDialog::mousePressEvent(event);
-    if (m_splash) {
-        m_desktop.Handle([this] { m_desktop.Main().TakeDownSplash(); });
-    }
 }
 
 void AboutWindow::done(int result) {

@@ -22,7 +22,6 @@ class AboutWindow final : public QDialog {
     }
 
   protected:
-    void mousePressEvent(QMouseEvent* event) override;
     void done(int result) override;
 
   private:

@@ -347,6 +347,15 @@ bool GridView::event(QEvent* event) {
     return QTableView::event(event);
 }
 
+bool GridView::focusNextPrevChild(bool next) {
+    const QModelIndex edge = next ? m_model.index(m_model.rowCount() - 1, m_model.columnCount() - 1)
+                                  : m_model.index(0, 0);
+    if (!m_model.Grid().Editable || currentIndex() == edge) { // only cells to type in hold Tab
+        return QAbstractScrollArea::focusNextPrevChild(next);
+    }
+    return QTableView::focusNextPrevChild(next);
+}
+
 void GridView::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) {
         Copy(false);

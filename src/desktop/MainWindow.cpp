@@ -323,7 +323,6 @@ void MainWindow::Refresh() {
     ShowStatus();
     setWindowTitle(QString::fromStdString(m_window.Caption).replace("[*]", "[*][*]") + "[*]");
     setWindowModified(m_desktop.Program().Data().Modified);
-    setEnabled(!m_window.About.IsSplash || !m_window.About.IsOpen);
     GiveFocus();
 }
 
@@ -392,6 +391,11 @@ bool MainWindow::TakeKey(QKeyEvent* event) {
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    const bool acts =
+        event->type() == QEvent::KeyPress || event->type() == QEvent::MouseButtonPress;
+    if (acts && m_window.About.IsSplash) { // whoever has begun to work needs no greeting
+        m_desktop.Handle([this] { m_window.TakeDownSplash(); });
+    }
     if (event->type() == QEvent::KeyPress && watched->isWidgetType() &&
         QApplication::activePopupWidget() == nullptr &&
         QApplication::activeModalWidget() == nullptr) {
