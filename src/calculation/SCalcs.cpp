@@ -3,6 +3,7 @@
 #include "model/Failure.h"
 #include "properties/Dynamics.h"
 #include "properties/SGeoProp.h"
+#include "solver/FaultyPoints.h"
 #include "solver/SSums.h"
 #include "solver/StaticState.h"
 #include "solver/WheelPosition.h"
@@ -69,8 +70,9 @@ void RestoreStrutPickup(Suspension& document) {
 }
 
 bool Calculate(Suspension& document, const ChannelCatalogue& channels, std::string& errorText,
-               SolveCounts& counts) {
-    if (!SolveGrid(document, errorText, counts)) {
+               SolveCounts& counts, bool& solved) {
+    solved = SolveGrid(document, errorText, counts);
+    if (!solved) {
         return false;
     }
     counts = {}; // what fails from here on is about no position that is being solved
@@ -123,14 +125,19 @@ CalculationFailure RunCalculation(Suspension& document, const ChannelCatalogue& 
                                   Messages& messages) {
     std::string errorText;
     SolveCounts counts;
+    document.FaultyPoints.clear();
+    bool solved = false;
     try {
-        if (Calculate(document, channels, errorText, counts)) {
+        if (Calculate(document, channels, errorText, counts, solved)) {
             return {};
         }
     } catch (...) {
         const Failure failure = FailureInFlight();
         if (errorText.empty()) {
             errorText = "The following error occurred: " + failure.Description();
+        }
+        if (!solved) {
+            NamePointsOfRaisedFailure(document, counts.RackStep != 0);
         }
     }
     CalculationFailure failure{"Calculations could not be completed.\r\r" + errorText,

@@ -38,7 +38,8 @@ struct SolveCounts {
 [[nodiscard]] bool SolveGrid(Suspension& document, std::string& errorText);
 [[nodiscard]] bool SolveGrid(Suspension& document, std::string& errorText, SolveCounts& counts);
 
-/// Why and where a calculation failed; no message when it succeeded.
+/// Why and where a calculation failed; no message when it succeeded. The points that it is about
+/// are the document's `FaultyPoints`.
 struct CalculationFailure {
     std::string Message;
     int RackStep = 0;  ///< of the position that could not be solved; 0 when it is about none

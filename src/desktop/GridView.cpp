@@ -41,6 +41,17 @@ QColor FaultColour(const QPalette& palette) {
     return Blend(palette.color(QPalette::Base), QColor(220, 40, 30), 0.35);
 }
 
+/// The mark in the corner of a cell of which there is something to say.
+void PaintNoteMark(QPainter& painter, const QRect& cell) {
+    constexpr int Side = 8;
+    painter.save();
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(222, 140, 20));
+    painter.drawPolygon(QPolygon(
+        {cell.topLeft(), cell.topLeft() + QPoint(Side, 0), cell.topLeft() + QPoint(0, Side)}));
+    painter.restore();
+}
+
 /// The fine lines above and below the marked row.
 void PaintMark(QPainter& painter, const QRect& cell, const QPalette& palette) {
     painter.setPen(QPen(palette.color(QPalette::Highlight), 1));
@@ -70,6 +81,10 @@ class Corner final : public QWidget {
 };
 
 } // namespace
+
+QColor DoubtColour(const QPalette& palette) {
+    return Blend(palette.color(QPalette::Base), QColor(240, 170, 40), 0.25);
+}
 
 QFont TableFont() {
     QFont font = QApplication::font();
@@ -220,8 +235,13 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
         painter->fillRect(option.rect, option.palette.color(QPalette::Highlight));
     } else if (grid.Faulty(row, column)) {
         painter->fillRect(option.rect, FaultColour(option.palette));
+    } else if (!grid.Note(row, column).empty()) {
+        painter->fillRect(option.rect, DoubtColour(option.palette));
     } else if (grid.Shaded(row, column)) {
         painter->fillRect(option.rect, option.palette.color(QPalette::AlternateBase));
+    }
+    if (!grid.Note(row, column).empty()) {
+        PaintNoteMark(*painter, option.rect);
     }
     painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
     painter->drawText(option.rect.adjusted(0, 0, -Padding, 0), Qt::AlignRight | Qt::AlignVCenter,

@@ -113,4 +113,7 @@ class GridView final : public QTableView {
 /// fixed one.
 [[nodiscard]] QFont TableFont();
 
+/// The ground of what the user should look at.
+[[nodiscard]] QColor DoubtColour(const QPalette& palette);
+
 } // namespace corvanta

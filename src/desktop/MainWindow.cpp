@@ -72,6 +72,7 @@ MainWindow::MainWindow(Desktop& desktop)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(BuildStrip());
+    layout->addWidget(BuildBanner());
     layout->addWidget(BuildResultArea(), 1);
     setCentralWidget(centre);
     BuildStatusBar();
@@ -247,6 +248,20 @@ QWidget* MainWindow::BuildStrip() {
     return m_strip;
 }
 
+QWidget* MainWindow::BuildBanner() {
+    auto* banner = new QLabel(this);
+    banner->setObjectName("labBanner");
+    banner->setWordWrap(true);
+    banner->setMargin(8);
+    banner->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    banner->setAutoFillBackground(true);
+    QPalette colours = banner->palette();
+    colours.setColor(QPalette::Window, DoubtColour(colours));
+    banner->setPalette(colours);
+    m_binder.Bind(banner, m_window.labBanner);
+    return banner;
+}
+
 QWidget* MainWindow::BuildResultArea() {
     auto* area = new QWidget(this);
     auto* layout = new QVBoxLayout(area);
@@ -319,7 +334,7 @@ void MainWindow::Refresh() {
     m_binder.Show();
     m_report->Refresh(m_window.picResults);
     m_start->Refresh(m_window.mnuFMRU);
-    m_failure->Refresh(m_window.panFailure.Caption);
+    m_failure->Refresh(m_window.panFailure.Caption, m_window.labFailurePlace);
     ShowStatus();
     setWindowTitle(QString::fromStdString(m_window.Caption).replace("[*]", "[*][*]") + "[*]");
     setWindowModified(m_desktop.Program().Data().Modified);

@@ -53,6 +53,7 @@ class MainWindow final : public QMainWindow {
     void BuildToolbar();
     QWidget* BuildStrip();
     QToolButton* StepButton(const char* icon, QComboBox* box, int direction);
+    QWidget* BuildBanner();
     QWidget* BuildResultArea();
     void BuildStatusBar();
     void PlaceWindow();

@@ -113,14 +113,22 @@ FailurePage::FailurePage(std::function<void()> properties, QWidget* parent) : QW
     m_reason->setTextInteractionFlags(Qt::TextSelectableByMouse);
     layout->addWidget(m_reason);
     layout->addSpacing(12);
+    m_place = new QLabel(this);
+    m_place->setObjectName("labFailurePlace");
+    m_place->setWordWrap(true);
+    m_place->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    layout->addWidget(m_place);
+    layout->addSpacing(12);
     auto* button = new QPushButton(ThemedIcon("properties"), tr("Suspension Properties..."), this);
     connect(button, &QPushButton::clicked, this, std::move(properties));
     layout->addWidget(button, 0, Qt::AlignLeft);
     layout->addStretch(1);
 }
 
-void FailurePage::Refresh(const std::string& reason) {
+void FailurePage::Refresh(const std::string& reason, const Control& place) {
     m_reason->setText(MessageText(reason));
+    m_place->setText(MessageText(place.Caption));
+    m_place->setVisible(place.Visible);
 }
 
 ReportView::ReportView(QWidget* parent) : QPlainTextEdit(parent) {

@@ -42,10 +42,12 @@ class FailurePage final : public QWidget {
   public:
     explicit FailurePage(std::function<void()> properties, QWidget* parent = nullptr);
 
-    void Refresh(const std::string& reason);
+    /// The message of the failure, and `place`, the rows and the position that it is about.
+    void Refresh(const std::string& reason, const Control& place);
 
   private:
     QLabel* m_reason;
+    QLabel* m_place;
 };
 
 /// The dynamics report: black on white, as it prints.

@@ -19,6 +19,7 @@ void ResetDocument(Suspension& document, ViewSettings& settings) {
     document.ResultsValid = false;
     document.GeometryValid = false;
     document.DynamicsValid = false;
+    document.FaultyPoints.clear();
     document.Catalogue = PointCatalogue{};
     document.WheelStates.Clear();
     settings.ViewVariable = vvAlongWheelTravel;

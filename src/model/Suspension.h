@@ -6,6 +6,7 @@
 #include "model/WheelState.h"
 
 #include <array>
+#include <vector>
 
 namespace corvanta {
 
@@ -83,6 +84,10 @@ struct Suspension {
     bool ResultsValid = false;  ///< the grid holds the results of the current settings
     bool GeometryValid = false; ///< the solved grid is usable
     bool DynamicsValid = false; ///< the dynamics record holds results
+
+    /// Points in play that the failure of the last calculation is about, empty when there is none
+    /// to tell.
+    std::vector<PointNumber> FaultyPoints;
 
     /// The static pickup points, which the user edits and a file stores.
     [[nodiscard]] PointSet& StaticPoints() { return WheelStates(1, 1).Points; }

@@ -26,6 +26,12 @@ void DataGrid::SetSize(int rows, int columns, int fixedRows, int fixedColumns) {
     m_shadedColumns.resize(static_cast<std::size_t>(columns));
 }
 
+void DataGrid::ClearNotes() {
+    for (GridRow& row : m_rows) {
+        row.Notes.clear();
+    }
+}
+
 std::string DataGrid::Text() const {
     std::string text;
     for (const GridRow& row : m_rows) {

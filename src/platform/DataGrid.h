@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -65,6 +66,18 @@ class DataGrid {
                : static_cast<void>(columns.erase(column));
     }
 
+    /// What is to be said of a cell, which is marked then; empty for most.
+    [[nodiscard]] const std::string& Note(int row, int column) const {
+        static const std::string none;
+        const auto& notes = m_rows[SlotOf(row, Rows())].Notes;
+        const auto found = notes.find(column);
+        return found == notes.end() ? none : found->second;
+    }
+    void SetNote(int row, int column, std::string note) {
+        m_rows[SlotOf(row, Rows())].Notes[column] = std::move(note);
+    }
+    void ClearNotes();
+
     /// A text kept with a row and not shown.
     [[nodiscard]] const std::string& RowData(int row) const {
         return m_rows[SlotOf(row, Rows())].Data;
@@ -86,6 +99,7 @@ class DataGrid {
         std::vector<std::string> Cells;
         std::string Data;
         std::set<int> FaultyColumns;
+        std::map<int, std::string> Notes; ///< by column
         bool Shaded = false;
         bool Bold = false;
     };

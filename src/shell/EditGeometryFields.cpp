@@ -109,7 +109,7 @@ double FieldValue(const NumberField& field, const std::string& text, double stor
     }
     const auto typed = ReadTypedNumber(text, units.NumberSeparators, FieldUnit(field, units));
     if (!typed) {
-        RaiseNoNumber(PlainCaption(field), text);
+        RaiseNoNumber(PlainCaption(field), text, units.NumberSeparators);
     }
     if (field.Class == AccelerationClass) {
         return InSinglePrecision(LeadingNumber(typed->Text));

@@ -99,9 +99,9 @@ ToolButton Button(const char* key, const char* toolTip, MainCommand command, int
 void SetUpMainControls(MainControls& controls) {
     SetUpMenus(controls);
     SetUpSelectionStrip(controls);
-    for (Control* area :
-         {&controls.picComboContainer, &controls.chtChart,
-          static_cast<Control*>(&controls.picResults), &controls.panStart, &controls.panFailure}) {
+    for (Control* area : {&controls.picComboContainer, &controls.chtChart,
+                          static_cast<Control*>(&controls.picResults), &controls.panStart,
+                          &controls.panFailure, &controls.labFailurePlace, &controls.labBanner}) {
         area->Visible = false;
     }
 }

@@ -80,8 +80,10 @@ struct MainControls {
     DataGrid grdDisplay;
     Control chtChart;
     PictureBox picResults;
-    Control panStart;   ///< what to do while there is no document
-    Control panFailure; ///< why the last calculation failed, its caption
+    Control panStart;        ///< what to do while there is no document
+    Control panFailure;      ///< why the last calculation failed, its caption
+    Control labFailurePlace; ///< below it: the rows and the position that it is about
+    Control labBanner;       ///< above the results: what of them can't be trusted
 
     StatusBar stbMain;
 };

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "model/Points.h"
+#include "model/Suspension.h"
 #include "model/Units.h"
 #include "platform/DataGrid.h"
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -38,13 +40,29 @@ void PutPointCell(DataGrid& grid, const FundamentalUnits& units, int row, int co
 struct PasteResult {
     int RowsTaken = 0;
     int RowsLeftOver = 0; ///< more than the table has
-    int RowsEmpty = 0;    ///< of the table, behind those taken
+    int RowsEmpty = 0;    ///< of the table, that the text did not reach after they were emptied
+    int RowsUnknown = 0;  ///< whose name the table does not have
     int FaultyCells = 0;
+    bool OtherUnit = false; ///< the text has heads in another unit, and nothing was taken
 };
 
-/// Empties the cells, then lays a text into them from the first one on: rows end with CR, LF or
-/// both, cells are parted by TAB. What does not fit is left out.
-PasteResult PastePointCells(DataGrid& grid, const FundamentalUnits& units, std::string_view text);
+/// Where a text is laid into the table.
+struct PastePlace {
+    int Row = 0;
+    int Column = 0;
+};
+
+/// Lays a text into the cells: rows end with CR, LF or both, cells are parted by TAB, heads like
+/// those of the table are passed over, and what does not fit is left out. Where a first column
+/// holds names of points, each row goes to its point. Without a place the cells are emptied before,
+/// and a text without names is laid from the first one on; with one it is laid from there on.
+PasteResult PastePointCells(DataGrid& grid, const FundamentalUnits& units, std::string_view text,
+                            std::optional<PastePlace> place);
+
+/// Marks cells of which there is something to say: values that can hardly be meant, and the rows
+/// that the last failure is about. Returns the same in words, empty when there is nothing.
+std::string MarkPointCells(DataGrid& grid, const Suspension& draft,
+                           std::span<const PointNumber> faulty);
 
 /// A cell's meaning in words, for instance "Z of Centre of wheel, mm, up positive"; empty for
 /// another cell of the grid.

@@ -31,6 +31,27 @@ std::string_view Trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
 }
 
+bool IsDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+/// True for a comma that may be a decimal point as well as part thousands.
+bool HasUnclearComma(std::string_view text, const Separators& separators) {
+    if (separators.Decimal != ".") {
+        return false;
+    }
+    for (std::size_t comma = text.find(','); comma != std::string_view::npos;
+         comma = text.find(',', comma + 1)) {
+        const std::string_view behind = text.substr(comma + 1);
+        const auto digits =
+            std::find_if_not(behind.begin(), behind.end(), IsDigit) - behind.begin();
+        if (digits == 3) {
+            return true;
+        }
+    }
+    return false;
+}
+
 /// Works out a sum, "." the decimal point. Every rule gives nothing for a text that is none; an
 /// infinity or what is not a number runs through to the end and is refused there.
 class SumReader {
@@ -140,6 +161,9 @@ std::optional<TypedNumber> ReadTypedNumber(std::string_view text, const Separato
         text = Trimmed(text.substr(0, text.size() - unit.size()));
         typed.Plain = false;
     }
+    if (HasUnclearComma(text, separators)) {
+        return std::nullopt;
+    }
     typed.Text = ReplaceAll(text, separators.Decimal, ".");
     if (separators.Decimal == ".") {
         typed.Text = ReplaceAll(typed.Text, ",", ".");
@@ -161,7 +185,7 @@ std::string CommittedText(std::string_view text, const Separators& separators,
                                   : std::string(text);
 }
 
-void RaiseNoNumber(std::string_view place, std::string_view text) {
+void RaiseNoNumber(std::string_view place, std::string_view text, const Separators& separators) {
     std::string quote(text.substr(0, LongestQuote));
     if (quote.size() < text.size()) {
         while (!quote.empty() &&
@@ -170,8 +194,12 @@ void RaiseNoNumber(std::string_view place, std::string_view text) {
         }
         quote += "...";
     }
-    throw Failure(fnTypeMismatch, "Type mismatch: " + std::string(place) + " is \"" + quote +
-                                      "\", which is no number.");
+    const char* const reason =
+        HasUnclearComma(text, separators)
+            ? "which is unclear: type a point before decimals and nothing between thousands."
+            : "which is no number.";
+    throw Failure(fnTypeMismatch,
+                  "Type mismatch: " + std::string(place) + " is \"" + quote + "\", " + reason);
 }
 
 } // namespace corvanta

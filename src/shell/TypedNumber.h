@@ -16,8 +16,9 @@ struct TypedNumber {
 
 /// Reads what a user typed where a number is due: a number, or a sum with + - * / and parentheses,
 /// with or without `unit` behind it. The machine's decimal separator and "." count as the decimal
-/// point, and a comma too where the machine has a point. An empty text is 0. Nothing for any other
-/// text, nor for a sum that divides by 0, nor beyond 1E+30.
+/// point, and a comma too where the machine has a point, but there not one with exactly three
+/// digits behind it, which may part thousands. An empty text is 0. Nothing for any other text, nor
+/// for a sum that divides by 0, nor beyond 1E+30.
 [[nodiscard]] std::optional<TypedNumber>
 ReadTypedNumber(std::string_view text, const Separators& separators, std::string_view unit);
 
@@ -26,7 +27,9 @@ ReadTypedNumber(std::string_view text, const Separators& separators, std::string
 [[nodiscard]] std::string CommittedText(std::string_view text, const Separators& separators,
                                         std::string_view unit);
 
-/// Throws Failure "Type mismatch" that names the place, and shows the head of the text there.
-[[noreturn]] void RaiseNoNumber(std::string_view place, std::string_view text);
+/// Throws Failure "Type mismatch" that names the place, shows the head of the text there and says
+/// why it is no number.
+[[noreturn]] void RaiseNoNumber(std::string_view place, std::string_view text,
+                                const Separators& separators);
 
 } // namespace corvanta

@@ -59,7 +59,22 @@ void frmAdjust::Close() {
     if (IsOpen && m_desk.Store != nullptr) {
         SaveWindow(Frame, *m_desk.Store, false);
     }
-    IsOpen = false;
+    const bool wasOpen = std::exchange(IsOpen, false);
+    if (wasOpen && PutBackHeight()) {
+        ShowHeightElsewhere();
+    }
+}
+
+/// The reference point gets back the height where the wheel stands, if a refused target took its
+/// place. True when it did.
+bool frmAdjust::PutBackHeight() {
+    double& height = m_desk.Program.Document.StaticPoints()[ptRHM].Z;
+    if (m_storedHeight == m_currentHeight || height != m_storedHeight) { // exactly: see its setting
+        return false;
+    }
+    height = m_storedHeight = m_currentHeight;
+    m_desk.Program.Modified = true; // it may have been saved with the target
+    return true;
 }
 
 void frmAdjust::ShowMechanism() {
@@ -104,7 +119,7 @@ double frmAdjust::TargetHeight() const {
     const FundamentalUnits& units = m_desk.Program.Units;
     const auto typed = ReadTypedNumber(txtTarget.Text, units.NumberSeparators, txtTarget.Unit);
     if (!typed || txtTarget.Text.find_first_not_of(" \t\r\n") == std::string::npos) {
-        RaiseNoNumber("Target", txtTarget.Text);
+        RaiseNoNumber("Target", txtTarget.Text, units.NumberSeparators);
     }
     return ParseChannelValue(units, typed->Text, ucDisplacement);
 }
@@ -136,7 +151,7 @@ void frmAdjust::Apply() {
     const CMousePointer wait(m_desk.Windows.Cursor, HourglassCursor);
     std::string errorText;
     try {
-        if (!TakeTypedEdits()) {
+        if (Stands() || !TakeTypedEdits()) {
             return;
         }
         FollowDocument();
@@ -159,22 +174,43 @@ void frmAdjust::Apply() {
 
 /// The reference point keeps a target out of reach, and every table shows it there.
 void frmAdjust::ShowKeptTarget() {
-    Suspension& document = m_desk.Program.Document;
-    if (document.StaticPoints()[ptRHM].Z == m_currentHeight) { // exactly: it never took a target
-        return;
+    if (m_desk.Program.Document.StaticPoints()[ptRHM].Z != m_currentHeight) { // exactly: it took it
+        ShowHeightElsewhere();
     }
+}
+
+void frmAdjust::ShowHeightElsewhere() {
+    Suspension& document = m_desk.Program.Document;
     if (frmEditGeometry* const editor = m_main.OpenedEditor()) {
         editor->PointsToGrid();
     }
-    document.ResultsValid = false;
-    m_main.RefreshGUI(false);
+    if (document.ResultsValid) { // otherwise no table shows it, and why was told
+        document.ResultsValid = false;
+        m_main.RefreshGUI(false);
+    }
+}
+
+/// True when the target is where the wheel stands: there is nothing to solve then.
+bool frmAdjust::Stands() {
+    FollowDocument();
+    UpdateDifference();
+    if (m_difference != 0) { // exactly: a height is the same or it is not
+        return false;
+    }
+    m_desk.Program.Options.AdjustRHByPushRodLength = chkAdjustRHByPushRodLength.Checked;
+    if (PutBackHeight()) {
+        ShowHeightElsewhere();
+    }
+    return true;
 }
 
 /// What is typed in an open editor belongs to the corner that the user sees, and the new points
-/// would take its place in the table. False when the editor can't apply it, which it told.
+/// would take its place in the table. False when the editor can't apply it, or what it applied
+/// can't be calculated; either was told.
 bool frmAdjust::TakeTypedEdits() {
     frmEditGeometry* const editor = m_main.OpenedEditor();
-    return editor == nullptr || !editor->HasUnappliedChanges() || editor->Apply();
+    return editor == nullptr || !editor->HasUnappliedChanges() ||
+           (editor->Apply() && m_desk.Program.Document.ResultsValid);
 }
 
 /// Solves the corner at the target. Throws Failure when it can't be; the reference point keeps the

@@ -22,7 +22,8 @@ class frmAdjust final : public Window {
 
     void Open();
 
-    /// Remembers the place of the dialog and closes it.
+    /// Remembers the place of the dialog and closes it. A target that could not be reached leaves
+    /// the reference point, which is again where the wheel stands.
     void Close();
 
     /// Shows the document as it is, and takes its height as the target.
@@ -34,7 +35,8 @@ class frmAdjust final : public Window {
 
     /// Moves the corner to the target height and lets an open geometry editor take the new points,
     /// and with it what it holds. A failure is told; the reference point may keep the target then,
-    /// but no other point has moved.
+    /// until another is reached or the dialog closes, but no other point has moved. A target where
+    /// the wheel stands already only keeps the choice of the check box.
     void Apply();
 
     // Events. The control already holds what the user chose or typed.
@@ -60,7 +62,10 @@ class frmAdjust final : public Window {
     void UpdateDifference();
     [[nodiscard]] double TargetHeight() const;
     bool TakeTypedEdits();
+    bool Stands();
+    bool PutBackHeight();
     void ShowKeptTarget();
+    void ShowHeightElsewhere();
     void TakeTarget(std::string& errorText);
     void TakeOver();
 

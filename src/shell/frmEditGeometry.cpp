@@ -250,6 +250,7 @@ bool frmEditGeometry::Apply() {
     document.DataLoaded = true;
     m_resultsLost = false;
     m_main.RefreshGUI(true);
+    MarkPoints(); // at which rows the calculation failed
     return true;
 }
 
@@ -267,18 +268,18 @@ bool frmEditGeometry::TakeAllPages() {
     return true;
 }
 
-/// A step size that has to grow is the document's own from then on, and is shown.
 void frmEditGeometry::SetUpGeometry() {
     Program& program = m_desk.Program;
-    const SuspensionData asked = program.Document.Data;
     InitGeometry(program.Document, program.Channels, program.Units, m_desk.Messages);
-    for (const NumberField& field : TravelFields()) {
-        const double value = program.Document.Data.*field.Target;
-        if (value != asked.*field.Target) { // exactly: it is the same number unless it grew
-            (this->*field.Box).Text = FieldText(field, value, program.Units);
-        }
-    }
-    UpdateTravelSummary();
+    ShowTaken();
+}
+
+/// Every field and cell shows what the document holds now, in its format: a sum its result, a step
+/// size that had to grow the size that it has.
+void frmEditGeometry::ShowTaken() {
+    TravelToForm();
+    VehicleToForm();
+    PointsToGrid();
 }
 
 bool frmEditGeometry::HasUnappliedChanges() const {
@@ -372,6 +373,12 @@ void frmEditGeometry::ShowFirstFault() {
         }
     }
     showFaultyBox(VehicleFields());
+}
+
+void frmEditGeometry::MarkPoints() {
+    labPointNotes.Caption =
+        MarkPointCells(grdPoints, Draft(), m_desk.Program.Document.FaultyPoints);
+    labPointNotes.Visible = !labPointNotes.Caption.empty();
 }
 
 void frmEditGeometry::NumberBox_Changed(NumberBox& box) {

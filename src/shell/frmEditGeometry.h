@@ -4,6 +4,7 @@
 #include "platform/Controls.h"
 #include "platform/DataGrid.h"
 #include "shell/Desk.h"
+#include "shell/PointCells.h"
 #include "shell/ShellHost.h"
 
 #include <array>
@@ -101,7 +102,8 @@ class frmEditGeometry final : public Window {
     bool QueryUnload();
     void cmdHelp_Click();
     void cmdCopy_Click();
-    void cmdPaste_Click();
+    void cmdPaste_Click();  ///< over the whole table
+    void grdPoints_Paste(); ///< from the first selected cell on
 
     /// The corner as the controls stand, for a drawing: the mechanisms chosen, with their points in
     /// play, and the points typed; a cell that holds no number keeps what is stored. It is not set
@@ -134,7 +136,8 @@ class frmEditGeometry final : public Window {
     DataGrid grdPoints;
     CellRange grdPointsSelection; ///< the window system keeps it up to date
     Control cmdCopy, cmdPaste;
-    Control labStatus; ///< what the last copy or paste did
+    Control labStatus;     ///< what the last copy or paste did
+    Control labPointNotes; ///< what is to be said of marked cells
 
     Control labMotionType;
     OptionButton optRoll, optHeave;
@@ -172,6 +175,9 @@ class frmEditGeometry final : public Window {
     void LeaveTypePage();
     void EnterPage(int page);
     void MarkFaults();
+    void MarkPoints();
+    void ShowTaken();
+    void TellOfPaste(const PasteResult& result);
     void ShowFirstFault();
     void UpdateTravelSummary();
     [[nodiscard]] std::string TravelSummary() const;

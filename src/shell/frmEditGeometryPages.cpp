@@ -8,6 +8,7 @@
 #include "shell/PointCells.h"
 #include "solver/SInitGeo.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string_view>
 #include <utility>
@@ -234,6 +235,7 @@ void frmEditGeometry::PointTableToForm() {
 
 void frmEditGeometry::PointsToGrid() {
     DataPointsGet(grdPoints, m_desk.Program.Document, m_desk.Program.Units, 1, 1);
+    MarkPoints();
 }
 
 bool frmEditGeometry::PointsFromGrid() {
@@ -252,14 +254,15 @@ void frmEditGeometry::grdPoints_Edited(int row, int column, const std::string& t
     if (IsPointCell(grdPoints, row, column)) {
         PutPointCell(grdPoints, m_desk.Program.Units, row, column, text);
         labStatus.Caption.clear();
+        MarkPoints();
     }
 }
 
 void frmEditGeometry::cmdCopy_Click() {
     try {
         grdPointsSelection = {0, 0, grdPoints.Rows() - 1, grdPoints.Columns() - 1};
-        std::string text = ReplaceAll(grdPoints.Text(), "\r\n", "\r");
-        text.resize(text.size() - (text.ends_with('\r') ? 1 : 0));
+        std::string text = grdPoints.Text();
+        text.resize(text.size() - (text.ends_with("\r\n") ? 2 : 0));
         m_desk.Windows.Board.SetText(text);
         labStatus.Caption = Counted(grdPoints.Rows() - grdPoints.FixedRows(), "point") + " copied.";
     } catch (...) {
@@ -275,23 +278,46 @@ void frmEditGeometry::cmdPaste_Click() {
                 msYesNo + msExclamation) != maYes) {
             return;
         }
-        const std::string text = m_desk.Windows.Board.Text();
-        const PasteResult result = PastePointCells(grdPoints, m_desk.Program.Units, text);
-        grdPointsSelection = {grdPoints.FixedRows(), grdPoints.FixedColumns(),
-                              grdPoints.FixedRows(), grdPoints.FixedColumns()};
-        labStatus.Caption = Counted(result.RowsTaken, "row") + " pasted.";
-        if (result.RowsLeftOver > 0) {
-            labStatus.Caption += " " + Counted(result.RowsLeftOver, "more row") + " did not fit.";
+        const PasteResult result = PastePointCells(grdPoints, m_desk.Program.Units,
+                                                   m_desk.Windows.Board.Text(), std::nullopt);
+        if (!result.OtherUnit) {
+            grdPointsSelection = {grdPoints.FixedRows(), grdPoints.FixedColumns(),
+                                  grdPoints.FixedRows(), grdPoints.FixedColumns()};
         }
-        if (result.RowsEmpty > 0) {
-            labStatus.Caption += " The last " + Counted(result.RowsEmpty, "row") + " stayed empty.";
-        }
-        if (result.FaultyCells > 0) {
-            labStatus.Caption += " " + Counted(result.FaultyCells, "cell") + " with no number.";
-        }
+        TellOfPaste(result);
     } catch (...) {
         ShowFailure("There was an error pasting data.\r\rError was: ");
     }
+}
+
+void frmEditGeometry::grdPoints_Paste() {
+    try {
+        const CellRange& at = grdPointsSelection;
+        const PastePlace place{std::max(at.FirstRow, grdPoints.FixedRows()),
+                               std::max(at.FirstColumn, grdPoints.FixedColumns())};
+        TellOfPaste(
+            PastePointCells(grdPoints, m_desk.Program.Units, m_desk.Windows.Board.Text(), place));
+    } catch (...) {
+        ShowFailure("There was an error pasting data.\r\rError was: ");
+    }
+}
+
+void frmEditGeometry::TellOfPaste(const PasteResult& result) {
+    if (result.OtherUnit) {
+        labStatus.Caption = "Nothing pasted: the copied table is in another unit.";
+        return;
+    }
+    labStatus.Caption = Counted(result.RowsTaken, "row") + " pasted.";
+    const auto add = [this](int count, const char* what, const char* became) {
+        if (count > 0) {
+            labStatus.Caption += " " + Counted(count, what) + became;
+        }
+    };
+    add(result.RowsLeftOver, "more row", " did not fit.");
+    add(result.RowsUnknown, "row", " with a name that the table has not.");
+    add(result.RowsEmpty, "row", " stayed empty.");
+    add(result.FaultyCells, "cell", " with no number.");
+    MarkPoints();
 }
 
 std::optional<PointNumber> frmEditGeometry::PointAtRow(int row) const {

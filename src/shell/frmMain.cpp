@@ -94,6 +94,14 @@ void frmMain::Calculate() {
     m_unprotected = program.Modified && !Recovery.Keep(program);
     m_failure = RunCalculation(program.Document, program.Channels, m_desk.Messages);
     panFailure.Caption = m_failure.Message;
+    const bool solved = program.Document.ResultsValid;
+    m_displaced =
+        solved ? DescribeDisplacement(program.Document, program.Units) : DisplacementWords{};
+    labBanner.Caption = m_displaced.Banner;
+    labFailurePlace.Caption =
+        solved ? ""
+               : DescribeFailure(program.Document, program.Units,
+                                 PositionWords(m_failure.WheelStep, m_failure.RackStep));
 }
 
 void frmMain::ResetPosition(bool always) {

@@ -7,6 +7,7 @@
 #include "shell/CMRUFileList.h"
 #include "shell/Desk.h"
 #include "shell/MainControls.h"
+#include "shell/PointWords.h"
 #include "shell/RecoveryCopy.h"
 #include "shell/ShellHost.h"
 #include "shell/frmAbout.h"
@@ -163,6 +164,7 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     void SelectPositions(std::int32_t view, std::int32_t viewArgument, int wheel, int rack);
     [[nodiscard]] std::int32_t ShownView() const;
     [[nodiscard]] std::string PositionWords(int wheelStep, int rackStep) const;
+    [[nodiscard]] std::string FailureNote() const;
     void DisplayStatus();
     void FixTravel(std::int32_t variable);
     void GoToView(std::int32_t view);
@@ -186,8 +188,9 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     Desk& m_desk;
     CMRUFileList m_recentFiles;
     PlotState m_plot;
-    CalculationFailure m_failure; ///< of the last calculation
-    std::string m_typeText;       ///< the texts last selected in the three lists
+    CalculationFailure m_failure;  ///< of the last calculation
+    DisplacementWords m_displaced; ///< the same
+    std::string m_typeText;        ///< the texts last selected in the three lists
     std::string m_wheelText;
     std::string m_rackText;
     std::int32_t m_viewLastDisplayed = vwNone;

@@ -55,6 +55,8 @@ void frmMain::ShowViewPanels() {
     picResults.Inverted = view == vw3d;
     picComboContainer.Visible = HasStrip(view);
     panFailure.Visible = view == vwNone && loaded;
+    labFailurePlace.Visible = panFailure.Visible && !labFailurePlace.Caption.empty();
+    labBanner.Visible = view != vwNone && !labBanner.Caption.empty();
     panStart.Visible = view == vwNone && !loaded;
 }
 
@@ -297,6 +299,15 @@ std::string frmMain::PositionWords(int wheelStep, int rackStep) const {
     return text;
 }
 
+std::string frmMain::FailureNote() const {
+    const Suspension& document = m_desk.Program.Document;
+    const std::string position = PositionWords(m_failure.WheelStep, m_failure.RackStep);
+    const std::string rows = RowWords(document.Catalogue, document.FaultyPoints);
+    return (position.empty() ? "" : "Stopped at " + position) +
+           (position.empty() || rows.empty() ? "" : ": ") +
+           (position.empty() && !rows.empty() ? "Look at " : "") + rows;
+}
+
 void frmMain::DisplayStatus() {
     const Program& program = m_desk.Program;
     const FundamentalUnits& units = program.Units;
@@ -316,8 +327,10 @@ void frmMain::DisplayStatus() {
     stbMain.Note.clear();
     if (m_unprotected && program.Modified) {
         stbMain.Note = "No recovery copy could be written: save your work yourself";
-    } else if (panFailure.Visible && m_failure.RackStep != 0) {
-        stbMain.Note = "Stopped at " + PositionWords(m_failure.WheelStep, m_failure.RackStep);
+    } else if (panFailure.Visible) {
+        stbMain.Note = FailureNote();
+    } else if (labBanner.Visible) {
+        stbMain.Note = m_displaced.Note;
     }
 }
 

@@ -1,9 +1,12 @@
 #include "solver/MechanismTracking.h"
 
+#include "solver/FaultyPoints.h"
 #include "solver/MLibCoordGeom.h"
 #include "solver/MLibMaths.h"
 
+#include <array>
 #include <cmath>
+#include <span>
 #include <string_view>
 
 namespace corvanta {
@@ -12,6 +15,19 @@ namespace {
 
 /// How far a lever may be from its static length, mm.
 constexpr double LeverTolerance = 0.0001;
+
+/// A check of a lever after its tracking, and the points that make the lever and what moves it.
+struct LeverCheck {
+    std::string_view Lead; ///< of the text of a failure
+    std::span<const PointNumber> Points;
+};
+
+constexpr std::array RockerInputPoints{ptPRI, ptR1P1, ptR1P2, ptPRO};
+constexpr std::array TBarLeverPoints{ptTBDLO, ptTSI, ptTBDLI, ptTBP1};
+constexpr std::array TBarDropLinkPoints{ptTBDLO, ptTBDLI, ptTBP1};
+constexpr LeverCheck RockerInput{"Rocker input lever length", RockerInputPoints};
+constexpr LeverCheck TBarLever{"T-Bar input lever length", TBarLeverPoints};
+constexpr LeverCheck TBarDropLink{"T-Bar drop link length", TBarDropLinkPoints};
 
 SuspPoint PointOfAxisAtX(const SuspPoint& front, const SuspPoint& rear, double x) {
     const double share = Divide(rear.X - x, rear.X - front.X);
@@ -33,21 +49,21 @@ class Tracking {
           m_data(document.Data),
           m_lengths(document.StaticLengths) {}
 
-    /// Runs all steps. Returns the lead text of a failed check, empty when all held.
-    std::string_view Run() {
+    /// Runs all steps. Returns the check that failed, none when all held.
+    const LeverCheck* Run() {
         TrackUpright();
         TrackActuator();
-        std::string_view failed;
+        const LeverCheck* failed = nullptr;
         if (HasRocker(m_data.SpringMechanism)) {
             failed = TrackRockers();
         }
-        if (failed.empty()) {
+        if (failed == nullptr) {
             TrackLateralBar();
         }
-        if (failed.empty() && UsesTBar(m_data)) {
+        if (failed == nullptr && UsesTBar(m_data)) {
             failed = TrackTBar();
         }
-        if (failed.empty() && HasLateralCentreSpring(m_data)) {
+        if (failed == nullptr && HasLateralCentreSpring(m_data)) {
             m_sets.Locate(ptLCSI, ptR1P1, ptPRI, ptR1O);
         }
         return failed;
@@ -101,17 +117,17 @@ class Tracking {
         }
     }
 
-    std::string_view TrackRockers() {
+    const LeverCheck* TrackRockers() {
         LocateOnChassisAxis(ptPRI, ptPRO);
         if (!KeepsLength(m_sets.New, ptPRI, ptPRICR, m_lengths.RockerInputLever)) {
-            return "Rocker input lever length";
+            return &RockerInput;
         }
         LocateOnChassisAxis(ptR1O, ptPRI);
         if (HasSecondRocker(m_data.SpringMechanism)) {
             m_sets.Locate(ptR2I, ptR1O, ptR2P1, ptR2P2);
             m_sets.Locate(ptR2O, ptR2I, ptR2P1, ptR2P2);
         }
-        return {};
+        return nullptr;
     }
 
     /// Moves a point of the first rocker along with `driver`: the rocker's axis is fixed to the
@@ -122,7 +138,7 @@ class Tracking {
         const SuspPoint& axis2 = points[ptR1P2];
         points[target] = LocatePoint(m_sets.Old[driver], points[driver], axis1, axis1, axis2, axis2,
                                      m_sets.Old[target], m_sets.Near[target]);
-        ++m_sets.Locations;
+        m_sets.Count(target, driver, ptR1P1, ptR1P2);
     }
 
     void TrackLateralBar() {
@@ -142,7 +158,7 @@ class Tracking {
         m_sets.Locate(ptARI, ptARDL, ptARP1, ptARP2);
     }
 
-    std::string_view TrackTBar() {
+    const LeverCheck* TrackTBar() {
         m_sets.Locate(ptTBDLI, ptR1P1, ptPRI, ptR1O);
         if (m_data.ChassisMotion == cmRoll) {
             // The far side of the bar stays where it is.
@@ -155,12 +171,12 @@ class Tracking {
             m_sets.Locate(ptTBDLO2, ptTBP1, ptTBP2, ptTBDLO);
         }
         if (!KeepsLength(m_sets.New, ptTBDLO, ptTSI, m_lengths.TBarInputLever)) {
-            return "T-Bar input lever length";
+            return &TBarLever;
         }
         if (!KeepsLength(m_sets.New, ptTBDLO, ptTBDLI, m_lengths.TBarDropLink)) {
-            return "T-Bar drop link length";
+            return &TBarDropLink;
         }
-        return {};
+        return nullptr;
     }
 
     MovedSets& m_sets;
@@ -178,14 +194,15 @@ AxisPoints WishboneAxisPointsAtX(const SuspPoint& upperFront, const SuspPoint& u
 }
 
 bool TrackMechanism(MovedSets& sets, Suspension& document, std::string& errorText) {
-    const std::string_view failed = Tracking(sets, document).Run();
-    if (failed.empty()) {
+    const LeverCheck* const failed = Tracking(sets, document).Run();
+    if (failed == nullptr) {
         return true;
     }
-    errorText = std::string(failed) +
+    errorText = std::string(failed->Lead) +
                 " locus tracking error.\rThis can be due to a geometry that cannot achieve the "
                 "required travel.\rTry reduced travel or smaller step size. Check units.";
     document.GeometryValid = false;
+    NameFaultyPoints(document, failed->Points);
     return false;
 }
 

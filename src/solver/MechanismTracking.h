@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace corvanta {
 
@@ -14,12 +15,19 @@ struct MovedSets {
     PointSet& New;
     const PointSet& Old;
     const PointSet& Near;
-    std::int64_t Locations = 0; ///< how many points were located
+    std::int64_t Locations = 0;               ///< how many points were located
+    std::vector<CarriedPoint>* Log = nullptr; ///< takes what is located from what, where asked for
 
     /// Moves `target` along with the three references.
     void Locate(PointNumber target, PointNumber ref1, PointNumber ref2, PointNumber ref3) {
         LocatePointByIndex(New, Old, Near, ref1, ref2, ref3, target);
+        Count(target, ref1, ref2, ref3);
+    }
+    void Count(PointNumber target, PointNumber ref1, PointNumber ref2, PointNumber ref3) {
         ++Locations;
+        if (Log != nullptr) {
+            Log->push_back({target, {ref1, ref2, ref3}});
+        }
     }
 };
 
@@ -40,8 +48,9 @@ struct AxisPoints {
 /// and static lengths of the document.
 ///
 /// A point can always be placed, if need be wrongly; so three lever lengths are checked afterwards
-/// to 0.0001 mm. Returns false with `errorText` set and `GeometryValid` cleared when one differs
-/// from its static length, which is how a travel out of the mechanism's reach shows.
+/// to 0.0001 mm. Returns false with `errorText` set, `GeometryValid` cleared and its points named
+/// when one differs from its static length, which is how a travel out of the mechanism's reach
+/// shows.
 [[nodiscard]] bool TrackMechanism(MovedSets& sets, Suspension& document, std::string& errorText);
 
 } // namespace corvanta

@@ -54,8 +54,10 @@ bool SolveMoved(PointSet& moved, Suspension& document, std::string& errorText, d
     search.CalcWheelState(travel, near, moved);
     MovedSets sets{moved, fixed, near};
     const bool geometryValid = document.GeometryValid;
+    const std::vector<PointNumber> faultyPoints = document.FaultyPoints;
     const bool tracked = TrackMechanism(sets, document, errorText);
     document.GeometryValid = geometryValid; // the grid is no worse for a travel out of reach
+    document.FaultyPoints = faultyPoints;
     return tracked;
 }
 

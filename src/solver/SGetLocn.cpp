@@ -40,7 +40,11 @@ ReferenceTriangle::ReferenceTriangle(const SuspPoint& ref1, const SuspPoint& ref
     }
     m_determinant = line[m_free];
     m_degenerate = std::abs(m_determinant) <= DegenerateDeterminant;
-    if (!m_degenerate) {
+    if (m_degenerate) { // and with it both other forms, of smaller determinants
+        m_free = 0;
+        m_next = 1;
+        m_last = 2;
+    } else {
         m_slopeNext = line[m_next] / m_determinant;
         m_slopeLast = line[m_last] / m_determinant;
     }

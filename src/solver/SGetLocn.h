@@ -60,6 +60,9 @@ class ReferenceTriangle {
     /// rounding of one line, the result is meaningless.
     [[nodiscard]] SuspPoint Locate(const BodyDistances& distances, const SuspPoint& near) const;
 
+    /// True when the references lie within rounding of one line.
+    [[nodiscard]] bool Degenerate() const { return m_degenerate; }
+
   private:
     /// Coordinates in the order X, Y, Z, to be taken by number.
     using Coordinates = std::array<double, 3>;
@@ -92,6 +95,12 @@ class ReferenceTriangle {
                                     const SuspPoint& ref2Old, const SuspPoint& ref2New,
                                     const SuspPoint& ref3Old, const SuspPoint& ref3New,
                                     const SuspPoint& targetOld, const SuspPoint& nearPoint);
+
+/// A point and the three that it is located from.
+struct CarriedPoint {
+    PointNumber Target = ptWSA;
+    std::array<PointNumber, 3> References{};
+};
 
 /// `LocatePoint` with points of three sets: old places from `old`, new ones from `solved`, the near
 /// point from `near`. Writes the target into `solved`.

@@ -2,7 +2,6 @@
 
 #include "model/Failure.h"
 #include "solver/MLibMaths.h"
-#include "solver/MechanismTracking.h"
 #include "solver/WheelAttitude.h"
 
 #include <algorithm>
@@ -185,15 +184,20 @@ bool SolveWheelStep(Suspension& document, std::string& errorText, WheelSearch& s
 
 bool SolveRackRow(Suspension& document, std::string& errorText, int r, double rackTravel) {
     const PointSet& fixed = document.StaticPoints();
-    PointSet& moved = document.WheelStates(r, 1).Points;
-    moved[ptTRI].Y = fixed[ptTRI].Y - rackTravel;
+    MovedSets sets{document.WheelStates(r, 1).Points, fixed, fixed};
+    return LocateRackRow(sets, document, errorText, rackTravel);
+}
 
-    // The ball joints stay at their static places, in `moved` as in `fixed`.
-    LocatePointByIndex(moved, fixed, fixed, ptUWO, ptLWO, ptTRI, ptTRO);
-    LocatePointByIndex(moved, fixed, fixed, ptUWO, ptTRO, ptLWO, ptWSA);
-    LocatePointByIndex(moved, fixed, fixed, ptUWO, ptTRO, ptLWO, ptWC);
+bool LocateRackRow(MovedSets& sets, Suspension& document, std::string& errorText,
+                   double rackTravel) {
+    PointSet& moved = sets.New;
+    moved[ptTRI].Y = sets.Old[ptTRI].Y - rackTravel;
+
+    // The ball joints stay at their static places, in the new set as in the old.
+    sets.Locate(ptTRO, ptUWO, ptLWO, ptTRI);
+    sets.Locate(ptWSA, ptUWO, ptTRO, ptLWO);
+    sets.Locate(ptWC, ptUWO, ptTRO, ptLWO);
     moved[ptWTCP] = ContactPatchPoint(moved[ptWC], moved[ptWSA], document.StaticLengths.TyreRadius);
-    MovedSets sets{moved, fixed, fixed};
     return TrackMechanism(sets, document, errorText);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Suspension.h"
+#include "solver/MechanismTracking.h"
 #include "solver/SGetLocn.h"
 
 #include <cstdint>
@@ -115,5 +116,9 @@ struct InnerPickups {
 /// the line of its ball joints. Returns false with `errorText` when the mechanism cannot follow.
 [[nodiscard]] bool SolveRackRow(Suspension& document, std::string& errorText, int r,
                                 double rackTravel);
+
+/// The same for the sets given: the new one starts as a copy of the old.
+[[nodiscard]] bool LocateRackRow(MovedSets& sets, Suspension& document, std::string& errorText,
+                                 double rackTravel);
 
 } // namespace corvanta

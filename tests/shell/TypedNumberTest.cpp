@@ -31,6 +31,7 @@ TEST(TypedNumberTest, ReadsNumbersAndSums) {
              {" -12.50 ", "-12.50"},
              {"+.5", "+.5"},
              {"1,5", "1.5"},
+             {"2,8500", "2.8500"},
              {"1E-05", "1E-05"},
              {"12 mm", "(12)"},
              {"1,5mm", "(1.5)"},
@@ -52,8 +53,9 @@ TEST(TypedNumberTest, ReadsNumbersAndSums) {
         EXPECT_EQ(Read(text), "none") << text.substr(0, 80);
     }
     for (const char* text :
-         {"12abc", "12 in", "mm", "1,234.5", "1.2.3", "--5", "5-", "(5", "5)", "()", "1/0", "0/0",
-          "nan", "-inf", "0x10", "1E400", "1E31", "1E20*1E20"}) {
+         {"12abc", "12 in", "mm",   "1,234.5",   "1.2.3", "--5",       "5-",
+          "(5",    "5)",    "()",   "1/0",       "0/0",   "nan",       "-inf",
+          "0x10",  "1E400", "1E31", "1E20*1E20", "2,850", "-0,125 mm", "1+2,850"}) {
         EXPECT_EQ(Read(text), "none") << text;
     }
 }
@@ -61,6 +63,7 @@ TEST(TypedNumberTest, ReadsNumbersAndSums) {
 TEST(TypedNumberTest, FollowsTheMachine) {
     EXPECT_EQ(Read("1,5", Comma), "1.5");
     EXPECT_EQ(Read("1.5", Comma), "1.5") << "a point is never taken for thousands";
+    EXPECT_EQ(Read("2,850", Comma), "2.850");
     EXPECT_EQ(Read("1.234,5", Comma), "none");
     EXPECT_EQ(Read("1,5+1", Comma), "(2.5)");
     const Separators arabic{"\u066B", "\u066C"};
@@ -77,12 +80,16 @@ TEST(TypedNumberTest, FollowsTheMachine) {
 
 TEST(TypedNumberTest, AFaultNamesItsPlaceAndShowsTheHeadOfTheText) {
     const auto description = [](const std::string& text) {
-        const Failure failure = FailureOf([&] { RaiseNoNumber("X of Centre of wheel", text); });
+        const Failure failure =
+            FailureOf([&] { RaiseNoNumber("X of Centre of wheel", text, Point); });
         EXPECT_EQ(failure.Number(), fnTypeMismatch);
         return failure.Description();
     };
     EXPECT_EQ(description("abc"),
               "Type mismatch: X of Centre of wheel is \"abc\", which is no number.");
+    EXPECT_THAT(description("2,850"),
+                EndsWith("is \"2,850\", which is unclear: type a point before "
+                         "decimals and nothing between thousands."));
     EXPECT_THAT(description(std::string(39, 'a') + "\u00E9" + std::string(5000, 'b')),
                 HasSubstr("\"" + std::string(39, 'a') + "...\""))
         << "a character is not cut in half";

@@ -1,5 +1,6 @@
 #include "shell/frmAdjust.h"
 
+#include "calculation/SCalcs.h"
 #include "solver/MLibCoordGeom.h"
 #include "solver/RideHeight.h"
 #include "tests/support/EditGeometryTest.h"
@@ -131,6 +132,14 @@ TEST_F(frmAdjustTest, TheRodTakesUpTheChange) {
 }
 
 TEST_F(frmAdjustTest, OKClosesAndCancelKeepsWhatWasApplied) {
+    ChooseRod(false);
+    m_form.cmdOK_Click(); // with nothing to do
+    EXPECT_FALSE(m_form.IsOpen || m_program.Modified || m_program.Options.AdjustRHByPushRodLength);
+    EXPECT_THAT(m_main.Calls, IsEmpty());
+    EXPECT_THAT(m_box.Prompts(), IsEmpty());
+
+    m_form.Open();
+    ChooseRod(true);
     Type("130");
     m_form.cmdOK_Click();
     EXPECT_EQ(m_document.StaticPoints()[ptRHM].Z, 130);
@@ -208,7 +217,7 @@ TEST_F(frmAdjustTest, AfterATargetOutOfReachTheNextOneCountsFromWhereTheWheelIs)
                             "Rocker input lever length locus tracking error.\rThis can be due to "
                             "a geometry that cannot achieve the required travel.\rTry reduced "
                             "travel or smaller step size. Check units."));
-    before[ptRHM].Z = 252; // the target stays, and with it there is something to save
+    before[ptRHM].Z = 252; // the target stays while the dialog is open
     EXPECT_EQ(m_document.StaticPoints(), before);
     EXPECT_TRUE(m_program.Modified);
     EXPECT_FALSE(m_program.Options.AdjustRHByPushRodLength);
@@ -217,6 +226,14 @@ TEST_F(frmAdjustTest, AfterATargetOutOfReachTheNextOneCountsFromWhereTheWheelIs)
     EXPECT_TRUE(m_form.IsOpen);
     EXPECT_EQ(m_form.labCurrent.Text, "132.00");
 
+    for (const char* way : {"typed back", "closed"}) { // and it goes when there is an end of it
+        way == std::string("closed") ? m_form.cmdCancel_Click() : Apply("132");
+        EXPECT_EQ(m_document.StaticPoints(), expected.StaticPoints()) << way;
+        m_box.Shown.clear();
+        m_form.Open();
+        Apply("252");
+        EXPECT_EQ(m_document.StaticPoints()[ptRHM].Z, 252);
+    }
     std::string errorText;
     ASSERT_TRUE(AdjustRideHeight(expected, errorText, 5, false));
     m_main.OnRefresh = [] {};
@@ -297,6 +314,16 @@ TEST_F(frmAdjustWithEditorTest, AnEditorThatCantApplyTellsItAndNothingMoves) {
     EXPECT_EQ(m_document.StaticPoints(), before);
     EXPECT_EQ(m_adjust.txtTarget.Text, "127") << "to be applied once the fault is mended";
     EXPECT_EQ(m_form->txtBump.Text, "much");
+}
+
+TEST_F(frmAdjustWithEditorTest, WhatIsTypedAndCantBeCalculatedStopsItWithOneMessage) {
+    TypeX(ptLWIF, "900"); // behind the rear one
+    m_main.OnRefresh = [this] { RunCalculation(m_document, MetricChannels(), m_messages); };
+    ApplyTarget("127");
+    EXPECT_THAT(Prompts(), ElementsAre(HasSubstr("Lower wishbone inboard points back to front")));
+    EXPECT_EQ(m_document.StaticPoints()[ptRHM].Z, 132);
+    ApplyTarget("128");
+    EXPECT_THAT(Prompts(), ElementsAre(HasSubstr("Lower wishbone inboard points back to front")));
 }
 
 TEST_F(frmAdjustWithEditorTest, AfterATargetOutOfReachTheEditorShowsWhatIsStored) {

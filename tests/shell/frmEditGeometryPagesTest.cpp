@@ -124,7 +124,7 @@ TEST_F(frmEditGeometryPagesTest, TravelIsCorrectedInOneMessage) {
         EXPECT_EQ(m_data.Bump, std::abs(LeadingNumber(c.Bump)));
         EXPECT_EQ(m_data.Droop, std::abs(LeadingNumber(c.Droop)));
         EXPECT_EQ(m_data.RackTravel, LeadingNumber(c.RackTravel));
-        EXPECT_EQ(m_form->txtBump.Text, c.Bump) << "the boxes are not rewritten";
+        EXPECT_EQ(m_form->txtBump.Text, FormatNumber(m_data.Bump, "0.00", {})) << "as taken";
         EXPECT_FALSE(m_form->HasUnappliedChanges());
     }
     UseUnits("in", "N", "kg", "N/mm");
@@ -206,12 +206,46 @@ TEST_F(frmEditGeometryPagesTest, TheDraftFollowsTheListsAtOnce) {
     EXPECT_EQ(m_data.SpringMechanism, smPushrodToUpright);
 }
 
-TEST_F(frmEditGeometryPagesTest, CopyTakesTheWholeGrid) {
+TEST_F(frmEditGeometryPagesTest, PasteTakesWhatCopyGivesInAnyOrder) {
+    const std::string before = m_form->grdPoints.Text();
     m_form->cmdCopy_Click();
-    EXPECT_THAT(m_windowSystem.Board, StartsWith("Point\tX\tY\tZ\r\tmm\tmm\tmm\rCentre of tyre"));
-    EXPECT_THAT(m_windowSystem.Board, testing::Not(HasSubstr("\n")));
-    EXPECT_THAT(m_windowSystem.Board, testing::Not(EndsWith("\r")));
+    const std::string copied = m_windowSystem.Board;
+    EXPECT_THAT(copied, StartsWith("Point\tX\tY\tZ\r\n\tmm\tmm\tmm\r\nCentre of tyre"));
+    EXPECT_EQ(copied + "\r\n", before);
     EXPECT_EQ(m_form->grdPointsSelection, (CellRange{0, 0, m_form->grdPoints.Rows() - 1, 3}));
+
+    std::string reversed = "Unknown\t1\t2\t3\r\n";
+    for (int row = m_form->grdPoints.Rows() - 1; row > 1; --row) {
+        for (int column = 0; column < 4; ++column) {
+            reversed += m_form->grdPoints.Cell(row, column) + (column < 3 ? "\t" : "\r\n");
+        }
+    }
+    for (const std::string& text : {copied, reversed, "Point\tX\tY\tZ\r" + reversed}) {
+        for (const bool whole : {true, false}) {
+            TypeX(ptWC, "9");
+            m_windowSystem.Board = text;
+            m_form->grdPointsSelection = {5, 2, 5, 2}; // of no account to rows with names
+            m_box.Answers = {maYes};
+            whole ? m_form->cmdPaste_Click() : m_form->grdPoints_Paste();
+            EXPECT_EQ(m_form->grdPoints.Text(), before) << text;
+            EXPECT_THAT(m_form->labStatus.Caption, StartsWith("23 rows pasted."));
+        }
+    }
+    EXPECT_THAT(m_form->labStatus.Caption, HasSubstr("1 row with a name that the table has not."));
+
+    const auto pasteAt = [&](const std::string& text, CellRange at) {
+        m_windowSystem.Board = text;
+        m_form->grdPointsSelection = at;
+        m_form->grdPoints_Paste();
+        return m_form->labStatus.Caption;
+    };
+    pasteAt("1\t2\r\n3\t4", {3, 2, 3, 2});
+    EXPECT_EQ(m_form->grdPoints.Cell(3, 1), "0.00") << "nothing is emptied";
+    EXPECT_EQ(m_form->grdPoints.Cell(3, 3) + m_form->grdPoints.Cell(4, 2), "23");
+    pasteAt("Point\tZ\r\nptWC\t77", {0, 0, 0, 0});
+    EXPECT_EQ(m_form->grdPoints.Cell(RowOf(ptWC), 3), "77") << "by heads and short names";
+    EXPECT_EQ(pasteAt("Point\tX\r\n\tin\r\nptWC\t1", {2, 1, 2, 1}),
+              "Nothing pasted: the copied table is in another unit.");
 }
 
 TEST_F(frmEditGeometryPagesTest, PasteLaysRowsIntoTheCells) {
@@ -233,8 +267,7 @@ TEST_F(frmEditGeometryPagesTest, PasteLaysRowsIntoTheCells) {
         return grid.Cell(2, 1) + "|" + grid.Cell(2, 2) + "|" + grid.Cell(2, 3) + "|" +
                grid.Cell(3, 1) + "|" + grid.Cell(3, 2) + ": " + m_form->labStatus.Caption;
     };
-    const std::string short2 =
-        "2 rows pasted. The last " + std::to_string(rows - 2) + " rows stayed empty.";
+    const std::string short2 = "2 rows pasted. " + std::to_string(rows - 2) + " rows stayed empty.";
     EXPECT_EQ(paste("1\t2\t3\r\n4\t5\t6\r\n"), "1|2|3|4|5: " + short2);
     EXPECT_EQ(paste("1\t2\t3\r4\t5\t6"), "1|2|3|4|5: " + short2);
     EXPECT_EQ(paste("1\n4\t5+1\t6\t7\t8\n"), "1|||4|6: " + short2) << "ragged";
@@ -253,6 +286,28 @@ TEST_F(frmEditGeometryPagesTest, PasteLaysRowsIntoTheCells) {
     EXPECT_TRUE(m_form->Apply());
     EXPECT_EQ(m_document.StaticPoints()[ptWTCP], (SuspPoint{1, 2, 3}));
     EXPECT_EQ(m_document.StaticPoints()[ptLWO], SuspPoint()) << "an empty cell is 0";
+}
+
+TEST_F(frmEditGeometryPagesTest, DoubtfulCellsAndTheRowsOfAFailureAreMarked) {
+    EXPECT_FALSE(m_form->labPointNotes.Visible);
+    const int row = RowOf(ptTRO);
+    const auto type = [&](const char* y) { m_form->grdPoints_Edited(row, 2, y); };
+    type("-645");
+    const std::string sentence =
+        "Trackrod outboard  pickup is across the centreline of the car: its Y is negative.";
+    EXPECT_EQ(m_form->grdPoints.Note(row, 2), sentence);
+    EXPECT_EQ(m_form->grdPoints.Note(row, 1), "");
+    EXPECT_EQ(m_form->labPointNotes.Caption, sentence);
+    EXPECT_EQ(m_form->grdPoints_ToolTip(row, 2),
+              sentence + "\nY of Trackrod outboard  pickup, mm, left positive");
+    type("645");
+    EXPECT_FALSE(m_form->labPointNotes.Visible);
+
+    m_main.OnRefresh = [&] { m_document.FaultyPoints = {ptR1P1, ptPRI}; };
+    EXPECT_TRUE(m_form->Apply());
+    EXPECT_NE(m_form->grdPoints.Note(RowOf(ptPRI), 3), "");
+    EXPECT_EQ(m_form->labPointNotes.Caption, "The last calculation failed at Rocker pivot point on "
+                                             "chassis and Pushrod inboard  pickup on rocker.");
 }
 
 TEST_F(frmEditGeometryPagesTest, AClipboardThatFailsIsTold) {

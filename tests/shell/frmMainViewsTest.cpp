@@ -129,8 +129,45 @@ TEST_F(frmMainViewsTest, WithoutAViewTheAreaSaysWhatToDoNext) {
     EXPECT_EQ(Area(), "failure ");
     EXPECT_EQ(Strip(), "none");
     EXPECT_EQ(m_main.panFailure.Caption, m_box.Prompts().back());
+    EXPECT_TRUE(m_main.labFailurePlace.Visible);
+    EXPECT_THAT(m_main.labFailurePlace.Caption,
+                StartsWith("Rows of the table: Upper wishbone outer pickup (ptUWO), Upper wishbone "
+                           "inner front pickup (ptUWIF) and Upper wishbone inner rear pickup "
+                           "(ptUWIR).\rPosition: Bump +"));
+    EXPECT_THAT(m_main.stbMain.Note, StartsWith("Stopped at Bump +"));
+    EXPECT_THAT(m_main.stbMain.Note, HasSubstr("Upper wishbone outer pickup"));
     Open("no document");
     EXPECT_EQ(Area(), "start ");
+}
+
+TEST_F(frmMainViewsTest, PointsThatTheCalculationMissesAreToldAboveTheResults) {
+    for (const std::string& path : AllSamplePaths()) {
+        Open(DiskFileServices().ReadBytes(path));
+        EXPECT_FALSE(m_main.labBanner.Visible) << path << m_main.labBanner.Caption;
+        EXPECT_EQ(m_main.stbMain.Note, "") << path;
+    }
+    // Pivot, pushrod and output of the rocker in one line, as round numbers give.
+    Open(SampleBytes("published/FSARBR.WSP"));
+    PointSet& points = m_document.StaticPoints();
+    const SuspPoint pivot = points[ptR1P1];
+    const SuspPoint rod = points[ptPRI];
+    points[ptR1O] = {2 * pivot.X - rod.X, 2 * pivot.Y - rod.Y, 2 * pivot.Z - rod.Z};
+    m_document.ResultsValid = false;
+    m_main.RefreshGUI(false);
+    EXPECT_TRUE(m_main.labBanner.Visible);
+    EXPECT_THAT(m_main.labBanner.Caption,
+                StartsWith("The results are not those of the points entered. At rest the "
+                           "calculation misses ARB drop link pickup on rocker (ptARDL) by "));
+    EXPECT_THAT(m_main.labBanner.Caption,
+                HasSubstr("Rocker pivot point on chassis (ptR1P1), Pushrod inboard pickup on "
+                          "rocker (ptPRI) and Shock absorber pickup on rocker (ptR1O) lie in one "
+                          "line, so they can't tell where ARB drop link pickup on rocker (ptARDL) "
+                          "is. Move one of them out of the line."));
+    EXPECT_EQ(m_main.stbMain.Note, "Not where entered: ARB drop link pickup on rocker and ARB "
+                                   "drop link pickup on input lever");
+    EXPECT_EQ(Area(), "grid ");
+    GoTo(vwNone);
+    EXPECT_FALSE(m_main.labBanner.Visible);
 }
 
 TEST_F(frmMainViewsTest, TheListsOfferThePositionsOfTheGridAndShowTheCurrentOne) {

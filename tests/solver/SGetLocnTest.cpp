@@ -115,8 +115,13 @@ TEST_F(SGetLocnTest, SpheresThatDoNotMeet) {
         apart += due.First < foot - 1 ? 1 : 0;
     }
     EXPECT_GT(apart, 300) << "the case must have been met";
-    const MovedBody onALine{RandomBody().Old, {{{0, 0, 0}, {1, 2, 3}, {2, 4, 6}, {}}}};
-    EXPECT_NO_THROW((void)Located(onALine, {})) << "of no meaning, but no failure";
+    // References in one line: whichever determinant is the largest, X is the free coordinate, from
+    // which lines that rise to 1e16 lead nowhere.
+    for (const SuspPoint& bend : {SuspPoint{0, 5e-5, 0}, SuspPoint{5e-5, 0, 0}, SuspPoint{}}) {
+        const MovedBody onALine{RandomBody().Old,
+                                {{{7, 8, 9}, {7, 8, 109}, {7 + bend.X, 8 + bend.Y, 209}, {}}}};
+        EXPECT_EQ(Located(onALine, {}), (SuspPoint{6, 8, 9})) << "of no meaning, but no failure";
+    }
 }
 
 } // namespace

@@ -1,9 +1,11 @@
 #include "solver/SSums.h"
 
+#include "solver/FaultyPoints.h"
 #include "tests/support/Corners.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <string>
@@ -131,8 +133,16 @@ TEST(SSumsTest, EveryInputCheckFiresAloneAndPassesAtItsBoundary) {
 
         points = sound;
         c.Set(points, true);
+        corner.FaultyPoints.clear();
         EXPECT_EQ(InputReport(corner), Head + "\r" + c.Message);
         EXPECT_FALSE(corner.GeometryValid);
+        // Named are points of the table, one of which stands for a point that the change moved.
+        const bool named = std::any_of(AllPoints.begin(), AllPoints.end(), [&](PointNumber number) {
+            const PointNumber entered = EnteredPoint(number, corner.Data);
+            return points[number] != sound[number] && corner.Catalogue[entered].Enabled &&
+                   std::count(corner.FaultyPoints.begin(), corner.FaultyPoints.end(), entered);
+        });
+        EXPECT_TRUE(named) << c.Message;
     }
 }
 

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "model/Suspension.h"
+#include "model/Units.h"
+
+#include <span>
+#include <string>
+
+namespace corvanta {
+
+/// What is said of points of the document, in the names that its table shows.
+
+/// A point by both of its names: "Rocker output (ptR1O)".
+[[nodiscard]] std::string PointWords(const PointCatalogue& catalogue, PointNumber number);
+
+/// Points by the names of their rows, the first few and how many more there are.
+[[nodiscard]] std::string RowWords(const PointCatalogue& catalogue,
+                                   std::span<const PointNumber> numbers);
+
+/// Entered points that the calculation does not find where they were entered.
+struct DisplacementWords {
+    std::string Banner; ///< which, how far, why and what to do; empty when there is none
+    std::string Note;   ///< the same in short, for a status bar
+};
+
+/// Of a document that has been calculated, or whose calculation failed at a position.
+[[nodiscard]] DisplacementWords DescribeDisplacement(const Suspension& document,
+                                                     const FundamentalUnits& units);
+
+/// Where a calculation failed, below its message: the rows that it is about, the position, and what
+/// stands wrongly already at rest. `position` is empty for a failure before the first one.
+[[nodiscard]] std::string DescribeFailure(const Suspension& document, const FundamentalUnits& units,
+                                          const std::string& position);
+
+} // namespace corvanta
