@@ -3,6 +3,7 @@
 #include "desktop/HelpWindow.h"
 #include "desktop/QtPageWriter.h"
 #include "desktop/QtServices.h"
+#include "desktop/WidgetRules.h"
 #include "frame/MSusp.h"
 #include "platform/FileServices.h"
 #include "platform/NoWindowSystem.h"
@@ -67,6 +68,7 @@ class Desktop final : private ScreenUpdate {
     void ShowChildWindows();
     void ReleaseClosedWindows();
 
+    WidgetRules m_rules;
     QtMessageBox m_ownBox;
     QtFileDialog m_ownDialog;
     QtClipboard m_clipboard;

@@ -149,11 +149,17 @@ QWidget* EditGeometryWindow::BuildPointsPage() {
     m_points->Model().OnToolTip([this](int row, int column) {
         return QString::fromStdString(m_window.grdPoints_ToolTip(row, column));
     });
+    m_points->OnPaste([this] { m_desktop.Handle([this] { m_window.grdPoints_Paste(); }); });
     connect(m_points->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this] { ShowDrawings(); });
     connect(m_points->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &EditGeometryWindow::RememberSelection);
     layout->addWidget(m_points, 1);
+    auto* notes = new QLabel(left);
+    notes->setObjectName("labPointNotes");
+    notes->setWordWrap(true);
+    m_binder.Bind(notes, m_window.labPointNotes);
+    layout->addWidget(notes);
     auto* row = new QHBoxLayout;
     row->addWidget(
         Button(m_window.cmdCopy, "cmdCopy", "copy", [this] { m_window.cmdCopy_Click(); }));

@@ -381,6 +381,10 @@ void GridView::keyPressEvent(QKeyEvent* event) {
         Copy(false);
         return;
     }
+    if (event->matches(QKeySequence::Paste) && m_paste) {
+        m_paste();
+        return;
+    }
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (m_model.Grid().Editable && enter && state() != EditingState) {
         setCurrentIndex(moveCursor(MoveNext, Qt::NoModifier));
@@ -406,6 +410,9 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
     const bool selected = selectionModel()->hasSelection();
     copy->setEnabled(selected);
     withHeads->setEnabled(selected);
+    if (m_paste) {
+        menu.Add(tr("Paste"), m_paste);
+    }
     menu.Add(tr("Select All"), [this] { selectAll(); });
     menu.AddSeparator();
     menu.Add(tr("Save Table As CSV..."), [this] {

@@ -80,6 +80,9 @@ class GridView final : public QTableView {
     /// Shows the grid as it is now.
     void Refresh();
 
+    /// What pastes from the clipboard into the table, by key and by menu; none until it is told.
+    void OnPaste(std::function<void()> paste) { m_paste = std::move(paste); }
+
     /// Takes the text of a cell that is still open, as the Enter key does.
     void CommitTyping();
 
@@ -104,6 +107,7 @@ class GridView final : public QTableView {
     void Copy(bool withHeads) const;
 
     GridModel m_model;
+    std::function<void()> m_paste;
     GridHeader* m_heads;
     GridRowHeads* m_rowHeads;
     QWidget* m_corner; ///< the heads of the first column

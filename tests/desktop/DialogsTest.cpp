@@ -11,7 +11,10 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
 #include <QEventLoop>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMouseEvent>
@@ -19,6 +22,8 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QToolTip>
+#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -203,20 +208,63 @@ TEST_F(DialogsTest, TheRideHeightIsWorkedByTheKeyboard) {
     EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
 }
 
-TEST_F(DialogsTest, AFailedRideHeightIsOnShow) {
+TEST_F(DialogsTest, ARefusedRideHeightGoesWithItsWindow) {
     m_user.Choose(mcView, vwCoordinates);
     m_user.Choose(mcAdjust);
     auto& target = DesktopUser::Child<QLineEdit>(*m_user.Desk.AdjustView(), "txtTarget");
+    const auto shows = [&](const char* height) {
+        return m_user.Logic().grdDisplay.Text().find(height) != std::string::npos;
+    };
     target.selectAll();
     QTest::keyClicks(&target, "900");
-    Press(*m_user.Desk.AdjustView(), "cmdOK");
+    Press(*m_user.Desk.AdjustView(), "cmdApply");
     EXPECT_THAT(m_user.Box.Prompts(), testing::ElementsAre(HasSubstr("Unable to complete")));
-    bool shown = false;
-    const DataGrid& grid = m_user.Logic().grdDisplay;
-    for (int row = 0; row < grid.Rows(); ++row) {
-        shown = shown || grid.Cell(row, 3) == "900.00";
+    EXPECT_TRUE(shows("\t900.00")) << "the reference point keeps it";
+    Press(*m_user.Desk.AdjustView(), "cmdCancel");
+    EXPECT_TRUE(shows("\t132.00") && !shows("\t900.00"));
+}
+
+TEST_F(DialogsTest, TheWheelChangesNoClosedListAndTextsAreShownAsTheyAreWritten) {
+    m_user.Choose(mcProperties);
+    QWidget& editor = *m_user.Desk.EditorView();
+    for (QWidget* const window : {&editor, static_cast<QWidget*>(&m_user.Window())}) {
+        const QList<QComboBox*> lists = window->findChildren<QComboBox*>();
+        EXPECT_FALSE(lists.isEmpty());
+        for (QComboBox* const list : lists) {
+            const int chosen = list->currentIndex();
+            for (const int way : {-120, 120}) {
+                QWheelEvent wheel({5, 5}, list->mapToGlobal(QPointF(5, 5)), {}, {0, way},
+                                  Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+                QApplication::sendEvent(list, &wheel);
+                EXPECT_EQ(list->currentIndex(), chosen) << list->objectName().toStdString();
+            }
+        }
     }
-    EXPECT_TRUE(shown) << "the height that the reference point has kept";
+    EXPECT_FALSE(m_user.Logic().EditGeometry->HasUnappliedChanges());
+
+    const QString name = "<img src='a.png'><b>a</b>";
+    QLabel label(name);
+    label.show();
+    EXPECT_EQ(label.textFormat(), Qt::PlainText);
+    QToolTip::showText({10, 10}, name, &label);
+    for (const QWidget* const top : QApplication::topLevelWidgets()) {
+        const auto* const tip = qobject_cast<const QLabel*>(top);
+        EXPECT_TRUE(tip == nullptr || tip->textFormat() == Qt::PlainText);
+    }
+    EXPECT_EQ(QToolTip::text(), name);
+}
+
+TEST_F(DialogsTest, TheTableOfPointsTakesCellsByTheKeyboard) {
+    m_user.Choose(mcProperties);
+    frmEditGeometry& logic = *m_user.Logic().EditGeometry;
+    m_user.Desk.Handle([&] { logic.tabPages_Changed(pgStaticPoints); });
+    auto& table = DesktopUser::Child<GridView>(*m_user.Desk.EditorView(), "grdPoints");
+    table.setCurrentIndex(table.Model().index(1, 1));
+    QApplication::clipboard()->setText("-701\t281");
+    QTest::keyClick(&table, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(logic.grdPoints.Cell(3, 2) + logic.grdPoints.Cell(3, 3), "-701281");
+    EXPECT_TRUE(logic.labPointNotes.Visible);
+    EXPECT_TRUE(DesktopUser::Child<QLabel>(*m_user.Desk.EditorView(), "labPointNotes").isVisible());
 }
 
 } // namespace
