@@ -259,15 +259,19 @@ std::string MarkPointCells(DataGrid& grid, const Suspension& draft,
             }
         }
     }
-    for (const DoubtfulValue& doubt : DoubtfulValues(draft.StaticPoints(), draft.Catalogue)) {
+    constexpr std::size_t MostSentences = 3; // the others tell themselves as tooltips
+    const std::vector<DoubtfulValue> doubts = DoubtfulValues(draft.StaticPoints(), draft.Catalogue);
+    for (const DoubtfulValue& doubt : doubts) {
         const auto* const axis = std::find_if(Axes.begin(), Axes.end(), [&](const Axis& each) {
             return each.Coordinate == doubt.Coordinate;
         });
         mark(doubt.Number, static_cast<int>(axis - Axes.begin()) + grid.FixedColumns(),
              doubt.Sentence);
-        text += (text.empty() ? "" : " ") + doubt.Sentence;
     }
-    return text;
+    for (std::size_t n = 0; n < std::min(doubts.size(), MostSentences); ++n) {
+        text += (text.empty() ? "" : " ") + doubts[n].Sentence;
+    }
+    return text + (doubts.size() > MostSentences ? " More cells are marked." : "");
 }
 
 std::string PointCellToolTip(const DataGrid& grid, const FundamentalUnits& units, int row,
