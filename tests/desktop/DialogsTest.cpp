@@ -167,26 +167,6 @@ TEST_F(DialogsTest, TheFreeViewIsTurnedAndSaved) {
               m_disk.ReadBytes(m_folder / "standard.svg"));
 }
 
-TEST_F(DialogsTest, TheRideHeightGoesThereAndBack) {
-    const PointSet before = m_user.Desk.Program().Data().Document.StaticPoints();
-    for (const char* target : {"137", "132"}) {
-        m_user.Choose(mcAdjust);
-        auto& field = DesktopUser::Child<QLineEdit>(*m_user.Desk.AdjustView(), "txtTarget");
-        field.selectAll();
-        QTest::keyClicks(&field, target);
-        Press(*m_user.Desk.AdjustView(), "cmdOK");
-        EXPECT_EQ(m_user.Desk.AdjustView(), nullptr);
-        EXPECT_EQ(m_user.Desk.Program().Data().Document.StaticPoints()[ptRHM].Z, std::stod(target));
-        EXPECT_TRUE(m_user.Desk.Program().Data().Document.ResultsValid);
-    }
-    const PointSet& after = m_user.Desk.Program().Data().Document.StaticPoints();
-    for (const PointNumber number : {ptUWO, ptLWO, ptTRO, ptTRI, ptUWIF, ptPRI, ptWC}) {
-        EXPECT_LT(Distance(before[number], after[number]), 1e-4) << number;
-    }
-    EXPECT_TRUE(m_user.Window().isWindowModified());
-    EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
-}
-
 TEST_F(DialogsTest, TheRideHeightIsWorkedByTheKeyboard) {
     m_user.Choose(mcAdjust);
     QWidget& window = *m_user.Desk.AdjustView();

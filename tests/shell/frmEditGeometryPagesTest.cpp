@@ -194,18 +194,6 @@ TEST_F(frmEditGeometryPagesTest, CellsTakeSumsAndMarkWhatIsNoNumber) {
     EXPECT_EQ(m_form->PointAtRow(99), std::nullopt);
 }
 
-TEST_F(frmEditGeometryPagesTest, TheDraftFollowsTheListsAtOnce) {
-    ChooseMechanism(smPullrodToUpright);
-    ChooseSprings(tsCentreSpring);
-    TypeX(ptWC, "9");
-    const Suspension draft = m_form->Draft();
-    EXPECT_EQ(draft.Data.SpringMechanism, smPullrodToUpright);
-    EXPECT_TRUE(draft.Catalogue[ptTSO].Enabled);
-    EXPECT_FALSE(draft.Catalogue[ptSAI].Enabled);
-    EXPECT_EQ(draft.StaticPoints()[ptWC].X, 9);
-    EXPECT_EQ(m_data.SpringMechanism, smPushrodToUpright);
-}
-
 TEST_F(frmEditGeometryPagesTest, PasteTakesWhatCopyGivesInAnyOrder) {
     const std::string before = m_form->grdPoints.Text();
     m_form->cmdCopy_Click();

@@ -184,6 +184,7 @@ TEST_F(frmEditGeometryTest, ApplyTakesEveryPageAndCalculates) {
     EXPECT_TRUE(m_form->Raise && m_form->IsOpen);
     EXPECT_FALSE(m_form->HasUnappliedChanges());
     EXPECT_EQ(m_document.StaticPoints()[ptWC].X, 1.5);
+    EXPECT_EQ(CellX(ptWC) + " " + m_form->txtBump.Text, "1.50 30.00") << "as it was taken";
     EXPECT_EQ(m_data.Bump, 30);
     EXPECT_EQ(m_data.KARB, 0);
     EXPECT_EQ(m_data.GAccel, static_cast<double>(0.9F));

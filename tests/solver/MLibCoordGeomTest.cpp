@@ -18,33 +18,6 @@ void ExpectPoint(const SuspPoint& point, double x, double y, double z, double to
     EXPECT_NEAR(point.Z, z, tolerance);
 }
 
-TEST(MLibCoordGeomTest, FootAndDistanceOfAPointFromALine) {
-    std::mt19937 random(2);
-    std::uniform_real_distribution<double> c(-500, 500);
-    for (int n = 0; n < 500; ++n) {
-        const SuspPoint p1{c(random), c(random), c(random)};
-        const SuspPoint p2{c(random), c(random), c(random)};
-        const SuspPoint p3{c(random), c(random), c(random)};
-        const SuspPoint foot = PerpendicularFoot(p1, p2, p3);
-        const Vector3 u = UnitVector(p2.X - p1.X, p2.Y - p1.Y, p2.Z - p1.Z);
-        ASSERT_NEAR(Dot(u, VectorSubtract(p3, foot)), 0, 1e-8) << "square to the line";
-        ASSERT_NEAR(DistancePointToLine(p1, p2, foot), 0, 1e-8) << "on the line";
-        ASSERT_NEAR(DistancePointToLine(p1, p2, p3), Distance(p3, foot), 1e-8);
-    }
-    EXPECT_NEAR(DistancePointToLine({1, 1, 1}, {3, 0, 4}, {1, 2, 1}), std::sqrt(13.0 / 14), 1e-15);
-    EXPECT_EQ(DistancePointToLine({1, 2, 3}, {1, 2, 3}, {9, 9, 9}), 0) << "no line, no distance";
-    EXPECT_THROW((void)PerpendicularFoot({1, 2, 3}, {1, 2, 3}, {9, 9, 9}), Failure);
-}
-
-TEST(MLibCoordGeomTest, CrossingOfLines) {
-    const Point2D beyond = LineIntersect2D({0, 1}, {1, 3}, {10, 0}, {11, -1}); // at (3, 7)
-    EXPECT_NEAR(beyond.X, 3, 1e-14);
-    EXPECT_NEAR(beyond.Y, 7, 1e-14);
-    const Point2D none = LineIntersect2D({0, 0}, {1, 2}, {5, 0}, {6, 2});
-    EXPECT_EQ(none.X, 1e38);
-    EXPECT_EQ(none.Y, 1e38);
-}
-
 TEST(MLibCoordGeomTest, PointInPolygon) {
     const std::vector<Point2D> notched{{0, 0}, {4, 0}, {4, 4}, {2, 1}, {0, 4}};
     EXPECT_TRUE(IsPointInPolygon(0.5, 2, notched));

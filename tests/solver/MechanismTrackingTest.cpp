@@ -32,21 +32,6 @@ TEST(MechanismTrackingTest, TheTBarTurnsInHeaveAndSwingsInRoll) {
     }
 }
 
-TEST(MechanismTrackingTest, ChassisEndsAndFeet) {
-    Suspension document = DoubleWishboneCorner(smOutboardToLowerWishbone);
-    std::string errorText;
-    ASSERT_TRUE(SolveGrid(document, errorText));
-    const PointSet& droop = document.WheelStates(2, document.NW + 1).Points;
-    EXPECT_EQ(droop[ptPRI], document.StaticPoints()[ptSAI]);
-    EXPECT_EQ(droop[ptST], PerpendicularFoot(droop[ptUWO], droop[ptLWO], droop[ptTRO]));
-    EXPECT_NEAR(droop[ptSNextA].X, droop[ptWTCP].X, 1e-9);
-    EXPECT_NEAR(droop[ptTNextA].X, droop[ptWTCP].X, 1e-9);
-    EXPECT_NEAR(DistancePointToLine(droop[ptUWIF], droop[ptUWIR], droop[ptSNextA]), 0, 1e-9);
-    EXPECT_NEAR(DistancePointToLine(droop[ptLWIF], droop[ptLWIR], droop[ptTNextA]), 0, 1e-9);
-    EXPECT_THROW((void)WishboneAxisPointsAtX({0, 0, 0}, {9, 0, 0}, {5, 1, 0}, {5, 2, 0}, {}),
-                 Failure);
-}
-
 /// What the solve of a corner with this much travel either way reports.
 std::string ReportOf(Suspension document, double travel) {
     document.Data.Bump = document.Data.Droop = travel;

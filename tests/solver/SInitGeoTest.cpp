@@ -34,24 +34,6 @@ class SInitGeoTest : public testing::Test {
     Messages m_messages{m_box};
 };
 
-TEST_F(SInitGeoTest, ShapeOfTheGrid) {
-    struct Case {
-        double Bump, Droop, Step;
-        int NW, StaticWheel;
-    };
-    SetRack(0, 5);
-    for (const Case& c :
-         {Case{0, 0, 5, 1, 2}, Case{50, 50, 5, 21, 12}, Case{50.5, 50, 5, 22, 13},
-          Case{50.04, 0, 5, 11, 12}, Case{0, 12, 5, 4, 2}, Case{24, 24, 1, 49, 26}}) {
-        SetWheel(c.Bump, c.Droop, c.Step);
-        EXPECT_THAT(Shape(), ElementsAre(c.NW, c.StaticWheel, 1, 2)) << c.Bump << " " << c.Droop;
-        EXPECT_EQ(m_data.WheelTravelStepSize, c.Step);
-    }
-    SetRack(24, 1);
-    EXPECT_THAT(Shape(), ElementsAre(49, 26, 49, 26));
-    EXPECT_TRUE(m_box.Shown.empty());
-}
-
 TEST_F(SInitGeoTest, AStepThatIsTooSmallGrowsAndTheUserIsToldOnce) {
     constexpr auto* told = "Max number of wheel travel points exceeded so step size reset to  4.5";
     SetWheel(100, 100, 1);

@@ -56,34 +56,6 @@ void ExpectPoint(const SuspPoint& point, double x, double y, double z) {
     EXPECT_NEAR(point.Z, z, 1e-11);
 }
 
-TEST(StaticStateTest, LengthsAndFeetOfEveryCorner) {
-    Suspension document = WholeNumberCorner();
-    Measure(document);
-    const StaticLengthRecord& lengths = document.StaticLengths;
-    const PointSet& points = document.StaticPoints();
-    EXPECT_EQ(lengths.DriveshaftLength, 500);
-    EXPECT_EQ(lengths.StaticHalfTrack, 700);
-    EXPECT_EQ(lengths.StubAxleLength, 600);
-    EXPECT_EQ(lengths.TyreRadius, 65);
-    EXPECT_DOUBLE_EQ(lengths.TrackRodLength, std::hypot(0, 400, 30));
-    EXPECT_DOUBLE_EQ(lengths.LowerFrontLink, std::hypot(170, 450, 40));
-    EXPECT_DOUBLE_EQ(lengths.LowerRearLink, std::hypot(130, 450, 40));
-    EXPECT_DOUBLE_EQ(lengths.UpperFrontLink, std::hypot(120, 400, 30));
-    EXPECT_DOUBLE_EQ(lengths.UpperRearLink, std::hypot(80, 400, 30));
-    EXPECT_DOUBLE_EQ(lengths.UpperWishboneRadius, std::hypot(0, 400, 30));
-    EXPECT_NEAR(lengths.SteeringArmLever, 100, 1e-11);
-    ExpectPoint(points[ptUWCR], 20, 300, 400);
-    ExpectPoint(points[ptLWCR], 20, 250, 150);
-    ExpectPoint(points[ptST], 20, 700, 210);
-    // 600 inboard along the wheel's axis, which is the radius (-16, 63) by a quarter turn.
-    ExpectPoint(points[ptWSA], 10, 684 - 600.0 * 63 / 65, 63 - 600.0 * 16 / 65);
-
-    document.Data.DriveShaftExists = false;
-    document.StaticPoints()[ptDSO] = {};
-    Measure(document);
-    EXPECT_EQ(lengths.DriveshaftLength, 500) << "the last one that was used";
-}
-
 TEST(StaticStateTest, SpringTrainByMechanism) {
     constexpr double Unused = -7;
     for (std::int32_t m = smNone; m <= smMacPhersonStrut; ++m) {

@@ -4,45 +4,9 @@
 #include "tests/support/Testing.h"
 
 #include <string>
-#include <vector>
 
 namespace corvanta::test {
 namespace {
-
-/// The step, its neighbour and its travel, in the order of the march.
-std::vector<std::vector<double>> March(MarchStep (*step)(const Suspension&, int),
-                                       const Suspension& document, int count) {
-    std::vector<std::vector<double>> march;
-    for (int i = 2; i <= count + 1; ++i) {
-        const MarchStep at = step(document, i);
-        march.push_back(
-            {static_cast<double>(at.Step), static_cast<double>(at.Neighbour), at.Travel});
-    }
-    return march;
-}
-
-TEST(MarchOrderTest, FromStaticIntoBumpThenStaticThenIntoDroop) {
-    Suspension document;
-    document.Data.WheelTravelStepSize = 4;
-    document.Data.RackTravelStepSize = 10;
-    const auto wheel = [&](int bump, int droop) {
-        document.NW = bump + droop + 1;
-        document.StaticWheel = bump + 2;
-        return March(WheelStepIndex, document, document.NW);
-    };
-    using Row = std::vector<double>;
-    EXPECT_THAT(wheel(3, 2), ElementsAre(Row{4, 1, 4}, Row{3, 4, 8}, Row{2, 3, 12}, Row{5, 4, 0},
-                                         Row{6, 1, -4}, Row{7, 6, -8}));
-    EXPECT_THAT(wheel(0, 2), ElementsAre(Row{2, 1, 0}, Row{3, 1, -4}, Row{4, 3, -8}));
-    EXPECT_THAT(wheel(2, 0), ElementsAre(Row{3, 1, 4}, Row{2, 3, 8}, Row{4, 3, 0}));
-    EXPECT_THAT(wheel(0, 0), ElementsAre(Row{2, 1, 0}));
-
-    document.NR = 5;
-    document.StaticRack = 4;
-    EXPECT_THAT(
-        March(RackStepIndex, document, 5),
-        ElementsAre(Row{3, 1, 10}, Row{2, 3, 20}, Row{4, 3, 0}, Row{5, 1, -10}, Row{6, 5, -20}));
-}
 
 class RunCalculationTest : public testing::Test {
   protected:
