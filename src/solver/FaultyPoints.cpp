@@ -48,8 +48,11 @@ void NamePointsOfRaisedFailure(Suspension& document, bool atAPosition) {
             NameFaultyPoints(document, std::array{first, second});
         }
     }
+    const bool strut = document.Data.SpringMechanism == smMacPhersonStrut;
+    if (strut && points[ptSAI].Z == points[ptLWO].Z) { // exactly: it lies flat
+        NameFaultyPoints(document, std::array{ptSAI, ptLWO});
+    }
     if (document.FaultyPoints.empty() && atAPosition) {
-        const bool strut = document.Data.SpringMechanism == smMacPhersonStrut;
         NameFaultyPoints(document, strut ? std::array{ptLWO, ptLWIF, ptLWIR}
                                          : std::array{ptUWO, ptUWIF, ptUWIR});
     }

@@ -15,8 +15,8 @@ namespace corvanta {
 void NameFaultyPoints(Suspension& document, std::span<const PointNumber> numbers);
 
 /// The same for a failure that was raised while the static state was readied or a position was
-/// searched, and names no points itself: the ends of axes that have no length, or without one the
-/// wishbone that drives the search.
+/// searched, and names no points itself: the ends of axes that have no length and of a strut that
+/// lies flat, or without either the wishbone that drives the search.
 void NamePointsOfRaisedFailure(Suspension& document, bool atAPosition);
 
 } // namespace corvanta

@@ -53,9 +53,24 @@ TEST_F(RunCalculationTest, AFailureEndsTheRunAndIsToldOnce) {
     EXPECT_EQ(m_box.Shown[1].Prompt,
               "Calculations could not be completed.\r\rThe following problem/s were found with the "
               "input geometry: \r\rTrackrod points swapped inboard for outboard");
+    EXPECT_THAT(document.FaultyPoints, ElementsAre(ptTRO, ptTRI));
     m_messages.Silence();
     RunCalculation(document, MetricChannels(), m_messages);
     EXPECT_EQ(m_box.Shown.size(), 2U);
+
+    Suspension strut = StrutCorner();
+    PointSet& points = strut.StaticPoints();
+    const PointSet sound = points;
+    points[ptLWIR] = points[ptLWIF]; // what no check asks
+    RunCalculation(strut, MetricChannels(), m_messages);
+    EXPECT_THAT(strut.FaultyPoints, ElementsAre(ptLWIF, ptLWIR));
+    points = sound;
+    points[ptSAI].Z = points[ptLWO].Z;
+    RunCalculation(strut, MetricChannels(), m_messages);
+    EXPECT_THAT(strut.FaultyPoints, ElementsAre(ptSAI, ptLWO));
+    points = sound;
+    RunCalculation(strut, MetricChannels(), m_messages);
+    EXPECT_THAT(strut.FaultyPoints, IsEmpty());
 }
 
 } // namespace
