@@ -14,23 +14,6 @@ class RunCalculationTest : public testing::Test {
     Messages m_messages{m_box};
 };
 
-TEST_F(RunCalculationTest, ASoundCornerGivesResults) {
-    Suspension document = DoubleWishboneCorner();
-    RunCalculation(document, MetricChannels(), m_messages);
-    EXPECT_TRUE(document.ResultsValid);
-    EXPECT_TRUE(m_box.Shown.empty());
-    const ChannelCells& bump = document.WheelStates(2, 2).Channels;
-    const ChannelCells& atRest = document.WheelStates(2, document.StaticWheel).Channels;
-    EXPECT_EQ(bump[chSteerAngleBump], bump[chSteerAngle] - atRest[chSteerAngle]);
-    EXPECT_NE(bump[chSteerAngleBump], 0);
-    EXPECT_EQ(atRest[chSteerAngleBump], 0);
-
-    std::string errorText;
-    SolveCounts counts;
-    ASSERT_TRUE(SolveGrid(document, errorText, counts));
-    EXPECT_EQ(counts.Solves, document.NR * (3 * document.NW - 1)) << "two at the static step";
-}
-
 TEST_F(RunCalculationTest, AFailureEndsTheRunAndIsToldOnce) {
     Suspension document = DoubleWishboneCorner(smNone);
     // In one step past the length of the upper wishbone.

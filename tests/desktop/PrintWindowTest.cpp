@@ -90,26 +90,6 @@ TEST_F(PrintWindowTest, EscapeAndTheCloseBoxLeaveThePreviewFirst) {
     }
 }
 
-TEST_F(PrintWindowTest, TheOrientationChosenInTheSetUpIsKept) {
-    m_waiting.Expect([](QWidget& waiting) {
-        auto* const dialog = qobject_cast<QPageSetupDialog*>(&waiting);
-        if (dialog == nullptr) {
-            return false;
-        }
-        DesktopUser::Child<QRadioButton>(*dialog, "landscape").click();
-        QTest::keyClick(dialog, Qt::Key_Return);
-        return true;
-    });
-    const std::int32_t before = m_user.Desk.Program().Data().Options.PaperOrientation;
-    Press("cmdSetup");
-    EXPECT_TRUE(m_waiting.Done());
-    EXPECT_EQ(before, poPortrait);
-    EXPECT_EQ(m_user.Desk.Program().Data().Options.PaperOrientation, poLandscape);
-    Press("cmdPreview");
-    const QSizeF page = m_user.Desk.Pages().PageSize(0);
-    EXPECT_GT(page.width(), page.height());
-}
-
 TEST_F(PrintWindowTest, APrinterCalledOffLeavesTheDialogAndOneThatPrintsClosesIt) {
     m_waiting.Expect([](QWidget& waiting) {
         const bool asks = qobject_cast<QPrintDialog*>(&waiting) != nullptr;

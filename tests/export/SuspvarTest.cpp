@@ -106,50 +106,5 @@ TEST_F(SuspvarTest, VersionTwoLooksTheStaticLengthsUp) {
                                      ElementsAre(210, 252, 260, 268)));
 }
 
-TEST_F(SuspvarTest, SteeringFallsWhicheverWayTheRackIsMounted) {
-    Suspension document = HandCorner(); // steer falls with the rack step
-    FieldTable table(3, std::vector<double>(4));
-    const std::vector<double> lengths{200, 210};
-    SuspvarSteeringFill(table, document, lengths);
-    const auto falling = ElementsAre(ElementsAre(0, -15, 0, 15), ElementsAre(200, 1.35, 0, -1.35),
-                                     ElementsAre(210, 1.85, 0.5, -0.85));
-    EXPECT_THAT(table, falling);
-
-    document.NR = 1; // no second rack step, whatever an earlier run left there
-    SuspvarSteeringFill(table, document, lengths);
-    EXPECT_EQ(table[1][1], -1.35);
-
-    document.NR = 3;
-    for (int r = 2; r <= 4; ++r) {
-        for (int w = 2; w <= 3; ++w) {
-            ChannelCells& channels = document.WheelStates(r, w).Channels;
-            channels.Set(chSteerAngle, -channels[chSteerAngle]);
-        }
-    }
-    SuspvarSteeringFill(table, document, lengths);
-    EXPECT_THAT(table, falling);
-}
-
-TEST_F(SuspvarTest, AFailureLeavesTheFileThatWasThere) {
-    Suspension document = HandCorner();
-    m_files.Put(Path, "old");
-    m_files.FailOnChange(1);
-    EXPECT_FALSE(ExportSUSPVAR2_1(document, Path, Point, m_files, m_messages));
-    EXPECT_THAT(m_box.Prompts(), ElementsAre("An error occurred while writing file: " + Path +
-                                             "\r\nError was: No space left on device"));
-    const double huge = std::numeric_limits<double>::max();
-    document.WheelStates(2, 2).Channels.Set(chCamberAngle, huge);
-    document.WheelStates(2, 3).Channels.Set(chCamberAngle, -huge);
-    EXPECT_THROW((void)ExportSUSPVAR2_1(document, Path, Point, m_files, m_messages), Failure);
-    document.WheelStates(3, 2).Channels.Set(chCamberAngle, std::nan(""));
-    m_box.Shown.clear();
-    EXPECT_FALSE(ExportSUSPVAR1_1(document, Path, Point, m_files, m_messages));
-    EXPECT_THAT(
-        m_box.Prompts(),
-        ElementsAre("An error occurred while adding table: SUSPVAR TABLE to the filestream"));
-    EXPECT_EQ(m_files.Bytes(Path), "old");
-    EXPECT_EQ(m_files.Changes().size(), 1U);
-}
-
 } // namespace
 } // namespace corvanta::test

@@ -15,17 +15,6 @@ namespace {
 const Separators Point{".", ","};
 const Separators French{",", "\u202F"};
 
-TEST(NumberTextTest, PlainTextsHoldFifteenDigits) {
-    EXPECT_EQ(NumberToText(0.1 + 0.2, Point), "0.3");
-    EXPECT_EQ(NumberToText(-0.0, Point), "0");
-    EXPECT_EQ(NumberToText(1e20, Point), "1E+20");
-    EXPECT_EQ(NumberToText(1.5e-5, French), "1,5E-05");
-    EXPECT_EQ(NumberToText(123456789012345678.0, Point), "1.23456789012346E+17");
-    EXPECT_EQ(NumberToText(-12345.6, French), "-12345,6");
-    EXPECT_THROW((void)NumberToText(std::numeric_limits<double>::quiet_NaN(), Point), Failure);
-    EXPECT_THROW((void)NumberToText(-std::numeric_limits<double>::infinity(), Point), Failure);
-}
-
 TEST(NumberTextTest, PlainTextsAreThoseOfTheCLibraryAndReadBack) {
     std::mt19937_64 random(15);
     std::uniform_real_distribution<double> mantissa(-10, 10);
@@ -73,19 +62,6 @@ TEST(NumberTextTest, IntegersRoundHalvesToEven) {
     EXPECT_THROW((void)ToInteger32(std::numeric_limits<double>::quiet_NaN()), Failure);
 }
 
-TEST(NumberTextTest, FormatsWriteWhatTheyAsk) {
-    EXPECT_EQ(FormatNumber(1.5, "0.000", Point), "1.500");
-    EXPECT_EQ(FormatNumber(1234.5, "###0", Point), "1235");
-    EXPECT_EQ(FormatNumber(0.2, "###0", Point), "0");
-    EXPECT_EQ(FormatNumber(1234567, "###,##0", Point), "1,234,567");
-    EXPECT_EQ(FormatNumber(-123456, "###,##0", Point), "-123,456");
-    EXPECT_EQ(FormatNumber(999.5, "###,##0", Point), "1,000");
-    EXPECT_EQ(FormatNumber(1234567.25, "###,##0.0", French), "1\u202F234\u202F567,3");
-    EXPECT_EQ(FormatNumber(12, "####0", Point), "12");
-    EXPECT_EQ(FormatNumber(1e20, "0.0", Point), "100000000000000000000.0");
-    EXPECT_THROW((void)FormatNumber(std::numeric_limits<double>::infinity(), "0", Point), Failure);
-}
-
 TEST(NumberTextTest, FormatsRoundTheDecimalText) {
     EXPECT_EQ(FormatNumber(100.005, "0.00", Point), "100.01"); // below the half in binary
     EXPECT_EQ(FormatNumber(-0.125, "0.00", Point), "-0.13");
@@ -106,16 +82,6 @@ TEST(NumberTextTest, FormatsRoundTheDecimalText) {
         ASSERT_TRUE(read.has_value());
         EXPECT_LE(std::abs(*read - value), 0.0005 + 1e-12) << value;
     }
-}
-
-TEST(NumberTextTest, ReplacesWithoutLookingAtWhatItPutIn) {
-    EXPECT_EQ(ReplaceAll(",1,2,3,4,", ",", "."), ".1.2.3.4.");
-    EXPECT_EQ(ReplaceAll("aaa", "aa", "a"), "aa");
-    EXPECT_EQ(ReplaceAll("aba", "a", "aa"), "aabaa");
-    EXPECT_EQ(ReplaceAll("abc", "", "x"), "abc");
-    EXPECT_EQ(TrimBlanks("  a b  "), "a b");
-    EXPECT_EQ(TrimBlanks("   "), "");
-    EXPECT_EQ(UpperCase("v3.67b é"), "V3.67B é");
 }
 
 } // namespace

@@ -32,15 +32,6 @@ TEST(UnitsTest, ValuesShowInTheChosenUnits) {
     EXPECT_EQ(FormatChannelValue(si, std::nullopt, ucDisplacement), "0");
 }
 
-TEST(UnitsTest, TypedValuesGoThroughTheSinglePrecisionFactor) {
-    const FundamentalUnits inches = UnitsOf("in", "kg", "kg", "lb/in");
-    const double stored = ParseChannelValue(inches, "1.000", ucDisplacement);
-    EXPECT_NEAR(stored, 25.4, 25.4 * 1e-7);
-    EXPECT_NE(stored, 25.4);
-    EXPECT_EQ(ParseChannelValue(UnitsOf("mm", "kg", "kg", "lb/in"), "1,5", ucDisplacement), 1);
-    EXPECT_THROW((void)ParseChannelValue(inches, "1E308", ucDisplacement), Failure);
-}
-
 TEST(UnitsTest, AnUnknownLabelKeepsTheFormerUnit) {
     FundamentalUnits units = UnitsOf("furlong", "kg", "kg", "N/mm");
     const Failure failure = FailureOf([&] { (void)FormatChannelValue(units, 1, ucDisplacement); });

@@ -89,24 +89,6 @@ class HandMadeStateTest : public testing::Test {
     WheelState m_state;
 };
 
-TEST_F(HandMadeStateTest, AnActuatorThatStandsStillHasNoRatio) {
-    m_data.SpringMechanism = smOutboardToUpright;
-    m_state.Points[ptSAI] = {0, 0, 500};
-    for (const double way : {2e-6, 5e-7, -5e-7, -2e-6, -3.0}) {
-        Move(ptPRO, {0, 0, 100}, {0, 0, way}); // a spring that lengthens has a negative ratio
-        CalculateMotionSpring(m_document, m_state);
-        const double ratio = std::abs(way) < 1e-6 ? 0 : 2 / way;
-        EXPECT_NEAR(Cell(chSpringVelocityRatio), ratio, 1e-6 * std::abs(ratio));
-    }
-    m_data.SpringMechanism = smPushrodToUpright;
-    Move(ptPRI, {0, 0, 0}, {-3, 0, 0}); // a path has no sense
-    CalculateMotionPRod(m_document, m_state);
-    EXPECT_DOUBLE_EQ(Cell(chPushrodVelocityRatio), 2 / 3.0);
-    Rise(-2);
-    CalculateMotionPRod(m_document, m_state);
-    EXPECT_DOUBLE_EQ(Cell(chPushrodVelocityRatio), -2 / 3.0);
-}
-
 TEST_F(HandMadeStateTest, TheCentreSpringByItsSystemAndTheMotion) {
     WheelState rowStart;
     const auto measure = [&](std::int32_t system, std::int32_t motion) {
@@ -172,26 +154,6 @@ TEST_F(LateralBarTest, TurnsFromUpright) {
         m_static.Points[ptARI] = lever;
         EXPECT_NEAR(RotationAt(330), rotation, AngleTolerance);
         EXPECT_NEAR(RotationAt(200), 110, AngleTolerance) << "only from the fourth quadrant";
-    }
-}
-
-TEST_F(LateralBarTest, UprightLeverCountsAsSuchWithinALimit) {
-    EXPECT_EQ(Rotation({5e-6, 30, 100}), 0);
-    EXPECT_EQ(Rotation({-5e-6, 30, -100}), 180);
-    EXPECT_EQ(Rotation({0, 30, 0}), 0);
-    EXPECT_NEAR(Rotation({2e-5, 30, 100}), -2e-7 / Degree, 1e-7);
-    EXPECT_NEAR(Rotation({2e-5, 30, -100}), -180 + 2e-7 / Degree, 1e-7) << "now behind the line";
-    EXPECT_NEAR(Rotation({-100, 30, 0}), 90, AngleTolerance);
-    EXPECT_NEAR(Rotation({100, 30, 0}), -90, AngleTolerance);
-}
-
-TEST_F(LateralBarTest, AnAxisAlongTheCarIsSeenInPlan) {
-    const SuspPoint lever{100, 100 * std::tan(20 * Degree), 100 * std::tan(50 * Degree)};
-    m_state.Points[ptARP2].Y = -0.999;
-    EXPECT_NEAR(Rotation(lever), 20 - 90, AngleTolerance);
-    for (const double span : {-1.0, 1.0}) {
-        m_state.Points[ptARP2].Y = span;
-        EXPECT_NEAR(Rotation(lever), 50 - 90, AngleTolerance);
     }
 }
 

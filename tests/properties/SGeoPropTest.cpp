@@ -233,23 +233,6 @@ class PassOverTheGridTest : public testing::Test {
     std::string m_message;
 };
 
-TEST_F(PassOverTheGridTest, ABarThatTurnsBackNegatesItsRowAndAllLaterOnes) {
-    ASSERT_EQ(m_document.NW, 3);
-    ASSERT_EQ(m_document.NR, 5);
-    const double ends[][2] = {{60, 60}, {70, 50}, {50, 70}, {80, 40}, {330, 20}}; // bump, droop
-    for (int r = 2; r <= 6; ++r) {
-        Point(r, 2, ends[r - 2][0]);
-        Point(r, 3, r == m_document.StaticRack ? 60 : 150); // points back at rest only here
-        Point(r, 4, ends[r - 2][1]);
-    }
-    ASSERT_TRUE(CalculateStateProperties(m_document, m_message));
-    const double rotations[][2] = {{-30, -30}, {-20, -40}, {40, 20}, {10, 50}, {120, 70}};
-    for (int r = 2; r <= 6; ++r) {
-        EXPECT_NEAR(Cells(r, 2)[chARBRotation], rotations[r - 2][0], 1e-6) << r;
-        EXPECT_NEAR(Cells(r, 4)[chARBRotation], rotations[r - 2][1], 1e-6) << r;
-    }
-}
-
 TEST_F(PassOverTheGridTest, AChannelThatItsMechanismDoesNotWriteKeepsWhatItHeld) {
     const ChannelCells former = Cells(3, 2);
     const ChannelId dependent[] = {chARBRatio,
@@ -286,50 +269,6 @@ TEST_F(PassOverTheGridTest, AChannelThatItsMechanismDoesNotWriteKeepsWhatItHeld)
     }
     EXPECT_EQ(Cells(3, 2).Cell(chWheelRateSpring), 0);
     EXPECT_FALSE(m_document.DynamicsValid);
-}
-
-TEST_F(PassOverTheGridTest, AFaultIsToldByTheNameOfItsStep) {
-    using Change = std::function<void(Suspension&, WheelState&)>;
-    const auto far = [](PointNumber point) {
-        return [=](Suspension&, WheelState& state) { state.PointsPlus[point].X = 1e200; };
-    };
-    const std::pair<const char*, Change> faults[] = {
-        {"CalculateAntiDiveSquatRollPercentages",
-         [](Suspension& document, WheelState& state) {
-             document.Data.CGZ = state.Points[ptWTCP].Z;
-         }},
-        {"CalculateMotionSpring", far(ptR1O)},
-        {"CalculateMotionThirdSpring", far(ptLCSI)},
-        {"CalculateMotionPRod", far(ptPRI)},
-        {"CalculateMotionARB", far(ptARI)},
-        {"CalculateWheelRates",
-         [](Suspension&, WheelState& state) {
-             state.PointsPlus[ptWTCP].Z = 1e-170;
-             state.PointsMinus[ptWTCP].Z = 0;
-         }},
-        {"CalculateWheelRateTotal",
-         [](Suspension& document, WheelState&) { document.Data.KTyre = 1e-310; }},
-        {"CalculateWheelRateChanges",
-         [](Suspension&, WheelState& state) { state.PointsMinus = state.PointsPlus; }},
-        {"", // the wheel's own angles have no name
-         [](Suspension&, WheelState& state) { state.Points[ptUWO].Z = state.Points[ptLWO].Z; }},
-    };
-    for (const auto& [name, change] : faults) {
-        Suspension document = m_document;
-        change(document, document.WheelStates(3, 2));
-        std::string message;
-        EXPECT_THROW((void)CalculateStateProperties(document, message), Failure) << name;
-        const std::string step = name;
-        EXPECT_EQ(message, step.empty() ? "" : "There was an error in " + step);
-    }
-
-    m_document.Data.KTyre = 1e-310; // its reciprocal is beyond a double
-    RecordingMessageBox box;
-    Messages messages(box);
-    RunCalculation(m_document, MetricChannels(), messages);
-    EXPECT_THAT(box.Prompts(),
-                ElementsAre("Calculations could not be completed.\r\rThere was an error in "
-                            "CalculateWheelRateTotal"));
 }
 
 } // namespace

@@ -85,17 +85,5 @@ TEST(LinkLoadsTest, HoldEveryUnitForceInEquilibrium) {
     }
 }
 
-TEST(LinkLoadsTest, TheCombinedLoadHoldsTheUsersForces) {
-    Suspension document = LoadSample("formula-front-pushrod.WSP");
-    document.Data.XForce = 1200;
-    document.Data.YForce = -2500;
-    document.Data.ZForce = 3100;
-    CalculateCorner(document);
-    const WheelState& state = document.WheelStates(document.StaticRack, document.StaticWheel - 2);
-    const Residual residual = LeftOver(state, 4, {1200, -2500, 3100}, state.Points[ptWTCP]);
-    EXPECT_NEAR(std::hypot(residual.Force.X, residual.Force.Y, residual.Force.Z), 0, 1e-6);
-    EXPECT_NEAR(std::hypot(residual.Moment.X, residual.Moment.Y, residual.Moment.Z), 0, 1e-3);
-}
-
 } // namespace
 } // namespace corvanta::test

@@ -263,21 +263,6 @@ class FreeViewTest : public CWireframeTest {
     [[nodiscard]] Point2D Middle() const { return m_wire.PlaceInFreeView({500, 500, 500}); }
 };
 
-TEST_F(FreeViewTest, TurnsTheFreeViewAloneAndComesBackExactly) {
-    const std::vector<RecordingSurface::Line> standard = Layout({}, true);
-    const Point2D middle = Middle();
-    const std::vector<RecordingSurface::Line> turned = Layout({30, 10, 1});
-    EXPECT_FALSE(turned.at(0) == standard.at(0));
-    EXPECT_TRUE(std::equal(turned.begin() + 3, turned.end(), standard.begin() + 3));
-    EXPECT_NEAR(Middle().X, middle.X, 1e-9);
-    EXPECT_NEAR(Middle().Y, middle.Y, 1e-9);
-    const std::vector<RecordingSurface::Line> round = Layout({360, 0, 1});
-    for (std::size_t n = 0; n < 3; ++n) {
-        ExpectLine(round[n], standard[n].X1, standard[n].Y1, standard[n].X2, standard[n].Y2);
-    }
-    EXPECT_TRUE(Layout({}) == standard);
-}
-
 TEST_F(FreeViewTest, TurnAndTiltGoTheWayTheyAreNamed) {
     (void)Layout({}, true);
     const auto place = [&](const FreeView& view, const SuspPoint& p) {

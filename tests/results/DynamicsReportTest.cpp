@@ -85,43 +85,5 @@ TEST_F(DynamicsReportTest, RearCornerByHandInInchesAndKilogramsWithAComma) {
                   Notes);
 }
 
-TEST_F(DynamicsReportTest, DeflectionsOfTheSamplesCarryTheLoad) {
-    int valid = 0;
-    for (const std::string& path : AllSamplePaths()) {
-        SCOPED_TRACE(path);
-        Suspension document = LoadSample(path.substr(SamplePath("").size()));
-        const SuspensionData& data = document.Data;
-        const bool front = document.StaticPoints()[ptWTCP].X <= data.CGX;
-        document.Data.FrontBrakeBalanceSplitPC = 100; // the rear does not brake
-        RunCalculation(document, MetricChannels(), m_messages);
-        const DynamicsRecord& found = document.Dynamics;
-        if (!document.DynamicsValid) {
-            EXPECT_TRUE(data.SpringMechanism == smNone ||
-                        data.ThirdSpringMechanism == tsCentreSpring);
-            continue;
-        }
-        ++valid;
-        const WheelState& state = document.WheelStates(document.StaticRack, document.StaticWheel);
-        const double rate = state.Channels[chWheelRateSpring];
-        EXPECT_NEAR(front ? found.SuspBrakeCorrected : found.SuspAccelCorrected,
-                    front ? found.SuspBrake * (1 - state.Channels[chAntiDivePercent])
-                          : found.SuspAccel * (1 - state.Channels[chAntiSquatPercent]),
-                    1e-12);
-        // Moments about the other axle's contact patches.
-        const double height = data.CGZ - document.StaticPoints()[ptWTCP].Z;
-        const double moment = data.Mass * 9.81 * data.GBrake * height;
-        EXPECT_NEAR(2 * found.LoadBrake * data.Wheelbase, moment, 1e-9 * moment);
-        EXPECT_NEAR(found.LoadAccel * data.GBrake, found.LoadBrake * data.GAccel, 1e-6);
-        EXPECT_NEAR(found.TyreBrake * data.KTyre, found.LoadBrake, 1e-9);
-        EXPECT_NEAR(found.LinkAccel * data.KLink, found.LoadAccel, 1e-9);
-        EXPECT_NEAR(found.SuspAccel * rate, found.LoadAccel, 1e-9);
-        EXPECT_NEAR(found.TotalBrake, found.TyreBrake + found.LinkBrake + found.SuspBrakeCorrected,
-                    1e-12);
-        EXPECT_EQ(found.SuspAccelCorrected == found.SuspAccel, front);
-        EXPECT_EQ(found.SuspBrakeCorrected == found.SuspBrake, !front);
-    }
-    EXPECT_GT(valid, 10);
-}
-
 } // namespace
 } // namespace corvanta::test

@@ -219,23 +219,6 @@ TEST(MDisplay3dTest, DrawsThePartsOfEveryMechanismInTheirColours) {
     }
 }
 
-TEST(MDisplay3dTest, TheBarsArmStandsAtItsNearerEnd) {
-    SuspensionData data;
-    data.ARBMechanism = abToLowerWishbone;
-    PointSet points;
-    points[ptARP1] = {100, 300, 0};
-    points[ptARP2] = {100, -300, 0};
-    const auto armStart = [&](double y) {
-        points[ptARI] = {0, y, 0};
-        RecordingSink sink;
-        Draw3d(sink, {points, points, data});
-        return sink.Lines.at(sink.Lines.size() - 2).From.Y;
-    };
-    EXPECT_EQ(armStart(1), 300);
-    EXPECT_EQ(armStart(-1), -300);
-    EXPECT_EQ(armStart(0), -300); // the second end on equal distance
-}
-
 /// The words and colours of the legend.
 struct LegendEntry {
     std::string Words;
@@ -362,28 +345,6 @@ TEST(PreviewTest, LeavesNoLineToAPointThatIsNotInPlay) {
         RecordingSurface after(300, 200);
         DrawPreview(wire, after, strayed, document.Data);
         EXPECT_TRUE(after.Lines == before.Lines);
-    }
-}
-
-TEST(PreviewTest, RingsThePointOfTheRow) {
-    const Suspension document = LoadSample("formula-front-pushrod.WSP");
-    const PointSet& points = document.StaticPoints();
-    RecordingSurface surface(300, 200);
-    CWireframe wire;
-    wire.SetFreeView({25, -10, 0.8});
-    for (const PointNumber number : AllPoints) {
-        if (!document.Catalogue[number].Enabled) {
-            continue;
-        }
-        DrawPreview(wire, surface, points, document.Data, number);
-        ASSERT_THAT(surface.Circles, SizeIs(1));
-        const RecordingSurface::Circle& ring = surface.Circles[0];
-        const bool atAnEnd = std::any_of(
-            surface.Lines.begin(), surface.Lines.end(), [&](const RecordingSurface::Line& line) {
-                return std::hypot(line.X1 - ring.X, line.Y1 - ring.Y) < 0.001 ||
-                       std::hypot(line.X2 - ring.X, line.Y2 - ring.Y) < 0.001;
-            });
-        EXPECT_TRUE(atAnEnd) << PointShortName(number);
     }
 }
 

@@ -137,28 +137,5 @@ TEST_F(MDisplayPlotTest, FewerThanTwoPointsLeaveTheChartAsItIs) {
     EXPECT_THAT(m_chart.Series.Points, IsEmpty());
 }
 
-TEST_F(MDisplayPlotTest, AChartThatFailsShowsNoReadout) {
-    BrokenChart chart;
-    PlotDisplay(m_plot, chart, m_program, chCamberAngle, vvAlongRackTravel, 3, 4);
-    chart.AxisX.Marker = 1;
-    PlotClick(m_plot, chart, m_program, 15, 15);
-    EXPECT_EQ(chart.AxisX.Title, "Rack Travel [mm]");
-    EXPECT_FALSE(chart.AxisX.Marker);
-}
-
-TEST_F(MDisplayPlotTest, RefusesWhatHasNoValues) {
-    m_program.Units = {};
-    m_program.Units[ucDisplacement].Label = "mm";
-    m_program.Units[ucRate].Label = "furlongs"; // as a damaged store may have it
-    m_program.Channels.ChannelsSetup(m_program.Units);
-    Plot(chCamberAngle, vvAlongRackTravel);
-    const std::vector<ChartPoint> before = m_chart.Series.Points;
-    EXPECT_THROW(Plot(chWheelRateTotal, vvAlongRackTravel), Failure);
-    EXPECT_THROW(Plot(52, vvAlongRackTravel), Failure);
-    EXPECT_EQ(m_chart.Series.Points, before);
-    Click(0.5, 0.5);
-    EXPECT_EQ(m_chart.AxisY.Title, "Camber Angle [deg] = 3.000") << "the plot that stands";
-}
-
 } // namespace
 } // namespace corvanta::test

@@ -117,25 +117,6 @@ TEST_F(MDisplayTableTest, ViewsThatDependOnTheMechanisms) {
                                    wishbones);
 }
 
-TEST_F(MDisplayTableTest, TheCustomTableKeepsItsOrderAndRefusesWhatIsNoChannel) {
-    EXPECT_EQ(Row(Build(vwCustomTable, vvAlongRackTravel), 0), "Rack Travel");
-    Choose({47, 31, 5, 47, 1});
-    EXPECT_EQ(Row(Build(vwCustomTable, vvAlongRackTravel), 0),
-              "Rack Travel|Wheel Travel|Roll Centre Y position|Anti-Roll %|Ackerman %");
-    const auto build = [&] { (void)Build(vwCustomTable, vvAlongRackTravel); };
-    Choose({47, 52});
-    EXPECT_THAT(build, ThrowsMessage<Failure>("Subscript out of range: there is no channel 52"));
-    Choose({26});
-    EXPECT_THAT(build, ThrowsMessage<Failure>("Type mismatch: channel 26 is a table of its own"));
-
-    // A cell never written shows "0", a whole number that stands for a missing result as a value.
-    Choose({4, 10});
-    WheelState& state = m_program.Document.WheelStates(3, 2);
-    state.Channels = {};
-    state.Channels.Set(4, -999);
-    EXPECT_EQ(Row(Build(vwCustomTable, vvAlongWheelTravel), 2), "0|-99900.0|0");
-}
-
 TEST_F(MDisplayTableTest, LengthsOfEveryMechanism) {
     // Every length is its place in the record.
     m_program.Document.StaticLengths = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12,

@@ -94,33 +94,6 @@ class MDisplayTest : public MainFormTest {
     ReportPlace m_place{m_program, m_main, m_pages, m_process.Version()};
 };
 
-TEST_F(MDisplayTest, ThePagesHaveTheirMarginsStylesAndHeader) {
-    Show(vwLinkLengths);
-    m_options.PrintCoordinates = true;
-    m_options.PrintChassisDetails = true;
-    m_pages.SetOrientation(poLandscape);
-    Build();
-    EXPECT_EQ(m_pages.Name, "Corvanta");
-    ASSERT_THAT(m_pages.Pages, SizeIs(2));
-    for (const RecordingPageWriter::Page& page : m_pages.Pages) {
-        EXPECT_EQ(page.Orientation, poLandscape);
-        EXPECT_EQ(page.LeftMargin, 20);
-        EXPECT_EQ(page.RightMargin, 10);
-        EXPECT_EQ(page.Header.Left, "Corvanta 5.4.5");
-        EXPECT_EQ(page.Header.Centre, "front");
-        EXPECT_EQ(page.Header.Right, "13:05  21-Jul-24      Page %d");
-        EXPECT_EQ(page.Header.Font, (PageFont{"Arial", 10, true}));
-    }
-    const std::map<std::string, ParagraphStyle> styles{
-        {"Normal", {{"Arial", 8, false}, 8, 0, 100}},
-        {"CloseSpaced", {{"Arial", 8, false}, 8, 0, 0}},
-        {"Title1", {{"Arial", 10, true}, 20, 0, 100}}};
-    EXPECT_EQ(m_pages.Styles, styles);
-
-    EXPECT_EQ(Build().size(), 2U);
-    EXPECT_THAT(m_pages.Pages[0].Header.Right, StartsWith("13:06  ")) << "the time of this build";
-}
-
 TEST_F(MDisplayTest, SelectedViewsStandInOrderAtThePositionOfTheWindow) {
     const std::string rows = Show(vwLateralGeometry);
     const std::string points = Show(vwCoordinates);
@@ -150,49 +123,6 @@ TEST_F(MDisplayTest, SelectedViewsStandInOrderAtThePositionOfTheWindow) {
     Build();
     EXPECT_EQ(m_pages.Blocks()[1], "[CloseSpaced] " + WheelText);
     EXPECT_THAT(m_pages.Blocks()[3], StartsWith("[Normal] table\r\nRack Travel\t"));
-}
-
-TEST_F(MDisplayTest, StaticCoordinatesOpenTheReportAndChassisDetailsCloseIt) {
-    DataGrid grid;
-    SetupPointsTableBlank(grid, m_document, m_program.Units, false);
-    DataPointsGet(grid, m_document, m_program.Units, 1, 1);
-    const Blocks coordinates{"[Title1] Static coordinates", Gap, "[Normal] table\r\n" + grid.Text(),
-                             Gap};
-    const Blocks chassis{"[Title1] Chassis details", "[Normal] " + ChassisDetailsText(m_program)};
-    const Blocks lengths = Table("Link Lengths", "", Show(vwLinkLengths));
-    m_options.PrintCoordinates = m_options.PrintChassisDetails = true;
-    EXPECT_THAT(Build(), ElementsAre(coordinates + lengths, chassis));
-    Tick({});
-    EXPECT_THAT(Build(), ElementsAre(coordinates, chassis));
-    m_options.PrintCoordinates = false;
-    EXPECT_THAT(Build(), ElementsAre(chassis));
-    m_options.PrintChassisDetails = false;
-    EXPECT_THAT(Build(), ElementsAre(IsEmpty()));
-    Tick({vwLinkLengths});
-    m_options.PrintCoordinates = m_options.PageThrow = true;
-    EXPECT_THAT(Build(), ElementsAre(coordinates, lengths));
-}
-
-TEST_F(MDisplayTest, TheCurrentViewStandsAsTheWindowShowsIt) {
-    m_program.CustomChannels.Add(chCamberAngle);
-    m_options.PageThrow = true; // parts tables, and there is one
-    for (const std::int32_t view : {1, 2, 3, 4, 5, 6, 7}) {
-        SCOPED_TRACE(view);
-        const Blocks blocks = Table(std::string(ViewName(view)), RackText, Show(view));
-        const std::string before = Seen();
-        EXPECT_THAT(Build(), ElementsAre(blocks));
-        EXPECT_EQ(Seen(), before);
-    }
-    m_options.PageThrow = false;
-    const Blocks loads = LinkLoadTables();
-    Show(vwLinkLoads, 3);
-    const std::string before = Seen();
-    EXPECT_THAT(Build(), ElementsAre(loads));
-    EXPECT_EQ(Seen(), before) << "the sub-view comes back";
-    Show(vwDynamicsReport);
-    ASSERT_THAT(m_main.ReportText(), HasSubstr("BRAKING AT"));
-    EXPECT_THAT(Build(), ElementsAre(Titles("Dynamics Report") +
-                                     Blocks{"[Normal] " + m_main.ReportText(), Gap}));
 }
 
 TEST_F(MDisplayTest, APlotFillsALandscapePage) {
@@ -236,21 +166,6 @@ TEST_F(MDisplayTest, APlotFillsALandscapePage) {
     Show(vwPlot, 0); // the first channel, as in a plot that no channel was chosen for yet
     Build();
     EXPECT_EQ(m_pages.Pages[1].Blocks[0], "[Title1] Ackerman % v. Wheel travel from static");
-}
-
-TEST_F(MDisplayTest, AViewWithNothingToShowGivesItsTitlesAlone) {
-    OpenOffStatic("roadster-front-links.WSP");
-    m_document.DynamicsValid = false;
-    Show(vwLateralGeometry); // which must not be taken for the table of the next
-    m_box.Shown.clear();
-    Tick({vwLinkLoads, vwDynamicsReport});
-    const Blocks nothing{Gap};
-    EXPECT_THAT(Build(), ElementsAre(Titles("Link Loads - Upper Wishbone Loads") + nothing +
-                                     Titles("Link Loads - Lower Wishbone Loads") + nothing +
-                                     Titles("Link Loads - None & Track Rod Loads") + nothing +
-                                     Titles("Dynamics Report") + Blocks{"[Normal] ", Gap}));
-    EXPECT_EQ(m_box.Prompts().back(), "Current settings are not valid for this report.");
-    EXPECT_THAT(m_box.Prompts(), SizeIs(4));
 }
 
 TEST_F(MDisplayTest, AFailureOfTheWriterLeavesTheWindowAsItWas) {

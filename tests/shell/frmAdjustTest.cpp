@@ -82,22 +82,6 @@ TEST_F(frmAdjustTest, TheCheckBoxNamesWhatTakesUpTheChange) {
     EXPECT_FALSE(box.Visible || box.Enabled);
 }
 
-TEST_F(frmAdjustTest, TheDifferenceFollowsTheTarget) {
-    Type("130");
-    EXPECT_EQ(m_form.labDifference.Text, "-2");
-    Type("132,1"); // and no trace of the subtraction
-    EXPECT_EQ(m_form.labDifference.Text, "0.1");
-    Type("132-");
-    EXPECT_TRUE(m_form.txtTarget.Fault);
-    EXPECT_EQ(m_form.labDifference.Text, "");
-    Type("132-5.5 mm");
-    EXPECT_FALSE(m_form.txtTarget.Fault);
-    EXPECT_EQ(m_form.labDifference.Text, "-5.5");
-    m_form.txtTarget_LostFocus();
-    EXPECT_EQ(m_form.txtTarget.Text, "126.5");
-    EXPECT_THAT(m_box.Prompts(), IsEmpty());
-}
-
 TEST_F(frmAdjustTest, ApplyMovesTheCornerAndCalculates) {
     const PointSet before = m_document.StaticPoints();
     ChooseRod(false);

@@ -167,33 +167,6 @@ TEST_F(frmEditGeometryPagesTest, TheGridIsToldInWordsBeforeItIsApplied) {
     EXPECT_THAT(m_form->labTravelSummary.Caption, EndsWith("positions"));
 }
 
-TEST_F(frmEditGeometryPagesTest, CellsTakeSumsAndMarkWhatIsNoNumber) {
-    const int row = RowOf(ptLWO);
-    struct Case {
-        const char *Typed, *Shown;
-        bool Faulty;
-        double Draft;
-    };
-    const double stored = m_document.StaticPoints()[ptLWO].X;
-    for (const Case& c : {Case{"612.5+3", "615.5", false, 615.5},
-                          {"12 mm", "12", false, 12},
-                          {"", "", false, 0},
-                          {"12 in", "12 in", true, stored},
-                          {"-", "-", true, stored}}) {
-        m_form->grdPoints_Edited(row, 1, c.Typed);
-        EXPECT_EQ(m_form->grdPoints.Cell(row, 1), c.Shown);
-        EXPECT_EQ(m_form->grdPoints.Faulty(row, 1), c.Faulty);
-        EXPECT_EQ(m_form->Draft().StaticPoints()[ptLWO].X, c.Draft) << c.Typed;
-    }
-    m_form->grdPoints_Edited(0, 1, "head");
-    m_form->grdPoints_Edited(2, 0, "name");
-    m_form->grdPoints_Edited(99, 1, "below");
-    EXPECT_EQ(m_form->grdPoints.Cell(0, 1), "X");
-    EXPECT_EQ(m_form->PointAtRow(1), std::nullopt);
-    EXPECT_EQ(m_form->PointAtRow(2), ptWTCP);
-    EXPECT_EQ(m_form->PointAtRow(99), std::nullopt);
-}
-
 TEST_F(frmEditGeometryPagesTest, PasteTakesWhatCopyGivesInAnyOrder) {
     const std::string before = m_form->grdPoints.Text();
     m_form->cmdCopy_Click();

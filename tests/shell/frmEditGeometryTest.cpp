@@ -151,16 +151,6 @@ TEST_F(frmEditGeometryTest, AFaultyCellDoesNotHoldUpThePageChange) {
     EXPECT_EQ(m_form->Page, pgTravel);
 }
 
-TEST_F(frmEditGeometryTest, TheThirdSpringIsOpenWithACentreSpring) {
-    m_box.Answers = {maYes, maYes};
-    for (const int springs : {tsCentreSpring, tsCornerSpring}) {
-        m_form->tabPages_Changed(pgType);
-        ChooseSprings(springs);
-        m_form->tabPages_Changed(pgVehicle);
-        EXPECT_EQ(m_form->txtKThirdSpring.Enabled, springs != 0);
-    }
-}
-
 TEST_F(frmEditGeometryTest, ApplyTakesEveryPageAndCalculates) {
     TypeX(ptWC, "1,5");
     Type(m_form->txtBump, "30 mm");

@@ -92,30 +92,5 @@ TEST_F(SInitGeoTest, TravelThatMakesNoGridIsRefusedAndChangesNothing) {
     }
 }
 
-TEST_F(SInitGeoTest, SetUpDerivesWhatTheUserDoesNotEnter) {
-    ChannelCatalogue channels;
-    channels.ChannelsSetup(m_units);
-    PointSet& points = m_document.StaticPoints();
-    for (const std::int32_t third : {tsCornerSpring, tsCornerAndCentreSpring, tsCentreSpring}) {
-        points = {};
-        points[ptWTCP].X = m_data.CGX + third; // the first at the CG, which is still in front
-        points[ptTBDLO] = {140, 150, 450};
-        points[ptTBDLI] = {2, 285, 532};
-        points[ptTSI] = {7, 8, 9};
-        m_data.SpringMechanism = smPullrodToUpright;
-        m_data.ThirdSpringMechanism = third;
-        InitGeometry(m_document, channels, m_units, m_messages);
-        EXPECT_EQ(points[ptTBDLO2], (SuspPoint{140, -150, 450}));
-        EXPECT_EQ(points[ptTSI], third == 0 ? (SuspPoint{140, 0, 450}) : (SuspPoint{7, 8, 9}));
-        EXPECT_EQ(points[ptR1O], third == 2 ? points[ptTBDLI] : SuspPoint{});
-        EXPECT_EQ(channels[chAntiSquatPercent].Title, third == 0 ? "Anti-Lift %" : "Anti-Squat %");
-        EXPECT_EQ(m_document.Catalogue[ptSAI].Enabled, third != 2);
-    }
-    ViewSettings settings;
-    ResetDocument(m_document, settings);
-    EXPECT_FALSE(m_document.Catalogue[ptWC].Enabled) << "a new document has none of the points";
-    EXPECT_EQ(m_document.Catalogue[ptWC].LongName, "");
-}
-
 } // namespace
 } // namespace corvanta::test
