@@ -1,5 +1,7 @@
 #include "desktop/GuardedApplication.h"
 
+#include "desktop/WidgetRules.h"
+
 /// The resources lie in a library, which a program would otherwise link without them. The toolkit
 /// wants this outside every namespace.
 static void UseResources() {
@@ -10,6 +12,7 @@ namespace corvanta {
 
 GuardedApplication::GuardedApplication(int& argc, char** argv) : QApplication(argc, argv) {
     UseResources();
+    setStyle(new PlainButtonStyle);
     setApplicationName("Corvanta");
     setApplicationDisplayName({});    // the windows' own captions name the product
     setQuitOnLastWindowClosed(false); // the main window says when

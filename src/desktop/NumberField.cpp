@@ -53,7 +53,9 @@ void NumberField::focusInEvent(QFocusEvent* event) {
 }
 
 void NumberField::Begin() {
-    m_former = text();
+    if (!m_box.Fault) { // Esc goes back to what the box could take
+        m_former = text();
+    }
     // After the click that brought the focus has placed its cursor.
     QTimer::singleShot(0, this, &QLineEdit::selectAll);
 }

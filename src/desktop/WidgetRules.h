@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QProxyStyle>
 
 namespace corvanta {
 
@@ -15,6 +16,21 @@ class WidgetRules final : public QObject {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+};
+
+/// A style whose dialog buttons say what they do and carry no pictures.
+class PlainButtonStyle final : public QProxyStyle {
+    Q_OBJECT
+
+  public:
+    using QProxyStyle::QProxyStyle;
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* data) const override {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons
+                   ? 0
+                   : QProxyStyle::styleHint(hint, option, widget, data);
+    }
 };
 
 } // namespace corvanta

@@ -12,7 +12,6 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <QDir>
-#include <QStyleFactory>
 #include <QTest>
 
 #include <iostream>
@@ -165,7 +164,7 @@ int main(int argc, char** argv) {
         std::cerr << "usage: corvanta_screenshots FOLDER light|dark\n";
         return 2;
     }
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setStyle(new corvanta::PlainButtonStyle("Fusion"));
     if (QString(argv[2]) == "dark") {
         QApplication::setPalette(corvanta::test::DarkPalette());
     }
