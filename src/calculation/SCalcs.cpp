@@ -4,6 +4,7 @@
 #include "properties/Dynamics.h"
 #include "properties/SGeoProp.h"
 #include "solver/FaultyPoints.h"
+#include "solver/SInitGeo.h"
 #include "solver/SSums.h"
 #include "solver/StaticState.h"
 #include "solver/WheelPosition.h"
@@ -102,6 +103,10 @@ bool SolveGrid(Suspension& document, std::string& errorText) {
 
 bool SolveGrid(Suspension& document, std::string& errorText, SolveCounts& counts) {
     counts = {};
+    errorText = NegativeTravel(document.Data);
+    if (!errorText.empty()) {
+        return false;
+    }
     if (!CheckInputGeometry(document, errorText)) {
         return false;
     }

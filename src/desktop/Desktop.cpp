@@ -9,6 +9,7 @@
 #include "desktop/MainWindow.h"
 #include "desktop/OptionsWindow.h"
 #include "desktop/PrintWindow.h"
+#include "desktop/RecoveryWindow.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -98,6 +99,7 @@ void Desktop::ShowChildWindows() {
     Follow(m_adjust, Main().AdjustDialog.get(), *this, m_dying);
     Follow(m_export, Main().ExportDialog.get(), *this, m_dying);
     Follow(m_channels, Main().CustomChannelsDialog.get(), *this, m_dying);
+    Follow(m_recovery, Main().RecoveryDialog.get(), *this, m_dying);
     Follow(m_about, &Main().About, *this, m_dying);
     if (m_running == 0) {
         ReleaseClosedWindows();

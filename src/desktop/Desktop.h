@@ -24,6 +24,7 @@ class ExportWindow;
 class MainWindow;
 class OptionsWindow;
 class PrintWindow;
+class RecoveryWindow;
 
 /// The program's windows on the screen. They are made, brought up to date and taken away by what
 /// the windows of the program are, after every event.
@@ -44,6 +45,9 @@ class Desktop final : private ScreenUpdate {
     /// Runs an event, reports what it throws, and brings the outcome to the screen.
     void Handle(const std::function<void()>& event);
 
+    /// True while no event runs.
+    [[nodiscard]] bool IsIdle() const { return m_running == 0; }
+
     /// Brings the windows as they are now to the screen.
     void Show();
 
@@ -59,6 +63,7 @@ class Desktop final : private ScreenUpdate {
     [[nodiscard]] PrintWindow* PrintView() const { return m_print.get(); }
     [[nodiscard]] AdjustWindow* AdjustView() const { return m_adjust.get(); }
     [[nodiscard]] CustomChannelsWindow* CustomChannelsView() const { return m_channels.get(); }
+    [[nodiscard]] RecoveryWindow* RecoveryView() const { return m_recovery.get(); }
     [[nodiscard]] AboutWindow* AboutView() const { return m_about.get(); }
     [[nodiscard]] HelpWindow& Help() { return m_help; }
     [[nodiscard]] QtPageWriter& Pages() { return m_pages; }
@@ -85,6 +90,7 @@ class Desktop final : private ScreenUpdate {
     std::unique_ptr<PrintWindow> m_print;
     std::unique_ptr<AdjustWindow> m_adjust;
     std::unique_ptr<CustomChannelsWindow> m_channels;
+    std::unique_ptr<RecoveryWindow> m_recovery;
     std::unique_ptr<AboutWindow> m_about;
     QList<QPointer<QObject>> m_dying; ///< views that closed and are not gone yet
     int m_running = 0;                ///< events that have not ended, one within the other

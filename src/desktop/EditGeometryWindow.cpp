@@ -14,6 +14,7 @@
 #include <QKeyEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QSplitter>
 #include <QTabWidget>
@@ -60,6 +61,11 @@ EditGeometryWindow::EditGeometryWindow(Desktop& desktop, frmEditGeometry& window
             [this](int page) { m_desktop.Handle([&] { m_window.tabPages_Changed(page); }); });
     layout->addWidget(m_pages, 1);
     layout->addWidget(BuildButtons());
+    auto* save = new QShortcut(QKeySequence::Save, this);
+    connect(save, &QShortcut::activated, this, [this] {
+        m_points->CommitTyping();
+        m_desktop.Handle([this] { m_desktop.Main().Execute(mcSave, 0); });
+    });
     PlaceWindow();
     Refresh();
     KeepKeysOfFoot();

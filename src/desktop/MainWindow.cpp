@@ -282,7 +282,7 @@ QWidget* MainWindow::BuildResultArea() {
         }
     });
     std::function<void()> openSample;
-    if (m_window.HasSamples()) {
+    if (m_window.Files.HasSamples()) {
         openSample = [this] { m_desktop.Handle([&] { m_window.OpenSample(); }); };
     }
     m_start = new StartPage(
@@ -465,6 +465,14 @@ void MainWindow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::WindowStateChange) {
         RememberFrame();
     }
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        QTimer::singleShot(0, this, [this] { // once the click that activated it is taken
+            if (m_desktop.IsIdle() && QApplication::activeModalWidget() == nullptr &&
+                m_window.Files.HasNewsOnDisk()) {
+                m_desktop.Handle([this] { m_window.Activated(); });
+            }
+        });
+    }
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
@@ -479,7 +487,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
     if (urls.size() == 1) {
         event->acceptProposedAction();
         const std::string path = urls.constFirst().toLocalFile().toStdString();
-        m_desktop.Handle([&] { m_window.FileOpen(path); });
+        m_desktop.Handle([&] { m_window.OpenFile(path); });
     }
 }
 

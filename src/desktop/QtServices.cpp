@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QSaveFile>
 #include <QScreen>
 
@@ -158,6 +159,25 @@ int QtMessageBox::Show(const std::string& prompt, int style, const std::string& 
     return AnswerOf(box.exec());
 }
 
+int QtMessageBox::Choose(const std::string& prompt, const std::vector<std::string>& ways) {
+    QMessageBox box(QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.setWindowTitle("Corvanta");
+    box.setText(MessageText(prompt));
+    box.setIcon(QMessageBox::Warning);
+    QList<QAbstractButton*> buttons;
+    for (const std::string& way : ways) {
+        buttons << box.addButton(QString::fromStdString(way), QMessageBox::ActionRole);
+    }
+    // What could cost work is not chosen by a slip of the Enter key.
+    QPushButton* const cancel = box.addButton(QMessageBox::Cancel);
+    box.setDefaultButton(cancel);
+    box.setEscapeButton(cancel);
+    const ArrowCursor arrow;
+    box.exec();
+    return static_cast<int>(buttons.indexOf(box.clickedButton())); // -1 for "Cancel"
+}
+
 QStringList DialogFilters(const std::string& filter) {
     const QStringList parts = QString::fromStdString(filter).split('|');
     QStringList filters;
@@ -182,9 +202,9 @@ std::optional<FileNameAnswer> QtFileDialog::Ask(const FileNameRequest& request) 
     dialog.setAcceptMode(reads ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
     dialog.setFileMode(reads ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     dialog.setNameFilters(filters);
-    if (QFileInfo(QString::fromStdString(request.StartFolder)).isDir()) {
-        dialog.setDirectory(QString::fromStdString(request.StartFolder));
-    }
+    // Without a folder of its own a dialog would start where another one was left.
+    const QString start = QString::fromStdString(request.StartFolder);
+    dialog.setDirectory(QFileInfo(start).isDir() ? start : QDir::homePath());
     if (!request.InitialName.empty()) {
         dialog.selectFile(QString::fromStdString(request.InitialName));
     }
@@ -192,7 +212,11 @@ std::optional<FileNameAnswer> QtFileDialog::Ask(const FileNameRequest& request) 
         dialog.setDefaultSuffix(QString::fromStdString(request.Extension));
     }
     const ArrowCursor arrow;
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+    const bool accepted = dialog.exec() == QDialog::Accepted;
+    if (request.Passing) {
+        QFileDialog().setDirectory(QDir::homePath()); // the toolkit remembers the last one for all
+    }
+    if (!accepted || dialog.selectedFiles().isEmpty()) {
         return std::nullopt;
     }
     const qsizetype chosen = filters.indexOf(dialog.selectedNameFilter());

@@ -25,6 +25,7 @@ inline constexpr int TwipsPerPixel = 15;
 class QtMessageBox final : public MessageBox {
   public:
     int Show(const std::string& prompt, int style, const std::string& title) override;
+    int Choose(const std::string& prompt, const std::vector<std::string>& ways) override;
 };
 
 class QtFileDialog final : public FileDialog {

@@ -129,9 +129,16 @@ void ExportGeneral(const ExportPlace& place, std::int32_t exportType, const std:
         RefuseUnknownTable(batch->Table);
     }
     const std::string header = request.Header ? HeaderText(place) : std::string();
-    const std::string text = header + ResultText(place, exportType, request.Block);
-    place.Files.WriteText(filePath, text);
-    program.Options.ExportFilePath = FileServices::ParentFolder(filePath);
+    try {
+        const std::string text = header + ResultText(place, exportType, request.Block);
+        place.Files.WriteText(filePath, text);
+        program.Options.ExportFilePath = FileServices::ParentFolder(filePath);
+    } catch (...) {
+        if (batch == nullptr) { // nobody looks at the window of a batch run
+            ShowAgain(place.Host, program.Settings, former);
+        }
+        throw;
+    }
     ShowAgain(place.Host, program.Settings, former);
 }
 

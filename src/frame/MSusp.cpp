@@ -141,7 +141,7 @@ void Application::RunBatch() {
 }
 
 void Application::OfferRecovery() {
-    m_main.Recovery.SetFolder(m_recoveryFolder);
+    m_main.Files.Recovery.SetFolder(m_recoveryFolder);
     m_main.OfferRecovery();
 }
 

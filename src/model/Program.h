@@ -14,6 +14,8 @@ namespace corvanta {
 struct Program {
     Suspension Document;
     std::string DocumentPath; ///< full path of the open file, empty when none has been opened
+    std::string FileMark;     ///< of the bytes of that file that the document was last read from or
+                              ///< written as; empty when they are not known
     bool Modified = false;    ///< the document holds changes that no file has
     corvanta::Options Options;
     FundamentalUnits Units;

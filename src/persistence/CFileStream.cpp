@@ -297,7 +297,7 @@ std::vector<std::string> CFileStream::GetFieldString(std::string_view name,
 
 double CFileStream::GetFieldNumber(std::string_view name, double fallback) {
     const std::string_view value = GetField(name);
-    return value.empty() ? fallback : DecimalSeparatorMakeSafe(value);
+    return value.empty() ? fallback : FieldNumber(name, value);
 }
 
 std::vector<double> CFileStream::GetFieldNumber(std::string_view name,
@@ -310,9 +310,8 @@ std::vector<double> CFileStream::GetFieldNumber(std::string_view name,
             if (!fallbacks.empty() && place >= fallbacks.size()) {
                 RaiseSubscript();
             }
-            numbers.push_back(value.empty() && !fallbacks.empty()
-                                  ? fallbacks[place]
-                                  : DecimalSeparatorMakeSafe(value));
+            numbers.push_back(value.empty() && !fallbacks.empty() ? fallbacks[place]
+                                                                  : FieldNumber(name, value));
         }
         return numbers;
     });
@@ -379,6 +378,7 @@ bool CFileStream::FileRead(const std::string& path, std::string* textRead) {
     }
     return Guarded({"An error occurred while reading file: ", ""}, path, false, [&] {
         std::string text = m_files.ReadText(path);
+        m_lacksLastLineEnd = !text.empty() && !IsLineEnd(text.back());
         // The writer's extra line end. A file that was made by hand may lack it, and its last
         // characters are then data.
         for (int extra = 0; extra < 2 && !text.empty() && IsLineEnd(text.back()); ++extra) {
@@ -483,12 +483,25 @@ const std::string& CFileStream::FileSeparator() {
     return m_fileDecimalSeparator;
 }
 
+std::optional<double> CFileStream::NumberIn(std::string_view text) {
+    const std::string& decimal = m_separators.Decimal;
+    return WholeNumberText(m_separatorsMatch ? std::string(text)
+                                             : ReplaceAll(text, FileSeparator(), decimal),
+                           decimal);
+}
+
 double CFileStream::DecimalSeparatorMakeSafe(std::string_view text) {
-    if (m_separatorsMatch) {
-        return WholeNumberText(text, m_separators.Decimal).value_or(0);
+    return NumberIn(text).value_or(0);
+}
+
+double CFileStream::FieldNumber(std::string_view name, std::string_view value) {
+    const std::optional<double> number = NumberIn(value);
+    if (!number && !value.empty()) {
+        constexpr std::size_t LongestShown = 20;
+        m_notNumbers.push_back(std::string(name) + " (" +
+                               std::string(value.substr(0, LongestShown)) + ")");
     }
-    const std::string local = ReplaceAll(text, FileSeparator(), m_separators.Decimal);
-    return WholeNumberText(local, m_separators.Decimal).value_or(0);
+    return number.value_or(0);
 }
 
 } // namespace corvanta

@@ -98,6 +98,14 @@ class CFileStream {
     /// contents then stay. `textRead`, if given, takes the text.
     bool FileRead(const std::string& path, std::string* textRead = nullptr);
 
+    /// True when the last line of the file that was read has no end, as a file has that was cut
+    /// off within a value.
+    [[nodiscard]] bool LacksLastLineEnd() const { return m_lacksLastLineEnd; }
+
+    /// The fields whose value, or one of their values, was asked for as a number and is none, each
+    /// with that text behind it.
+    [[nodiscard]] const std::vector<std::string>& NotNumbers() const { return m_notNumbers; }
+
     /// Writes the contents, behind those of the file if `append` is set. When a character had to be
     /// written as "?" because the file's code page lacks it, a message names the fields.
     bool FileWrite(const std::string& path, bool append = false);
@@ -135,6 +143,8 @@ class CFileStream {
     [[nodiscard]] std::string NumberCell(double value) const;
     [[nodiscard]] std::string FormattedCell(const std::string& text) const;
     [[nodiscard]] const std::string& FileSeparator();
+    [[nodiscard]] double FieldNumber(std::string_view name, std::string_view value);
+    [[nodiscard]] std::optional<double> NumberIn(std::string_view text);
     [[nodiscard]] FieldTable ReadTable(std::string_view text, int rows, int columns);
     [[nodiscard]] std::string FieldsOutsideCodePage() const;
 
@@ -162,6 +172,8 @@ class CFileStream {
     std::string m_fileVersion;
     std::string m_compatibleVersions;
     std::string m_fileDecimalSeparator; ///< empty until first asked for
+    std::vector<std::string> m_notNumbers;
+    bool m_lacksLastLineEnd = false;
     bool m_separatorsMatch = false;
     bool m_silent = false;
 };

@@ -151,6 +151,12 @@ Layout LayoutOf(std::string_view firstLine) {
     return version3 ? Layout::Version3 : Layout::Untagged;
 }
 
+/// An untagged file begins with the number of its spring mechanism.
+bool HeadsUntaggedFile(std::string_view firstLine) {
+    const std::optional<double> number = WholeNumberText(firstLine, DecimalPoint);
+    return number && *number >= 0 && *number <= int{smMacPhersonStrut};
+}
+
 void AnnounceUpgrade(Layout layout, const FundamentalUnits& units, Messages& messages) {
     std::string notice =
         "You are loading a Version 3 file.\r\r"
@@ -270,7 +276,10 @@ bool DataReadLegacy(Suspension& document, ChannelCatalogue& channels, const std:
     LegacyText text(bytes);
     const std::string_view firstLine = text.Line("the first line");
     const Layout layout = LayoutOf(firstLine);
-    if (announceUpgrade && layout != Layout::Data4) {
+    // A file that is none of ours at all is not announced as an old one.
+    const bool old =
+        layout == Layout::Version3 || (layout == Layout::Untagged && HeadsUntaggedFile(firstLine));
+    if (announceUpgrade && old) {
         AnnounceUpgrade(layout, units, messages);
     }
     LegacyReader reader(text, layout, units);

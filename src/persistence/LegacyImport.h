@@ -17,7 +17,7 @@ namespace corvanta {
 ///
 /// Points of Version 3 and untagged files, and the lengths and masses of all, are in the user's
 /// display units of now: with `announceUpgrade` a notice tells so for the layouts whose points are
-/// concerned.
+/// concerned, once the first line has shown that the file is one of them.
 ///
 /// Throws Failure, with the settings and points as they were: "File not found", "Input past end of
 /// file" and "Type mismatch", the last two followed by the place and what is due there, and for a

@@ -140,6 +140,31 @@ FieldValue StoredValue(const SuspensionData& data, const DocumentField& field) {
     return std::visit(Stored{data}, field.Place);
 }
 
+/// What of a file may not be as it was saved; empty when nothing is.
+std::string DoubtsAbout(const CFileStream& stream) {
+    std::string text;
+    if (stream.LacksLastLineEnd()) {
+        text += "\r\rThe last line of the file has no end. If the file was cut off there, its last "
+                "value is wrong.";
+    }
+    if (!stream.NotNumbers().empty()) {
+        std::string fields;
+        for (const std::string& field : stream.NotNumbers()) {
+            fields += (fields.empty() ? "" : ", ") + field;
+        }
+        text += "\r\rWhat is no number was read as 0: " + fields;
+    }
+    return text;
+}
+
+void TellDoubts(const CFileStream& stream, const std::string& path, Messages& messages) {
+    if (const std::string doubts = DoubtsAbout(stream); !doubts.empty()) {
+        messages.ShowMessage(
+            "Please check the values of this file before you use the results: " + path + doubts,
+            msExclamation);
+    }
+}
+
 /// A field that could not be added would be missing from the file.
 void Require(bool added, std::string_view key) {
     if (!added) {
@@ -156,7 +181,10 @@ bool DataLoad(Suspension& document, ChannelCatalogue& channels, const std::strin
     CFileStream stream = NewStream(units, files, messages);
     stream.FileRead(path);
     if (stream.GetFieldString(MechanismKey).empty()) {
-        return DataReadLegacy(document, channels, path, announceUpgrade, units, files, messages);
+        const bool read =
+            DataReadLegacy(document, channels, path, announceUpgrade, units, files, messages);
+        TellDoubts(stream, path, messages); // of these layouts only a last line without its end
+        return read;
     }
     return DataRead(document, channels, path, units, files, messages);
 }
@@ -179,6 +207,7 @@ bool DataRead(Suspension& document, ChannelCatalogue& channels, const std::strin
         reader.Read(field);
     }
     AdoptDocument(document, channels, std::move(data), ReadPoints(stream), units, messages);
+    TellDoubts(stream, path, messages);
     return true;
 }
 

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
@@ -171,6 +172,16 @@ bool DiskFileServices::FileExists(const std::string& path) const {
 bool DiskFileServices::FolderExists(const std::string& path) const {
     std::error_code unreachable;
     return fs::is_directory(PathOf(path), unreachable);
+}
+
+std::int64_t DiskFileServices::TimeWritten(const std::string& path) const {
+    std::error_code unreachable;
+    const fs::file_time_type written = fs::last_write_time(PathOf(path), unreachable);
+    if (unreachable) {
+        return 0;
+    }
+    const auto sinceEpoch = std::chrono::file_clock::to_sys(written).time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::seconds>(sinceEpoch).count();
 }
 
 std::string DiskFileServices::FullPath(const std::string& path) const {

@@ -9,6 +9,7 @@ class DiskFileServices final : public FileServices {
   public:
     [[nodiscard]] bool FileExists(const std::string& path) const override;
     [[nodiscard]] bool FolderExists(const std::string& path) const override;
+    [[nodiscard]] std::int64_t TimeWritten(const std::string& path) const override;
     [[nodiscard]] std::string FullPath(const std::string& path) const override;
     void MakeFolder(const std::string& path) override;
     [[nodiscard]] std::string ReadBytes(const std::string& path) override;

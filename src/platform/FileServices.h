@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,6 +27,9 @@ class FileServices {
     /// True when the path names a file; a folder is none.
     [[nodiscard]] virtual bool FileExists(const std::string& path) const = 0;
     [[nodiscard]] virtual bool FolderExists(const std::string& path) const = 0;
+
+    /// When a file was last written, seconds since 1970; 0 when that can't be told.
+    [[nodiscard]] virtual std::int64_t TimeWritten(const std::string& path) const = 0;
 
     /// The path from the root on; a relative one counts from the current folder.
     [[nodiscard]] virtual std::string FullPath(const std::string& path) const = 0;

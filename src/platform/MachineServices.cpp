@@ -89,8 +89,12 @@ MachineServices::MachineServices(int argc, const char* const* argv, ProductVersi
 }
 
 std::string MachineServices::DateAndTime() const {
-    const std::time_t now = std::time(nullptr);
-    return DateAndTimeText(*std::localtime(&now), m_locale);
+    return DateAndTimeOf(std::time(nullptr));
+}
+
+std::string MachineServices::DateAndTimeOf(std::int64_t moment) const {
+    const std::time_t time = moment;
+    return DateAndTimeText(*std::localtime(&time), m_locale);
 }
 
 } // namespace corvanta

@@ -32,6 +32,7 @@ class MachineServices : public ProcessServices {
     [[nodiscard]] ProductVersion Version() const override { return m_version; }
     [[nodiscard]] Separators NumberSeparators() const override { return m_separators; }
     [[nodiscard]] std::string DateAndTime() const override;
+    [[nodiscard]] std::string DateAndTimeOf(std::int64_t moment) const override;
 
     /// A process without a window has no bell: what it prints is its messages, and in silence
     /// nothing.

@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace corvanta {
 
@@ -38,6 +39,16 @@ class MessageBox {
     /// Shows a message and returns the button pressed. `style` is a sum of `MessageStyle` values;
     /// CR parts the lines of the prompt.
     virtual int Show(const std::string& prompt, int style, const std::string& title) = 0;
+
+    /// Asks which of several ways to go and returns its index. `NoChoice` when the user backs out,
+    /// which is what a box does that nobody answers.
+    virtual int Choose(const std::string& prompt, const std::vector<std::string>& ways) {
+        static_cast<void>(prompt);
+        static_cast<void>(ways);
+        return NoChoice;
+    }
+
+    static constexpr int NoChoice = -1;
 };
 
 /// The one way to show a message. Silent in a run without user interface.
@@ -52,6 +63,15 @@ class Messages {
             m_beforeMessage();
         }
         return m_silent ? maNone : m_box.Show(prompt, style, title);
+    }
+
+    /// Asks which of several ways to go, each named by a verb, and returns its index;
+    /// `MessageBox::NoChoice` when the user backs out, and at once while silent.
+    int Choose(const std::string& prompt, const std::vector<std::string>& ways) {
+        if (m_beforeMessage) {
+            m_beforeMessage();
+        }
+        return m_silent ? MessageBox::NoChoice : m_box.Choose(prompt, ways);
     }
 
     /// What to do whenever a message appears, before it does.

@@ -2,6 +2,7 @@
 
 #include "model/NumberText.h"
 
+#include <cstdint>
 #include <string>
 
 namespace corvanta {
@@ -40,6 +41,9 @@ class ProcessServices {
 
     /// The current date in the machine's short form and time in its long form, one blank between.
     [[nodiscard]] virtual std::string DateAndTime() const = 0;
+
+    /// A moment, seconds since 1970, in the same form.
+    [[nodiscard]] virtual std::string DateAndTimeOf(std::int64_t moment) const = 0;
 
     virtual void Beep() = 0;
 };

@@ -27,6 +27,7 @@ struct FileNameRequest {
     std::string StartFolder;
     std::string InitialName;
     std::string Extension; ///< of a name typed without one, when writing
+    bool Passing = false;  ///< the folder is no place for later dialogs to start in
 };
 
 struct FileNameAnswer {

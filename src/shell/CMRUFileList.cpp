@@ -82,18 +82,24 @@ void CMRUFileList::AddFile(const std::string& path) {
     m_files.insert(m_files.begin(), path);
 }
 
+void CMRUFileList::RemoveFile(int index) {
+    if (FileExists(index)) {
+        m_files.erase(m_files.begin() + (index - 1));
+    }
+}
+
 std::string CMRUFileList::File(int index) const {
     return index >= 1 && index <= FileCount() ? m_files[static_cast<std::size_t>(index) - 1]
                                               : std::string();
 }
 
 void CMRUFileList::ListFiles(std::vector<MenuItem>& items) const {
-    for (int i = 1; i <= FileCount(); ++i) {
-        if (!FileExists(i)) {
+    for (int i = 1; i <= m_capacity; ++i) {
+        MenuItem& item = items[static_cast<std::size_t>(i)];
+        item.Visible = FileExists(i);
+        if (!item.Visible) {
             continue;
         }
-        MenuItem& item = items[static_cast<std::size_t>(i)];
-        item.Visible = true;
         item.Enabled = true;
         // In a caption an "&" of the path is written twice.
         item.Caption = "&" + std::to_string(i) + "  " + ReplaceAll(MenuPath(File(i)), "&", "&&");

@@ -23,6 +23,9 @@ class CMRUFileList {
     /// last one of a full list drops out. An empty path is ignored.
     void AddFile(const std::string& path);
 
+    /// Takes an entry, 1 to `FileCount`, off the list.
+    void RemoveFile(int index);
+
     /// Path of an entry, 1 to `FileCount`; empty for another index.
     [[nodiscard]] std::string File(int index) const;
 

@@ -36,8 +36,9 @@ void SetUpMenus(MainControls& controls) {
     // The recent files and their lines come between the last two entries of the file menu.
     controls.mnuFile =
         MenuOf("&File", {Item("&New", mcNew), Item("&Open...", mcOpen), Item("&Save", mcSave),
-                         Item("Save &As...", mcSaveAs), Line(), Item("&Export", mcExportMenu),
-                         Line(), Item("&Print...", mcPrint), Item("E&xit", mcExit)});
+                         Item("Save &As...", mcSaveAs), Item("Recover &Unsaved Work...", mcRecover),
+                         Line(), Item("&Export", mcExportMenu), Line(), Item("&Print...", mcPrint),
+                         Item("E&xit", mcExit)});
     controls.mnuExport = MenuOf("&Export", {Item("To &Sorvent Component...", mcExportComponent),
                                             Item("&Results...", mcExportResults),
                                             Item("&DXF Geometry...", mcExportDXF)});

@@ -16,6 +16,7 @@ enum MainCommand : int {
     mcOpen,
     mcSave,
     mcSaveAs,
+    mcRecover,    ///< the unsaved work of earlier runs, and what was set aside
     mcExportMenu, ///< opens the menu of exports
     mcExportComponent,
     mcExportResults,

@@ -4,6 +4,8 @@
 #include "persistence/MData.h"
 #include "platform/NoWindowSystem.h"
 
+#include <algorithm>
+
 namespace corvanta {
 
 namespace {
@@ -41,7 +43,8 @@ bool RecoveryCopy::Keep(const Program& program) {
         NoMessageBox box;
         Messages silent(box);
         bool written = false;
-        m_files.WriteBytes(PathOf(m_place, OriginExtension), program.DocumentPath);
+        m_files.WriteBytes(PathOf(m_place, OriginExtension),
+                           program.DocumentPath + "\n" + program.FileMark);
         return DataWrite(written, program.Document, PathOf(m_place, CopyExtension), program.Units,
                          m_files, silent) &&
                written;
@@ -50,8 +53,7 @@ bool RecoveryCopy::Keep(const Program& program) {
 
 void RecoveryCopy::Drop() {
     if (m_place != 0) {
-        Delete(PathOf(m_place, CopyExtension));
-        Delete(PathOf(m_place, OriginExtension));
+        DeleteCopy(m_place);
     }
 }
 
@@ -62,26 +64,58 @@ void RecoveryCopy::SetAside() {
     }
 }
 
-std::optional<RecoveredWork> RecoveryCopy::Find() {
+std::vector<RecoveredWork> RecoveryCopy::List() {
+    std::vector<RecoveredWork> list;
     for (int place = 1; place <= Places && !m_folder.empty(); ++place) {
-        const std::string copy = PathOf(place, CopyExtension);
-        if (!m_files.FileExists(copy) || !m_locks.Take(PathOf(place, LockExtension))) {
-            continue;
+        const std::string lock = PathOf(place, LockExtension);
+        if (m_files.FileExists(PathOf(place, CopyExtension)) && m_locks.Take(lock)) {
+            list.push_back(WorkAt(place));
+            m_locks.Release(lock);
         }
-        SetAside();
-        m_place = place;
-        RecoveredWork work{copy, {}};
-        static_cast<void>(Succeeds([&] {
-            work.DocumentPath = m_files.ReadBytes(PathOf(place, OriginExtension));
-            return true;
-        }));
-        return work;
     }
-    return std::nullopt;
+    std::stable_sort(list.begin(), list.end(),
+                     [](const auto& one, const auto& other) { return one.Time > other.Time; });
+    return list;
+}
+
+bool RecoveryCopy::Adopt(int place) {
+    SetAside();
+    if (!m_files.FileExists(PathOf(place, CopyExtension)) ||
+        !m_locks.Take(PathOf(place, LockExtension))) {
+        return false;
+    }
+    m_place = place;
+    return true;
+}
+
+bool RecoveryCopy::Discard(int place) {
+    const std::string lock = PathOf(place, LockExtension);
+    if (!m_locks.Take(lock)) {
+        return false;
+    }
+    DeleteCopy(place);
+    m_locks.Release(lock);
+    return !m_files.FileExists(PathOf(place, CopyExtension));
 }
 
 std::string RecoveryCopy::PathOf(int place, const char* extension) const {
     return m_folder + std::to_string(place) + extension;
+}
+
+/// Of work whose origin can't be read the work counts.
+RecoveredWork RecoveryCopy::WorkAt(int place) {
+    RecoveredWork work;
+    work.Place = place;
+    work.CopyPath = PathOf(place, CopyExtension);
+    work.Time = m_files.TimeWritten(work.CopyPath);
+    static_cast<void>(Succeeds([&] {
+        const std::string origin = m_files.ReadBytes(PathOf(place, OriginExtension));
+        const std::size_t end = origin.rfind('\n');
+        work.DocumentPath = origin.substr(0, end);
+        work.FileMark = end == std::string::npos ? "" : origin.substr(end + 1);
+        return true;
+    }));
+    return work;
 }
 
 bool RecoveryCopy::TakePlace() {
@@ -95,13 +129,16 @@ bool RecoveryCopy::TakePlace() {
     return m_place != 0;
 }
 
-void RecoveryCopy::Delete(const std::string& path) {
-    static_cast<void>(Succeeds([&] {
-        if (m_files.FileExists(path)) {
-            m_files.DeleteFile(path);
-        }
-        return true;
-    }));
+void RecoveryCopy::DeleteCopy(int place) {
+    for (const char* extension : {CopyExtension, OriginExtension}) {
+        static_cast<void>(Succeeds([&] {
+            const std::string path = PathOf(place, extension);
+            if (m_files.FileExists(path)) {
+                m_files.DeleteFile(path);
+            }
+            return true;
+        }));
+    }
 }
 
 } // namespace corvanta

@@ -4,21 +4,25 @@
 #include "platform/FileServices.h"
 #include "platform/WindowServices.h"
 
-#include <optional>
+#include <cstdint>
 #include <string>
+#include <vector>
 
 namespace corvanta {
 
-/// Unsaved work of a run that is over.
+/// Unsaved work that no running program has in hand.
 struct RecoveredWork {
+    int Place = 0; ///< of the copy
     std::string CopyPath;
     std::string DocumentPath; ///< the file that the work belongs to, empty for a new document
+    std::string FileMark;     ///< of that file when the work on it began; see `Program`
+    std::int64_t Time = 0;    ///< when the copy was written, seconds since 1970
 };
 
 /// A copy of unsaved work, kept in a folder of its own so that the user's file is never touched.
-/// Every running program has a place of its own in it, from 1 to `Places`; a place whose program is
-/// gone and that still holds a copy is work to be recovered. What fails here is ignored: it must
-/// not disturb the work that it should protect.
+/// Every running program has a place of its own in it, from 1 to `Places`; a place that holds a
+/// copy and whose program is gone, or has set it aside, is work to be recovered. What fails here is
+/// ignored: it must not disturb the work that it should protect.
 class RecoveryCopy {
   public:
     static constexpr int Places = 20;
@@ -34,17 +38,24 @@ class RecoveryCopy {
     /// Deletes the copy of this program, if there is one.
     void Drop();
 
-    /// Leaves the copy for the next start to find; this program takes another place.
+    /// Leaves the copy to be recovered; this program takes another place.
     void SetAside();
 
-    /// Work that no running program has in hand. Its place becomes this program's own, so that
-    /// `Drop` ends it.
-    [[nodiscard]] std::optional<RecoveredWork> Find();
+    /// The work to be recovered, newest first.
+    [[nodiscard]] std::vector<RecoveredWork> List();
+
+    /// Makes the place of a copy this program's own, so that `Drop` ends it. False when another
+    /// program was faster.
+    [[nodiscard]] bool Adopt(int place);
+
+    /// Deletes one copy of the list. False when it is still there.
+    bool Discard(int place);
 
   private:
     [[nodiscard]] std::string PathOf(int place, const char* extension) const;
+    [[nodiscard]] RecoveredWork WorkAt(int place);
     bool TakePlace();
-    void Delete(const std::string& path);
+    void DeleteCopy(int place);
 
     FileServices& m_files;
     PlaceLocks& m_locks;

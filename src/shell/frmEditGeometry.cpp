@@ -246,6 +246,9 @@ bool frmEditGeometry::Apply() {
         return false;
     }
     program.Modified = program.Modified || changed || !document.DataLoaded;
+    if (!document.DataLoaded) {
+        program.DocumentPath.clear(); // it was the name of a file that was there before
+    }
     document.ResultsValid = false;
     document.DataLoaded = true;
     m_resultsLost = false;

@@ -10,8 +10,6 @@ namespace corvanta {
 
 namespace {
 
-constexpr int RecentFileCount = 4;
-
 /// 1100 by 720 pixels of 15 twips, the size that the window is drawn for.
 constexpr WindowPlacement DesignSize{0, 0, 16500, 10800};
 
@@ -22,22 +20,21 @@ bool HasPosition(std::int32_t view) {
 
 } // namespace
 
-frmMain::frmMain(Desk& desk) : Recovery(desk.Files, desk.Windows.Locks), m_desk(desk) {
+frmMain::frmMain(Desk& desk) : Files(desk, *this, mnuFMRU), m_desk(desk) {
     SetUpMainControls(*this);
     Caption = "Corvanta";
     Frame = {"frmMain", DesignSize};
 }
 
 void frmMain::Load() {
-    m_recentFiles.Initialise(mnuFMRU, RecentFileCount, true, "", *m_desk.Store, m_desk.Messages);
+    Files.LoadRecentFiles();
     for (MenuItem& item : mnuFMRU) {
         item.Command = item.Caption == "-" ? mcNone : mcRecentFile;
     }
-    m_recentFiles.ListFiles(mnuFMRU);
 }
 
 void frmMain::Unload() {
-    m_recentFiles.Save(*m_desk.Store);
+    Files.SaveRecentFiles();
     IsOpen = false;
 }
 
@@ -52,6 +49,7 @@ void frmMain::RefreshGUI(bool resetPosition) {
 }
 
 void frmMain::ShowCurrentView() {
+    m_toldViews.clear(); // what goes out says so however often the window did
     Refresh(false);
 }
 
@@ -63,7 +61,7 @@ void frmMain::Refresh(bool resetPosition) {
     const BusyScope busy(m_refreshBusy);
     Suspension& document = m_desk.Program.Document;
     ViewSettings& settings = m_desk.Program.Settings;
-    if (!document.ResultsValid && document.DataLoaded) {
+    if (!document.ResultsValid && document.DataLoaded && !HasFailedAlready()) {
         Calculate();
         if (settings.View == vwNone) {
             settings.View = vwCoordinates;
@@ -91,9 +89,8 @@ void frmMain::Refresh(bool resetPosition) {
 
 void frmMain::Calculate() {
     Program& program = m_desk.Program;
-    m_unprotected = program.Modified && !Recovery.Keep(program);
+    m_unprotected = program.Modified && !Files.Recovery.Keep(program);
     m_failure = RunCalculation(program.Document, program.Channels, m_desk.Messages);
-    panFailure.Caption = m_failure.Message;
     const bool solved = program.Document.ResultsValid;
     m_displaced =
         solved ? DescribeDisplacement(program.Document, program.Units) : DisplacementWords{};
@@ -102,6 +99,18 @@ void frmMain::Calculate() {
         solved ? ""
                : DescribeFailure(program.Document, program.Units,
                                  PositionWords(m_failure.WheelStep, m_failure.RackStep));
+    m_failedOn.reset();
+    if (!program.Document.ResultsValid) {
+        m_failedOn.emplace(program.Document.Data, program.Document.StaticPoints());
+    }
+    m_toldViews.clear();
+}
+
+/// The same input would fail in the same way, and the user was told.
+bool frmMain::HasFailedAlready() const {
+    const Suspension& document = m_desk.Program.Document;
+    return m_failedOn && m_failedOn->first == document.Data &&
+           m_failedOn->second == document.StaticPoints();
 }
 
 void frmMain::ResetPosition(bool always) {
@@ -181,6 +190,7 @@ bool frmMain::KeyDown(MainKey key, KeyModifiers modifiers, const Control* focus)
         }
         if (modifiers.Ctrl) {
             m_desk.Program.Document.ResultsValid = false;
+            m_failedOn.reset(); // it is to be tried again
         }
         RefreshGUI(modifiers.Ctrl);
         return true;
@@ -339,6 +349,7 @@ void frmMain::ReleaseClosedWindows() {
     release(PrintDialog);
     release(AdjustDialog);
     release(CustomChannelsDialog);
+    release(RecoveryDialog);
 }
 
 void frmMain::TakeDownSplash() {

@@ -4,11 +4,10 @@
 #include "platform/DrawingSurface.h"
 #include "results/CWireframe.h"
 #include "results/MDisplayPlot.h"
-#include "shell/CMRUFileList.h"
 #include "shell/Desk.h"
+#include "shell/DocumentFiles.h"
 #include "shell/MainControls.h"
 #include "shell/PointWords.h"
-#include "shell/RecoveryCopy.h"
 #include "shell/ShellHost.h"
 #include "shell/frmAbout.h"
 #include "shell/frmAdjust.h"
@@ -17,10 +16,14 @@
 #include "shell/frmExport.h"
 #include "shell/frmOptions.h"
 #include "shell/frmPrint.h"
+#include "shell/frmRecovery.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
+#include <utility>
 
 namespace corvanta {
 
@@ -99,13 +102,18 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     /// Unloading of the window: the list of recent files goes to the store.
     void Unload();
 
-    /// Opens a document in the place of the current one, and calculates. A file that can't be used
-    /// is reported and leaves an empty document. Unsaved work is kept for the next start; only when
-    /// that fails, or for values not applied yet, is the user asked.
-    void FileOpen(const std::string& path);
+    /// The window became the active one: offers to read a document again that another program
+    /// has changed.
+    void Activated() { ShowOutcome(Files.OfferReload()); }
 
-    /// Saves the document as folder and base name of `path` with the extension ".WSP".
-    void FileSave(const std::string& path);
+    /// Opens a document in the place of the current one, and calculates; see `DocumentFiles`.
+    void FileOpen(const std::string& path) { ShowOutcome(Files.Open(path)); }
+
+    /// The same, for a file that the user chose; a sample becomes an untitled copy.
+    void OpenFile(const std::string& path) { ShowOutcome(Files.OpenAsUser(path)); }
+
+    /// Saves the document under a name; see `DocumentFiles::SaveTo`.
+    void FileSave(const std::string& path) { ShowOutcome(Files.SaveTo(path)); }
 
     bool GetFileName(FileNameMode mode, const std::string& filter, const std::string& startFolder,
                      ChosenFile& chosen, bool quietOnError) override;
@@ -115,8 +123,9 @@ class frmMain final : public ShellHost, public MainControls, public Window {
 
     [[nodiscard]] frmEditGeometry* OpenedEditor() override;
 
-    /// Offers the unsaved work of a run that did not end well, if there is any.
-    void OfferRecovery();
+    /// Opens the list of unsaved work, if there is any. Asked for by the user it says so when there
+    /// is none.
+    void OfferRecovery(bool asked = false);
 
     /// Lets go of the windows that were closed.
     void ReleaseClosedWindows();
@@ -128,15 +137,14 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     std::unique_ptr<frmPrint> PrintDialog;
     std::unique_ptr<frmAdjust> AdjustDialog;
     std::unique_ptr<frmCustomChannels> CustomChannelsDialog;
+    std::unique_ptr<frmRecovery> RecoveryDialog;
     frmAbout About;
 
     /// Asks for one of the samples and opens it.
-    void OpenSample();
+    void OpenSample() { ShowOutcome(Files.AskAndOpenSample()); }
 
-    /// True when the documents that come with the program are there.
-    [[nodiscard]] bool HasSamples() const;
-
-    RecoveryCopy Recovery;
+    /// The files of the document.
+    DocumentFiles Files;
 
     /// What view 15 is drawn on, none without a window system. It outlives its use here.
     DrawingSurface* picSurface = nullptr;
@@ -173,24 +181,21 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     bool ExecuteExportCommand(int command);
     void ExecuteWindowCommand(int command);
     void New();
-    void AskAndOpen(const std::string& startFolder);
-    void Save();
-    void SaveAs();
-    bool MayWrite(const std::string& chosenPath);
+    void ShowOutcome(FileOutcome outcome);
     void OpenEditor();
     void OpenAdjustDialog();
     void CopyGrid();
-    void TakeDocument(const std::string& path);
     void ShowNoDocument();
-    bool ReadDocument(const std::string& path);
-    void EnterRecentFile(const std::string& path);
+    [[nodiscard]] bool HasFailedAlready() const;
+    void TellNothingToShow(std::int32_t view, const std::string& words);
 
     Desk& m_desk;
-    CMRUFileList m_recentFiles;
     PlotState m_plot;
-    CalculationFailure m_failure;  ///< of the last calculation
-    DisplacementWords m_displaced; ///< the same
-    std::string m_typeText;        ///< the texts last selected in the three lists
+    CalculationFailure m_failure;                                  ///< of the last calculation
+    DisplacementWords m_displaced;                                 ///< the same
+    std::optional<std::pair<SuspensionData, PointSet>> m_failedOn; ///< what that was about
+    std::set<std::int32_t> m_toldViews; ///< views of these results that said they are empty
+    std::string m_typeText;             ///< the texts last selected in the three lists
     std::string m_wheelText;
     std::string m_rackText;
     std::int32_t m_viewLastDisplayed = vwNone;

@@ -36,6 +36,17 @@ std::string TravelWords(const FundamentalUnits& units, double travel, const char
            units[ucDisplacement].Label;
 }
 
+/// Keeps the message of a view that has nothing to show.
+class KeptWords final : public MessageBox {
+  public:
+    std::string Prompt;
+
+    int Show(const std::string& prompt, int /*style*/, const std::string& /*title*/) override {
+        Prompt = prompt;
+        return maOK;
+    }
+};
+
 } // namespace
 
 /// A file that could not be read leaves the chosen view as it was, with no document to show in it.
@@ -57,6 +68,7 @@ void frmMain::ShowViewPanels() {
     panFailure.Visible = view == vwNone && loaded;
     labFailurePlace.Visible = panFailure.Visible && !labFailurePlace.Caption.empty();
     labBanner.Visible = view != vwNone && !labBanner.Caption.empty();
+    panFailure.Caption = m_failure.Message;
     panStart.Visible = view == vwNone && !loaded;
 }
 
@@ -82,13 +94,15 @@ void frmMain::DisplayView(std::int32_t view, std::int32_t viewArgument, std::int
     }
     SetupViewControls(view, viewArgument, variable, wheel, rack);
     FillResultArea(view, viewArgument, variable, wheel, rack);
-    grdDisplay.Visible = gridVisible;
+    grdDisplay.Visible = gridVisible && !panFailure.Visible;
 }
 
 void frmMain::FillResultArea(std::int32_t view, std::int32_t viewArgument, std::int32_t variable,
                              int wheel, int rack) {
     Program& program = m_desk.Program;
     std::optional<ViewTable> table;
+    KeptWords words;
+    Messages silent(words);
     ResetGrid(grdDisplay);
     picResults.Text.clear();
     if (IsChannelTable(view)) {
@@ -97,11 +111,13 @@ void frmMain::FillResultArea(std::int32_t view, std::int32_t viewArgument, std::
         SetupPointsTableBlank(grdDisplay, program.Document, program.Units, false);
         DataPointsGet(grdDisplay, program.Document, program.Units, wheel, rack);
     } else if (view == vwLinkLoads) {
-        table = ShowLinkLoadView(program, viewArgument, rack, m_desk.Messages, m_linkLoadsWarned);
+        const bool loads = HasLinkLoads(program.Document.Data.SpringMechanism);
+        table = ShowLinkLoadView(program, viewArgument, rack, loads ? m_desk.Messages : silent,
+                                 m_linkLoadsWarned);
     } else if (view == vwLinkLengths) {
         table = ShowLinkLengths(program);
     } else if (view == vwDynamicsReport) {
-        picResults.Text = ShowDynamicsReport(program, m_desk.Messages);
+        picResults.Text = ShowDynamicsReport(program, silent);
     } else if (view == vwQuadraticCoefficients) {
         table = ShowQuadraticCoefficients(program);
     } else if (view == vwPlot && chtSurface != nullptr) {
@@ -112,6 +128,20 @@ void frmMain::FillResultArea(std::int32_t view, std::int32_t viewArgument, std::
     if (table) {
         ShowTable(grdDisplay, view, *table);
         MarkStaticRow(view, variable);
+    }
+    if (!words.Prompt.empty()) {
+        TellNothingToShow(view, words.Prompt);
+    }
+}
+
+/// The page keeps the words; the message is for the first look alone.
+void frmMain::TellNothingToShow(std::int32_t view, const std::string& words) {
+    grdDisplay.Visible = picResults.Visible = false;
+    panFailure.Visible = true;
+    panFailure.Caption = words;
+    // What is asked for from elsewhere, to be printed, is told every time.
+    if (m_toldViews.insert(view).second || !m_refreshBusy) {
+        m_desk.Messages.ShowMessage(words);
     }
 }
 
@@ -277,7 +307,10 @@ void frmMain::UpdateToolbar() {
 }
 
 void frmMain::DisplayFormCaption() {
-    const std::string name = FileServices::BaseName(m_desk.Program.DocumentPath);
+    // The name of a file that could not be read is not the name of what is there.
+    const Program& program = m_desk.Program;
+    const std::string name =
+        program.Document.DataLoaded ? FileServices::BaseName(program.DocumentPath) : "";
     Caption = "Corvanta " + m_desk.Process.Version().Text();
     if (!name.empty()) {
         Caption += " - " + name + " - [" + std::string(ViewName(ShownView())) + "]";

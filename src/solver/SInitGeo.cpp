@@ -53,19 +53,6 @@ StepCount CountSteps(double firstTravel, double secondTravel, double stepSize, d
     RaiseOverflow();
 }
 
-void RefuseUnusableTravel(const SuspensionData& data) {
-    const auto refuse = [](const char* what) { throw Failure(fnInvalidCall, what); };
-    if (data.WheelTravelStepSize < 0) {
-        refuse("The step size of wheel travel must be greater than 0.");
-    }
-    if (data.RackTravelStepSize < 0) {
-        refuse("The step size of rack travel must be greater than 0.");
-    }
-    if (data.Bump < 0 || data.Droop < 0) {
-        refuse("Wheel bump and droop travel must be positive.");
-    }
-}
-
 /// The number with the place of its sign in front: a blank where there is no minus.
 std::string SignedText(double value, const Separators& separators) {
     const std::string text = NumberToText(value, separators);
@@ -74,8 +61,23 @@ std::string SignedText(double value, const Separators& separators) {
 
 } // namespace
 
+std::string NegativeTravel(const SuspensionData& data) {
+    if (data.WheelTravelStepSize < 0) {
+        return "The step size of wheel travel must be greater than 0.";
+    }
+    if (data.RackTravelStepSize < 0) {
+        return "The step size of rack travel must be greater than 0.";
+    }
+    if (data.Bump < 0 || data.Droop < 0) {
+        return "Wheel bump and droop travel must be positive.";
+    }
+    return {};
+}
+
 TravelGrid CountTravelSteps(const SuspensionData& data, const FundamentalUnits& units) {
-    RefuseUnusableTravel(data);
+    if (const std::string reason = NegativeTravel(data); !reason.empty()) {
+        throw Failure(fnInvalidCall, reason);
+    }
     const double growth =
         units[ucDisplacement].Label == "mm" ? GrowthInMillimetres : GrowthInInches;
     const StepCount wheel = CountSteps(data.Bump, data.Droop, data.WheelTravelStepSize, growth);
@@ -88,6 +90,12 @@ TravelGrid CountTravelSteps(const SuspensionData& data, const FundamentalUnits& 
 
 void SetStepSizes(Suspension& document, const FundamentalUnits& units, Messages& messages) {
     SuspensionData& data = document.Data;
+    if (!NegativeTravel(data).empty()) {
+        // A file may hold such a travel. The static position stands until the user has mended it.
+        document.NW = document.NR = 1;
+        document.StaticWheel = document.StaticRack = 2;
+        return;
+    }
     const TravelGrid grid = CountTravelSteps(data, units);
     data.WheelTravelStepSize = grid.WheelTravelStepSize;
     data.RackTravelStepSize = grid.RackTravelStepSize;

@@ -5,6 +5,8 @@
 #include "model/Units.h"
 #include "platform/Messages.h"
 
+#include <string>
+
 namespace corvanta {
 
 /// What travel settings make of the solved grid.
@@ -18,6 +20,9 @@ struct TravelGrid {
     bool Grown = false; ///< a step size is not the one asked for
 };
 
+/// Why travels or steps with a minus sign make no grid; empty when they are none.
+[[nodiscard]] std::string NegativeTravel(const SuspensionData& data);
+
 /// The grid of travel settings. A step size that asks for more than 49 steps grows by 0.5, or by
 /// 0.05 when the user works in inches, until they fit.
 ///
@@ -27,8 +32,8 @@ struct TravelGrid {
                                           const FundamentalUnits& units);
 
 /// Gives the document the grid of its travel settings, with the step sizes of that grid; the user
-/// is told once when one had to grow. Throws Failure as `CountTravelSteps`, and changes nothing
-/// then.
+/// is told once when one had to grow. With a `NegativeTravel` the grid is the static position
+/// alone. Otherwise throws Failure as `CountTravelSteps`, and changes nothing then.
 void SetStepSizes(Suspension& document, const FundamentalUnits& units, Messages& messages);
 
 /// Places the points that the user does not enter and that need no calculation: the far side of a

@@ -66,6 +66,9 @@ class UserFiles final : public FileServices {
     [[nodiscard]] bool FolderExists(const std::string& path) const override {
         return m_disk.FolderExists(path);
     }
+    [[nodiscard]] std::int64_t TimeWritten(const std::string& path) const override {
+        return m_disk.TimeWritten(path);
+    }
     [[nodiscard]] std::string FullPath(const std::string& path) const override {
         return m_disk.FullPath(path);
     }

@@ -1,5 +1,6 @@
 #include "desktop/AboutWindow.h"
 #include "desktop/GridView.h"
+#include "desktop/RecoveryWindow.h"
 #include "tests/desktop/DesktopUser.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/TemporaryFolder.h"
@@ -20,6 +21,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
+#include <QTreeWidget>
 #include <QWindow>
 
 #include <stdexcept>
@@ -336,6 +338,23 @@ TEST_F(MainWindowTest, ClosingWithUnsavedChangesAsksAndEachAnswerIsTaken) {
     EXPECT_NE(m_disk.ReadBytes(path), before);
 }
 
+TEST_F(MainWindowTest, CtrlSInTheEditorSavesWhatIsTypedAndAChangeByAnotherIsOffered) {
+    const std::string path = Copied("touring-front-wishbone.WSP", "front.WSP");
+    m_user.Open(path);
+    m_user.Choose(mcProperties);
+    TurnTo(pgStaticPoints);
+    TypeCell(0, 0, "3");
+    QTest::keyClick(&Editor(), Qt::Key_S, Qt::ControlModifier);
+    EXPECT_THAT(m_disk.ReadBytes(path), HasSubstr("[ptWTCP]\t3\t"));
+    EXPECT_FALSE(m_user.Window().isWindowModified());
+
+    m_disk.WriteBytes(path, m_disk.ReadBytes(SamplePath("saloon-front-strut.WSP")));
+    m_user.Box.Answers = {0};
+    m_user.Window().activateWindow();
+    QTRY_COMPARE(m_user.Desk.Program().Data().Document.Data.SpringMechanism, smMacPhersonStrut);
+    EXPECT_THAT(m_user.Box.Prompts(), ElementsAre(HasSubstr("changed by another program")));
+}
+
 TEST_F(MainWindowTest, UnsavedWorkIsOfferedAtTheNextStart) {
     const std::string path = Copied("touring-front-wishbone.WSP", "front.WSP");
     const std::string before = m_disk.ReadBytes(path);
@@ -352,9 +371,11 @@ TEST_F(MainWindowTest, UnsavedWorkIsOfferedAtTheNextStart) {
     } // gone without a word
     EXPECT_EQ(m_disk.ReadBytes(path), before);
     DesktopUser next(m_folder / "settings");
-    next.Box.Answers = {maYes};
     next.Start();
-    EXPECT_THAT(next.Box.Prompts(), ElementsAre(HasSubstr("unsaved changes to front.WSP")));
+    ASSERT_NE(next.Desk.RecoveryView(), nullptr);
+    EXPECT_EQ(next.Desk.RecoveryView()->findChild<QTreeWidget*>()->topLevelItem(0)->text(0),
+              "front.WSP");
+    Press(*next.Desk.RecoveryView(), "cmdOpen");
     EXPECT_EQ(next.Desk.Program().Data().Document.StaticPoints()[ptWTCP].X, 7.5);
     EXPECT_EQ(next.Desk.Program().Data().DocumentPath, path);
     EXPECT_TRUE(next.Window().isWindowModified());

@@ -70,7 +70,8 @@ TEST_F(MExportTest, AFailureLeavesTheOldFileAndTheViewAsItStood) {
     m_program.ExportViews.Set(vwCustomTable, true);
     m_program.CustomChannels.Add(52);
     EXPECT_EQ(Export(etSelectedViews), "old");
-    EXPECT_EQ(m_settings.View, vwCustomTable);
+    EXPECT_EQ(m_settings.View, vwLateralGeometry);
+    EXPECT_EQ(m_main.Grid().Text(), shown);
     m_settings.View = vwPlot;
     EXPECT_EQ(Export(etCurrentView), "old") << "channel 0";
     m_program.Units[ucAngle].Factor = 0;

@@ -217,10 +217,11 @@ TEST_F(ApplicationWindowTest, UnsavedWorkOutlivesACrash) {
     EXPECT_TRUE(m_files.FileExists(Base + "Recovery/1.WSP"));
 
     Application& next = Started(); // nothing was closed
-    m_box.Answers = {maYes};
     next.OfferRecovery();
-    EXPECT_THAT(m_box.Prompts(), ElementsAre(StartsWith("There are unsaved changes to front.WSP")));
-    EXPECT_THAT(Seen.back(), "message over main 17 buttons ");
+    EXPECT_FALSE(next.MainWindow().About.IsOpen) << "the list does not wait below the splash";
+    ASSERT_EQ(next.MainWindow().RecoveryDialog->Rows.size(), 1U);
+    EXPECT_EQ(next.MainWindow().RecoveryDialog->Rows[0].Name, "front.WSP");
+    next.MainWindow().RecoveryDialog->cmdOpen_Click();
     EXPECT_EQ(next.Data().Document.Data.Bump, 40);
     EXPECT_TRUE(next.Data().Modified);
 }

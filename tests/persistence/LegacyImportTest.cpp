@@ -280,7 +280,10 @@ TEST_F(LegacyImportTest, TheNoticeIsShownForDisplayUnitsAlone) {
     ASSERT_TRUE(Load(Text(Data4(true)), true));
     ASSERT_TRUE(Load(Text(Version3("V3.61", "8", false)), false));
     ASSERT_TRUE(Load(Text(Untagged()), false));
-    EXPECT_THAT(m_box.Shown, IsEmpty());
+    for (const char* other : {"", "a letter\r\n", "%PDF-1.4\r\n", "-1\r\n", "1999\r\n"}) {
+        EXPECT_THROW(Load(other, true), Failure) << other;
+    }
+    EXPECT_THAT(m_box.Shown, IsEmpty()) << "what is no file of ours is not announced as an old one";
 }
 
 } // namespace

@@ -1,11 +1,7 @@
 #include "shell/MLibGUI.h"
-#include "shell/CMousePointer.h"
-#include "tests/support/FakeWindowSystem.h"
 #include "tests/support/MemorySettingsStore.h"
 
 #include <gtest/gtest.h>
-
-#include <stdexcept>
 
 namespace corvanta::test {
 namespace {
@@ -49,20 +45,6 @@ TEST(WindowPlacementTest, IsRememberedUnlessTheWindowIsMaximised) {
     store.Write("frmFake", "Left", "far out");
     RestoreWindow(sizeless, Screen, store, -1, -1);
     EXPECT_EQ(sizeless.Placement.Left, 7000) << "a damaged entry is none";
-}
-
-TEST(CMousePointerTest, TheFormerCursorComesBackByAnyRoad) {
-    FakeWindowSystem cursor;
-    cursor.Set(3);
-    try {
-        CMousePointer pointer(cursor, HourglassCursor);
-        EXPECT_EQ(cursor.Current(), HourglassCursor);
-        pointer.SetPointer(DefaultCursor);
-        EXPECT_EQ(cursor.Current(), DefaultCursor);
-        throw std::runtime_error("out of a routine");
-    } catch (const std::runtime_error&) {
-        EXPECT_EQ(cursor.Current(), 3);
-    }
 }
 
 } // namespace

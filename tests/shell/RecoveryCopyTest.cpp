@@ -41,25 +41,35 @@ class RecoveryCopyTest : public testing::Test {
     Program m_work;
 };
 
-TEST_F(RecoveryCopyTest, WorkIsFoundWhenItsProgramIsGone) {
+TEST_F(RecoveryCopyTest, WorkIsListedNewestFirstAndEndsOneByOne) {
     RecoveryCopy first = Started();
-    EXPECT_FALSE(first.Find());
-    ASSERT_TRUE(first.Keep(m_work));
     RecoveryCopy second = Started();
-    EXPECT_FALSE(second.Find()) << "its program runs";
-    m_locks.Locked.clear(); // it crashed
-    const std::optional<RecoveredWork> work = second.Find();
-    ASSERT_TRUE(work);
-    EXPECT_EQ(work->CopyPath, Copy);
-    EXPECT_EQ(work->DocumentPath, "/cars/front.WSP");
-    EXPECT_FALSE(Started().Find()) << "it is in hand";
-
-    // From here on the place is the finder's own.
+    m_work.FileMark = "12-34";
+    ASSERT_TRUE(first.Keep(m_work));
     m_work.DocumentPath.clear();
-    EXPECT_TRUE(second.Keep(m_work));
+    m_work.FileMark.clear();
+    ASSERT_TRUE(second.Keep(m_work));
+    RecoveryCopy next = Started();
+    EXPECT_THAT(next.List(), IsEmpty()) << "their programs run";
+    m_locks.Locked.clear(); // they crashed
+    const std::vector<RecoveredWork> list = next.List();
+    ASSERT_EQ(list.size(), 2U);
+    EXPECT_EQ(list[0].CopyPath + list[0].DocumentPath + list[0].FileMark, "/recovery/2.WSP");
+    EXPECT_EQ(list[1].CopyPath, Copy);
+    EXPECT_EQ(list[1].DocumentPath, "/cars/front.WSP");
+    EXPECT_EQ(list[1].FileMark, "12-34");
+    EXPECT_GT(list[0].Time, list[1].Time);
+
+    RecoveryCopy other = Started();
+    EXPECT_TRUE(next.Adopt(1));
+    EXPECT_FALSE(other.Adopt(1) || other.Discard(1)) << "it is in hand";
+    EXPECT_EQ(other.List().size(), 1U);
+    EXPECT_TRUE(other.Discard(2));
+    EXPECT_FALSE(other.Adopt(2));
+    EXPECT_THAT(Kept(), ElementsAre(Copy)) << "the other one alone";
+    EXPECT_TRUE(next.Keep(m_work)) << "in the place that is its own now";
     EXPECT_THAT(Kept(), ElementsAre(Copy));
-    EXPECT_EQ(m_files.Bytes("/recovery/1.txt"), "");
-    second.Drop();
+    next.Drop();
     EXPECT_THAT(m_files.Paths(), IsEmpty());
 }
 
@@ -89,7 +99,7 @@ TEST_F(RecoveryCopyTest, WorkSetAsideIsNeverWrittenOver) {
     EXPECT_THAT(Kept(), ElementsAre(Copy, "/recovery/2.WSP"));
     program.Drop();
     EXPECT_EQ(m_files.Bytes(Copy), aside);
-    EXPECT_EQ(Started().Find().value().CopyPath, Copy) << "offered while its program still runs";
+    EXPECT_EQ(program.List().at(0).CopyPath, Copy) << "offered while its program still runs";
 }
 
 TEST_F(RecoveryCopyTest, ACopyIsOldOrNewWhicheverWriteFails) {
@@ -113,7 +123,7 @@ TEST_F(RecoveryCopyTest, ACopyIsOldOrNewWhicheverWriteFails) {
 TEST_F(RecoveryCopyTest, WhatFailsDisturbsNothing) {
     RecoveryCopy program(m_files, m_locks);
     EXPECT_FALSE(program.Keep(m_work)) << "no folder was set";
-    EXPECT_FALSE(program.Find());
+    EXPECT_THAT(program.List(), IsEmpty());
     m_files.FailOnChange(1);
     program.SetFolder(Folder);
     EXPECT_FALSE(program.Keep(m_work)) << "the folder could not be made";
@@ -130,7 +140,7 @@ TEST_F(RecoveryCopyTest, WhatFailsDisturbsNothing) {
     ASSERT_TRUE(program.Keep(m_work));
     m_files.RefuseReading("/recovery/1.txt");
     m_locks.Locked.clear();
-    EXPECT_EQ(Started().Find().value().DocumentPath, "");
+    EXPECT_EQ(Started().List().at(0).DocumentPath, "");
 }
 
 } // namespace

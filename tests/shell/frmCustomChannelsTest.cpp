@@ -111,11 +111,6 @@ TEST_F(frmCustomChannelsTest, MovesTheSelectedChannel) {
         EXPECT_EQ(Selected(), move.Ids);
         EXPECT_EQ(m_form.lstSelected.Index(), move.SelectedThen);
     }
-    Open({});
-    m_form.cmdMoveUp_Click();
-    m_form.cmdMoveDown_Click();
-    EXPECT_THAT(Selected(), IsEmpty());
-
     Open({1, 2, 3, 4});
     m_form.lstSelected.Select(0);
     m_form.cmdMoveDown_Click();
@@ -159,13 +154,6 @@ TEST_F(frmCustomChannelsTest, ClosingByAnyWayKeepsThePlaceAndShowsTheViewAnew) {
     EXPECT_THAT(m_main.Calls, ElementsAre("RefreshGUI(false)"));
     m_form.Close();
     EXPECT_THAT(m_main.Calls, ElementsAre("RefreshGUI(false)")) << "closed already";
-}
-
-TEST_F(frmCustomChannelsTest, AHandMadeListMayHoldTheLinkLoads) {
-    Open({chLinkLoads, 5});
-    EXPECT_THAT(Selected(), ElementsAre(chLinkLoads, 5));
-    EXPECT_THAT(Ticked(), ElementsAre(5));
-    EXPECT_THAT(m_box.Prompts(), IsEmpty());
 }
 
 TEST_F(frmCustomChannelsTest, AFailureOnOpeningIsToldAndLeavesTheDialogOpen) {

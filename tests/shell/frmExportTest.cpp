@@ -129,42 +129,5 @@ TEST_F(frmExportTest, WritesWhatTheOptionSays) {
     }
 }
 
-TEST_F(frmExportTest, WithoutANameTheChoicesStandAndNothingIsWritten) {
-    m_form.Open();
-    Choose(2);
-    m_form.chkHeader.Checked = true;
-    m_form.tvwViews.Rows[0].Checked = true;
-    m_form.cmdExport_Click();
-    EXPECT_EQ(m_program.Options.ExportType, 3);
-    EXPECT_TRUE(m_program.Options.ExportHeaderOn && m_program.ExportViews[1]);
-    EXPECT_EQ(m_program.Options.ExportFilePath, "/cars/");
-    EXPECT_THAT(m_files.Paths(), IsEmpty());
-    EXPECT_FALSE(m_form.IsOpen);
-}
-
-TEST_F(frmExportTest, CancelForgetsTheChoices) {
-    m_form.Open();
-    Choose(1);
-    m_form.chkHeader.Checked = true;
-    m_form.tvwViews.Rows[0].Checked = true;
-    m_form.cmdCancel_Click();
-    EXPECT_EQ(m_program.Options.ExportType, 1);
-    EXPECT_FALSE(m_program.Options.ExportHeaderOn || m_program.ExportViews[1]);
-    EXPECT_FALSE(m_form.IsOpen);
-    EXPECT_THAT(m_main.Asked, IsEmpty());
-}
-
-TEST_F(frmExportTest, AFailureIsToldAndTheDialogCloses) {
-    m_form.Open();
-    m_files.FailOnChange(1);
-    m_main.Names = {{Output, "results.txt", "txt", 1}};
-    m_form.cmdExport_Click();
-    EXPECT_THAT(m_box.Prompts(), ElementsAre("There was an error while exporting. \rError was: "
-                                             "No space left on device"));
-    EXPECT_EQ(m_box.Shown.at(0).Style, msExclamation);
-    EXPECT_EQ(m_program.Options.ExportFilePath, "/cars/");
-    EXPECT_FALSE(m_form.IsOpen);
-}
-
 } // namespace
 } // namespace corvanta::test

@@ -10,9 +10,7 @@ namespace corvanta::test {
 namespace {
 
 const std::string Discard = "Discard any current data?";
-const std::string Offer = "There are unsaved changes to front.WSP from an earlier run.\r\r"
-                          "Open them now? No throws them away, Cancel keeps them for the next "
-                          "start.";
+const std::string ByAnother = "front.WSP was changed by another program";
 
 /// A file dialog that can't be shown.
 class BrokenDialog final : public FileDialog {
@@ -54,13 +52,16 @@ class frmMainFilesTest : public MainFormTest {
         m_box.Shown.clear();
         auto main = std::make_unique<frmMain>(m_desk);
         main->Load();
-        main->Recovery.SetFolder("/recovery/");
+        main->Files.Recovery.SetFolder("/recovery/");
         main->RefreshGUI(false);
         return main;
     }
 };
 
 TEST_F(frmMainFilesTest, NewAsksAndStartsAnEmptyDocumentInTheEditor) {
+    m_main.Execute(mcNew, 0);
+    EXPECT_TRUE(m_main.EditGeometry->IsOpen);
+    EXPECT_THAT(Prompts(), IsEmpty()) << "there is nothing to lose";
     Open(SampleBytes());
     Edit("3");
     EXPECT_TRUE(m_files.FileExists("/recovery/1.WSP"));
@@ -89,30 +90,36 @@ TEST_F(frmMainFilesTest, NewAsksAndStartsAnEmptyDocumentInTheEditor) {
     EXPECT_EQ(m_windowSystem.Requests[0].InitialName, "");
 }
 
-TEST_F(frmMainFilesTest, OpenAsksForADocumentInTheLastFolder) {
-    m_program.Options.LastFolder = "/garage/";
-    m_main.Execute(mcOpen, 0); // cancelled
-    EXPECT_FALSE(m_document.DataLoaded);
-    m_files.Put(Path, SampleBytes());
-    WillChoose(Path);
-    m_main.Execute(mcOpen, 0);
-    EXPECT_TRUE(m_document.DataLoaded);
-    ASSERT_EQ(m_windowSystem.Requests.size(), 2U);
-    const FileNameRequest& request = m_windowSystem.Requests[1];
-    EXPECT_EQ(request.Mode, FileNameMode::Open);
-    EXPECT_EQ(request.Title, "Open");
-    EXPECT_EQ(request.Filter, "WSP files (*.wsp)|*.wsp| All files (*.*)|*.*");
-    EXPECT_EQ(request.StartFolder, "/garage/");
-    EXPECT_EQ(m_program.Options.LastFolder, "/cars/");
-}
-
-TEST_F(frmMainFilesTest, OpenAsksForASampleWhereTheyLie) {
-    EXPECT_FALSE(m_main.HasSamples());
-    m_files.PutFolder("/opt/corvanta/samples");
-    EXPECT_TRUE(m_main.HasSamples());
+TEST_F(frmMainFilesTest, ASampleIsOpenedAsAnUntitledCopyAndNeverWrittenOver) {
+    const std::string sample = "/opt/corvanta/samples/roadster.WSP";
+    EXPECT_FALSE(m_main.Files.HasSamples());
+    m_program.Options.LastFolder = "/cars/";
+    m_files.Put(sample, SampleBytes());
+    EXPECT_TRUE(m_main.Files.HasSamples());
+    WillChoose(sample);
     m_main.OpenSample();
-    ASSERT_EQ(m_windowSystem.Requests.size(), 1U);
-    EXPECT_EQ(m_windowSystem.Requests[0].StartFolder, "/opt/corvanta/samples");
+    EXPECT_EQ(m_windowSystem.Requests.at(0).StartFolder, "/opt/corvanta/samples");
+    EXPECT_TRUE(m_windowSystem.Requests[0].Passing);
+    EXPECT_TRUE(m_document.ResultsValid);
+    EXPECT_EQ(m_program.DocumentPath + m_program.FileMark, "");
+    EXPECT_EQ(m_main.stbMain.Document, "New suspension");
+    EXPECT_EQ(m_program.Options.LastFolder, "/cars/");
+    EXPECT_THAT(RecentFiles(), IsEmpty());
+
+    Edit("3");
+    m_files.PutFolder("/cars");
+    WillChoose(sample); // by hand all the same
+    m_main.Execute(mcSave, 0);
+    EXPECT_THAT(Prompts(), ElementsAre(HasSubstr("The samples stay as they came")));
+    EXPECT_EQ(m_windowSystem.Requests.at(1).StartFolder, "/cars/");
+    EXPECT_FALSE(m_windowSystem.Requests[1].Passing);
+    WillChoose("/cars/mine");
+    m_main.Execute(mcSave, 0);
+    EXPECT_EQ(SavedX("/cars/mine.WSP"), "3");
+    EXPECT_EQ(m_files.Bytes(sample), SampleBytes());
+
+    m_main.FileOpen(sample); // a batch run names its input in what it writes
+    EXPECT_EQ(m_program.DocumentPath, sample);
 }
 
 TEST_F(frmMainFilesTest, SaveGoesToTheDocumentsFileOrAsks) {
@@ -123,7 +130,7 @@ TEST_F(frmMainFilesTest, SaveGoesToTheDocumentsFileOrAsks) {
     EXPECT_FALSE(m_program.Modified);
     EXPECT_THAT(m_windowSystem.Requests, IsEmpty());
 
-    WillChoose("/race/rear.v2.txt");
+    WillChoose("/race/rear.v2");
     m_files.PutFolder("/race");
     m_main.Execute(mcSaveAs, 0);
     EXPECT_EQ(SavedX("/race/rear.v2.WSP"), "3");
@@ -139,19 +146,157 @@ TEST_F(frmMainFilesTest, SaveGoesToTheDocumentsFileOrAsks) {
     EXPECT_EQ(request.InitialName, "front.WSP");
     EXPECT_EQ(request.Extension, "WSP") << "so that the dialog asks about the file that is written";
 
-    // After a failed open neither the old file nor its name is at hand for the empty document.
+    // After a failed open neither the old file nor its name is at hand for what comes then.
     Open("no document", "/cars/bad.WSP");
+    EXPECT_EQ(m_main.Caption, "Corvanta 5.4.5");
+    EXPECT_EQ(m_program.DocumentPath, "/race/rear.v2.WSP");
+    m_main.Execute(mcProperties, 0);
+    m_main.EditGeometry->cmdOK_Click();
     m_main.Execute(mcSave, 0);
     ASSERT_EQ(m_windowSystem.Requests.size(), 2U);
     EXPECT_EQ(m_windowSystem.Requests[1].InitialName, "");
     EXPECT_EQ(SavedX("/race/rear.v2.WSP"), "3");
-    EXPECT_EQ(m_program.DocumentPath, "/race/rear.v2.WSP");
+    EXPECT_EQ(m_program.DocumentPath, "");
+}
+
+TEST_F(frmMainFilesTest, SaveWritesUnderTheDocumentsOwnNameAndOverNoOtherFile) {
+    struct Case {
+        std::string Opened;
+        std::string Saved;   ///< by Save, the name that is offered taken
+        std::string Offered; ///< none where nothing is asked
+    };
+    for (const Case& name :
+         {Case{"/cars/car.wsp", "/cars/car.wsp", ""}, Case{"/cars/car.WsP", "/cars/car.WsP", ""},
+          Case{"/cars/car.bak", "/cars/car.WSP", "car.WSP"},
+          Case{"/cars/desc.v1.s36", "/cars/desc.v1.WSP", "desc.v1.WSP"}}) {
+        SCOPED_TRACE(name.Opened);
+        m_windowSystem.Requests.clear();
+        Open(SampleBytes(), name.Opened);
+        Edit("3");
+        m_files.Put("/cars/car.WSP", "another");
+        m_main.Execute(mcSave, 0); // the dialog, if any, is cancelled
+        EXPECT_EQ(m_files.Bytes("/cars/car.WSP"), "another");
+        if (!name.Offered.empty()) {
+            EXPECT_EQ(m_windowSystem.Requests.at(0).InitialName, name.Offered);
+            WillChoose("/cars/" + name.Offered);
+            m_main.Execute(mcSave, 0);
+        }
+        EXPECT_EQ(SavedX(name.Saved), "3");
+        EXPECT_EQ(m_program.DocumentPath, name.Saved);
+        EXPECT_THAT(Prompts(), IsEmpty());
+    }
+}
+
+TEST_F(frmMainFilesTest, AFailedSaveAsKeepsTheDocumentsNameAndTheRecentFiles) {
+    Open(SampleBytes());
+    Edit("3");
+    m_files.RefuseFolder("/race");
+    WillChoose("/race/rear.WSP");
+    m_main.Execute(mcSaveAs, 0);
+    EXPECT_THAT(Prompts(), ElementsAre(HasSubstr("Permission denied")));
+    EXPECT_EQ(m_program.DocumentPath, Path);
+    EXPECT_EQ(m_program.Options.LastFolder, "/cars/");
+    EXPECT_TRUE(m_program.Modified);
+    EXPECT_THAT(RecentFiles(), ElementsAre("&1  /cars/front.WSP"));
+}
+
+TEST_F(frmMainFilesTest, AFileThatAnotherProgramChangedIsNotOverwrittenUnasked) {
+    enum { Overwrite, UnderAnotherName, Reload };
+    const std::string other = Changed("ptWTCP", "[ptWTCP]\t9\t750\t0");
+    const auto saveWith = [&](std::deque<int> answers) {
+        Open(SampleBytes());
+        Edit("3");
+        m_files.Put(Path, other);
+        m_box.Answers = std::move(answers);
+        m_main.Execute(mcSave, 0);
+        EXPECT_THAT(Prompts(), ElementsAre(StartsWith(ByAnother)));
+    };
+    saveWith({}); // cancelled
+    EXPECT_EQ(m_files.Bytes(Path), other);
+    EXPECT_TRUE(m_program.Modified);
+    EXPECT_THAT(m_box.Ways, ElementsAre("&Overwrite", "Save &As...", "&Reload"));
+
+    WillChoose("/cars/mine");
+    saveWith({UnderAnotherName});
+    EXPECT_EQ(m_files.Bytes(Path), other);
+    EXPECT_EQ(SavedX("/cars/mine.WSP"), "3");
+
+    saveWith({Reload});
+    EXPECT_EQ(m_document.StaticPoints()[ptWTCP].X, 9);
+    EXPECT_FALSE(m_program.Modified);
+    EXPECT_EQ(m_main.Files.Recovery.List().size(), 2U) << "what was typed here can be recovered";
+
+    saveWith({Overwrite});
+    EXPECT_EQ(SavedX(Path), "3");
+    Edit("4"); // what it wrote itself is no change by another
+    m_main.Execute(mcSave, 0);
+    m_files.DeleteFile(Path); // nor is a file that is gone
+    m_main.Execute(mcSave, 0);
+    EXPECT_EQ(SavedX(Path), "4");
+    EXPECT_THAT(Prompts(), IsEmpty());
+}
+
+TEST_F(frmMainFilesTest, AChangedFileIsOfferedOnceWhenTheWindowBecomesActive) {
+    m_main.Activated(); // with no document
+    Open(SampleBytes());
+    m_main.Activated();
+    EXPECT_THAT(Prompts(), IsEmpty());
+    for (const char* x : {"5", "6"}) {
+        m_files.Put(Path, Changed("ptWTCP", std::string("[ptWTCP]\t") + x));
+        m_main.Activated(); // declined
+        m_main.Activated();
+        EXPECT_THAT(Prompts(), ElementsAre(ByAnother + ". Reload it?")) << "once for every change";
+    }
+    EXPECT_NE(m_document.StaticPoints()[ptWTCP].X, 6);
+    m_files.Put(Path, Changed("ptWTCP", "[ptWTCP]\t7\t750\t0"));
+    Edit("3");
+    m_box.Answers = {0};
+    m_main.Activated();
+    EXPECT_THAT(Prompts(), ElementsAre(HasSubstr("kept under Recover Unsaved Work")));
+    EXPECT_EQ(m_document.StaticPoints()[ptWTCP].X, 7);
+    EXPECT_EQ(m_main.Files.Recovery.List().size(), 1U);
+    m_files.DeleteFile(Path);
+    m_main.Activated();
+    EXPECT_THAT(Prompts(), IsEmpty());
+}
+
+TEST_F(frmMainFilesTest, SaveAppliesWhatIsTypedAndStopsWhenThatFails) {
+    Open(SampleBytes());
+    TypeInEditor("4");
+    m_main.Execute(mcSave, 0);
+    EXPECT_EQ(SavedX(Path), "4");
+    EXPECT_TRUE(m_main.EditGeometry->IsOpen);
+    EXPECT_EQ(m_main.stbMain.Note, "front.WSP saved");
+    TypeInEditor("wide");
+    m_main.EditGeometry->Raise = false;
+    WillChoose("/cars/other.WSP");
+    for (const int command : {mcSave, mcSaveAs}) {
+        m_main.Execute(command, 0);
+        EXPECT_THAT(Prompts(), ElementsAre(HasSubstr("wide")));
+        EXPECT_TRUE(m_main.EditGeometry->Raise) << "its fault is to be seen";
+    }
+    EXPECT_THAT(m_windowSystem.Requests, IsEmpty());
+    EXPECT_EQ(SavedX(Path), "4");
+}
+
+TEST_F(frmMainFilesTest, TextThatAFileCannotKeepIsToldBeforeItIsLost) {
+    Open(SampleBytes());
+    m_document.Data.Description = "Lap 3 [wet] tyres";
+    const std::string before = *m_files.Bytes(Path);
+    m_main.Execute(mcSave, 0); // declined
+    EXPECT_THAT(Prompts(), ElementsAre(HasSubstr("This would be lost:\r\r[wet] tyres\r\r")));
+    EXPECT_EQ(m_files.Bytes(Path), before);
+    m_box.Answers = {maYes};
+    m_main.Execute(mcSave, 0);
+    m_main.Execute(mcSave, 0); // agreed to already
+    EXPECT_EQ(Prompts().size(), 1U);
+    EXPECT_NE(m_files.Bytes(Path), before);
 }
 
 TEST_F(frmMainFilesTest, AFileThatTheDialogDidNotAskAboutIsNotOverwrittenUnasked) {
     Open(SampleBytes());
     m_files.Put("/cars/rear.WSP", "old");
-    for (const char* typed : {"/cars/rear", "/cars/rear.txt", "/cars/rear.wsp"}) {
+    for (const char* typed : {"/cars/rear", "/cars/rear.wsp", "/cars/rear.Wsp"}) {
         WillChoose(typed);
         m_main.Execute(mcSaveAs, 0);
         EXPECT_THAT(Prompts(), ElementsAre("rear.WSP exists already.\rReplace it?")) << typed;
@@ -162,10 +307,6 @@ TEST_F(frmMainFilesTest, AFileThatTheDialogDidNotAskAboutIsNotOverwrittenUnasked
     m_box.Answers = {maYes};
     m_main.Execute(mcSaveAs, 0);
     EXPECT_EQ(m_files.Bytes("/cars/rear.WSP"), SampleBytes());
-    Prompts();
-    WillChoose("/cars/rear.WSP"); // which the dialog has asked about
-    m_main.Execute(mcSaveAs, 0);
-    EXPECT_THAT(Prompts(), IsEmpty());
 }
 
 TEST_F(frmMainFilesTest, GetFileNameTellsPathNameAndExtension) {
@@ -176,28 +317,20 @@ TEST_F(frmMainFilesTest, GetFileNameTellsPathNameAndExtension) {
         std::string Name;
         std::string Extension;
     };
-    for (const Case& asked : std::initializer_list<Case>{
-             {FileNameMode::Open, "Open", "/a/b.WSP", "b.WSP", "WSP"},
-             {FileNameMode::Save, "Save", "/a.b/c", "c", ""},
-             {FileNameMode::SaveAs, "Save As", "/a/b.c.svr", "b.c.svr", "svr"},
-             {FileNameMode::Import, "Import", "/a/b.", "b.", ""},
-             {FileNameMode::Export, "Export", "b.txt", "b.txt", "txt"},
-         }) {
-        SCOPED_TRACE(asked.Title);
-        ChosenFile chosen;
-        chosen.Title = "begin.txt";
-        chosen.Extension = "dxf";
+    for (const Case& asked : {Case{FileNameMode::Open, "Open", "/a/b.WSP", "b.WSP", "WSP"},
+                              Case{FileNameMode::Save, "Save", "/a.b/c", "c", ""},
+                              Case{FileNameMode::SaveAs, "Save As", "/a/b.c.d", "b.c.d", "d"},
+                              Case{FileNameMode::Import, "Import", "/a/b.", "b.", ""},
+                              Case{FileNameMode::Export, "Export", "b.txt", "b.txt", "txt"}}) {
+        ChosenFile chosen{"", "begin.txt", "dxf"};
         WillChoose(asked.Path);
         EXPECT_TRUE(m_main.GetFileName(asked.Mode, "All|*.*", "/start", chosen, false));
         const FileNameRequest& request = m_windowSystem.Requests.back();
         EXPECT_EQ(request.Title, asked.Title);
-        EXPECT_EQ(request.Filter, "All|*.*");
-        EXPECT_EQ(request.StartFolder, "/start");
-        EXPECT_EQ(request.InitialName, "begin.txt");
-        EXPECT_EQ(request.Extension, "dxf");
+        EXPECT_EQ(request.Filter + request.StartFolder, "All|*.*/start");
+        EXPECT_EQ(request.InitialName + request.Extension, "begin.txtdxf");
         EXPECT_EQ(chosen.Path, asked.Path);
-        EXPECT_EQ(chosen.Title, asked.Name);
-        EXPECT_EQ(chosen.Extension, asked.Extension);
+        EXPECT_EQ(chosen.Title + "|" + chosen.Extension, asked.Name + "|" + asked.Extension);
         EXPECT_EQ(chosen.FilterIndex, 2);
     }
     ChosenFile chosen;
@@ -233,7 +366,7 @@ TEST_F(frmMainFilesTest, RecentFilesAreThoseOpenedAndSaved) {
     m_main.Execute(m_main.mnuFMRU.at(2));
     EXPECT_EQ(m_program.DocumentPath, "/cars/a.WSP");
     EXPECT_EQ(m_document.Data.SpringMechanism, smOutboardToLowerWishbone);
-    m_main.FileSave("/cars/c.txt");
+    m_main.FileSave("/cars/c.wsp");
     EXPECT_THAT(RecentFiles(),
                 ElementsAre("&1  /cars/c.WSP", "&2  /cars/a.WSP", "&3  /cars/b.WSP"));
     EXPECT_EQ(m_store.Read("MRU", "Count", "none"), "none") << "kept until the window closes";
@@ -245,27 +378,22 @@ TEST_F(frmMainFilesTest, RecentFilesAreThoseOpenedAndSaved) {
     StartAgain()->Execute(mcRecentFile, 3);
     EXPECT_EQ(m_program.DocumentPath, "/cars/b.WSP");
     EXPECT_THAT(m_box.Prompts(), IsEmpty());
-}
 
-TEST_F(frmMainFilesTest, TheDocumentIsModifiedFromAChangeUntilItIsSaved) {
-    Open(SampleBytes());
-    EXPECT_FALSE(m_program.Modified);
-    m_main.Execute(mcProperties, 0);
-    m_main.EditGeometry->cmdOK_Click();
-    EXPECT_FALSE(m_program.Modified) << "nothing was typed";
-    Edit("3");
-    EXPECT_TRUE(m_program.Modified);
-    m_main.Execute(mcOptions, 0);
-    m_main.OptionsDialog->cmdOK_Click();
-    EXPECT_TRUE(m_program.Modified);
-    m_files.RefuseFolder("/cars");
-    m_main.Execute(mcSave, 0);
-    EXPECT_TRUE(m_program.Modified) << "nothing was saved";
-    EXPECT_EQ(SavedX("/recovery/1.WSP"), "3");
-    m_files.PutFolder("/race");
-    m_main.FileSave("/race/front.WSP");
-    EXPECT_FALSE(m_program.Modified);
-    EXPECT_FALSE(m_files.FileExists("/recovery/1.WSP"));
+    // A file that is gone costs neither the document nor, unasked, its entry.
+    m_files.DeleteFile("/cars/c.WSP");
+    const std::unique_ptr<frmMain> main = StartAgain();
+    main->FileOpen("/cars/a.WSP");
+    m_box.Answers = {maNo, maYes};
+    for (const std::size_t left : {3U, 2U}) {
+        main->Execute(mcRecentFile, 2);
+        EXPECT_THAT(m_box.Prompts().back(), StartsWith("There is no file /cars/c.WSP any more."));
+        const auto visible = [](const MenuItem& item) {
+            return item.Visible && item.Caption != "-";
+        };
+        EXPECT_EQ(std::count_if(main->mnuFMRU.begin(), main->mnuFMRU.end(), visible), left);
+    }
+    EXPECT_EQ(m_program.DocumentPath, "/cars/a.WSP");
+    EXPECT_EQ(main->mnuFMRU.at(2).ToolTip, "/cars/b.WSP");
 }
 
 TEST_F(frmMainFilesTest, ClosingAsksAboutWhatWouldBeLost) {
@@ -313,25 +441,10 @@ TEST_F(frmMainFilesTest, ClosingAsksAboutWhatWouldBeLost) {
         }
         EXPECT_EQ(SavedX(m_program.DocumentPath), close.Saved);
         EXPECT_EQ(m_files.FileExists("/recovery/1.WSP"), close.Applied && !close.Closes);
-        m_main.Recovery.Drop();
+        m_main.Files.Recovery.Drop();
         m_program.Modified = false;
         m_main.ResetEditDialog();
     }
-}
-
-TEST_F(frmMainFilesTest, ClosingStaysWhenWhatIsTypedCannotBeTakenOrTheNameIsNotGiven) {
-    Open(SampleBytes());
-    TypeInEditor("wide");
-    m_box.Answers = {maYes};
-    EXPECT_FALSE(m_main.QueryUnload());
-    EXPECT_TRUE(m_main.EditGeometry->IsOpen);
-    EXPECT_EQ(m_files.Bytes(Path), SampleBytes());
-    m_main.ResetEditDialog();
-    Edit("3");
-    m_program.DocumentPath.clear();
-    m_box.Answers = {maYes}; // and then the file dialog is cancelled
-    EXPECT_FALSE(m_main.QueryUnload());
-    EXPECT_EQ(m_windowSystem.Requests.size(), 1U);
 }
 
 TEST_F(frmMainFilesTest, WhatIsTypedAndNotAppliedIsAskedAboutBeforeItGoes) {
@@ -365,9 +478,10 @@ TEST_F(frmMainFilesTest, UnsavedWorkThatMakesRoomIsKeptAndSaysSo) {
     Edit("3");
     EXPECT_THAT(Open(SampleBytes("saloon-front-strut.WSP"), "/cars/b.WSP"), IsEmpty());
     EXPECT_FALSE(m_program.Modified);
-    EXPECT_EQ(m_main.stbMain.Note, "Unsaved changes were kept and are offered at the next start");
+    EXPECT_EQ(m_main.stbMain.Note,
+              "Unsaved changes were kept: see Recover Unsaved Work in the File menu");
     EXPECT_EQ(SavedX("/recovery/1.WSP"), "3");
-    EXPECT_EQ(m_files.Bytes("/recovery/1.txt"), Path);
+    EXPECT_THAT(m_files.Bytes("/recovery/1.txt").value(), StartsWith(Path + "\n"));
 
     // A change that no calculation has seen yet is kept as well.
     Edit("5");
@@ -391,40 +505,59 @@ TEST_F(frmMainFilesTest, UnsavedWorkThatMakesRoomIsKeptAndSaysSo) {
 TEST_F(frmMainFilesTest, WorkOfARunThatDidNotEndWellIsOffered) {
     Open(SampleBytes());
     Edit("3");
-    struct Case {
-        int Answer;
-        bool Opens;
-        bool StaysForTheNextStart;
-    };
-    for (const Case& offer :
-         {Case{maCancel, false, true}, Case{maYes, true, true}, Case{maNo, false, false}}) {
-        SCOPED_TRACE(offer.Answer);
-        const std::unique_ptr<frmMain> main = StartAgain();
-        m_box.Answers = {offer.Answer};
-        main->OfferRecovery();
-        EXPECT_THAT(m_box.Prompts(), ElementsAre(Offer));
-        EXPECT_EQ(m_program.Modified, offer.Opens);
-        EXPECT_EQ(m_program.DocumentPath, offer.Opens ? Path : "");
-        EXPECT_EQ(m_document.StaticPoints()[ptWTCP].X, offer.Opens ? 3 : 0);
-        EXPECT_EQ(m_settings.View, offer.Opens ? vwCoordinates : vwNone);
-        EXPECT_EQ(m_files.FileExists("/recovery/1.WSP"), offer.StaysForTheNextStart);
-        EXPECT_EQ(m_files.Bytes(Path), SampleBytes()) << "the user's file is not touched";
-    }
+    Open(SampleBytes("saloon-front-strut.WSP"), "/cars/b.WSP");
+    Edit("5");
+    m_files.Put("/recovery/9.WSP", Changed("SpringMechanism", "[SpringMechanism]\t12"));
     const std::unique_ptr<frmMain> main = StartAgain();
-    main->OfferRecovery();
-    EXPECT_THAT(m_box.Prompts(), IsEmpty());
+    const auto offer = [&]() -> frmRecovery& {
+        main->OfferRecovery(true);
+        return *main->RecoveryDialog;
+    };
+    const auto names = [](const frmRecovery& dialog) {
+        std::vector<std::string> shown;
+        for (const frmRecovery::Row& row : dialog.Rows) {
+            shown.push_back(row.Folder + row.Name);
+        }
+        return shown;
+    };
+    EXPECT_THAT(names(offer()), ElementsAre("/cars/b.WSP", Path, "New suspension"));
+    EXPECT_THAT(main->RecoveryDialog->Rows[0].Time, StartsWith("moment "));
+    main->RecoveryDialog->cmdLater_Click();
+    EXPECT_FALSE(m_document.DataLoaded || main->RecoveryDialog->IsOpen);
 
-    // A copy that can't be read is told and kept.
-    m_files.Put("/recovery/1.WSP", Changed("SpringMechanism", "[SpringMechanism]\t12"));
-    m_box.Answers = {maYes};
+    // Delete asks, and takes the chosen one alone. A copy that can't be read is told and stays.
+    frmRecovery& dialog = offer();
+    dialog.Selected = 0;
+    m_box.Answers = {maNo, maYes};
+    dialog.cmdDelete_Click();
+    EXPECT_EQ(dialog.Rows.size(), 3U);
+    dialog.cmdDelete_Click();
+    EXPECT_THAT(names(dialog), ElementsAre(Path, "New suspension"));
+    EXPECT_THAT(Prompts().back(), StartsWith("Delete the unsaved work on b.WSP of moment "));
+    dialog.Selected = 1;
+    dialog.cmdOpen_Click();
+    EXPECT_THAT(Prompts(), ElementsAre(HasSubstr("There was an error while processing file")));
+    EXPECT_TRUE(main->panStart.Visible && m_files.FileExists("/recovery/9.WSP"));
+    m_files.DeleteFile("/recovery/9.WSP");
+
+    // What is opened is of its file as that was then; what it makes room for comes at once.
+    offer().cmdOpen_Click();
+    EXPECT_EQ(m_document.StaticPoints()[ptWTCP].X, 3);
+    EXPECT_TRUE(m_program.Modified);
+    EXPECT_EQ(m_program.DocumentPath, Path);
+    EXPECT_EQ(m_settings.View, vwCoordinates);
+    EXPECT_EQ(m_files.Bytes(Path), SampleBytes()) << "the user's file is not touched";
     main->OfferRecovery();
-    EXPECT_THAT(m_box.Prompts(),
-                ElementsAre(StartsWith("There are unsaved changes to a new "
-                                       "suspension from an earlier run."),
-                            HasSubstr("There was an error while processing file")));
-    EXPECT_FALSE(m_program.Modified);
-    EXPECT_TRUE(main->panStart.Visible);
-    EXPECT_TRUE(m_files.FileExists("/recovery/1.WSP"));
+    EXPECT_FALSE(main->RecoveryDialog->IsOpen) << "it is in hand";
+    main->FileOpen("/cars/b.WSP");
+    EXPECT_THAT(names(offer()), ElementsAre(Path));
+    m_files.Put(Path, "changed meanwhile");
+    main->RecoveryDialog->cmdOpen_Click();
+    main->Execute(mcSave, 0); // cancelled
+    EXPECT_THAT(Prompts(), ElementsAre(StartsWith(ByAnother)));
+    main->Files.Recovery.Drop();
+    main->Execute(mcRecover, 0);
+    EXPECT_THAT(Prompts(), ElementsAre("There is no unsaved work to recover."));
 }
 
 } // namespace

@@ -10,6 +10,7 @@ namespace corvanta::test {
 namespace {
 
 const std::string Refused = "There was an error while processing file\r\rError was: ";
+const std::string Named = "\r\rThe file: ";
 const std::string NotCalculated = "Calculations could not be completed.\r\r";
 
 /// A message box during which another event of the window comes in.
@@ -103,7 +104,7 @@ TEST_F(frmMainTest, AFileThatIsNoDocumentLeavesAResetOneAndSaysWhy) {
         m_program.Settings.View = vwAngles;
         m_program.DocumentPath = "/before.WSP";
         m_program.Options.LastFolder = "/before/";
-        EXPECT_EQ(Open(bad.Bytes).back(), Refused + bad.Reason);
+        EXPECT_EQ(Open(bad.Bytes).back(), Refused + bad.Reason + Named + Path);
         EXPECT_EQ(m_box.Shown.back().Style, msExclamation);
         ExpectReset(vwAngles);
         m_main.RefreshGUI(false); // the next event
@@ -114,9 +115,11 @@ TEST_F(frmMainTest, AFileThatIsNoDocumentLeavesAResetOneAndSaysWhy) {
     m_main.FileOpen("/cars");
     m_files.RefuseReading(Path);
     m_main.FileOpen(Path);
-    EXPECT_THAT(m_box.Prompts(), ElementsAre(Refused + "File not found", Refused + "Is a directory",
-                                             "An error occurred while reading file: " + Path,
-                                             Refused + "Permission denied"));
+    EXPECT_THAT(m_box.Prompts(),
+                ElementsAre(Refused + "File not found" + Named + "/cars/missing.WSP",
+                            Refused + "Is a directory" + Named + "/cars",
+                            "An error occurred while reading file: " + Path,
+                            Refused + "Permission denied" + Named + Path));
 }
 
 TEST_F(frmMainTest, AFileOfAnotherVersionIsRefused) {
@@ -124,11 +127,12 @@ TEST_F(frmMainTest, AFileOfAnotherVersionIsRefused) {
     m_program.Options.LastFolder = "/before/";
     const std::string required =
         "Wrong file version\r\n\r\nFile version required =   Data 4.1 \r\n";
-    EXPECT_THAT(Open(Changed("FILEVERSION", "[FILEVERSION]\tData 4.2")),
-                ElementsAre(required + "File version available = Data 4.2 ", Refused));
+    EXPECT_THAT(
+        Open(Changed("FILEVERSION", "[FILEVERSION]\tData 4.2")),
+        ElementsAre(required + "File version available = Data 4.2 ", Refused + Named + Path));
     ExpectReset(vwNone);
     EXPECT_THAT(Open(Changed("FILEVERSION", "")),
-                ElementsAre(required + "No file version available", Refused));
+                ElementsAre(required + "No file version available", Refused + Named + Path));
     ExpectReset(vwNone);
 }
 
@@ -150,6 +154,42 @@ TEST_F(frmMainTest, ADocumentThatCannotBeCalculatedIsLoadedAndShowsNoView) {
     EXPECT_EQ(m_box.Shown.front().Prompt,
               "Max number of wheel travel points exceeded so step size reset to  9.5");
     EXPECT_EQ(m_box.Shown.size(), 2U);
+
+    // The page keeps the words; they are said again for another state, and when it is tried again.
+    const std::string words = Prompts().back();
+    const int beeps = m_process.Beeps;
+    m_main.Resized();
+    m_main.Execute(mcSave, 0);
+    EXPECT_THAT(Prompts(), IsEmpty());
+    EXPECT_EQ(m_process.Beeps, beeps);
+    EXPECT_TRUE(m_main.panFailure.Visible);
+    EXPECT_EQ(m_main.panFailure.Caption, words);
+    m_main.KeyDown(MainKey::F5, {false, true, false}, nullptr);
+    EXPECT_THAT(Prompts(), ElementsAre(words));
+    Edit("3");
+    EXPECT_THAT(Prompts(), ElementsAre(words));
+    m_main.FileOpen(Path);
+    EXPECT_THAT(Prompts(), ElementsAre(words));
+}
+
+TEST_F(frmMainTest, NegativeTravelOpensAndTheEditorMendsIt) {
+    const std::string field = "Wheel bump and droop travel must be positive.";
+    for (const auto& [key, reason] :
+         {std::pair<std::string, std::string>("Bump", field),
+          {"Droop", field},
+          {"WheelTravelStepSize", "The step size of wheel travel must be greater than 0."},
+          {"RackTravelStepSize", "The step size of rack travel must be greater than 0."}}) {
+        SCOPED_TRACE(key);
+        EXPECT_THAT(Open(Changed(key, "[" + key + "]\t-5")), ElementsAre(NotCalculated + reason));
+        EXPECT_TRUE(m_document.DataLoaded && m_main.panFailure.Visible);
+        m_main.Execute(mcProperties, 0);
+        EXPECT_TRUE(m_main.EditGeometry->IsOpen);
+        m_main.EditGeometry->cmdOK_Click();
+        EXPECT_TRUE(m_document.ResultsValid);
+        EXPECT_EQ(Prompts().size(), 2U) << "the editor says what it changed";
+        m_program.Modified = false;
+        m_main.Files.Recovery.Drop();
+    }
 }
 
 TEST_F(frmMainTest, ADamagedFileGivesADocumentOrAReason) {
@@ -283,7 +323,7 @@ TEST_F(frmMainTest, FileSaveWritesEverySampleByteForByte) {
         SCOPED_TRACE(sample);
         const std::string bytes = DiskFileServices().ReadBytes(sample);
         EXPECT_THAT(Open(bytes), IsEmpty());
-        m_main.FileSave("/cars/copy.dat.txt");
+        m_main.FileSave("/cars/copy.dat");
         EXPECT_EQ(m_files.Bytes("/cars/copy.dat.WSP"), bytes);
         EXPECT_EQ(m_program.DocumentPath, "/cars/copy.dat.WSP");
         EXPECT_EQ(m_program.Options.LastFolder, "/cars/");
@@ -325,7 +365,16 @@ TEST_F(frmMainTest, TheDynamicsReportIsTextInThePicture) {
     m_program.Settings.View = vwDynamicsReport;
     m_main.RefreshGUI(false);
     EXPECT_EQ(m_main.picResults.Text, "");
-    EXPECT_THAT(m_box.Prompts(), ElementsAre("Current settings are not valid for this report."));
+    const std::string nothing = "Current settings are not valid for this report.";
+    m_main.Resized();
+    m_settings.View = vwAntis;
+    m_main.RefreshGUI(false);
+    EXPECT_FALSE(m_main.panFailure.Visible);
+    m_settings.View = vwDynamicsReport;
+    m_main.RefreshGUI(false);
+    EXPECT_THAT(m_box.Prompts(), ElementsAre(nothing)) << "once for each state";
+    EXPECT_TRUE(m_main.panFailure.Visible && !m_main.picResults.Visible);
+    EXPECT_EQ(m_main.panFailure.Caption, nothing);
 }
 
 } // namespace

@@ -266,20 +266,6 @@ TEST_F(frmMainViewsTest, TheListOfTypesOffersSubViewsAndChannels) {
     EXPECT_EQ(m_main.cboType.FindData(chLinkLoads), ListControl::NoSelection);
 }
 
-TEST_F(frmMainViewsTest, TheBoxesOfTheDrawingSetItsOptions) {
-    Open(SampleBytes());
-    GoTo(vw3d);
-    for (const bool on : {true, false}) {
-        m_main.chk3dDrawAxes.Checked = on;
-        m_main.chk3dDrawAxes_Click();
-        m_main.chk3dAutoScale.Checked = !on;
-        m_main.chk3dAutoScale_Click();
-        EXPECT_EQ(m_program.Options.DrawAxes, on);
-        EXPECT_EQ(m_program.Options.AutoScale, !on);
-    }
-    EXPECT_TRUE(m_document.ResultsValid);
-}
-
 TEST_F(frmMainViewsTest, F5RedrawsAndWithCtrlCalculates) {
     struct Case {
         KeyModifiers Pressed;
@@ -326,13 +312,9 @@ TEST_F(frmMainViewsTest, ArrowKeysGoToTheListTheyStep) {
     Open(SampleBytes());
     for (const Case& press : std::initializer_list<Case>{
              {vwCoordinates, 2, MainKey::Up, rack, wheel, true},
-             {vwCoordinates, 2, MainKey::Down, wheel, wheel, false},
-             {vwCoordinates, 2, MainKey::Left, wheel, rack, true},
              {vwCoordinates, 2, MainKey::Right, rack, rack, false},
              {vwCoordinates, 2, MainKey::Up, nullptr, wheel, false},
-             {vwAntis, 1, MainKey::Down, nullptr, wheel, false},
              {vwAntis, 1, MainKey::Left, wheel, nullptr, true}, // nothing to step
-             {vwAntis, 2, MainKey::Up, rack, nullptr, true},
              {vwPlot, 2, MainKey::Right, type, rack, false},
              {vwPlot, 2, MainKey::Up, type, nullptr, false}, // steps the channels
              {vwLinkLengths, 2, MainKey::Up, nullptr, nullptr, false},
@@ -352,33 +334,6 @@ TEST_F(frmMainViewsTest, ArrowKeysGoToTheListTheyStep) {
     m_main.Focus = nullptr;
     EXPECT_FALSE(m_main.KeyDown(MainKey::Up, {}, nullptr));
     EXPECT_EQ(m_main.Focus, nullptr);
-}
-
-TEST_F(frmMainViewsTest, TheViewMenuOffersWhatTheMechanismHas) {
-    const auto offered = [&] {
-        m_main.UpdateMenus();
-        std::vector<int> views;
-        for (const MenuItem& item : m_main.mnuView.Items) {
-            if (item.Command == mcView && item.Enabled) {
-                views.push_back(item.Tag);
-            }
-        }
-        return views;
-    };
-    EXPECT_THAT(offered(), IsEmpty());
-    m_document.DataLoaded = true;
-    EXPECT_THAT(offered(), IsEmpty());
-    m_document.ResultsValid = true;
-    const std::vector<int> all{1, 2, 3, 4, 5, 6, 7, 14, 15, 8, 9, 10, 11, 12};
-    const std::vector<int> withoutLoads{1, 2, 3, 4, 5, 6, 7, 14, 15, 8, 10, 11, 12};
-    for (int mechanism = 1; mechanism <= 11; ++mechanism) {
-        m_document.Data.SpringMechanism = mechanism;
-        EXPECT_EQ(offered(), mechanism == 3 || mechanism == 4 ? withoutLoads : all) << mechanism;
-    }
-    m_document.Data.SpringMechanism = smNone;
-    EXPECT_THAT(offered(), ElementsAre(1, 2, 3, 6, 7, 14, 15, 8, 10));
-    m_document.DataLoaded = false;
-    EXPECT_THAT(offered(), IsEmpty());
 }
 
 TEST_F(frmMainViewsTest, MenusAndToolbarFollowTheResultsAndTheView) {
@@ -495,6 +450,8 @@ TEST_F(frmMainViewsTest, ANoteLastsAsLongAsWhatItSays) {
     GoTo(vwAntis);
     EXPECT_THAT(note, StartsWith("No recovery copy could be written"));
     m_main.Execute(mcSave, 0);
+    EXPECT_EQ(note, "front.WSP saved");
+    m_main.RefreshGUI(false);
     EXPECT_EQ(note, "");
 }
 

@@ -69,16 +69,6 @@ TEST_F(frmOptionsTest, OKPutsTheUnitsInForceAndCalculates) {
     EXPECT_THAT(m_box.Prompts(), IsEmpty());
 }
 
-TEST_F(frmOptionsTest, CancelChangesNothing) {
-    m_form.Open();
-    Choose(m_form.optInches, {&m_form.optMillimetres});
-    m_form.cmdCancel_Click();
-    EXPECT_EQ(Labels(), "mm N kg N/mm");
-    EXPECT_TRUE(m_program.Document.ResultsValid);
-    EXPECT_THAT(m_main.Calls, IsEmpty());
-    EXPECT_FALSE(m_form.IsOpen);
-}
-
 TEST_F(frmOptionsTest, NewtonsHaveNoButtonAndStayUnlessOneIsChosen) {
     m_form.Open();
     EXPECT_FALSE(m_form.optKilograms.Selected || m_form.optPounds.Selected);

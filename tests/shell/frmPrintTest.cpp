@@ -152,34 +152,6 @@ TEST_F(frmPrintTest, ThePreviewStandsInThePlaceOfTheSettings) {
     EXPECT_THAT(m_pages.Printed, SizeIs(1));
 }
 
-TEST_F(frmPrintTest, SetupKeepsTheOrientation) {
-    m_form.Open();
-    m_form.cmdSetup_Click(); // cancelled
-    EXPECT_EQ(m_options.PaperOrientation, 0);
-    m_pages.Chosen = poLandscape;
-    m_form.cmdSetup_Click();
-    EXPECT_EQ(m_options.PaperOrientation, 1);
-    m_form.cmdPreview_Click();
-    EXPECT_EQ(m_pages.Pages.at(0).Orientation, poLandscape);
-    m_form.cmdCancel_Click();
-    m_pages.Chosen = poPortrait;
-    m_form.cmdSetup_Click();
-    EXPECT_EQ(m_options.PaperOrientation, 0);
-    EXPECT_EQ(Stored(), "0000 000000000000");
-    EXPECT_TRUE(m_form.IsOpen);
-}
-
-TEST_F(frmPrintTest, CancelForgetsTheChoices) {
-    m_form.Open();
-    ChooseSelected(true);
-    m_form.tvwTables_Click(0);
-    m_form.chkPageThrow.Checked = true;
-    m_form.cmdCancel_Click();
-    EXPECT_EQ(Stored(), "0000 000000000000");
-    EXPECT_FALSE(m_form.IsOpen);
-    EXPECT_THAT(m_main.Calls, IsEmpty());
-}
-
 TEST_F(frmPrintTest, AFailureIsToldAndTheDialogStaysWithItsSettings) {
     m_form.Open();
     m_pages.FailOnBlock(1);

@@ -72,17 +72,10 @@ TEST_F(SInitGeoTest, TravelThatMakesNoGridIsRefusedAndChangesNothing) {
         const char* Message;
     };
     const std::vector<int> shape = Shape();
-    for (const Refusal& c :
-         {Refusal{&SuspensionData::WheelTravelStepSize, 0, "Division by zero"},
-          {&SuspensionData::RackTravelStepSize, 0, "Division by zero"},
-          {&SuspensionData::WheelTravelStepSize, -5,
-           "The step size of wheel travel must be greater than 0."},
-          {&SuspensionData::RackTravelStepSize, -5,
-           "The step size of rack travel must be greater than 0."},
-          {&SuspensionData::Bump, -1, "Wheel bump and droop travel must be positive."},
-          {&SuspensionData::Droop, -1, "Wheel bump and droop travel must be positive."},
-          {&SuspensionData::Bump, 1e300, "Overflow"},
-          {&SuspensionData::RackTravel, 1e12, "Overflow"}}) {
+    for (const Refusal& c : {Refusal{&SuspensionData::WheelTravelStepSize, 0, "Division by zero"},
+                             {&SuspensionData::RackTravelStepSize, 0, "Division by zero"},
+                             {&SuspensionData::Bump, 1e300, "Overflow"},
+                             {&SuspensionData::RackTravel, 1e12, "Overflow"}}) {
         const double kept = m_data.*c.Field;
         m_data.*c.Field = c.Value;
         EXPECT_THAT([&] { (void)Shape(); }, ThrowsMessage<Failure>(c.Message));

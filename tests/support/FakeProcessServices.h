@@ -21,6 +21,9 @@ class FakeProcessServices final : public ProcessServices {
     [[nodiscard]] ProductVersion Version() const override { return Product; }
     [[nodiscard]] Separators NumberSeparators() const override { return Characters; }
     [[nodiscard]] std::string DateAndTime() const override { return Clock; }
+    [[nodiscard]] std::string DateAndTimeOf(std::int64_t moment) const override {
+        return "moment " + std::to_string(moment);
+    }
     void Beep() override { ++Beeps; }
 };
 

@@ -20,7 +20,7 @@ class MainFormTest : public testing::Test, protected TestDesk {
     MainFormTest() {
         m_main.Load();
         m_main.BuildToolbar();
-        m_main.Recovery.SetFolder("/recovery/");
+        m_main.Files.Recovery.SetFolder("/recovery/");
         m_main.RefreshGUI(false);
     }
 

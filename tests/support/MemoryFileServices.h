@@ -3,6 +3,8 @@
 #include "model/Failure.h"
 #include "platform/FileServices.h"
 
+#include <algorithm>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <set>
@@ -71,6 +73,12 @@ class MemoryFileServices final : public FileServices {
     [[nodiscard]] bool FolderExists(const std::string& path) const override {
         const std::string folder = Bare(path);
         return folder.empty() ? !path.empty() : m_folders.contains(folder);
+    }
+
+    /// The number of the change that wrote the file; 0 for one that was put.
+    [[nodiscard]] std::int64_t TimeWritten(const std::string& path) const override {
+        const auto found = std::find(m_changes.rbegin(), m_changes.rend(), "write " + path);
+        return std::distance(found, m_changes.rend());
     }
 
     [[nodiscard]] std::string FullPath(const std::string& path) const override {

@@ -43,6 +43,19 @@ class RecordingMessageBox final : public MessageBox {
         }
     }
 
+    int Choose(const std::string& prompt, const std::vector<std::string>& ways) override {
+        Shown.push_back({prompt, static_cast<int>(ways.size()), {}});
+        Ways = ways;
+        if (Answers.empty()) {
+            return NoChoice;
+        }
+        const int answer = Answers.front();
+        Answers.pop_front();
+        return answer;
+    }
+
+    std::vector<std::string> Ways; ///< of the last question with ways of its own
+
     /// The prompts shown, in order.
     [[nodiscard]] std::vector<std::string> Prompts() const {
         std::vector<std::string> prompts;
