@@ -147,6 +147,12 @@ void Require(bool added, std::string_view key) {
     }
 }
 
+/// What can't be read is no older layout either.
+[[noreturn]] void RaiseReadFailure(const std::string& path, FileServices& files) {
+    (void)files.ReadBytes(path); // fails with the reason
+    throw Failure(fnFileAccess, "The file can't be read");
+}
+
 } // namespace
 
 bool DataLoad(Suspension& document, ChannelCatalogue& channels, const std::string& path,
@@ -154,7 +160,9 @@ bool DataLoad(Suspension& document, ChannelCatalogue& channels, const std::strin
               Messages& messages) {
     document.DataLoaded = false;
     CFileStream stream = NewStream(units, files, messages);
-    stream.FileRead(path);
+    if (!stream.FileRead(path)) {
+        RaiseReadFailure(path, files);
+    }
     if (stream.GetFieldString(MechanismKey).empty()) {
         return DataReadLegacy(document, channels, path, announceUpgrade, units, files, messages);
     }
@@ -166,8 +174,7 @@ bool DataRead(Suspension& document, ChannelCatalogue& channels, const std::strin
     document.DataLoaded = false;
     CFileStream stream = NewStream(units, files, messages);
     if (!stream.FileRead(path)) {
-        (void)files.ReadBytes(path); // fails with the reason
-        throw Failure(fnFileAccess, "The file can't be read");
+        RaiseReadFailure(path, files);
     }
     std::string message;
     if (!stream.IsCompatibleVersion(false, message)) {
