@@ -36,6 +36,13 @@ void frmMain::Load() {
     m_recentFiles.ListFiles(mnuFMRU);
 }
 
+void frmMain::KeepRecentFiles() {
+    if (m_recentFiles.Changed()) {
+        m_recentFiles.Save(*m_desk.Store);
+        m_recentFiles.ListFiles(mnuFMRU);
+    }
+}
+
 void frmMain::Unload() {
     m_recentFiles.Save(*m_desk.Store);
     IsOpen = false;

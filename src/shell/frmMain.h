@@ -96,6 +96,9 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     /// Asks what to do with unsaved changes. False when the window must stay open.
     [[nodiscard]] bool QueryUnload();
 
+    /// The list of recent files goes to the store, if it changed.
+    void KeepRecentFiles();
+
     /// Unloading of the window: the list of recent files goes to the store.
     void Unload();
 

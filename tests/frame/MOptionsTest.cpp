@@ -158,7 +158,7 @@ TEST_F(MOptionsTest, AValueThatCannotBeConvertedIsAFailureThatNamesItsKey) {
         const Failure failure =
             FailureOf([&] { OptionsRead(m_options, m_data, m_units, store, "/opt/corvanta"); });
         EXPECT_EQ(failure.Number(), bad.Number);
-        EXPECT_EQ(failure.Description(), bad.Description);
+        EXPECT_EQ(failure.Description(), bad.Description + " of /settings.ini");
     }
 }
 
