@@ -146,13 +146,5 @@ TEST_F(ListFilesTest, DamageCostsItsOwnEntriesOnly) {
     EXPECT_THAT(m_box.Shown, IsEmpty());
 }
 
-TEST_F(ListFilesTest, AFailedWriteIsToldAndLeavesTheOldFile) {
-    m_files.Put(ViewsPath, "old");
-    m_files.FailOnChange(1);
-    EXPECT_FALSE(ExportTablesWrite(m_views, ViewsPath, m_separators, m_files, m_messages));
-    EXPECT_EQ(m_files.Bytes(ViewsPath), "old");
-    EXPECT_EQ(m_box.Shown.size(), 1U);
-}
-
 } // namespace
 } // namespace corvanta::test

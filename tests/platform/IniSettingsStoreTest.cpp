@@ -82,14 +82,5 @@ TEST(IniSettingsStoreTest, AFailedSaveLeavesTheOldStore) {
     EXPECT_EQ(files.Bytes(Path), "[Options]\nBump=30\n");
 }
 
-TEST(IniSettingsStoreTest, AMissingFileIsAnEmptyStoreAndAnUnreadableOneAFailure) {
-    MemoryFileServices files;
-    const IniSettingsStore store(files, Path);
-    EXPECT_EQ(store.Read("Options", "Bump", "25"), "25");
-    files.Put(Path, "[Options]\n");
-    files.RefuseReading(Path);
-    EXPECT_THROW(IniSettingsStore(files, Path), Failure);
-}
-
 } // namespace
 } // namespace corvanta::test
