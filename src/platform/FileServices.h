@@ -11,7 +11,7 @@ namespace corvanta {
 inline constexpr int ApplicationDataFolder = 26;
 
 /// Files beyond this size are not read: no document, list or settings file comes near it.
-inline constexpr std::size_t LargestFile = 16 * 1024 * 1024;
+inline constexpr std::size_t LargestFile = std::size_t{16} * 1024 * 1024;
 
 /// All plain file and folder work of the program. Paths are UTF-8 in the platform's own form. The
 /// operations on disk are virtual so that a test can let the n-th of them fail.
