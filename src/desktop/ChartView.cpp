@@ -6,7 +6,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QSvgGenerator>
+#include <QImage>
 #include <QVBoxLayout>
 
 #include <qcustomplot.h>
@@ -30,7 +30,7 @@ constexpr double HoverDistance = 24;
 constexpr double ReadoutDistance = 8; ///< from its point
 constexpr QSize PictureSize(1200, 800);
 constexpr int PictureDensity = 2; ///< dots of a picture in a file in one of the screen
-constexpr int DotsPerInch = 96;   ///< of the screen
+constexpr int DotsPerMetre = PictureDensity * DotsPerInch * 10000 / 254;
 
 QColor ColourOf(const corvanta::Colour& colour) {
     return {colour.Red, colour.Green, colour.Blue};
@@ -459,35 +459,30 @@ void ChartView::PaintOnPaper(QPainter& painter, const QSize& size) const {
     });
 }
 
-/// False when the file can't be written.
-bool ChartView::SaveDrawing(const QString& path) const {
-    QSvgGenerator svg;
-    svg.setFileName(path);
-    svg.setResolution(DotsPerInch);
-    svg.setSize(PictureSize);
-    svg.setViewBox(QRect(QPoint(0, 0), PictureSize));
-    QPainter painter;
-    if (!painter.begin(&svg)) {
-        return false;
+QByteArray ChartView::FileOf(const QString& path) const {
+    QByteArray file;
+    if (path.endsWith(".svg", Qt::CaseInsensitive)) {
+        OnWhitePaper([&] {
+            file = SvgOf(PictureSize,
+                         [this](QPainter& painter) { PaintPicture(painter, PictureSize); });
+        });
+    } else if (path.endsWith(".png", Qt::CaseInsensitive)) {
+        OnWhitePaper([&] {
+            QImage picture =
+                m_plot->toPixmap(PictureSize.width(), PictureSize.height(), PictureDensity)
+                    .toImage();
+            picture.setDotsPerMeterX(DotsPerMetre);
+            picture.setDotsPerMeterY(DotsPerMetre);
+            file = PngOf(picture);
+        });
+    } else {
+        file = DataText().toUtf8();
     }
-    OnWhitePaper([&] { PaintPicture(painter, PictureSize); });
-    return true;
+    return file;
 }
 
 void ChartView::SaveAs(const QString& path) {
-    bool saved = false;
-    if (path.endsWith(".svg", Qt::CaseInsensitive)) {
-        saved = SaveDrawing(path);
-    } else if (path.endsWith(".png", Qt::CaseInsensitive)) {
-        OnWhitePaper([&] {
-            saved = m_plot->savePng(path, PictureSize.width(), PictureSize.height(), PictureDensity,
-                                    -1, PictureDensity * DotsPerInch);
-        });
-    } else {
-        WriteFile(path, DataText().toUtf8());
-        saved = true;
-    }
-    RequireWritten(saved, path);
+    WriteFile(path, FileOf(path));
 }
 
 void ChartView::ShowMenu(const QPoint& at) {

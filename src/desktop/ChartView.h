@@ -69,7 +69,7 @@ class ChartView final : public QWidget, public Chart2D {
     void Colour(const Paper& paper) const;
     void OnWhitePaper(const std::function<void()>& paint) const;
     void PaintPicture(QPainter& painter, const QSize& size) const;
-    [[nodiscard]] bool SaveDrawing(const QString& path) const;
+    [[nodiscard]] QByteArray FileOf(const QString& path) const;
     void Load() const;
     void ShowLine() const;
     void ShowMarkers() const;

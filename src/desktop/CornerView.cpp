@@ -10,7 +10,6 @@
 #include <QContextMenuEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QSvgGenerator>
 
 #include <cmath>
 
@@ -46,21 +45,9 @@ void CornerView::paintEvent(QPaintEvent* event) {
 }
 
 void CornerView::SaveAs(const QString& path) {
-    bool saved = false;
-    if (path.endsWith(".svg", Qt::CaseInsensitive)) {
-        QSvgGenerator svg;
-        svg.setFileName(path);
-        svg.setSize(size());
-        svg.setViewBox(rect());
-        QPainter painter;
-        saved = painter.begin(&svg);
-        if (saved) {
-            render(&painter);
-        }
-    } else {
-        saved = grab().save(path, "PNG");
-    }
-    RequireWritten(saved, path);
+    const bool drawing = path.endsWith(".svg", Qt::CaseInsensitive);
+    WriteFile(path, drawing ? SvgOf(size(), [this](QPainter& painter) { render(&painter); })
+                            : PngOf(grab().toImage()));
 }
 
 void CornerView::contextMenuEvent(QContextMenuEvent* event) {

@@ -73,7 +73,9 @@ StartResult Desktop::Start() {
 void Desktop::Handle(const std::function<void()>& event) {
     ++m_running;
     Guarded(m_application.MessageService(), event);
-    --m_running;
+    if (--m_running == 0) {
+        m_application.KeepChanges();
+    }
     Show();
 }
 

@@ -5,10 +5,12 @@
 #include "model/Failure.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QDateTime>
 #include <QFontMetricsF>
 #include <QLocale>
 #include <QPageSetupDialog>
+#include <QPdfWriter>
 #include <QPrintDialog>
 
 #include <algorithm>
@@ -435,31 +437,40 @@ bool QtPageWriter::Print() {
                       "The pages were laid out for " + m_paper.name().toStdString() +
                           ". Print once more to have them laid out for the paper just chosen.");
     }
-    PaintAll(Printer());
+    const QString file = Printer().outputFileName();
+    if (Printer().outputFormat() == QPrinter::PdfFormat && !file.isEmpty()) {
+        SavePdf(file);
+    } else {
+        Printer().setDocName(m_name);
+        PaintAll(Printer());
+    }
     return true;
 }
 
 void QtPageWriter::SavePdf(const QString& path) {
-    QPrinter pdf(QPrinter::HighResolution);
-    pdf.setOutputFormat(QPrinter::PdfFormat);
-    pdf.setOutputFileName(path);
-    pdf.setPageSize(m_paper);
-    pdf.setFullPage(true);
+    QBuffer file;
+    if (!file.open(QIODevice::WriteOnly)) {
+        throw Failure(fnInternal, "The report could not be made");
+    }
+    QPdfWriter pdf(&file);
+    pdf.setTitle(m_name);
     pdf.setCreator("Corvanta");
+    pdf.setPageSize(m_paper);
+    pdf.setPageMargins({});
     PaintAll(pdf);
+    WriteFile(path, file.data());
 }
 
-void QtPageWriter::PaintAll(QPrinter& printer) const {
-    printer.setDocName(m_name);
+void QtPageWriter::PaintAll(QPagedPaintDevice& paper) const {
     QPainter painter;
     for (int page = 0; page < PageCount(); ++page) {
         const bool landscape = PageSize(page).width() > PageSize(page).height();
-        printer.setPageOrientation(landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
-        if (page == 0 ? !painter.begin(&printer) : !printer.newPage()) {
+        paper.setPageOrientation(landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
+        if (page == 0 ? !painter.begin(&paper) : !paper.newPage()) {
             throw Failure(fnFileAccess, "The report could not be printed");
         }
         painter.resetTransform();
-        const double scale = printer.resolution() / UnitsPerInch;
+        const double scale = paper.logicalDpiX() / UnitsPerInch;
         painter.scale(scale, scale);
         PaintPage(painter, page);
     }

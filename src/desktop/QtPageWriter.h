@@ -110,7 +110,7 @@ class QtPageWriter final : public PageWriter {
                                             const QFont& font);
     void WriteBlock(const DataGrid& grid, const std::vector<TableColumn>& columns,
                     const QFont& font);
-    void PaintAll(QPrinter& printer) const;
+    void PaintAll(QPagedPaintDevice& paper) const;
     void PaintHeader(QPainter& painter, int page) const;
 
     std::unique_ptr<QPrinter> m_printer; ///< see `Printer`

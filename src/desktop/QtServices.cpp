@@ -1,16 +1,20 @@
 #include "desktop/QtServices.h"
 
 #include "model/Failure.h"
+#include "platform/DiskFileServices.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QClipboard>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QImage>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QScreen>
+#include <QSvgGenerator>
 
 #include <algorithm>
 
@@ -124,17 +128,32 @@ void AskAndSave(QWidget* parent, const QString& title, const QString& kinds,
     }
 }
 
-void RequireWritten(bool written, const QString& path) {
-    if (!written) {
-        throw Failure(fnFileAccess, "The file could not be written: " + path.toStdString());
-    }
+void WriteFile(const QString& path, const QByteArray& bytes) {
+    DiskFileServices().WriteBytes(path.toStdString(), bytes.toStdString());
 }
 
-void WriteFile(const QString& path, const QByteArray& bytes) {
-    QSaveFile file(path);
-    RequireWritten(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() &&
-                       file.commit(),
-                   path);
+QByteArray PngOf(const QImage& picture) {
+    QBuffer file;
+    if (!file.open(QIODevice::WriteOnly) || !picture.save(&file, "PNG")) {
+        throw Failure(fnInternal, "The picture could not be made");
+    }
+    return file.data();
+}
+
+QByteArray SvgOf(const QSize& size, const std::function<void(QPainter&)>& paint) {
+    QBuffer file;
+    QSvgGenerator svg;
+    svg.setOutputDevice(&file);
+    svg.setResolution(DotsPerInch);
+    svg.setSize(size);
+    svg.setViewBox(QRect(QPoint(0, 0), size));
+    QPainter painter;
+    if (!painter.begin(&svg)) {
+        throw Failure(fnInternal, "The drawing could not be made");
+    }
+    paint(painter);
+    painter.end();
+    return file.data();
 }
 
 QString MessageText(const std::string& prompt) {

@@ -4,6 +4,7 @@
 #include "platform/Messages.h"
 #include "platform/WindowServices.h"
 
+#include <QByteArray>
 #include <QLockFile>
 #include <QRect>
 #include <QSize>
@@ -14,12 +15,17 @@
 #include <memory>
 #include <string>
 
+class QImage;
+class QPainter;
 class QWidget;
 
 namespace corvanta {
 
 /// Pixels of a screen at 100 per cent are 15 twips.
 inline constexpr int TwipsPerPixel = 15;
+
+/// Dots of a screen at 100 per cent.
+inline constexpr int DotsPerInch = 96;
 
 /// The message box of the window system, in front of the active window.
 class QtMessageBox final : public MessageBox {
@@ -76,11 +82,16 @@ class DesktopProcess final : public MachineServices {
 void AskAndSave(QWidget* parent, const QString& title, const QString& kinds,
                 const std::function<void(const QString& path)>& save);
 
-/// Throws Failure, which names the file, unless it was written.
-void RequireWritten(bool written, const QString& path);
-
-/// Writes a whole file: the old one stays when that fails. Throws Failure then.
+/// Writes a whole file the way that every file of the program is written: the old one stays when
+/// that fails. Throws Failure then. Whatever the toolkit can write is made in memory first; on a
+/// full disk its own files end as they may, and it says nothing.
 void WriteFile(const QString& path, const QByteArray& bytes);
+
+/// A picture as a PNG file.
+[[nodiscard]] QByteArray PngOf(const QImage& picture);
+
+/// What is painted on an area of the screen's density, as an SVG file.
+[[nodiscard]] QByteArray SvgOf(const QSize& size, const std::function<void(QPainter&)>& paint);
 
 /// Filters of a file dialog: the pairs of description and pattern as the toolkit writes them.
 [[nodiscard]] QStringList DialogFilters(const std::string& filter);

@@ -10,7 +10,8 @@ namespace {
 
 constexpr int NoDisplayStatus = 2;
 
-/// A run that shows nothing needs no window system at all.
+/// A run that shows nothing needs no window system at all, and has none: a bell of the toolkit
+/// would ring on nothing.
 int RunHidden(corvanta::FileServices& files, corvanta::ProcessServices& process) {
     corvanta::NoMessageBox box;
     corvanta::NoWindowSystem noWindows;
@@ -24,9 +25,9 @@ int RunHidden(corvanta::FileServices& files, corvanta::ProcessServices& process)
 
 int main(int argc, char** argv) {
     corvanta::DiskFileServices files;
-    corvanta::DesktopProcess process(argc, argv, corvanta::BuiltVersion());
-    if (corvanta::HasNoGuiKey(process.CommandLine())) {
-        return RunHidden(files, process);
+    corvanta::MachineServices hidden(argc, argv, corvanta::BuiltVersion());
+    if (corvanta::HasNoGuiKey(hidden.CommandLine())) {
+        return RunHidden(files, hidden);
     }
     if (!corvanta::HasDisplay()) {
         std::cerr << "corvanta: there is no display to open a window on. For a run without one use "
@@ -34,6 +35,7 @@ int main(int argc, char** argv) {
         return NoDisplayStatus;
     }
     corvanta::GuardedApplication application(argc, argv);
+    corvanta::DesktopProcess process(argc, argv, corvanta::BuiltVersion());
     corvanta::Desktop desktop(files, process);
     application.ReportTo(&desktop.Program().MessageService());
     if (desktop.Start() == corvanta::StartResult::Ended) {

@@ -56,10 +56,8 @@ std::string Pair(GroupCode code, double value) {
 
 } // namespace
 
-CDXF::CDXF(FileServices& files, std::string path) : m_files(files), m_path(std::move(path)) {}
-
 void CDXF::OpenSection() {
-    m_files.WriteBytes(m_path, Pair(gcEntityType, "SECTION") + Pair(gcName, "ENTITIES"));
+    m_text = Pair(gcEntityType, "SECTION") + Pair(gcName, "ENTITIES");
 }
 
 void CDXF::AddCircle(const SuspPoint& /*centre*/, const SuspPoint& /*axisPoint*/, double /*radius*/,
@@ -68,23 +66,23 @@ void CDXF::AddCircle(const SuspPoint& /*centre*/, const SuspPoint& /*axisPoint*/
 void CDXF::AddLabel(const SuspPoint& /*at*/, const std::string& /*text*/) {}
 
 void CDXF::AddLine(const SuspPoint& from, const SuspPoint& to, Colour /*colour*/) {
-    m_files.AppendBytes(m_path, Pair(gcEntityType, "LINE") + Pair(gcLayer, Layer) +
-                                    Pair(gcStartX, from.X) + Pair(gcStartY, from.Y) +
-                                    Pair(gcStartZ, from.Z) + Pair(gcEndX, to.X) +
-                                    Pair(gcEndY, to.Y) + Pair(gcEndZ, to.Z));
+    m_text += Pair(gcEntityType, "LINE") + Pair(gcLayer, Layer) + Pair(gcStartX, from.X) +
+              Pair(gcStartY, from.Y) + Pair(gcStartZ, from.Z) + Pair(gcEndX, to.X) +
+              Pair(gcEndY, to.Y) + Pair(gcEndZ, to.Z);
 }
 
 void CDXF::CloseSection() {
-    m_files.AppendBytes(m_path, Pair(gcEntityType, "ENDSEC") + Pair(gcEntityType, "EOF"));
+    m_text += Pair(gcEntityType, "ENDSEC") + Pair(gcEntityType, "EOF");
 }
 
 bool ExportDXF(const Suspension& document, int rackStep, int wheelStep, const std::string& path,
                FileServices& files, Messages& messages) {
     try {
-        CDXF dxf(files, path);
+        CDXF dxf;
         dxf.OpenSection();
         Draw3d(dxf, PositionAt(document, rackStep, wheelStep));
         dxf.CloseSection();
+        files.WriteBytes(path, dxf.Text());
         return true;
     } catch (...) {
         ReportExportFailure(messages);

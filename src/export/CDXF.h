@@ -11,12 +11,8 @@ namespace corvanta {
 
 /// Writes the lines of a drawing into a DXF file (Autodesk, DXF Reference, the ENTITIES section)
 /// that holds nothing but LINE entities on one layer. Circles, labels and colours are not written.
-/// The file grows with each line; a failure to write throws Failure and leaves what was written.
 class CDXF final : public DrawingSink {
   public:
-    CDXF(FileServices& files, std::string path);
-
-    /// Begins the file in the place of what stands there.
     void OpenSection();
     void AddCircle(const SuspPoint& centre, const SuspPoint& axisPoint, double radius,
                    Colour colour) override;
@@ -25,14 +21,16 @@ class CDXF final : public DrawingSink {
     void AddLine(const SuspPoint& from, const SuspPoint& to, Colour colour) override;
     void CloseSection();
 
+    /// The file as it stands.
+    [[nodiscard]] const std::string& Text() const { return m_text; }
+
   private:
-    FileServices& m_files;
-    std::string m_path;
+    std::string m_text;
 };
 
 /// The DXF export: draws the corner at a rack and wheel step of the solved grid, 0 for the static
-/// one, into a file. A failure is reported, and the file then stays without its end. True if the
-/// file is whole.
+/// one, into a file. A failure is reported, and the file then stays as it was. True if it holds the
+/// drawing.
 bool ExportDXF(const Suspension& document, int rackStep, int wheelStep, const std::string& path,
                FileServices& files, Messages& messages);
 

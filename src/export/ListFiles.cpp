@@ -46,18 +46,20 @@ CFileStream ViewsStream(const SelectedViews& views, const Separators& separators
 }
 
 /// Moves a list that was read at its old place to its new one. The old file goes only once the new
-/// one holds the list; until then it is read again at the next start.
-void Migrate(CFileStream list, const std::string& legacyPath, const std::string& path,
+/// one holds the list; until then it is read again at the next start. True if the new file holds
+/// the list.
+bool Migrate(CFileStream list, const std::string& legacyPath, const std::string& path,
              FileServices& files) {
     list.SetSilent(true);
     if (!list.FileWrite(path)) {
-        return;
+        return false;
     }
     try {
         files.DeleteFile(legacyPath);
     } catch (const Failure&) {
         // Nothing is lost: the file beside the program may be locked, and stays.
     }
+    return true;
 }
 
 void ReadPositions(CustomChannels& customChannels, CFileStream& stream) {
@@ -75,7 +77,7 @@ void ReadPositions(CustomChannels& customChannels, CFileStream& stream) {
 
 } // namespace
 
-void CustomChannelsRead(CustomChannels& customChannels, const ChannelCatalogue& channels,
+bool CustomChannelsRead(CustomChannels& customChannels, const ChannelCatalogue& channels,
                         const std::string& legacyPath, const std::string& path,
                         const Separators& separators, FileServices& files, Messages& messages) {
     customChannels.Clear();
@@ -84,7 +86,7 @@ void CustomChannelsRead(CustomChannels& customChannels, const ChannelCatalogue& 
         if (stream.FileRead(path)) {
             ReadPositions(customChannels, stream);
         }
-        return;
+        return files.FileExists(path);
     }
     for (int id = 1; id <= ChannelCount; ++id) {
         // The link loads are a table of their own, which no list of channels offers.
@@ -92,7 +94,8 @@ void CustomChannelsRead(CustomChannels& customChannels, const ChannelCatalogue& 
             customChannels.Add(id);
         }
     }
-    Migrate(ChannelsStream(customChannels, separators, files, messages), legacyPath, path, files);
+    return Migrate(ChannelsStream(customChannels, separators, files, messages), legacyPath, path,
+                   files);
 }
 
 bool CustomChannelsWrite(const CustomChannels& customChannels, const std::string& path,
@@ -100,7 +103,7 @@ bool CustomChannelsWrite(const CustomChannels& customChannels, const std::string
     return ChannelsStream(customChannels, separators, files, messages).FileWrite(path);
 }
 
-void ExportTablesRead(SelectedViews& views, const std::string& legacyPath, const std::string& path,
+bool ExportTablesRead(SelectedViews& views, const std::string& legacyPath, const std::string& path,
                       const Separators& separators, FileServices& files, Messages& messages) {
     CFileStream stream = NewStream(ViewsVersion, separators, files, messages);
     const bool legacy = stream.FileRead(legacyPath);
@@ -110,9 +113,9 @@ void ExportTablesRead(SelectedViews& views, const std::string& legacyPath, const
     for (int view = 1; view <= SelectableViewCount; ++view) {
         views.Set(view, stream.GetFieldString(ViewName(view)) == Ticked);
     }
-    if (legacy) {
-        Migrate(ViewsStream(views, separators, files, messages), legacyPath, path, files);
-    }
+    return legacy
+               ? Migrate(ViewsStream(views, separators, files, messages), legacyPath, path, files)
+               : files.FileExists(path);
 }
 
 bool ExportTablesWrite(const SelectedViews& views, const std::string& path,

@@ -122,6 +122,9 @@ bool ParseCommandLine(BatchRequest& request, std::string_view commandLine,
     if (!files.FolderExists(FileServices::ParentFolder(request.OutputPath))) {
         Refuse("Invalid output filepath");
     }
+    if (files.SameFile(request.InputPath, request.OutputPath)) {
+        Refuse("The output file is the input file");
+    }
     request.ExportType = Integer(Required(keys, "type", "No export type"), separators);
     const auto variable = keys.find("variable");
     if (variable != keys.end()) {

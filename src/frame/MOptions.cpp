@@ -17,6 +17,7 @@ namespace {
 constexpr std::string_view OptionsSection = "Options";
 constexpr std::string_view UnitsSection = "Units";
 constexpr std::string_view SelectedTablesKey = "SelectedTables";
+constexpr std::string_view ArabicDecimal = "\u066B";
 
 /// A key that stands in the store for other readers and is never read back.
 template <typename Record>
@@ -79,39 +80,6 @@ constexpr std::array<UnitEntry, 4> UnitEntries{{
     {"Rate", ucRate, "lb/in"},
 }};
 
-[[noreturn]] void RaiseFor(FailureNumber number, std::string_view description,
-                           std::string_view key) {
-    throw Failure(number, std::string(description) + " in option " + std::string(key));
-}
-
-double NumberOf(std::string_view text, std::string_view key, const std::string& machineSeparator) {
-    for (const std::string_view separator :
-         {std::string_view(machineSeparator), std::string_view("."), std::string_view(",")}) {
-        if (const std::optional<double> value = WholeNumberText(text, separator)) {
-            return *value;
-        }
-    }
-    RaiseFor(fnTypeMismatch, "Type mismatch", key);
-}
-
-bool BooleanOf(std::string_view text, std::string_view key, const std::string& machineSeparator) {
-    const std::string word = UpperCase(TrimBlanks(text));
-    if (word == "TRUE" || word == "FALSE") {
-        return word == "TRUE";
-    }
-    return NumberOf(text, key, machineSeparator) != 0;
-}
-
-std::int32_t IntegerOf(std::string_view text, std::string_view key,
-                       const std::string& machineSeparator) {
-    const double value = NumberOf(text, key, machineSeparator);
-    try {
-        return ToInteger32(value);
-    } catch (const Failure&) {
-        RaiseFor(fnOverflow, "Overflow", key);
-    }
-}
-
 std::string BooleanText(bool value) {
     return value ? "True" : "False";
 }
@@ -123,7 +91,7 @@ class OptionReader {
                  const SettingsStore& store, const std::string& programFolder)
         : m_options(options),
           m_data(data),
-          m_decimal(decimalSeparator),
+          m_decimals{decimalSeparator, ".", ",", ArabicDecimal},
           m_store(store),
           m_defaultFolder(programFolder + NativePath("\\Data")) {}
 
@@ -132,28 +100,53 @@ class OptionReader {
     }
     void ReadSelectedTable(int view) {
         const std::string key = std::string(SelectedTablesKey) + std::to_string(view);
-        const std::string text = m_store.Read(OptionsSection, key, "False");
-        m_options.SelectedTables.Set(view, BooleanOf(text, key, m_decimal));
+        m_options.SelectedTables.Set(view, BooleanOf(key, "False"));
     }
 
   private:
-    [[nodiscard]] std::string Text(const OptionEntry& entry) const {
-        return m_store.Read(OptionsSection, entry.Key, entry.Default);
+    [[noreturn]] void RaiseFor(FailureNumber number, const char* description,
+                               std::string_view key) const {
+        throw Failure(number, std::string(description) + " in option " + std::string(key) + " of " +
+                                  m_store.Place());
+    }
+    [[nodiscard]] double NumberIn(std::string_view text, std::string_view key) const {
+        for (const std::string_view separator : m_decimals) {
+            if (const std::optional<double> value = WholeNumberText(text, separator)) {
+                return *value;
+            }
+        }
+        RaiseFor(fnTypeMismatch, "Type mismatch", key);
+    }
+    [[nodiscard]] double NumberOf(const OptionEntry& entry) const {
+        return NumberIn(m_store.Read(OptionsSection, entry.Key, entry.Default), entry.Key);
+    }
+    [[nodiscard]] bool BooleanOf(std::string_view key, std::string_view otherwise) const {
+        const std::string text = m_store.Read(OptionsSection, key, otherwise);
+        const std::string word = UpperCase(TrimBlanks(text));
+        return word == "TRUE" || (word != "FALSE" && NumberIn(text, key) != 0);
+    }
+    [[nodiscard]] std::int32_t IntegerOf(const OptionEntry& entry) const {
+        const double value = NumberOf(entry);
+        try {
+            return ToInteger32(value);
+        } catch (const Failure&) {
+            RaiseFor(fnOverflow, "Overflow", entry.Key);
+        }
     }
     void Read(const OptionEntry& entry, bool Options::*member) {
-        m_options.*member = BooleanOf(Text(entry), entry.Key, m_decimal);
+        m_options.*member = BooleanOf(entry.Key, entry.Default);
     }
     void Read(const OptionEntry& entry, std::int32_t Options::*member) {
-        m_options.*member = IntegerOf(Text(entry), entry.Key, m_decimal);
+        m_options.*member = IntegerOf(entry);
     }
     void Read(const OptionEntry& entry, std::string Options::*member) {
         m_options.*member = m_store.Read(OptionsSection, entry.Key, m_defaultFolder);
     }
     void Read(const OptionEntry& entry, std::int32_t SuspensionData::*member) {
-        m_data.*member = IntegerOf(Text(entry), entry.Key, m_decimal);
+        m_data.*member = IntegerOf(entry);
     }
     void Read(const OptionEntry& entry, double SuspensionData::*member) {
-        m_data.*member = NumberOf(Text(entry), entry.Key, m_decimal);
+        m_data.*member = NumberOf(entry);
     }
     template <typename Record>
     void Read(const OptionEntry& /*entry*/, const WrittenOnly<Record>& /*place*/) {}
@@ -161,7 +154,7 @@ class OptionReader {
 
     Options& m_options;
     SuspensionData& m_data;
-    const std::string& m_decimal;
+    std::array<std::string_view, 4> m_decimals; ///< of any machine, this one's first
     const SettingsStore& m_store;
     std::string m_defaultFolder;
 };

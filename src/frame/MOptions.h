@@ -13,7 +13,7 @@ namespace corvanta {
 /// the labels of the chosen units. A key that the store does not hold takes its default; the
 /// default of both folders is "Data" below the program's. Numbers are read with a decimal point or
 /// comma, whichever machine wrote them. Throws Failure "Type mismatch" or "Overflow", naming the
-/// key, for a value that can't be converted.
+/// key and where the store lies, for a value that can't be converted.
 void OptionsRead(Options& options, SuspensionData& data, FundamentalUnits& units,
                  const SettingsStore& store, const std::string& programFolder);
 

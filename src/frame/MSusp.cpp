@@ -4,6 +4,7 @@
 #include "frame/MOptions.h"
 #include "model/Failure.h"
 #include "platform/IniSettingsStore.h"
+#include "platform/NoWindowSystem.h"
 #include "shell/CMousePointer.h"
 #include "shell/MLibGUI.h"
 
@@ -60,6 +61,7 @@ StartResult Application::Start() {
     const Separators separators = m_process.NumberSeparators();
     m_program.Units.NumberSeparators = separators;
     SetUpFolders();
+    MakeSettingsFolders(HasCommandLineKeys(commandLine));
     m_settings = std::make_unique<IniSettingsStore>(m_files, m_settingsPath);
     m_desk.Store = m_settings.get();
     m_main.Load();
@@ -110,24 +112,46 @@ void Application::ReadSettings() {
 
 void Application::SetUpFolders() {
     const std::optional<std::string> userData = m_files.SpecialFolder(ApplicationDataFolder);
-    const std::string base = userData ? NativePath(*userData + ProductFolder)
+    const std::string base = userData ? *userData + NativePath(ProductFolder)
                                       : m_process.ProgramFolder() + FileServices::Separator;
     m_settingsFolder = base + "Settings" + FileServices::Separator;
     m_diagnosticsFolder = base + "Diagnostics" + FileServices::Separator;
-    m_files.MakeFolder(m_settingsFolder);
-    m_files.MakeFolder(m_diagnosticsFolder);
     m_settingsPath = base + SettingsFile;
     m_recoveryFolder = base + "Recovery" + FileServices::Separator;
 }
 
+void Application::MakeSettingsFolders(bool batch) {
+    try {
+        m_files.MakeFolder(m_settingsFolder);
+        m_files.MakeFolder(m_diagnosticsFolder);
+    } catch (const Failure& failure) {
+        if (!batch) {
+            throw;
+        }
+        m_settingsFolder.clear();
+        m_settingsPath.clear();
+        m_messages.ShowMessage("There is no place for settings, so the run takes the defaults and "
+                               "keeps none.\rError was: " +
+                                   failure.Description(),
+                               msExclamation);
+    }
+}
+
 void Application::ReadLists() {
+    if (!KeepsSettings()) {
+        return;
+    }
     const std::string programFolder = m_process.ProgramFolder() + FileServices::Separator;
     const Separators& separators = m_program.Units.NumberSeparators;
-    CustomChannelsRead(m_program.CustomChannels, m_program.Channels,
-                       programFolder + CustomChannelsFile, m_settingsFolder + CustomChannelsFile,
-                       separators, m_files, m_messages);
-    ExportTablesRead(m_program.ExportViews, programFolder + ExportTablesFile,
-                     m_settingsFolder + ExportTablesFile, separators, m_files, m_messages);
+    if (CustomChannelsRead(
+            m_program.CustomChannels, m_program.Channels, programFolder + CustomChannelsFile,
+            m_settingsFolder + CustomChannelsFile, separators, m_files, m_messages)) {
+        m_channelsInFile = m_program.CustomChannels;
+    }
+    if (ExportTablesRead(m_program.ExportViews, programFolder + ExportTablesFile,
+                         m_settingsFolder + ExportTablesFile, separators, m_files, m_messages)) {
+        m_viewsInFile = m_program.ExportViews;
+    }
 }
 
 void Application::RunBatch() {
@@ -136,7 +160,6 @@ void Application::RunBatch() {
         const ExportPlace place{m_program, m_main, m_files, m_messages, m_process};
         ExportResults(place, m_batch.ExportType, m_batch.OutputPath, &m_batch.Export);
     }
-    ShutDown();
     CloseWindow();
 }
 
@@ -161,21 +184,59 @@ bool Application::CloseMainWindow() {
 }
 
 void Application::CloseWindow() {
-    ShutDown();
+    const bool written = ShutDown();
     m_main.Unload();
-    m_settings->Save();
+    // A window's user loses nothing that can be saved; a batch run tells of the place once.
+    if (written || !IsBatch()) {
+        m_settings->Save();
+    }
 }
 
-void Application::ShutDown() {
+bool Application::ShutDown() {
     OptionsWrite(*m_settings, m_program.Options, m_program.Document.Data, m_program.Units);
-    const Separators& separators = m_program.Units.NumberSeparators;
-    CustomChannelsWrite(m_program.CustomChannels, m_settingsFolder + CustomChannelsFile, separators,
-                        m_files, m_messages);
-    ExportTablesWrite(m_program.ExportViews, m_settingsFolder + ExportTablesFile, separators,
-                      m_files, m_messages);
-    SaveWindow(m_main.Frame, *m_settings, true);
+    const bool written = WriteLists(m_messages);
+    if (m_windows.ScreenSize.Width > 0) { // without a screen the window stands nowhere
+        SaveWindow(m_main.Frame, *m_settings, true);
+    }
     m_main.ResetEditDialog();
-    m_settings->Save();
+    return written;
+}
+
+void Application::KeepChanges() {
+    if (!m_main.IsOpen || !m_canKeep) {
+        return;
+    }
+    NoMessageBox box;
+    Messages silent(box);
+    try {
+        OptionsWrite(*m_settings, m_program.Options, m_program.Document.Data, m_program.Units);
+        m_main.Files.KeepRecentFiles();
+        m_canKeep = WriteLists(silent);
+        m_settings->Save();
+    } catch (const Failure&) {
+        m_canKeep = false;
+    }
+}
+
+bool Application::WriteLists(Messages& messages) {
+    if (!KeepsSettings()) {
+        return false;
+    }
+    const Separators& separators = m_program.Units.NumberSeparators;
+    const auto write = [&](auto& inFile, const auto& list, const char* file, const auto& writer) {
+        if (inFile != list &&
+            writer(list, m_settingsFolder + file, separators, m_files, messages)) {
+            inFile = list;
+        }
+        return inFile == list;
+    };
+    const bool channels =
+        write(m_channelsInFile, m_program.CustomChannels, CustomChannelsFile, CustomChannelsWrite);
+    if (!channels && IsBatch()) {
+        return false;
+    }
+    return write(m_viewsInFile, m_program.ExportViews, ExportTablesFile, ExportTablesWrite) &&
+           channels;
 }
 
 } // namespace corvanta

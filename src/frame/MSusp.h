@@ -9,6 +9,7 @@
 #include "shell/frmMain.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace corvanta {
@@ -37,6 +38,10 @@ class Application {
     /// is reported.
     bool CloseMainWindow();
 
+    /// Writes what outlives the process and changed since it was last written, so that a crash
+    /// doesn't cost it. What can't be written is told when the window closes.
+    void KeepChanges();
+
     /// Offers the unsaved work of an earlier run. For an interactive start, with its window shown.
     void OfferRecovery();
 
@@ -47,12 +52,16 @@ class Application {
   private:
     [[nodiscard]] StartResult Start();
     void SetUpFolders();
+    void MakeSettingsFolders(bool batch);
     void SetUpMainWindow();
     void ReadSettings();
     void ReadLists();
     void RunBatch();
     void CloseWindow();
-    void ShutDown();
+    bool ShutDown();
+    [[nodiscard]] bool KeepsSettings() const { return !m_settingsFolder.empty(); }
+    [[nodiscard]] bool IsBatch() const { return !m_batch.InputPath.empty(); }
+    bool WriteLists(Messages& messages);
 
     FileServices& m_files;
     ProcessServices& m_process;
@@ -62,9 +71,13 @@ class Application {
     BatchRequest m_batch;
     std::unique_ptr<SettingsStore> m_settings;
     std::string m_settingsPath;      ///< the file of the settings store
-    std::string m_settingsFolder;    ///< holds the user's list files, ends in a separator
+    std::string m_settingsFolder;    ///< the user's list files, ends in a separator; empty when a
+                                     ///< batch run has no place for settings
     std::string m_diagnosticsFolder; ///< made at every start, ends in a separator
     std::string m_recoveryFolder;    ///< copies of unsaved work, ends in a separator
+    bool m_canKeep = true;           ///< until keeping a change fails, and then at the end again
+    std::optional<CustomChannels> m_channelsInFile; ///< of the lists, what their files stand for
+    std::optional<SelectedViews> m_viewsInFile;
     Desk m_desk;
     frmMain m_main;
 };

@@ -60,6 +60,8 @@ class SelectedViews {
     [[nodiscard]] bool operator[](int view) const { return m_ticks.at(Slot(view)); }
     void Set(int view, bool ticked) { m_ticks.at(Slot(view)) = ticked; }
 
+    friend bool operator==(const SelectedViews&, const SelectedViews&) = default;
+
   private:
     static std::size_t Slot(int view) { return static_cast<std::size_t>(view) - 1; }
 
@@ -74,6 +76,8 @@ class CustomChannels {
     void Clear() { m_ids.clear(); }
     [[nodiscard]] bool Contains(int id) const;
     [[nodiscard]] const std::vector<int>& Ids() const { return m_ids; }
+
+    friend bool operator==(const CustomChannels&, const CustomChannels&) = default;
 
   private:
     std::vector<int> m_ids;

@@ -172,6 +172,12 @@ void Require(bool added, std::string_view key) {
     }
 }
 
+/// What can't be read is no older layout either.
+[[noreturn]] void RaiseReadFailure(const std::string& path, FileServices& files) {
+    (void)files.ReadBytes(path); // fails with the reason
+    throw Failure(fnFileAccess, "The file can't be read");
+}
+
 } // namespace
 
 bool DataLoad(Suspension& document, ChannelCatalogue& channels, const std::string& path,
@@ -179,7 +185,9 @@ bool DataLoad(Suspension& document, ChannelCatalogue& channels, const std::strin
               Messages& messages) {
     document.DataLoaded = false;
     CFileStream stream = NewStream(units, files, messages);
-    stream.FileRead(path);
+    if (!stream.FileRead(path)) {
+        RaiseReadFailure(path, files);
+    }
     if (stream.GetFieldString(MechanismKey).empty()) {
         const bool read =
             DataReadLegacy(document, channels, path, announceUpgrade, units, files, messages);
@@ -194,8 +202,7 @@ bool DataRead(Suspension& document, ChannelCatalogue& channels, const std::strin
     document.DataLoaded = false;
     CFileStream stream = NewStream(units, files, messages);
     if (!stream.FileRead(path)) {
-        (void)files.ReadBytes(path); // fails with the reason
-        throw Failure(fnFileAccess, "The file can't be read");
+        RaiseReadFailure(path, files);
     }
     std::string message;
     if (!stream.IsCompatibleVersion(false, message)) {

@@ -1,18 +1,17 @@
 #include "platform/DiskFileServices.h"
 
 #include "model/Failure.h"
+#include "platform/DiskFile.h"
 #include "platform/PathText.h"
 
-#include <array>
-#include <cerrno>
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <ios>
-#include <random>
 #include <system_error>
+#include <vector>
 
 namespace corvanta {
 
@@ -20,49 +19,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-[[noreturn]] void Refuse(std::error_code reason) {
-    throw std::system_error(reason);
-}
-
-/// The reason of the stream operation that has just failed. The streams keep none of their own; the
-/// platform's error number outlives them.
-std::error_code StreamReason() {
-    return {errno != 0 ? errno : EIO, std::generic_category()};
-}
-
-/// Runs a stream operation and throws with the platform's reason unless `stream` is good after it.
-template <typename Stream, typename Operation>
-void Checked(Stream& stream, const Operation& operation) {
-    errno = 0;
-    operation();
-    if (!stream) {
-        Refuse(StreamReason());
-    }
-}
-
-/// Writes to the file as it is: `mode` tells whether behind what it holds or in its place.
-void WriteStraight(const fs::path& path, std::string_view bytes, std::ios::openmode mode) {
-    std::ofstream stream;
-    Checked(stream, [&] { stream.open(path, std::ios::binary | mode); });
-    Checked(stream,
-            [&] { stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size())); });
-    Checked(stream, [&] { stream.close(); });
-}
-
-std::string ReadStraight(const fs::path& path) {
-    std::ifstream stream;
-    Checked(stream, [&] { stream.open(path, std::ios::binary); });
-    std::string bytes;
-    std::array<char, 65536> block{};
-    while (stream) {
-        errno = 0;
-        stream.read(block.data(), static_cast<std::streamsize>(block.size()));
-        if (stream.bad()) {
-            Refuse(StreamReason());
-        }
-        bytes.append(block.data(), static_cast<std::size_t>(stream.gcount()));
-    }
-    return bytes;
+[[noreturn]] void Refuse(std::errc reason) {
+    throw std::system_error(std::make_error_code(reason));
 }
 
 /// The path with every link at its end followed, whether or not its target exists.
@@ -70,73 +28,11 @@ fs::path FollowLinks(fs::path path) {
     constexpr int MostLinks = 40; // as the platforms do, against a ring of links
     for (int links = 0; fs::is_symlink(fs::symlink_status(path)); ++links) {
         if (links == MostLinks) {
-            Refuse(std::make_error_code(std::errc::too_many_symbolic_link_levels));
+            Refuse(std::errc::too_many_symbolic_link_levels);
         }
         path = path.parent_path() / fs::read_symlink(path);
     }
     return path;
-}
-
-/// A name beside the file that no other writer has: drawn at random, so that programs that write
-/// in one folder at the same moment never meet, and short, so that it is valid where the file's own
-/// name is.
-fs::path TemporaryName(const fs::path& target) {
-    constexpr std::string_view Digits = "0123456789abcdef";
-    constexpr int Length = 16;
-    std::random_device source;
-    std::uniform_int_distribution<std::size_t> digit(0, Digits.size() - 1);
-    std::string name = ".corvanta-";
-    for (int n = 0; n < Length; ++n) {
-        name += Digits[digit(source)];
-    }
-    return target.parent_path() / (name + ".tmp");
-}
-
-/// Removes a file at the end of its scope unless it has been let go.
-class CTemporaryFile {
-  public:
-    explicit CTemporaryFile(fs::path path) : m_path(std::move(path)) {}
-    CTemporaryFile(const CTemporaryFile&) = delete;
-    CTemporaryFile& operator=(const CTemporaryFile&) = delete;
-    CTemporaryFile(CTemporaryFile&&) = delete;
-    CTemporaryFile& operator=(CTemporaryFile&&) = delete;
-    ~CTemporaryFile() {
-        if (m_present) {
-            std::error_code ignored;
-            fs::remove(m_path, ignored);
-        }
-    }
-
-    [[nodiscard]] const fs::path& Path() const { return m_path; }
-
-    void MoveTo(const fs::path& target) {
-        fs::rename(m_path, target);
-        m_present = false;
-    }
-
-  private:
-    fs::path m_path;
-    bool m_present = true;
-};
-
-/// A file that its owner has locked against writing stays as it is, although its folder would let
-/// another file take its place.
-void RequireWritable(const fs::path& path) {
-    std::ofstream stream;
-    Checked(stream, [&] { stream.open(path, std::ios::binary | std::ios::app); });
-}
-
-void ReplaceFile(const fs::path& target, std::string_view bytes, const fs::file_status& status) {
-    const bool present = fs::exists(status);
-    if (present) {
-        RequireWritable(target);
-    }
-    CTemporaryFile temporary(TemporaryName(target));
-    WriteStraight(temporary.Path(), bytes, std::ios::trunc);
-    if (present) {
-        fs::permissions(temporary.Path(), status.permissions());
-    }
-    temporary.MoveTo(target);
 }
 
 /// Runs work on a file and turns the failures of the platform into ours, which name the file.
@@ -151,8 +47,37 @@ void Translated(const std::string& path, const Work& work) {
 
 void RefuseFolder(const fs::file_status& status) {
     if (fs::is_directory(status)) {
-        Refuse(std::make_error_code(std::errc::is_a_directory));
+        Refuse(std::errc::is_a_directory);
     }
+}
+
+/// Reading a pipe would wait for its writer, and a device has no end.
+void RequireReadable(const std::string& path, const fs::path& file, const fs::file_status& status) {
+    RefuseFolder(status);
+    if (fs::exists(status) && !fs::is_regular_file(status)) {
+        throw Failure(fnFileAccess, "Not a file that can be read whole: " + path);
+    }
+    std::error_code unreachable; // tells its own reason when the file is opened
+    const std::uintmax_t size = fs::file_size(file, unreachable);
+    if (!unreachable && size > LargestFile) {
+        throw Failure(fnFileAccess, "The file is larger than 16 MB: " + path);
+    }
+}
+
+/// The path with no ".." in it. One behind a link leads to the parent of the link's target, so the
+/// folders before it are looked up; those behind it stay as they are named.
+fs::path WithoutParents(const fs::path& path) {
+    const std::vector<fs::path> parts(path.begin(), path.end());
+    const auto last = std::find(parts.rbegin(), parts.rend(), fs::path("..")).base();
+    fs::path folder;
+    for (auto part = parts.begin(); part != last; ++part) {
+        folder /= *part;
+    }
+    fs::path whole = folder.empty() ? folder : fs::weakly_canonical(folder);
+    for (auto part = last; part != parts.end(); ++part) {
+        whole /= *part;
+    }
+    return whole.lexically_normal();
 }
 
 /// The folder that an environment variable names, or an empty path.
@@ -188,9 +113,16 @@ std::string DiskFileServices::FullPath(const std::string& path) const {
     if (path.empty()) {
         return {};
     }
-    std::error_code reason;
-    const fs::path full = fs::absolute(PathOf(path), reason);
-    return reason ? path : PathText(full.lexically_normal());
+    try {
+        return PathText(WithoutParents(fs::absolute(PathOf(path))));
+    } catch (const fs::filesystem_error&) {
+        return path; // opening it will tell the reason
+    }
+}
+
+bool DiskFileServices::SameFile(const std::string& path, const std::string& other) const {
+    std::error_code missing;
+    return fs::equivalent(PathOf(path), PathOf(other), missing);
 }
 
 void DiskFileServices::MakeFolder(const std::string& path) {
@@ -206,8 +138,8 @@ std::string DiskFileServices::ReadBytes(const std::string& path) {
     }
     std::string bytes;
     Translated(path, [&] {
-        RefuseFolder(status);
-        bytes = ReadStraight(file);
+        RequireReadable(path, file, status);
+        bytes = ReadStraight(file, LargestFile);
     });
     return bytes;
 }
@@ -220,7 +152,10 @@ void DiskFileServices::WriteBytes(const std::string& path, std::string_view byte
         if (fs::exists(status) && !fs::is_regular_file(status)) {
             WriteStraight(target, bytes, std::ios::out);
         } else {
-            ReplaceFile(target, bytes, status);
+            if (m_tidied.insert(target.parent_path()).second) {
+                RemoveForgottenTemporaries(target.parent_path());
+            }
+            WriteWhole(target, bytes);
         }
     });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -9,6 +10,9 @@ namespace corvanta {
 
 /// Folder number of the per-user application data folder, for `SpecialFolder`.
 inline constexpr int ApplicationDataFolder = 26;
+
+/// Files beyond this size are not read: no document, list or settings file comes near it.
+inline constexpr std::size_t LargestFile = std::size_t{16} * 1024 * 1024;
 
 /// All plain file and folder work of the program. Paths are UTF-8 in the platform's own form. The
 /// operations on disk are virtual so that a test can let the n-th of them fail.
@@ -31,17 +35,24 @@ class FileServices {
     /// When a file was last written, seconds since 1970; 0 when that can't be told.
     [[nodiscard]] virtual std::int64_t TimeWritten(const std::string& path) const = 0;
 
-    /// The path from the root on; a relative one counts from the current folder.
+    /// The path from the root on, with no "." or ".." in it; a relative one counts from the current
+    /// folder, and ".." behind a link leads to where the link does.
     [[nodiscard]] virtual std::string FullPath(const std::string& path) const = 0;
+
+    /// True when both paths lead to one file that exists, by whatever links.
+    [[nodiscard]] virtual bool SameFile(const std::string& path,
+                                        const std::string& other) const = 0;
 
     /// Makes a folder with its parents. A folder that exists is no failure.
     virtual void MakeFolder(const std::string& path) = 0;
 
+    /// The bytes of a regular file of at most `LargestFile` bytes; anything else is refused.
     [[nodiscard]] virtual std::string ReadBytes(const std::string& path) = 0;
 
     /// Writes a whole file: to a temporary name in the same folder that then takes the file's
-    /// place, so that a failed write leaves the old file as it was. A link is followed; a device or
-    /// a pipe is written to.
+    /// place, so that a failed write or a crash leaves the old file as it was. A writable file in a
+    /// folder that takes no new one is written in place. A link is followed; a device or a pipe is
+    /// written to.
     virtual void WriteBytes(const std::string& path, std::string_view bytes) = 0;
     virtual void AppendBytes(const std::string& path, std::string_view bytes) = 0;
     virtual void DeleteFile(const std::string& path) = 0;

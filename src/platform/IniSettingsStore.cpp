@@ -7,6 +7,8 @@ namespace corvanta {
 
 namespace {
 
+using IniEntries = IniSections::value_type::second_type;
+
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 std::string Escaped(std::string_view value) {
@@ -59,81 +61,117 @@ bool IsName(std::string_view name) {
            name.find_first_of("=\r\n") == std::string_view::npos;
 }
 
-} // namespace
-
-IniSettingsStore::IniSettingsStore(FileServices& files, std::string path)
-    : m_files(files),
-      m_path(std::move(path)) {
-    if (!m_files.FileExists(m_path)) {
-        return;
+/// The value of a key, nothing when it is not there.
+const std::string* Find(const IniSections& sections, std::string_view section,
+                        std::string_view key) {
+    for (const auto& [name, entries] : sections) {
+        for (const auto& [entryKey, value] : entries) {
+            if (name == section && entryKey == key) {
+                return &value;
+            }
+        }
     }
-    const std::string bytes = m_files.ReadBytes(m_path);
-    std::string_view rest = bytes;
-    if (rest.substr(0, ByteOrderMark.size()) == ByteOrderMark) {
-        rest.remove_prefix(ByteOrderMark.size());
+    return nullptr;
+}
+
+void Put(IniSections& sections, std::string_view section, std::string_view key,
+         std::string_view value) {
+    auto found = std::find_if(sections.begin(), sections.end(),
+                              [&](const auto& entry) { return entry.first == section; });
+    if (found == sections.end()) {
+        found = sections.emplace(sections.end(), section, IniEntries{});
+    }
+    IniEntries& entries = found->second;
+    const auto present = std::find_if(entries.begin(), entries.end(),
+                                      [&](const auto& entry) { return entry.first == key; });
+    if (present == entries.end()) {
+        entries.emplace_back(key, value);
+    } else {
+        present->second = value;
+    }
+}
+
+IniSections Parsed(std::string_view text) {
+    IniSections sections;
+    if (text.starts_with(ByteOrderMark)) {
+        text.remove_prefix(ByteOrderMark.size());
     }
     std::string section;
-    while (!rest.empty()) {
-        const std::string_view line = TakeLine(rest);
+    while (!text.empty()) {
+        const std::string_view line = TakeLine(text);
         const std::size_t equals = line.find('=');
         if (line.size() > 2 && line.front() == '[' && line.back() == ']') {
             section = line.substr(1, line.size() - 2);
         } else if (!section.empty() && equals != std::string_view::npos &&
                    IsName(line.substr(0, equals))) {
-            Write(section, line.substr(0, equals), Unescaped(line.substr(equals + 1)));
+            Put(sections, section, line.substr(0, equals), Unescaped(line.substr(equals + 1)));
         }
     }
+    return sections;
 }
 
-std::string IniSettingsStore::Read(std::string_view section, std::string_view key,
-                                   std::string_view fallback) const {
-    for (const auto& [name, entries] : m_sections) {
-        if (name != section) {
-            continue;
-        }
-        for (const auto& [entryKey, value] : entries) {
-            if (entryKey == key) {
-                return value;
-            }
-        }
-    }
-    return std::string(fallback);
-}
-
-void IniSettingsStore::Write(std::string_view section, std::string_view key,
-                             std::string_view value) {
-    assert(!section.empty() && IsName(key));
-    Entries& entries = Section(section);
-    const auto found = std::find_if(entries.begin(), entries.end(),
-                                    [&](const auto& entry) { return entry.first == key; });
-    if (found != entries.end()) {
-        found->second = value;
-    } else {
-        entries.emplace_back(key, value);
-    }
-}
-
-void IniSettingsStore::Save() {
+std::string TextOf(const IniSections& sections) {
     std::string text;
-    for (const auto& [name, entries] : m_sections) {
+    for (const auto& [name, entries] : sections) {
         text += "[" + name + "]\n";
         for (const auto& [key, value] : entries) {
             text += key + "=" + Escaped(value) + "\n";
         }
     }
-    if (text != m_saved) {
-        m_files.WriteBytes(m_path, text);
-        m_saved = text;
+    return text;
+}
+
+} // namespace
+
+IniSettingsStore::IniSettingsStore(FileServices& files, std::string path)
+    : m_files(files),
+      m_path(std::move(path)),
+      m_known(InFile()) {}
+
+IniSections IniSettingsStore::InFile() const {
+    return m_files.FileExists(m_path) ? Parsed(m_files.ReadBytes(m_path)) : IniSections();
+}
+
+std::string IniSettingsStore::Read(std::string_view section, std::string_view key,
+                                   std::string_view fallback) const {
+    const std::string* const value = Find(m_known, section, key);
+    return value == nullptr ? std::string(fallback) : *value;
+}
+
+void IniSettingsStore::Write(std::string_view section, std::string_view key,
+                             std::string_view value) {
+    assert(!section.empty() && IsName(key));
+    const std::string* const known = Find(m_known, section, key);
+    if (known != nullptr && *known == value) {
+        return;
+    }
+    Put(m_known, section, key, value);
+    Put(m_changed, section, key, value);
+}
+
+void IniSettingsStore::Refresh(std::string_view section) {
+    for (const auto& [name, entries] : InFile()) {
+        for (const auto& [key, value] : entries) {
+            if (name == section && Find(m_changed, name, key) == nullptr) {
+                Put(m_known, name, key, value);
+            }
+        }
     }
 }
 
-IniSettingsStore::Entries& IniSettingsStore::Section(std::string_view name) {
-    for (auto& [sectionName, entries] : m_sections) {
-        if (sectionName == name) {
-            return entries;
+void IniSettingsStore::Save() {
+    if (m_changed.empty()) {
+        return;
+    }
+    // A file that is gone takes all that is known; otherwise others may have written it since.
+    IniSections sections = m_files.FileExists(m_path) ? InFile() : m_known;
+    for (const auto& [name, entries] : m_changed) {
+        for (const auto& [key, value] : entries) {
+            Put(sections, name, key, value);
         }
     }
-    return m_sections.emplace_back(std::string(name), Entries{}).second;
+    m_files.WriteBytes(m_path, TextOf(sections));
+    m_changed.clear();
 }
 
 } // namespace corvanta

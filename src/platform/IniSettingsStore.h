@@ -9,6 +9,10 @@
 
 namespace corvanta {
 
+/// The entries of an INI file by section, in its order.
+using IniSections =
+    std::vector<std::pair<std::string, std::vector<std::pair<std::string, std::string>>>>;
+
 /// A settings store in one INI file, UTF-8. Sections and keys keep the order in which they were
 /// first written. Backslash, CR and LF stand escaped in values; lines that are no entry are skipped
 /// on reading, so that a damaged file costs its damaged lines only.
@@ -19,18 +23,18 @@ class IniSettingsStore final : public SettingsStore {
 
     [[nodiscard]] std::string Read(std::string_view section, std::string_view key,
                                    std::string_view fallback) const override;
+    [[nodiscard]] std::string Place() const override { return m_path; }
     void Write(std::string_view section, std::string_view key, std::string_view value) override;
+    void Refresh(std::string_view section) override;
     void Save() override;
 
   private:
-    using Entries = std::vector<std::pair<std::string, std::string>>;
-
-    Entries& Section(std::string_view name);
+    [[nodiscard]] IniSections InFile() const;
 
     FileServices& m_files;
     std::string m_path;
-    std::string m_saved; ///< the text of the last save; saving it once more is no work
-    std::vector<std::pair<std::string, Entries>> m_sections;
+    IniSections m_known;   ///< as this program read and wrote them
+    IniSections m_changed; ///< what it wrote since the last save
 };
 
 } // namespace corvanta

@@ -1,5 +1,6 @@
 #include "platform/MachineServices.h"
 
+#include "platform/CodePage.h"
 #include "platform/PathText.h"
 #include "platform/Utf8.h"
 
@@ -44,6 +45,38 @@ bool GroupsDigits(const WideNumbers& numbers) {
            numbers.thousands_sep() != L'\0';
 }
 
+constexpr std::string_view NoBreakBlank = "\u00A0";
+
+/// A text of the locale with every blank that the program's files lack as one that they have.
+std::string WithKnownBlanks(std::string text) {
+    // Figure, punctuation, thin, hair and narrow no-break blanks, which locales put into numbers.
+    for (const std::string_view blank : {"\u2007", "\u2008", "\u2009", "\u200A", "\u202F"}) {
+        text = ReplaceAll(text, blank, NoBreakBlank);
+    }
+    return text;
+}
+
+/// A separator that the program's files can hold.
+std::string FileSeparator(wchar_t separator, std::string_view otherwise) {
+    std::string text = WithKnownBlanks(Utf8FromWide(std::wstring(1, separator)));
+    return FitsCodePage1252(text) ? text : std::string(otherwise);
+}
+
+std::string MomentText(const std::tm& moment, const std::locale& locale, std::wstring_view form) {
+    std::wostringstream text;
+    text.imbue(locale);
+    std::use_facet<WideTimes>(locale).put(std::ostreambuf_iterator<wchar_t>(text), text, L' ',
+                                          &moment, form.data(), form.data() + form.size());
+    return WithKnownBlanks(Utf8FromWide(text.str()));
+}
+
+/// The locale's own form of a moment, or `otherwise` where the program's files lack its letters.
+std::string FittingText(const std::tm& moment, const std::locale& locale, std::wstring_view form,
+                        std::wstring_view otherwise) {
+    std::string text = MomentText(moment, locale, form);
+    return FitsCodePage1252(text) ? text : MomentText(moment, std::locale::classic(), otherwise);
+}
+
 } // namespace
 
 std::locale EnvironmentLocale() {
@@ -57,9 +90,10 @@ std::locale EnvironmentLocale() {
 Separators SeparatorsOf(const std::locale& locale) {
     const auto& numbers = std::use_facet<WideNumbers>(locale);
     Separators separators;
-    separators.Decimal = Utf8FromWide(std::wstring(1, numbers.decimal_point()));
+    separators.Decimal = FileSeparator(numbers.decimal_point(), ".");
     if (GroupsDigits(numbers)) {
-        separators.Thousands = Utf8FromWide(std::wstring(1, numbers.thousands_sep()));
+        separators.Thousands =
+            FileSeparator(numbers.thousands_sep(), separators.Decimal == "," ? "." : ",");
     } else {
         separators.Thousands.assign(1, separators.Decimal == "," ? '.' : ',');
     }
@@ -67,12 +101,8 @@ Separators SeparatorsOf(const std::locale& locale) {
 }
 
 std::string DateAndTimeText(const std::tm& moment, const std::locale& locale) {
-    constexpr std::wstring_view Form = L"%x %X";
-    std::wostringstream text;
-    text.imbue(locale);
-    std::use_facet<WideTimes>(locale).put(std::ostreambuf_iterator<wchar_t>(text), text, L' ',
-                                          &moment, Form.data(), Form.data() + Form.size());
-    return Utf8FromWide(text.str());
+    return FittingText(moment, locale, L"%x", L"%Y-%m-%d") + " " +
+           FittingText(moment, locale, L"%X", L"%H:%M:%S");
 }
 
 MachineServices::MachineServices(int argc, const char* const* argv, ProductVersion version)

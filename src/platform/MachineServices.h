@@ -13,10 +13,12 @@ namespace corvanta {
 [[nodiscard]] std::locale EnvironmentLocale();
 
 /// The number characters of a locale. A locale that does not group digits gets "," for thousands,
-/// or "." where "," is its decimal separator.
+/// or "." where "," is its decimal separator. One that code page 1252 lacks is replaced: a blank by
+/// the no-break blank, a mark by "." in front of decimals and "," between thousands.
 [[nodiscard]] Separators SeparatorsOf(const std::locale& locale);
 
-/// A moment in a locale's short date and long time, one blank between.
+/// A moment in a locale's short date and long time, one blank between; year-month-day or
+/// hours:minutes:seconds where code page 1252 lacks a letter of it.
 [[nodiscard]] std::string DateAndTimeText(const std::tm& moment, const std::locale& locale);
 
 /// The process as the operating system started it. The environment's locale is read once, when the

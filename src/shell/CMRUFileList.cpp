@@ -20,9 +20,16 @@ constexpr int MostStoredFiles = 100;
 int StoredCount(const SettingsStore& store, const std::string& section) {
     const std::optional<double> count = WholeNumberText(store.Read(section, "Count", "0"), ".");
     if (!count) {
-        throw Failure(fnTypeMismatch, "Type mismatch");
+        throw Failure(fnTypeMismatch,
+                      "Type mismatch in key Count of section " + section + " of " + store.Place());
     }
-    return std::clamp(ToInteger32(*count), 0, MostStoredFiles);
+    return static_cast<int>(std::clamp<double>(*count, 0, MostStoredFiles));
+}
+
+/// True when a list has a path, in whatever case.
+bool Holds(const std::vector<std::string>& files, const std::string& path) {
+    return std::any_of(files.begin(), files.end(),
+                       [&](const std::string& file) { return UpperCase(file) == UpperCase(path); });
 }
 
 /// Characters of a UTF-8 text.
@@ -80,10 +87,12 @@ void CMRUFileList::AddFile(const std::string& path) {
         m_files.pop_back();
     }
     m_files.insert(m_files.begin(), path);
+    m_touched.push_back(path);
 }
 
 void CMRUFileList::RemoveFile(int index) {
     if (FileExists(index)) {
+        m_touched.push_back(File(index));
         m_files.erase(m_files.begin() + (index - 1));
     }
 }
@@ -108,7 +117,31 @@ void CMRUFileList::ListFiles(std::vector<MenuItem>& items) const {
     }
 }
 
-void CMRUFileList::Save(SettingsStore& store) const {
+void CMRUFileList::TakeOthers(const SettingsStore& store) {
+    std::vector<std::string> merged;
+    for (const std::string& file : m_files) {
+        if (Holds(m_touched, file)) {
+            merged.push_back(file);
+        }
+    }
+    Load(store);
+    for (const std::string& file : m_files) {
+        if (!Holds(m_touched, file) && static_cast<int>(merged.size()) < m_capacity) {
+            merged.push_back(file);
+        }
+    }
+    m_files = std::move(merged);
+}
+
+void CMRUFileList::Save(SettingsStore& store) {
+    store.Refresh(m_section);
+    const std::vector<std::string> own = m_files;
+    try {
+        TakeOthers(store);
+    } catch (const Failure&) {
+        m_files = own; // a damaged list gives way to this one
+    }
+    m_touched.clear();
     store.Write(m_section, "MaxCount", std::to_string(m_capacity));
     int count = 0;
     for (int i = 1; i <= FileCount(); ++i) {

@@ -38,13 +38,19 @@ class CMRUFileList {
     /// Shows the list in the menu.
     void ListFiles(std::vector<MenuItem>& items) const;
 
-    /// Writes the list to the store.
-    void Save(SettingsStore& store) const;
+    /// True when the list changed since it was last written.
+    [[nodiscard]] bool Changed() const { return !m_touched.empty(); }
+
+    /// Writes the list to the store, with what another program has entered there since: the files
+    /// of this one come first.
+    void Save(SettingsStore& store);
 
   private:
     void Load(const SettingsStore& store);
+    void TakeOthers(const SettingsStore& store);
 
     std::vector<std::string> m_files;
+    std::vector<std::string> m_touched; ///< entered since the list was last written
     int m_capacity = 0;
     std::string m_section;
 };

@@ -56,8 +56,15 @@ void DocumentFiles::LoadRecentFiles() {
     m_recentFiles.ListFiles(m_recentItems);
 }
 
-void DocumentFiles::SaveRecentFiles() const {
+void DocumentFiles::SaveRecentFiles() {
     m_recentFiles.Save(*m_desk.Store);
+}
+
+void DocumentFiles::KeepRecentFiles() {
+    if (m_recentFiles.Changed()) {
+        SaveRecentFiles();
+        m_recentFiles.ListFiles(m_recentItems);
+    }
 }
 
 void DocumentFiles::EnterRecentFile(const std::string& path) {

@@ -27,7 +27,10 @@ class DocumentFiles {
     DocumentFiles(Desk& desk, ShellHost& main, std::vector<MenuItem>& recentItems);
 
     void LoadRecentFiles();
-    void SaveRecentFiles() const;
+    void SaveRecentFiles();
+
+    /// The same where the list has changed; the menu then shows what other programs have added too.
+    void KeepRecentFiles();
 
     /// Asks whether what is there may go, and empties the document.
     FileOutcome New();

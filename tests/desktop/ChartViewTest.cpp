@@ -289,15 +289,5 @@ TEST_F(ChartViewTest, PicturesShowWhatIsOnTheScreenInBlackOnWhite) {
     EXPECT_NEAR(width.toDouble(), png.width() * 1000.0 / png.dotsPerMeterX(), 0.1);
 }
 
-TEST_F(ChartViewTest, IsSavedAsData) {
-    const TemporaryFolder folder;
-    const auto path = [&](const char* name) { return QString::fromStdString(folder / name); };
-    m_chart.SaveAs(path("plot.txt"));
-    QFile data(path("plot.txt"));
-    ASSERT_TRUE(data.open(QIODevice::ReadOnly));
-    EXPECT_EQ(data.readAll(), "Wheel Travel [mm]\tCamber Angle [deg]\n-10\t1\n0\t2\n10\t-3\n");
-    EXPECT_THROW(m_chart.SaveAs(path("no/folder/plot.txt")), Failure);
-}
-
 } // namespace
 } // namespace corvanta::test

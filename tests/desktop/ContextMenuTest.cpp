@@ -1,7 +1,9 @@
 #include "desktop/ChartView.h"
 #include "desktop/CornerView.h"
 #include "desktop/GridView.h"
+#include "model/Failure.h"
 #include "tests/desktop/DesktopUser.h"
+#include "tests/support/FileSizeLimit.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -142,10 +144,49 @@ TEST_F(ContextMenuTest, ADrawingIsCopiedAndSaved) {
     EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
 }
 
-TEST_F(ContextMenuTest, AFileThatCanNotBeWrittenIsTold) {
-    m_user.Choose(mcView, vw3d);
-    Save(*m_user.Window().findChild<CornerView*>(), "Save As...", "/proc/corner.png", "PNG");
-    EXPECT_THAT(m_user.Box.Prompts(), ElementsAre(HasSubstr("could not be written")));
+TEST_F(ContextMenuTest, AFileThatCanNotBeWrittenIsToldAndLeavesTheOldOne) {
+    m_user.Choose(mcPrint);
+    m_user.Desk.Handle([&] { m_user.Logic().PrintDialog->cmdPreview_Click(); });
+    m_user.Desk.Handle([&] { m_user.Logic().PrintDialog->Close(); });
+    auto& corner = *m_user.Window().findChild<CornerView*>();
+    ChartView& chart = *m_user.Window().Chart();
+    struct Writer {
+        std::int32_t View;
+        QString Name;
+        std::function<void(const QString&)> Write;
+    };
+    const auto plot = [&](const QString& path) { chart.SaveAs(path); };
+    const auto drawing = [&](const QString& path) { corner.SaveAs(path); };
+    const auto table = [&](const QString& path) { m_user.Window().Grid()->SaveCsv(path); };
+    const auto report = [&](const QString& path) { m_user.Desk.Pages().SavePdf(path); };
+    for (const auto& [view, name, write] : std::vector<Writer>{{vwAngles, "table.csv", table},
+                                                               {vwPlot, "plot.txt", plot},
+                                                               {vwPlot, "plot.png", plot},
+                                                               {vwPlot, "plot.svg", plot},
+                                                               {vwPlot, "report.pdf", report},
+                                                               {vw3d, "corner.png", drawing},
+                                                               {vw3d, "corner.svg", drawing}}) {
+        m_user.Choose(mcView, view);
+        const QString path = PathOf(name.toLatin1());
+        QFile old(path);
+        ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
+        old.close();
+        bool told = false;
+        {
+            const FileSizeLimit full(100);
+            try {
+                write(path);
+            } catch (const Failure&) {
+                told = true;
+            }
+        }
+        EXPECT_TRUE(told) << name.toStdString();
+        EXPECT_EQ(Contents(path), "old");
+        write(path);
+        EXPECT_GT(Contents(path).size(), 100) << name.toStdString();
+    }
+    Save(corner, "Save As...", "/proc/corner.png", "PNG");
+    EXPECT_THAT(m_user.Box.Prompts(), ElementsAre(HasSubstr("No such file or directory: /proc/")));
 }
 
 } // namespace

@@ -72,6 +72,9 @@ class UserFiles final : public FileServices {
     [[nodiscard]] std::string FullPath(const std::string& path) const override {
         return m_disk.FullPath(path);
     }
+    [[nodiscard]] bool SameFile(const std::string& path, const std::string& other) const override {
+        return m_disk.SameFile(path, other);
+    }
     void MakeFolder(const std::string& path) override { m_disk.MakeFolder(path); }
     [[nodiscard]] std::string ReadBytes(const std::string& path) override {
         return m_disk.ReadBytes(path);

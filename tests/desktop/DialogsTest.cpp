@@ -137,15 +137,6 @@ TEST_F(DialogsTest, ComponentAndDrawingAreWritten) {
     EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
 }
 
-TEST_F(DialogsTest, ATableIsSavedAsCommaSeparatedValues) {
-    m_user.Choose(mcView, vwBarDetails);
-    m_user.Window().Grid()->SaveCsv(QString::fromStdString(m_folder / "table.csv"));
-    const std::string table = m_disk.ReadBytes(m_folder / "table.csv");
-    EXPECT_THAT(table, testing::StartsWith("Wheel Travel,ARB Rotation,"));
-    EXPECT_THAT(table, HasSubstr("\"")) << "thousands are grouped by commas";
-    EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), m_user.Logic().grdDisplay.Rows());
-}
-
 TEST_F(DialogsTest, TheFreeViewIsTurnedAndSaved) {
     m_user.Choose(mcView, vw3d);
     auto& view = *m_user.Window().findChild<CornerView*>();

@@ -24,8 +24,8 @@ class ListFilesTest : public testing::Test {
     }
 
     const std::vector<int>& ReadChannels() {
-        CustomChannelsRead(m_channels, m_catalogue, LegacyChannels, ChannelsPath, m_separators,
-                           m_files, m_messages);
+        m_stands = CustomChannelsRead(m_channels, m_catalogue, LegacyChannels, ChannelsPath,
+                                      m_separators, m_files, m_messages);
         return m_channels.Ids();
     }
     const std::vector<int>& ReadChannels(const std::string& bytes) {
@@ -33,7 +33,8 @@ class ListFilesTest : public testing::Test {
         return ReadChannels();
     }
     std::vector<int> ReadViews() {
-        ExportTablesRead(m_views, LegacyViews, ViewsPath, m_separators, m_files, m_messages);
+        m_stands =
+            ExportTablesRead(m_views, LegacyViews, ViewsPath, m_separators, m_files, m_messages);
         std::vector<int> ticked;
         for (int view = 1; view <= SelectableViewCount; ++view) {
             if (m_views[view]) {
@@ -51,6 +52,7 @@ class ListFilesTest : public testing::Test {
     ChannelCatalogue m_catalogue;
     CustomChannels m_channels;
     SelectedViews m_views;
+    bool m_stands = false; ///< a file for the list that was read last
 };
 
 TEST_F(ListFilesTest, ChannelsKeepTheUsersOrder) {
@@ -79,7 +81,9 @@ TEST_F(ListFilesTest, ViewsKeepTheirTicks) {
 TEST_F(ListFilesTest, AFirstStartHasNothingChosen) {
     m_views.Set(3, true);
     EXPECT_THAT(ReadChannels(), IsEmpty());
+    EXPECT_FALSE(m_stands);
     EXPECT_THAT(ReadViews(), IsEmpty());
+    EXPECT_FALSE(m_stands);
     EXPECT_THAT(m_box.Shown, IsEmpty());
     EXPECT_THAT(m_files.Changes(), IsEmpty());
 }
@@ -106,7 +110,9 @@ TEST_F(ListFilesTest, AMoveThatFailsLosesNothing) {
         m_files.Put(LegacyViews, "[Link Loads]\tTrue\r\n\r\n");
         m_files.FailOnChange(n);
         EXPECT_THAT(ReadChannels(), ElementsAre(14));
+        EXPECT_EQ(m_stands, n != 1);
         EXPECT_THAT(ReadViews(), ElementsAre(9));
+        EXPECT_EQ(m_stands, n != 3);
         m_files.FailOnChange(0);
         EXPECT_THAT(ReadChannels(), ElementsAre(14));
         EXPECT_THAT(ReadViews(), ElementsAre(9));
@@ -122,6 +128,9 @@ TEST_F(ListFilesTest, AnOldFileThatCannotBeReadStaysAndTheNewOneCounts) {
     EXPECT_THAT(m_box.Prompts(),
                 ElementsAre("An error occurred while reading file: " + LegacyChannels));
     EXPECT_TRUE(m_files.FileExists(LegacyChannels));
+    m_files.RefuseReading(ChannelsPath);
+    EXPECT_THAT(ReadChannels(), IsEmpty());
+    EXPECT_TRUE(m_stands) << "an empty list must not take the place of what can't be read";
 }
 
 TEST_F(ListFilesTest, DamageCostsItsOwnEntriesOnly) {
@@ -135,14 +144,6 @@ TEST_F(ListFilesTest, DamageCostsItsOwnEntriesOnly) {
     m_files.Put(ViewsPath, "[Lateral Geometry\tTrue\r\n[Link Loads]\tTrue\r\n[Link Leng");
     EXPECT_THAT(ReadViews(), ElementsAre(9));
     EXPECT_THAT(m_box.Shown, IsEmpty());
-}
-
-TEST_F(ListFilesTest, AFailedWriteIsToldAndLeavesTheOldFile) {
-    m_files.Put(ViewsPath, "old");
-    m_files.FailOnChange(1);
-    EXPECT_FALSE(ExportTablesWrite(m_views, ViewsPath, m_separators, m_files, m_messages));
-    EXPECT_EQ(m_files.Bytes(ViewsPath), "old");
-    EXPECT_EQ(m_box.Shown.size(), 1U);
 }
 
 } // namespace

@@ -9,8 +9,6 @@
 #include "tests/support/Testing.h"
 
 #include <algorithm>
-#include <optional>
-#include <regex>
 
 namespace corvanta::test {
 namespace {
@@ -50,130 +48,15 @@ class Machine {
     FakeWindowSystem Windows;
 };
 
-std::vector<std::string> Split(const std::string& text, const std::string& mark) {
-    std::vector<std::string> pieces;
-    for (std::size_t from = 0; from <= text.size();) {
-        const std::size_t end = std::min(text.find(mark, from), text.size());
-        pieces.push_back(text.substr(from, end - from));
-        from = end + mark.size();
-    }
-    return pieces;
-}
-
-using TableText = std::vector<std::vector<std::string>>;
-
-/// The rows of a file with one block, after its title and `subtitles` lines, held to be a
-/// rectangle.
-TableText Rows(const std::string& file, std::size_t subtitles) {
-    std::vector<std::string> lines = Split(file, "\r\n");
-    TableText rows;
-    for (std::size_t n = 1 + subtitles; n + 3 < lines.size(); ++n) {
-        rows.push_back(Split(lines[n], "\t"));
-        EXPECT_EQ(rows.back().size(), rows.front().size()) << lines[n];
-    }
-    EXPECT_THAT(file, EndsWith("\r\n\r\n\r\n"));
-    return rows;
-}
-
-void ExpectNumbers(const TableText& rows, std::size_t firstRow, std::size_t firstColumn) {
-    static const std::regex Number("-?[0-9]+(,[0-9]{3})*([.][0-9]+)?");
-    for (std::size_t row = firstRow; row < rows.size(); ++row) {
-        for (std::size_t column = firstColumn; column < rows[row].size(); ++column) {
-            EXPECT_TRUE(std::regex_match(rows[row][column], Number)) << rows[row][column];
-        }
-    }
-}
-
-/// Every table of a sample, along both travels, by the whole road from the command line to the
-/// file.
-class BatchRoadTest : public testing::TestWithParam<std::string> {
-  protected:
-    std::string Run(const std::string& keys) {
-        std::string text = m_machine.Batch(keys);
-        EXPECT_THAT(text, StartsWith("TITLE:\t"));
-        EXPECT_EQ(text.find("nan"), std::string::npos);
-        EXPECT_EQ(text.find("inf"), std::string::npos);
-        return text;
-    }
-
-    /// The number of rows of a table below its heads; none for a table without a fixed number.
-    [[nodiscard]] std::optional<int> RowsOf(std::int32_t view, bool alongRack) const {
-        switch (view) {
-        case vwCoordinates:
-            return std::count_if(AllPoints.begin(), AllPoints.end(),
-                                 [&](auto n) { return m_document.Catalogue[n].Enabled; });
-        case vwQuadraticCoefficients:
-            return m_document.Data.DriveShaftExists ? 10 : 9;
-        case vwLinkLengths:
-            return std::nullopt;
-        default:
-            return alongRack ? m_document.NR : m_document.NW;
-        }
-    }
-
-    /// A table is a rectangle of numbers with as many rows as the document asks for.
-    void ExpectTable(std::int32_t view, const std::string& text, bool alongRack) const {
-        if (view == vwDynamicsReport || view == vwLinkLoads) {
-            return;
-        }
-        const bool ofChannels = view <= vwCustomTable || view == vwAllChannels;
-        const std::size_t subtitles = view == vwCoordinates ? 2 : (ofChannels ? 1 : 0);
-        const std::size_t heads = view == vwQuadraticCoefficients ? 1 : 2;
-        const TableText rows = Rows(text, subtitles);
-        ExpectNumbers(rows, heads, ofChannels ? 0 : 1);
-        if (const std::optional<int> count = RowsOf(view, alongRack)) {
-            EXPECT_EQ(rows.size(), heads + static_cast<std::size_t>(*count));
-        }
-    }
-
-    Machine m_machine{SamplePath(GetParam())};
-    Suspension m_document = LoadSample(GetParam());
-};
-
-TEST_P(BatchRoadTest, EveryTableIsThereAndWhole) {
-    m_machine.Files.Put(ChannelsList, "[COUNT]\t2\r\n[0]\t31\r\n[1]\t5\r\n\r\n");
-    m_machine.Files.Put(ViewsList, "[Lateral Geometry]\tTrue\r\n[Link Loads]\tTrue\r\n"
-                                   "[Bump & Droop Coordinates]\tTrue\r\n[Custom Table]\tTrue\r\n"
-                                   "[Quadratic Coefficients]\tTrue\r\n\r\n");
-    for (const bool alongRack : {true, false}) {
-        const std::string variable = alongRack ? "" : " /variable=2";
-        std::string selected;
-        for (const std::int32_t view : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 16}) {
-            SCOPED_TRACE(view);
-            const std::string text = Run("/type=2 /table=" + std::to_string(view) + variable);
-            ExpectTable(view, text, alongRack);
-            if (view != vwLinkLoads && view != vwDynamicsReport) { // which have a word to say
-                EXPECT_THAT(m_machine.Box.Prompts(), IsEmpty());
-            }
-            if (view == 2 || (view >= 7 && view <= 9) || view == 12) {
-                selected += text;
-            }
-            if (view == vwAllChannels) {
-                EXPECT_EQ(Run("/type=1" + variable), text);
-            }
-        }
-        EXPECT_EQ(Run("/type=3" + variable), selected);
-    }
-}
-
-std::vector<std::string> SampleNames() {
-    std::vector<std::string> names = AllSamplePaths();
-    for (std::string& name : names) {
-        name.erase(0, SamplePath("").size());
-    }
-    return names;
-}
-
-INSTANTIATE_TEST_SUITE_P(Samples, BatchRoadTest, testing::ValuesIn(SampleNames()),
-                         [](const auto& sample) {
-                             return std::regex_replace(sample.param, std::regex("[^A-Za-z0-9]"),
-                                                       "_");
-                         });
-
 class ApplicationTest : public testing::Test {
   protected:
     static std::string StartFailed(const std::string& what) {
         return "Error " + what + " in procedure AppStart of Module MSusp";
+    }
+    static std::string NoPlace(const std::string& reason) {
+        return "There is no place for settings, so the run takes the defaults and keeps none.\r"
+               "Error was: " +
+               reason;
     }
 
     Machine m_machine;
@@ -232,88 +115,67 @@ TEST_F(ApplicationTest, SettingsThatCannotBeUsedEndTheStartAndStayAsTheyAre) {
     m_files.Put(Ini, damaged);
     EXPECT_EQ(m_machine.Batch(m_table), "");
     EXPECT_THAT(m_machine.Box.Prompts(),
-                ElementsAre(StartFailed("13 (Type mismatch in option Bump)")));
+                ElementsAre(StartFailed("13 (Type mismatch in option Bump of " + Ini + ")")));
     EXPECT_EQ(m_machine.Box.Shown.at(0).Style, msOK);
     EXPECT_EQ(m_machine.Box.Shown.at(0).Title, "");
     EXPECT_EQ(m_files.Bytes(Ini), damaged);
     EXPECT_FALSE(m_files.FileExists(ChannelsList));
-    // A unit that does not exist fails where it is first used.
-    m_files.Put(Ini, "[Units]\nDisplacement=ell\n");
-    EXPECT_EQ(m_machine.Batch(m_table), "");
-    const std::string reason = "There was a problem converting units.";
-    EXPECT_THAT(m_machine.Box.Prompts(),
-                ElementsAre("There was an error while displaying results. Error was: " + reason,
-                            "There was an error while exporting. \rError was: " + reason));
-
     m_files.RefuseReading(Ini);
     EXPECT_EQ(m_machine.Batch(m_table), "");
     EXPECT_THAT(m_machine.Box.Prompts(), ElementsAre(StartFailed("75 (Permission denied)")));
 }
 
-TEST_F(ApplicationTest, DamagedFilesOfSettingsCostWhatTheyHold) {
-    m_files.Put(Ini, std::string("\xFF\xFE\0[[Options\n=\nBump=1\n]", 23));
-    m_files.Put(ChannelsList, std::string(5000, '['));
-    m_files.Put(ViewsList, std::string("\0\r\n[Link Loads", 14));
-    EXPECT_THAT(m_machine.Batch(m_table), StartsWith("TITLE:\tLink Lengths\r\n"));
-    EXPECT_THAT(m_machine.Box.Prompts(), IsEmpty());
+TEST_F(ApplicationTest, AListThatCannotBeReadIsToldAndStaysAsItIs) {
+    m_files.Put(ViewsList, "[Link Loads]\tTrue\r\n");
     m_files.RefuseReading(ViewsList);
     EXPECT_EQ(m_machine.Batch("/type=3"), "") << "no view is ticked";
     EXPECT_THAT(m_machine.Box.Prompts(),
                 ElementsAre("An error occurred while reading file: " + ViewsList));
+    EXPECT_EQ(m_files.Bytes(ViewsList), "[Link Loads]\tTrue\r\n");
 }
 
-TEST_F(ApplicationTest, AChangeThatFailsIsToldAndEveryFileIsOldOrNew) {
+TEST_F(ApplicationTest, AChangeThatFailsIsToldOnceAndEveryFileIsOldOrNew) {
     const std::string whole = m_machine.Batch(m_table);
-    const std::string ini = *m_files.Bytes(Ini);
-    const std::string keys = "/input=cars\\c.WSP /output=out\\results.txt " + m_table;
     const std::string full = "No space left on device";
     const std::vector<std::string> expected{
-        StartFailed("75 (" + full + ")"), // the two folders
-        StartFailed("75 (" + full + ")"),
+        NoPlace(full), // the two folders
+        NoPlace(full),
         "There was an error while exporting. \rError was: " + full,
         "An error occurred while writing file: " + ChannelsList + "\r\nError was: " + full,
         "An error occurred while writing file: " + ViewsList + "\r\nError was: " + full,
         StartFailed("75 (" + full + ")"), // the settings
-        // The closing of the window shuts down once more.
-        "An error occurred while writing file: " + ChannelsList + "\r\nError was: " + full,
-        "An error occurred while writing file: " + ViewsList + "\r\nError was: " + full,
-        StartFailed("75 (" + full + ")"), // the settings with the recent files
     };
-    for (std::size_t n = 1; n <= expected.size(); ++n) {
-        SCOPED_TRACE(n);
-        for (const std::string& path : {Output, Ini, ChannelsList, ViewsList}) {
-            m_files.Put(path, "");
+    for (std::size_t n = 1; n <= expected.size() + 1; ++n) {
+        for (const std::string silence : {"", " /nogui"}) {
+            SCOPED_TRACE(std::to_string(n) + silence);
+            Machine machine;
+            machine.Files.Put(Output, "");
+            machine.Files.FailOnChange(static_cast<int>(n));
+            EXPECT_EQ(machine.Batch(m_table + silence), n == 3 ? "" : whole);
+            EXPECT_THAT(machine.Box.Prompts(), silence.empty() && n <= expected.size()
+                                                   ? std::vector<std::string>{expected[n - 1]}
+                                                   : std::vector<std::string>());
+            EXPECT_EQ(machine.Files.FileExists(Ini), n == 3 || n == 7);
+            EXPECT_EQ(machine.Files.Changes().size(), n <= 2   ? n + 1
+                                                      : n == 3 ? 6U
+                                                               : std::min(n, 6UL));
         }
-        m_files.FailOnChange(static_cast<int>(n));
-        EXPECT_EQ(m_machine.Start(keys), StartResult::Ended);
-        EXPECT_THAT(m_machine.Box.Prompts(), ElementsAre(expected[n - 1]));
-        EXPECT_EQ(*m_files.Bytes(Output), n <= 3 ? "" : whole);
-        EXPECT_THAT(*m_files.Bytes(Ini), testing::AnyOf("", HasSubstr("\nRate=lb/in\n")));
-
-        m_files.FailOnChange(static_cast<int>(n));
-        EXPECT_EQ(m_machine.Start(keys + " /nogui"), StartResult::Ended);
-        EXPECT_THAT(m_machine.Box.Prompts(), IsEmpty());
     }
-    m_files.FailOnChange(static_cast<int>(expected.size()) + 1);
-    EXPECT_EQ(m_machine.Batch(m_table), whole) << "there is no further change";
-    EXPECT_EQ(*m_files.Bytes(Ini), ini);
 }
 
-TEST_F(ApplicationTest, NoGuiIsSilentWhateverHappens) {
-    const std::string run = "/input=cars\\c.WSP /output=out\\results.txt ";
-    m_files.Put("/cars/bad.WSP", "no document");
-    for (const std::string& keys :
-         std::vector<std::string>{"/nogui", "/type=x /nogui", "//nogui",
-                                  run + "/type=2 /table=13/nogui", run + "/type=2 /table=9 /nogui",
-                                  "/nogui/input=cars\\bad.WSP/output=out\\results.txt/type=1"}) {
-        EXPECT_EQ(m_machine.Start(keys), StartResult::Ended) << keys;
-        EXPECT_THAT(m_machine.Box.Prompts(), IsEmpty()) << keys;
-    }
+TEST_F(ApplicationTest, WithoutAPlaceForSettingsABatchRunGoesOnAndAUserIsTold) {
     m_files.RefuseFolder("/home");
-    EXPECT_EQ(m_machine.Start("/nogui " + run + m_table), StartResult::Ended);
-    EXPECT_THAT(m_machine.Box.Prompts(), IsEmpty());
-    EXPECT_EQ(m_machine.Start(run + m_table), StartResult::Ended);
+    EXPECT_THAT(m_machine.Batch(m_table), StartsWith("TITLE:\tLink Lengths\r\n"));
+    EXPECT_THAT(m_machine.Box.Prompts(), ElementsAre(NoPlace("Permission denied")));
+    EXPECT_THAT(m_files.Paths(), ElementsAre("/cars/c.WSP", Output));
+    EXPECT_EQ(m_machine.Start(""), StartResult::Ended);
     EXPECT_THAT(m_machine.Box.Prompts(), ElementsAre(StartFailed("75 (Permission denied)")));
+}
+
+TEST_F(ApplicationTest, AFolderOfSettingsKeepsItsName) {
+    m_files.ApplicationData = "/home/back\\slash";
+    m_machine.Batch(m_table);
+    EXPECT_TRUE(m_files.FileExists("/home/back\\slash/Pewter Lantern/Corvanta/Corvanta.ini"));
 }
 
 } // namespace

@@ -145,7 +145,7 @@ TEST_F(ApplicationWindowTest, ClosingSavesWhatOutlivesTheProgram) {
     main.OptionsDialog->optMillimetres.Selected = false;
     main.OptionsDialog->cmdOK_Click();
     main.Execute(mcProperties, 0);
-    EXPECT_FALSE(m_files.FileExists(Ini)) << "options are written at the end alone";
+    EXPECT_FALSE(m_files.FileExists(Ini));
     EXPECT_TRUE(application.CloseMainWindow());
     EXPECT_FALSE(main.IsOpen || main.EditGeometry->IsOpen);
     for (const char* line : {"DrawAxes=False", "Displacement=in", "SpringMechanism=2", "Bump=50",
@@ -182,29 +182,54 @@ TEST_F(ApplicationWindowTest, AFailureWhileSavingIsToldAndTheWindowCloses) {
     const std::string settings = "The settings could not be saved.\r" + full;
     const std::vector<std::string> expected{
         "An error occurred while writing file: " + ChannelsList + "\r\n" + full,
-        "An error occurred while writing file: " + ViewsList + "\r\n" + full,
-        settings,  // all of them
-        settings}; // the recent files
-    const auto closeWith = [&](int n) {
-        m_files.Put(Ini, "");
+        "An error occurred while writing file: " + ViewsList + "\r\n" + full, settings};
+    for (int n = 1; n <= 4; ++n) {
+        SCOPED_TRACE(n);
+        for (const std::string& path : {Ini, ChannelsList, ViewsList}) {
+            m_files.Remove(path);
+        }
         frmMain& main = Started().MainWindow();
         main.FileOpen(Document);
         m_box.Shown.clear();
         m_files.FailOnChange(n);
         EXPECT_TRUE(m_application->CloseMainWindow());
         EXPECT_FALSE(main.IsOpen);
-        return m_box.Prompts();
-    };
-    for (int n = 1; n <= 4; ++n) {
-        SCOPED_TRACE(n);
-        EXPECT_THAT(closeWith(n), ElementsAre(expected[static_cast<std::size_t>(n) - 1]));
-        // The file is old or new, and what could be saved is saved.
-        const std::string ini = *m_files.Bytes(Ini);
-        EXPECT_EQ(ini.empty(), n == 3);
-        EXPECT_EQ(ini.find(Setting("File1=" + Document)) != std::string::npos, n <= 2);
-        EXPECT_TRUE(m_files.FileExists(ChannelsList) || n == 1);
+        EXPECT_THAT(m_box.Prompts(),
+                    testing::ElementsAreArray(expected.data() + n - 1, n == 4 ? 0U : 1U));
+        // What could be saved is saved.
+        EXPECT_EQ(m_files.FileExists(ChannelsList), n != 1);
+        EXPECT_EQ(m_files.FileExists(ViewsList), n != 2);
+        EXPECT_EQ(m_files.Bytes(Ini).value_or("").find("File1=" + Document) == std::string::npos,
+                  n == 3);
     }
-    EXPECT_THAT(closeWith(5), IsEmpty()) << "there is no further change";
+}
+
+TEST_F(ApplicationWindowTest, WhatChangedOutlivesACrashAndAnotherProgram) {
+    Application& crashing = Started();
+    crashing.KeepChanges();
+    auto other = std::make_unique<Application>(m_files, m_box, m_process, m_services);
+    static_cast<void>(other->AppStart());
+    crashing.MainWindow().FileOpen(Document);
+    crashing.MainWindow().chk3dDrawAxes.Checked = false;
+    crashing.MainWindow().chk3dDrawAxes_Click();
+    crashing.KeepChanges();
+    const std::size_t changes = m_files.Changes().size();
+    crashing.KeepChanges();
+    EXPECT_EQ(m_files.Changes().size(), changes) << "nothing changed since";
+    EXPECT_TRUE(other->CloseMainWindow()); // which knows nothing of it, and the first ends nowhere
+    other.reset();
+    for (const std::string line : {"DrawAxes=False", "DataDir=/cars/", "File1=/cars/front.WSP"}) {
+        EXPECT_THAT(*m_files.Bytes(Ini), HasSubstr(Setting(line)));
+    }
+    // What can't be kept is not told at every event, but at the end.
+    Application& locked = Started();
+    m_files.RefuseFolder(Base);
+    locked.MainWindow().chk3dDrawAxes.Checked = true;
+    locked.MainWindow().chk3dDrawAxes_Click();
+    locked.KeepChanges();
+    EXPECT_THAT(m_box.Prompts(), IsEmpty());
+    EXPECT_TRUE(locked.CloseMainWindow());
+    EXPECT_THAT(m_box.Prompts(), ElementsAre(StartsWith("The settings could not be saved.")));
 }
 
 TEST_F(ApplicationWindowTest, UnsavedWorkOutlivesACrash) {

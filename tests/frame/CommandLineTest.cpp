@@ -76,6 +76,7 @@ TEST_F(CommandLineTest, RefusesWhatIsMissingOrWrong) {
     };
     for (const Case& bad : std::initializer_list<Case>{
              {"/nogui", "10000 No input filepath"},
+             {"/input=front.WSP /output=\\front.WSP", "10000 The output file is the input file"},
              {"/ ", "10000 No input filepath"},
              {"/Input=front.WSP", "10000 No input filepath"},
              {"/input", "10000 Invalid input filepath specified"},
@@ -105,16 +106,6 @@ TEST_F(CommandLineTest, RefusesWhatIsMissingOrWrong) {
     }
     m_separators.Decimal = ",";
     EXPECT_EQ(Refusal(type + "2,0 /table=1"), "a batch run");
-}
-
-TEST_F(CommandLineTest, NoGuiCountsWhereverItStands) {
-    for (const char* text :
-         {"/nogui", "/nogui=0", "a / nogui ", "//nogui", "/type=1/type=2/nogui/"}) {
-        EXPECT_TRUE(HasNoGuiKey(text)) << text;
-    }
-    for (const char* text : {"/NoGui", "/input=nogui", "/noguis", "nogui/"}) {
-        EXPECT_FALSE(HasNoGuiKey(text)) << text;
-    }
 }
 
 } // namespace

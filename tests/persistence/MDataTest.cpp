@@ -138,6 +138,8 @@ TEST_F(MDataTest, WhatIsNoDocumentIsRefused) {
     }
     m_files.RefuseReading(Path);
     EXPECT_EQ(LoadFailure().Description(), "Permission denied");
+    m_files.RefuseReading(Path, 1);
+    EXPECT_EQ(LoadFailure().Description(), "The file can't be read") << "nor is it an old file";
     EXPECT_THROW(DataRead(m_document, m_channels, "/data/none.WSP", m_units, m_files, m_messages),
                  Failure);
 }

@@ -1,17 +1,18 @@
 #include "platform/DiskFileServices.h"
 
 #include "model/Failure.h"
-#include "tests/support/MemoryFileServices.h"
+#include "tests/support/FileSizeLimit.h"
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Testing.h"
 
-#include <csignal>
+#include <chrono>
+#include <fstream>
 #include <functional>
 #include <thread>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace corvanta::test {
 namespace {
@@ -57,32 +58,23 @@ TEST_F(DiskFileServicesTest, WritesAndReadsWholeFiles) {
 }
 
 TEST_F(DiskFileServicesTest, MissingFilesAndFoldersAreToldApart) {
-    const Failure noFile = FailureOf([&] { (void)m_files.ReadBytes(m_folder / "none.WSP"); });
-    EXPECT_EQ(noFile.Number(), fnFileNotFound);
-    EXPECT_EQ(noFile.Description(), "File not found");
-    EXPECT_EQ(FailureOf([&] { m_files.DeleteFile(m_folder / "none.WSP"); }).Number(),
-              fnFileNotFound);
-    const Failure noFolder = FailureOf([&] { m_files.WriteBytes(m_folder / "none/x.WSP", "x"); });
-    EXPECT_EQ(noFolder.Number(), fnFileAccess);
-    EXPECT_EQ(noFolder.Description(), "No such file or directory: " + m_folder / "none/x.WSP");
-    EXPECT_FALSE(m_files.FileExists(m_folder.Path()));
-    EXPECT_TRUE(m_files.FolderExists(m_folder.Path() + "/"));
-    EXPECT_FALSE(m_files.FolderExists(m_folder / "none"));
-}
-
-TEST_F(DiskFileServicesTest, AFolderIsNoFile) {
+    const std::string none = m_folder / "none.WSP";
+    EXPECT_EQ(FailureOf([&] { (void)m_files.ReadBytes(none); }).Number(), fnFileNotFound);
+    EXPECT_EQ(FailureOf([&] { m_files.DeleteFile(none); }).Number(), fnFileNotFound);
+    EXPECT_EQ(FailureOf([&] { m_files.WriteBytes(m_folder / "none/x.WSP", "x"); }).Description(),
+              "No such file or directory: " + m_folder / "none/x.WSP");
     m_files.MakeFolder(m_folder / "a/b/");
     m_files.MakeFolder(m_folder / "a/b/"); // there already
+    EXPECT_FALSE(m_files.FileExists(m_folder / "a"));
+    EXPECT_TRUE(m_files.FolderExists(m_folder / "a/b/"));
     for (const auto& work :
          std::vector<std::function<void()>>{[&] { (void)m_files.ReadBytes(m_folder / "a"); },
                                             [&] { m_files.WriteBytes(m_folder / "a", "x"); },
                                             [&] { m_files.AppendBytes(m_folder / "a", "x"); },
                                             [&] { m_files.DeleteFile(m_folder / "a/b"); }}) {
-        EXPECT_EQ(FailureOf(work).Number(), fnFileAccess);
         EXPECT_THAT(FailureOf(work).Description(), StartsWith("Is a directory: "));
     }
     EXPECT_THAT(m_folder.Names(), ElementsAre("a"));
-    EXPECT_TRUE(m_files.FolderExists(m_folder / "a/b"));
     m_files.WriteBytes(m_folder / "file", "x");
     EXPECT_EQ(FailureOf([&] { m_files.MakeFolder(m_folder / "file/sub"); }).Number(), fnFileAccess);
 }
@@ -121,34 +113,89 @@ TEST_F(DiskFileServicesTest, DevicesAndPipesAreWrittenTo) {
     const std::string pipe = m_folder / "pipe";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     std::string received;
-    std::thread reader([&] { received = DiskFileServices().ReadBytes(pipe); });
+    std::thread reader([&] { std::getline(std::ifstream(pipe), received); });
     m_files.WriteBytes(pipe, "through the pipe");
     reader.join();
     EXPECT_EQ(received, "through the pipe");
     EXPECT_TRUE(fs::is_fifo(pipe));
+    // Read are regular files alone, of a size that has a purpose.
+    const std::string large = m_folder / "large";
+    m_files.WriteBytes(large, std::string(LargestFile, 'x'));
+    EXPECT_EQ(m_files.ReadBytes(large).size(), LargestFile);
+    fs::resize_file(large, 200'000'000);
+    EXPECT_EQ(FailureOf([&] { (void)m_files.ReadBytes(large); }).Description(),
+              "The file is larger than 16 MB: " + large);
+    for (const std::string& path : {pipe, std::string("/dev/zero")}) {
+        EXPECT_EQ(FailureOf([&] { (void)m_files.ReadBytes(path); }).Description(),
+                  "Not a file that can be read whole: " + path);
+    }
 }
 
-/// Lets files grow to a number of bytes only, for the life of the object.
-class FileSizeLimit {
+TEST_F(DiskFileServicesTest, AParentBehindALinkIsTheParentOfItsTarget) {
+    m_files.MakeFolder(m_folder / "team/cars");
+    fs::create_symlink("team/cars", m_folder / "link");
+    m_files.WriteBytes(m_folder / "team/front.WSP", "meant");
+    m_files.WriteBytes(m_folder / "front.WSP", "another");
+    const std::string path = m_files.FullPath(m_folder / "link/../front.WSP");
+    EXPECT_EQ(m_files.ReadBytes(path), "meant");
+    EXPECT_EQ(path, fs::canonical(m_folder.Path()).string() + "/team/front.WSP");
+    EXPECT_EQ(m_files.FullPath(m_folder / "link/./none/new.WSP"), m_folder / "link/none/new.WSP");
+    EXPECT_TRUE(m_files.SameFile(path, m_folder / "link/../front.WSP"));
+    EXPECT_FALSE(m_files.SameFile(path, m_folder / "front.WSP"));
+    EXPECT_FALSE(m_files.SameFile(m_folder / "none", m_folder / "none"));
+}
+
+/// The rights of a user who is not the system's, for the life of the object.
+class CommonUser {
   public:
-    explicit FileSizeLimit(rlim_t bytes) : m_formerHandler(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &m_former);
-        const rlimit limit{bytes, m_former.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-    FileSizeLimit(FileSizeLimit&&) = delete;
-    FileSizeLimit& operator=(FileSizeLimit&&) = delete;
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &m_former);
-        std::signal(SIGXFSZ, m_formerHandler);
-    }
+    CommonUser() : m_former(geteuid()) { EXPECT_EQ(seteuid(m_former == 0 ? 65534 : m_former), 0); }
+    CommonUser(const CommonUser&) = delete;
+    CommonUser& operator=(const CommonUser&) = delete;
+    CommonUser(CommonUser&&) = delete;
+    CommonUser& operator=(CommonUser&&) = delete;
+    ~CommonUser() { EXPECT_EQ(seteuid(m_former), 0); }
 
   private:
-    rlimit m_former{};
-    void (*m_formerHandler)(int);
+    uid_t m_former;
 };
+
+TEST_F(DiskFileServicesTest, AWritableFileInALockedFolderIsWrittenInPlace) {
+    const std::string folder = m_folder / "locked";
+    const std::string path = folder + "/front.WSP";
+    m_files.MakeFolder(folder);
+    m_files.WriteBytes(path, "old bytes");
+    ASSERT_EQ(chmod(path.c_str(), 0666), 0);
+    ASSERT_EQ(chmod(folder.c_str(), 0555), 0);
+    {
+        const CommonUser user;
+        m_files.WriteBytes(path, "new");
+        EXPECT_EQ(m_files.ReadBytes(path), "new");
+        const FileSizeLimit full(1000);
+        EXPECT_EQ(
+            FailureOf([&] { m_files.WriteBytes(path, std::string(5000, 'x')); }).Description(),
+            "File too large: " + path);
+        EXPECT_EQ(m_files.ReadBytes(path), "new");
+        EXPECT_EQ(FailureOf([&] { m_files.WriteBytes(folder + "/rear.WSP", "x"); }).Description(),
+                  "Permission denied: the folder " + folder + " takes no new file");
+    }
+    ASSERT_EQ(chmod(path.c_str(), 0444), 0);
+    const CommonUser user;
+    EXPECT_EQ(FailureOf([&] { m_files.WriteBytes(path, "x"); }).Description(),
+              "Permission denied: " + path);
+}
+
+TEST_F(DiskFileServicesTest, WhatKilledWritersLeftIsRemovedAfterADay) {
+    const std::string forgotten = ".corvanta-0123456789abcdef.tmp";
+    const std::string fresh = ".corvanta-0123456789abcdee.tmp";
+    const std::string another = ".corvanta-notes.tmp";
+    for (const std::string& name : {forgotten, fresh, another}) {
+        std::ofstream(m_folder / name) << "x";
+        const auto age = std::chrono::hours(name == fresh ? 23 : 25);
+        fs::last_write_time(m_folder / name, fs::file_time_type::clock::now() - age);
+    }
+    m_files.WriteBytes(m_folder / "front.WSP", "x");
+    EXPECT_THAT(m_folder.Names(), ElementsAre(fresh, another, "front.WSP"));
+}
 
 TEST_F(DiskFileServicesTest, AWriteThatFailsHalfWayLeavesTheOldFileAlone) {
     const std::string path = m_folder / "front.WSP";

@@ -1,12 +1,11 @@
 #include "platform/MachineServices.h"
 
 #include "platform/Utf8.h"
-#include "tests/support/ScopedEnvironment.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
-#include <clocale>
 #include <filesystem>
 
 namespace corvanta::test {
@@ -36,15 +35,17 @@ Separators With(wchar_t decimal, wchar_t thousands, const std::string& grouping)
         std::locale(std::locale::classic(), new Numbers(decimal, thousands, grouping)));
 }
 
-TEST(MachineServicesTest, NumberCharactersAreTheLocales) {
-    const Separators french = With(L',', L'\u202F', "\3");
-    EXPECT_EQ(french.Decimal, ",");
-    EXPECT_EQ(french.Thousands, "\u202F");
+TEST(MachineServicesTest, NumberCharactersAreTheLocalesAsFarAsFilesHoldThem) {
     const Separators swiss = With(L'.', L'\u2019', "\3\3");
     EXPECT_EQ(swiss.Decimal, ".");
     EXPECT_EQ(swiss.Thousands, "\u2019");
+    const Separators french = With(L',', L'\u202F', "\3");
+    EXPECT_EQ(french.Decimal, ",");
+    EXPECT_EQ(french.Thousands, "\u00A0");
     const Separators persian = With(L'\u066B', L'\u066C', "\3");
-    EXPECT_EQ(persian.Decimal, "\u066B");
+    EXPECT_EQ(persian.Decimal, ".");
+    EXPECT_EQ(persian.Thousands, ",");
+    EXPECT_EQ(With(L',', L'\u066C', "\3").Thousands, ".") << "never the decimal one";
 }
 
 TEST(MachineServicesTest, ALocaleWithoutGroupingGetsTheOtherCharacter) {
@@ -55,20 +56,22 @@ TEST(MachineServicesTest, ALocaleWithoutGroupingGetsTheOtherCharacter) {
     EXPECT_EQ(SeparatorsOf(std::locale::classic()).Thousands, ",");
 }
 
-TEST(MachineServicesTest, AnUnknownLocaleIsTheClassicOne) {
-    const ScopedEnvironment locale("LC_ALL", "no_SUCH.locale");
-    EXPECT_EQ(EnvironmentLocale(), std::locale::classic());
-}
+/// Dates and times in letters of a test.
+class Times final : public std::time_put<wchar_t> {
+  public:
+    explicit Times(std::wstring letters) : m_letters(std::move(letters)) {}
 
-TEST(MachineServicesTest, TheProcessLocaleStays) {
-    const ScopedEnvironment locale("LC_ALL", "C.UTF-8");
-    const MachineServices machine(0, nullptr, {5, 4, 5});
-    EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "C");
-    EXPECT_EQ(std::locale(), std::locale::classic());
-    EXPECT_EQ(machine.CommandLine(), "");
-}
+  protected:
+    iter_type do_put(iter_type out, std::ios_base& /*base*/, wchar_t /*fill*/,
+                     const std::tm* /*moment*/, char /*format*/, char /*modifier*/) const override {
+        return std::copy(m_letters.begin(), m_letters.end(), out);
+    }
 
-TEST(MachineServicesTest, DateAndTimeInTheLocalesForm) {
+  private:
+    std::wstring m_letters;
+};
+
+TEST(MachineServicesTest, DateAndTimeInTheLocalesFormAsFarAsFilesHoldIt) {
     std::tm moment{};
     moment.tm_year = 124;
     moment.tm_mon = 6;
@@ -77,6 +80,11 @@ TEST(MachineServicesTest, DateAndTimeInTheLocalesForm) {
     moment.tm_min = 5;
     moment.tm_sec = 9;
     EXPECT_EQ(DateAndTimeText(moment, std::locale::classic()), "07/21/24 13:05:09");
+    const auto in = [&](const wchar_t* letters) {
+        return DateAndTimeText(moment, std::locale(std::locale::classic(), new Times(letters)));
+    };
+    EXPECT_EQ(in(L"1\u202Fpm"), "1\u00A0pm 1\u00A0pm");
+    EXPECT_EQ(in(L"\u6642"), "2024-07-21 13:05:09");
 }
 
 TEST(MachineServicesTest, TellsOfItsProcess) {

@@ -1,5 +1,7 @@
 #include "shell/CMRUFileList.h"
 
+#include "platform/IniSettingsStore.h"
+#include "tests/support/MemoryFileServices.h"
 #include "tests/support/MemorySettingsStore.h"
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/Testing.h"
@@ -44,8 +46,31 @@ TEST_F(CMRUFileListTest, ADamagedStoreIsToldAndLeavesAnEmptyList) {
     EXPECT_EQ(list.FileCount(), 0);
     ASSERT_EQ(m_box.Shown.size(), 1U);
     EXPECT_EQ(m_box.Shown[0].Prompt, "There was an error while initialising the MRU object.\r"
-                                     "Error was Type mismatch");
+                                     "Error was Type mismatch in key Count of section MRU of "
+                                     "/settings.ini");
     EXPECT_EQ(m_box.Shown[0].Style, msInformation);
+}
+
+TEST_F(CMRUFileListTest, TwoProgramsShareTheList) {
+    MemoryFileServices files;
+    files.Put("/settings.ini", "[MRU]\nCount=3\nFile1=/a\nFile2=/b\nFile3=/c\n");
+    IniSettingsStore stores[2]{{files, "/settings.ini"}, {files, "/settings.ini"}};
+    CMRUFileList lists[2];
+    for (int n = 0; n < 2; ++n) {
+        lists[n].Initialise(m_items, 4, true, "", stores[n], m_messages);
+    }
+    const auto enter = [&](int n, const std::string& path) {
+        lists[n].AddFile(path);
+        lists[n].Save(stores[n]);
+        stores[n].Save();
+    };
+    enter(0, "/first");
+    enter(1, "/second");
+    enter(1, "/c");
+    lists[0].Save(stores[0]); // at its end, with nothing new
+    m_list = lists[0];
+    EXPECT_THAT(Files(), ElementsAre("/c", "/second", "/first", "/a"));
+    EXPECT_EQ(IniSettingsStore(files, "/settings.ini").Read("MRU", "File3", ""), "/first");
 }
 
 TEST_F(CMRUFileListTest, ShowsItsFilesBetweenTwoLines) {

@@ -28,6 +28,9 @@ class MemoryFileServices final : public FileServices {
         m_files[path] = bytes;
     }
 
+    /// Takes a file away without counting as a change.
+    void Remove(const std::string& path) { m_files.erase(path); }
+
     /// Puts a folder with its parents, without counting as a change.
     void PutFolder(std::string folder) {
         for (folder = Bare(std::move(folder)); !folder.empty();
@@ -44,8 +47,8 @@ class MemoryFileServices final : public FileServices {
         m_refusedFolders.push_back(Bare(folder) + Separator);
     }
 
-    /// Every read of a file fails, though the file exists.
-    void RefuseReading(const std::string& path) { m_unreadable.insert(path); }
+    /// The next reads of a file fail, though the file exists.
+    void RefuseReading(const std::string& path, int times = 1000) { m_unreadable[path] = times; }
 
     /// The bytes of a file, nothing when there is none.
     [[nodiscard]] std::optional<std::string> Bytes(const std::string& path) const {
@@ -85,6 +88,10 @@ class MemoryFileServices final : public FileServices {
         return path.empty() || path.front() == '/' ? path : '/' + path;
     }
 
+    [[nodiscard]] bool SameFile(const std::string& path, const std::string& other) const override {
+        return path == other && FileExists(path);
+    }
+
     void MakeFolder(const std::string& path) override {
         Change("folder", path);
         PutFolder(path);
@@ -96,7 +103,7 @@ class MemoryFileServices final : public FileServices {
             throw Failure(fnFileNotFound, "File not found");
         }
         RefuseFolderAsFile(path);
-        if (m_unreadable.contains(path)) {
+        if (m_unreadable[path]-- > 0) {
             throw Failure(fnFileAccess, "Permission denied");
         }
         return found->second;
@@ -166,7 +173,7 @@ class MemoryFileServices final : public FileServices {
 
     std::map<std::string, std::string> m_files;
     std::set<std::string> m_folders;
-    std::set<std::string> m_unreadable;
+    std::map<std::string, int> m_unreadable;
     std::vector<std::string> m_refusedFolders;
     std::vector<std::string> m_changes;
     int m_changesUntilFailure = 0;

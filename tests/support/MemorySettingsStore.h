@@ -42,6 +42,10 @@ class MemorySettingsStore final : public SettingsStore {
         Entries.push_back({std::string(section), std::string(key), std::string(value)});
     }
 
+    [[nodiscard]] std::string Place() const override { return "/settings.ini"; }
+
+    void Refresh(std::string_view /*section*/) override {}
+
     void Save() override {
         if (RefuseSave) {
             throw Failure(fnFileAccess, "No space left on device");

@@ -10,4 +10,8 @@ std::string ProgramFolder() {
     return CORVANTA_PROGRAM_FOLDER;
 }
 
+std::vector<std::string> BatchPrograms() {
+    return {CORVANTA_BATCH_PROGRAMS};
+}
+
 } // namespace corvanta::test

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace corvanta::test {
 
@@ -10,9 +11,7 @@ namespace corvanta::test {
 /// The folder of the programs that the build makes, with help and samples beside them.
 [[nodiscard]] std::string ProgramFolder();
 
-/// The batch program of the build.
-[[nodiscard]] inline std::string BatchProgram() {
-    return ProgramFolder() + "/corvanta-batch";
-}
+/// The programs of the build that do batch runs: the desktop one is not always built.
+[[nodiscard]] std::vector<std::string> BatchPrograms();
 
 } // namespace corvanta::test
