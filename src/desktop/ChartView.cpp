@@ -29,6 +29,7 @@ constexpr int BandWidth = 8;         ///< a narrower band runs along one axis
 constexpr double HoverDistance = 24;
 constexpr double ReadoutDistance = 8; ///< from its point
 constexpr QSize PictureSize(1200, 800);
+constexpr int CaptionMargin = 8;  ///< around the caption of a picture
 constexpr int PictureDensity = 2; ///< dots of a picture in a file in one of the screen
 constexpr int DotsPerMetre = PictureDensity * DotsPerInch * 10000 / 254;
 
@@ -447,6 +448,31 @@ void ChartView::PaintPicture(QPainter& painter, const QSize& size) const {
     painter.restore();
 }
 
+/// The chart below its caption.
+void ChartView::PaintWithCaption(QPainter& painter, const QSize& size) const {
+    const QFontMetrics metrics(painter.font());
+    const QStringList lines = QString::fromStdString(Caption).split('\n');
+    painter.setPen(Qt::black);
+    int bottom = CaptionMargin;
+    for (const QString& line : lines) {
+        painter.drawText(
+            CaptionMargin, bottom + metrics.ascent(),
+            metrics.elidedText(line, Qt::ElideRight, size.width() - 2 * CaptionMargin));
+        bottom += metrics.height();
+    }
+    painter.translate(0, bottom);
+    PaintPicture(painter, {size.width(), size.height() - bottom});
+}
+
+QImage ChartView::Picture(const QSize& size, double density) const {
+    QImage picture(size * density, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    painter.scale(density, density);
+    PaintWithCaption(painter, size);
+    return picture;
+}
+
 void ChartView::PaintOnPaper(QPainter& painter, const QSize& size) const {
     OnWhitePaper([&] {
         const ChartRanges shown = ShownRanges();
@@ -464,13 +490,11 @@ QByteArray ChartView::FileOf(const QString& path) const {
     if (path.endsWith(".svg", Qt::CaseInsensitive)) {
         OnWhitePaper([&] {
             file = SvgOf(PictureSize,
-                         [this](QPainter& painter) { PaintPicture(painter, PictureSize); });
+                         [this](QPainter& painter) { PaintWithCaption(painter, PictureSize); });
         });
     } else if (path.endsWith(".png", Qt::CaseInsensitive)) {
         OnWhitePaper([&] {
-            QImage picture =
-                m_plot->toPixmap(PictureSize.width(), PictureSize.height(), PictureDensity)
-                    .toImage();
+            QImage picture = Picture(PictureSize, PictureDensity);
             picture.setDotsPerMeterX(DotsPerMetre);
             picture.setDotsPerMeterY(DotsPerMetre);
             file = PngOf(picture);
@@ -488,7 +512,9 @@ void ChartView::SaveAs(const QString& path) {
 void ChartView::ShowMenu(const QPoint& at) {
     ContextMenu menu(this);
     menu.Add(tr("Copy Picture"), [this] {
-        OnWhitePaper([this] { QApplication::clipboard()->setPixmap(m_plot->toPixmap()); });
+        OnWhitePaper([this] {
+            QApplication::clipboard()->setImage(Picture(m_plot->size(), devicePixelRatioF()));
+        });
     });
     menu.Add(tr("Copy Data"), [this] { QApplication::clipboard()->setText(DataText()); });
     menu.Add(tr("Save As..."), [this] {

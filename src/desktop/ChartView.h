@@ -69,6 +69,8 @@ class ChartView final : public QWidget, public Chart2D {
     void Colour(const Paper& paper) const;
     void OnWhitePaper(const std::function<void()>& paint) const;
     void PaintPicture(QPainter& painter, const QSize& size) const;
+    void PaintWithCaption(QPainter& painter, const QSize& size) const;
+    [[nodiscard]] QImage Picture(const QSize& size, double density) const;
     [[nodiscard]] QByteArray FileOf(const QString& path) const;
     void Load() const;
     void ShowLine() const;

@@ -281,21 +281,29 @@ QWidget* MainWindow::BuildResultArea() {
             m_chart->Refresh();
         }
     });
-    std::function<void()> openSample;
+    StartPage::Actions actions;
+    actions.Command = [this](int command, int tag) {
+        m_desktop.Handle([&] { m_window.Execute(command, tag); });
+    };
     if (m_window.Files.HasSamples()) {
-        openSample = [this] { m_desktop.Handle([&] { m_window.OpenSample(); }); };
+        actions.AskForSample = [this] { m_desktop.Handle([&] { m_window.OpenSample(); }); };
     }
-    m_start = new StartPage(
-        [this](int command, int tag) { m_desktop.Handle([&] { m_window.Execute(command, tag); }); },
-        std::move(openSample), area);
+    actions.OpenSample = [this](const std::string& path) {
+        m_desktop.Handle([&] { m_window.OpenFile(path); });
+    };
+    m_start = new StartPage(std::move(actions), m_window.Samples(), area);
+    auto* emptyTable = new EmptyTablePage(
+        [this] { m_desktop.Handle([&] { m_window.Execute(mcDefineCustomTable, 0); }); }, area);
+    m_binder.Bind(static_cast<QWidget*>(emptyTable), m_window.panEmptyTable);
     m_failure = new FailurePage(
         [this] { m_desktop.Handle([&] { m_window.Execute(mcProperties, 0); }); }, area);
     for (QWidget* widget : {static_cast<QWidget*>(m_grid), static_cast<QWidget*>(m_report),
                             static_cast<QWidget*>(m_corner), static_cast<QWidget*>(m_chart),
-                            static_cast<QWidget*>(m_start), static_cast<QWidget*>(m_failure)}) {
+                            static_cast<QWidget*>(m_start), static_cast<QWidget*>(m_failure),
+                            static_cast<QWidget*>(emptyTable)}) {
         layout->addWidget(widget);
     }
-    m_binder.Bind(m_start, m_window.panStart);
+    m_binder.Bind(static_cast<QWidget*>(m_start), m_window.panStart);
     m_binder.Bind(static_cast<QWidget*>(m_failure), m_window.panFailure);
     m_binder.OnShow([this] {
         const PictureBox& picture = m_window.picResults;

@@ -1,37 +1,53 @@
 #pragma once
 
 #include "shell/MainControls.h"
+#include "shell/MechanismExample.h"
 
 #include <QFrame>
 #include <QPlainTextEdit>
+#include <QScrollArea>
 
 #include <functional>
+#include <string>
+#include <vector>
 
+class QGridLayout;
 class QLabel;
+class QToolButton;
 class QVBoxLayout;
 
 namespace corvanta {
 
-/// What stands in the result area while there is no document: what to do next.
-class StartPage final : public QWidget {
+/// What stands in the result area while there is no document: what to do next, with a picture of
+/// every sample.
+class StartPage final : public QScrollArea {
     Q_OBJECT
 
   public:
-    using Command = std::function<void(int command, int tag)>;
+    struct Actions {
+        std::function<void(int command, int tag)> Command;
+        std::function<void()> AskForSample; ///< empty when there are no samples
+        std::function<void(const std::string& path)> OpenSample;
+    };
 
-    /// `openSample` is empty when there are no samples.
-    StartPage(Command command, std::function<void()> openSample, QWidget* parent = nullptr);
+    StartPage(Actions actions, const std::vector<SampleCard>& samples, QWidget* parent = nullptr);
 
     /// Shows the recent files as links.
     void Refresh(const std::vector<MenuItem>& recentFiles);
 
-  private:
-    void AddLink(QVBoxLayout* layout, const char* icon, const QString& text, const QString& hint,
-                 std::function<void()> clicked);
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
 
-    Command m_command;
-    QWidget* m_recent;
-    QVBoxLayout* m_recentLinks;
+  private:
+    [[nodiscard]] QWidget* BuildLinks();
+    void AddSample(const SampleCard& sample);
+    void PlaceSamples();
+
+    Actions m_actions;
+    QWidget* m_recent = nullptr;
+    QVBoxLayout* m_recentLinks = nullptr;
+    QGridLayout* m_samples = nullptr;
+    std::vector<QToolButton*> m_cards;
     std::vector<std::string> m_shown;
 };
 
@@ -48,6 +64,14 @@ class FailurePage final : public QWidget {
   private:
     QLabel* m_reason;
     QLabel* m_place;
+};
+
+/// What stands in the place of a custom table without a channel.
+class EmptyTablePage final : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit EmptyTablePage(std::function<void()> define, QWidget* parent = nullptr);
 };
 
 /// The dynamics report: black on white, as it prints.

@@ -55,6 +55,7 @@ class Chart2D {
     ChartFont TitleFont;      ///< of the titles of the axes
     Separators NumberSeparators;
     ChartSeries Series;
+    std::string Caption; ///< what a picture of the chart says of it, lines parted by LF
 
     void ClearSeries() { Series.Points.clear(); }
 

@@ -1,6 +1,7 @@
 #include "results/MDisplayPlot.h"
 
 #include "model/NumberText.h"
+#include "platform/FileServices.h"
 #include "results/GridCourse.h"
 #include "solver/MLibMaths.h"
 
@@ -59,6 +60,22 @@ std::string Readout(const Program& program, int channel, double value) {
            FormatNumber(value, program.Channels[channel].Format, program.Units.NumberSeparators);
 }
 
+/// Car, channel and fixed position.
+std::string CaptionOf(const Program& program, const std::string& channel, std::int32_t variable,
+                      int rack, int wheel) {
+    const Suspension& document = program.Document;
+    const bool alongRack = variable == vvAlongRackTravel;
+    const double travel = alongRack ? WheelTravelAtStep(document, WheelStepOf(document, wheel))
+                                    : RackTravelAtStep(document, RackStepOf(document, rack));
+    const std::string name = FileServices::BaseName(program.DocumentPath);
+    const std::string& description = document.Data.Description;
+    return name + (name.empty() || description.empty() ? "" : ": ") + description + "\n" + channel +
+           (alongRack ? " along rack travel, at wheel travel "
+                      : " along wheel travel, at rack travel ") +
+           FormatChannelValue(program.Units, travel, ucDisplacement) + " " +
+           program.Units[ucDisplacement].Label;
+}
+
 } // namespace
 
 void PlotDisplay(PlotState& plot, Chart2D& chart, const Program& program, int channel,
@@ -77,6 +94,7 @@ void PlotDisplay(PlotState& plot, Chart2D& chart, const Program& program, int ch
     const PlotColumn columnY = ColumnOf(program, channelY, course);
     plot.PlotChannelX = channelX;
     plot.PlotChannelY = channelY;
+    chart.Caption = CaptionOf(program, columnY.Title, variable, rack, wheel);
     PlotChart(plot, chart, program, columnX, columnY);
 }
 

@@ -100,9 +100,10 @@ ToolButton Button(const char* key, const char* toolTip, MainCommand command, int
 void SetUpMainControls(MainControls& controls) {
     SetUpMenus(controls);
     SetUpSelectionStrip(controls);
-    for (Control* area : {&controls.picComboContainer, &controls.chtChart,
-                          static_cast<Control*>(&controls.picResults), &controls.panStart,
-                          &controls.panFailure, &controls.labFailurePlace, &controls.labBanner}) {
+    for (Control* area :
+         {&controls.picComboContainer, &controls.chtChart,
+          static_cast<Control*>(&controls.picResults), &controls.panStart, &controls.panFailure,
+          &controls.panEmptyTable, &controls.labFailurePlace, &controls.labBanner}) {
         area->Visible = false;
     }
 }

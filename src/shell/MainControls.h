@@ -82,6 +82,7 @@ struct MainControls {
     Control chtChart;
     PictureBox picResults;
     Control panStart;        ///< what to do while there is no document
+    Control panEmptyTable;   ///< a custom table without a channel
     Control panFailure;      ///< why the last calculation failed, its caption
     Control labFailurePlace; ///< below it: the rows and the position that it is about
     Control labBanner;       ///< above the results: what of them can't be trusted

@@ -1,13 +1,16 @@
 #include "shell/MechanismExample.h"
 
 #include "model/Failure.h"
+#include "model/NumberText.h"
 #include "model/PointsInPlay.h"
 #include "persistence/MData.h"
 #include "platform/NoWindowSystem.h"
 #include "solver/MLibMaths.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <utility>
 
 namespace corvanta {
 
@@ -21,6 +24,12 @@ constexpr std::array<const char*, 12> ExamplesByMechanism{
     "formula-front-pushrod.WSP",      "formula-rear-pullrod.WSP",
     "formula-rear-pushrod.WSP",       "prototype-front-two-rockers.WSP",
     "prototype-rear-two-rockers.WSP", "saloon-front-strut.WSP",
+};
+
+/// Those of the centre springs, which stand beside them.
+constexpr std::array<const char*, 2> CentreSpringExamples{
+    "formula-front-monoshock.WSP",
+    "hillclimb-rear-centre-spring.WSP",
 };
 
 SuspPoint Plus(const SuspPoint& p, double dx, double dy, double dz) {
@@ -104,30 +113,65 @@ void PlaceOptionalPoints(PointSet& points, const SuspensionData& data) {
     points[ptDSI] = {points[ptWC].X + 10, 120, points[ptWC].Z + 20};
 }
 
+namespace {
+
+/// "formula-front-pushrod.WSP" reads "Formula front pushrod".
+std::string TitleOfFile(const std::string& name) {
+    std::string title = ReplaceAll(FileServices::BaseName(name), "-", " ");
+    title.replace(0, 1, UpperCase(title.substr(0, 1)));
+    return title;
+}
+
+/// A sample without a word to the user; nothing where it can't be read.
+std::optional<Suspension> ReadQuietly(const std::string& path, const FundamentalUnits& units,
+                                      FileServices& files) {
+    Suspension document;
+    ViewSettings settings;
+    ChannelCatalogue channels;
+    NoMessageBox box;
+    Messages silent(box);
+    try {
+        ResetDocument(document, settings);
+        if (DataLoad(document, channels, path, false, units, files, silent)) {
+            return document;
+        }
+    } catch (...) {
+        static_cast<void>(FailureInFlight()); // without its file there is no sample
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::vector<SampleCard> SampleCards(const std::string& folder, const FundamentalUnits& units,
+                                    FileServices& files) {
+    std::vector<SampleCard> cards;
+    const auto add = [&](const char* name) {
+        const std::string path = folder + FileServices::Separator + name;
+        if (std::optional<Suspension> document = ReadQuietly(path, units, files)) {
+            cards.push_back({path, TitleOfFile(name), std::move(*document)});
+        }
+    };
+    std::for_each(ExamplesByMechanism.begin(), ExamplesByMechanism.end(), add);
+    std::for_each(CentreSpringExamples.begin(), CentreSpringExamples.end(), add);
+    std::sort(cards.begin(), cards.end(),
+              [](const auto& a, const auto& b) { return a.Title < b.Title; });
+    return cards;
+}
+
 std::optional<Suspension> MechanismExample(const SuspensionData& choice, const std::string& folder,
                                            const FundamentalUnits& units, FileServices& files) {
     const std::string name = ExampleName(choice.SpringMechanism);
     if (name.empty() || folder.empty()) {
         return std::nullopt;
     }
-    Suspension example;
-    ViewSettings settings;
-    ChannelCatalogue channels;
-    NoMessageBox box;
-    Messages silent(box);
-    try {
-        ResetDocument(example, settings);
-        if (!DataLoad(example, channels, folder + FileServices::Separator + name, false, units,
-                      files, silent)) {
-            return std::nullopt;
-        }
-    } catch (...) {
-        static_cast<void>(FailureInFlight()); // without its file there is no example
-        return std::nullopt;
+    std::optional<Suspension> example =
+        ReadQuietly(folder + FileServices::Separator + name, units, files);
+    if (example) {
+        example->Data = choice;
+        PlaceOptionalPoints(example->StaticPoints(), choice);
+        SetPointsInPlay(example->Catalogue, choice.SpringMechanism, choice);
     }
-    example.Data = choice;
-    PlaceOptionalPoints(example.StaticPoints(), choice);
-    SetPointsInPlay(example.Catalogue, choice.SpringMechanism, choice);
     return example;
 }
 

@@ -7,6 +7,7 @@
 #include "shell/Desk.h"
 #include "shell/DocumentFiles.h"
 #include "shell/MainControls.h"
+#include "shell/MechanismExample.h"
 #include "shell/PointWords.h"
 #include "shell/ShellHost.h"
 #include "shell/frmAbout.h"
@@ -24,6 +25,7 @@
 #include <set>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace corvanta {
 
@@ -142,6 +144,9 @@ class frmMain final : public ShellHost, public MainControls, public Window {
 
     /// Asks for one of the samples and opens it.
     void OpenSample() { ShowOutcome(Files.AskAndOpenSample()); }
+
+    /// The samples that the start page shows.
+    [[nodiscard]] std::vector<SampleCard> Samples() const;
 
     /// The files of the document.
     DocumentFiles Files;

@@ -114,6 +114,10 @@ bool frmMain::GetFileName(FileNameMode mode, const std::string& filter,
     }
 }
 
+std::vector<SampleCard> frmMain::Samples() const {
+    return SampleCards(SamplesFolder(m_desk.Process), m_desk.Program.Units, m_desk.Files);
+}
+
 void frmMain::ShowNoDocument() {
     ShowViewPanels();
     UpdateMenus();

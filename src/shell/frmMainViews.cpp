@@ -57,7 +57,8 @@ std::int32_t frmMain::ShownView() const {
 void frmMain::ShowViewPanels() {
     const bool loaded = m_desk.Program.Document.DataLoaded;
     const std::int32_t view = ShownView();
-    grdDisplay.Visible = IsTableView(view);
+    panEmptyTable.Visible = view == vwCustomTable && m_desk.Program.CustomChannels.Ids().empty();
+    grdDisplay.Visible = IsTableView(view) && !panEmptyTable.Visible;
     chtChart.Visible = view == vwPlot;
     if (chtSurface != nullptr) {
         chtSurface->ClearSeries();
