@@ -452,6 +452,7 @@ void ChartView::PaintPicture(QPainter& painter, const QSize& size) const {
 void ChartView::PaintWithCaption(QPainter& painter, const QSize& size) const {
     const QFontMetrics metrics(painter.font());
     const QStringList lines = QString::fromStdString(Caption).split('\n');
+    painter.fillRect(QRect({0, 0}, size), Qt::white);
     painter.setPen(Qt::black);
     int bottom = CaptionMargin;
     for (const QString& line : lines) {
@@ -466,7 +467,6 @@ void ChartView::PaintWithCaption(QPainter& painter, const QSize& size) const {
 
 QImage ChartView::Picture(const QSize& size, double density) const {
     QImage picture(size * density, QImage::Format_RGB32);
-    picture.fill(Qt::white);
     QPainter painter(&picture);
     painter.scale(density, density);
     PaintWithCaption(painter, size);

@@ -144,20 +144,22 @@ void ExportGeneral(const ExportPlace& place, std::int32_t exportType, const std:
 
 } // namespace
 
-void ExportResults(const ExportPlace& place, std::int32_t exportType, const std::string& filePath,
+bool ExportResults(const ExportPlace& place, std::int32_t exportType, const std::string& filePath,
                    const BatchExport* batch) {
     const Suspension& document = place.Program_.Document;
     const Separators& separators = place.Program_.Units.NumberSeparators;
     try {
         if (exportType == etSuspvar1_1) {
-            ExportSUSPVAR1_1(document, filePath, separators, place.Files, place.Messages_);
-        } else if (exportType == etSuspvar2_2) {
-            ExportSUSPVAR2_1(document, filePath, separators, place.Files, place.Messages_);
-        } else {
-            ExportGeneral(place, exportType, filePath, batch);
+            return ExportSUSPVAR1_1(document, filePath, separators, place.Files, place.Messages_);
         }
+        if (exportType == etSuspvar2_2) {
+            return ExportSUSPVAR2_1(document, filePath, separators, place.Files, place.Messages_);
+        }
+        ExportGeneral(place, exportType, filePath, batch);
+        return true;
     } catch (...) {
         ReportExportFailure(place.Messages_);
+        return false;
     }
 }
 

@@ -38,8 +38,9 @@ struct ExportPlace {
 };
 
 /// Exports to a file. `batch` is null for an export of the window. Every failure is reported and
-/// stops the export: then nothing is written, and the file that was there stays.
-void ExportResults(const ExportPlace& place, std::int32_t exportType, const std::string& filePath,
+/// stops the export: then nothing is written, the file that was there stays, and the answer is
+/// false.
+bool ExportResults(const ExportPlace& place, std::int32_t exportType, const std::string& filePath,
                    const BatchExport* batch);
 
 /// A table as text: cells parted by TAB, lines ended by CR LF.

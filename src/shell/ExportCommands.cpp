@@ -24,9 +24,15 @@ std::optional<ChosenFile> AskForName(const Desk& desk, ShellHost& main, const ch
     return named ? std::optional(chosen) : std::nullopt;
 }
 
+void ConfirmWritten(ShellHost& main, const std::string& path) {
+    main.Confirm(path.substr(FileServices::ParentFolder(path).size()) + " written");
+}
+
 void ExportTo(Desk& desk, ShellHost& main, std::int32_t exportType, const std::string& path) {
-    ExportResults({desk.Program, main, desk.Files, desk.Messages, desk.Process}, exportType, path,
-                  nullptr);
+    if (ExportResults({desk.Program, main, desk.Files, desk.Messages, desk.Process}, exportType,
+                      path, nullptr)) {
+        ConfirmWritten(main, path);
+    }
 }
 
 } // namespace
@@ -50,8 +56,10 @@ void AskAndExportDXF(Desk& desk, ShellHost& main) {
     const std::optional<ChosenFile> file = AskForName(desk, main, "*.dxf|*.dxf", "dxf");
     if (file) {
         const ViewSettings& settings = desk.Program.Settings;
-        ExportDXF(desk.Program.Document, settings.ViewRack, settings.ViewWheel, file->Path,
-                  desk.Files, desk.Messages);
+        if (ExportDXF(desk.Program.Document, settings.ViewRack, settings.ViewWheel, file->Path,
+                      desk.Files, desk.Messages)) {
+            ConfirmWritten(main, file->Path);
+        }
     }
 }
 

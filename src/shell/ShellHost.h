@@ -31,6 +31,9 @@ class ShellHost : public ViewHost {
     /// The geometry editor while it is open, none otherwise.
     [[nodiscard]] virtual frmEditGeometry* OpenedEditor() = 0;
 
+    /// Says in the status bar what was done, until something else happens.
+    virtual void Confirm(const std::string& done) = 0;
+
     /// Asks for a file name. False on cancel and, reported unless `quietOnError`, on a failure.
     virtual bool GetFileName(FileNameMode mode, const std::string& filter,
                              const std::string& startFolder, ChosenFile& chosen,

@@ -132,12 +132,22 @@ void frmEditGeometry::ShowFailure(std::string_view lead) {
 void frmEditGeometry::cmdOK_Click() {
     if (Apply()) {
         Close();
+        ConfirmApply();
     }
 }
 
 void frmEditGeometry::cmdApply_Click() {
-    Apply();
+    if (Apply()) {
+        ConfirmApply();
+    }
     Raise = true;
+}
+
+/// Results are the confirmation that counts; without them the status bar says what is wrong.
+void frmEditGeometry::ConfirmApply() {
+    if (m_desk.Program.Document.ResultsValid) {
+        m_main.Confirm("Applied and calculated");
+    }
 }
 
 void frmEditGeometry::cmdCancel_Click() {

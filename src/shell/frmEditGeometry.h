@@ -159,6 +159,7 @@ class frmEditGeometry final : public Window {
     Control cmdOK, cmdCancel, cmdApply, cmdHelp;
 
   private:
+    void ConfirmApply();
     /// The four lists and the check box as numbers.
     using TypeChoices = std::array<int, 5>;
 

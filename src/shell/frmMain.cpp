@@ -288,8 +288,14 @@ void frmMain::GoToView(std::int32_t view) {
 void frmMain::CopyGrid() {
     if (ItemOf(mnuEdit, mcCopy).Enabled) {
         m_desk.Windows.Board.SetText(grdDisplay.Text());
-        stbMain.Note = "Table copied";
+        Confirm("Table copied");
     }
+}
+
+/// What holds as long as the document is as it is stands in front.
+void frmMain::Confirm(const std::string& done) {
+    DisplayStatus();
+    stbMain.Note += (stbMain.Note.empty() ? "" : "   ") + done;
 }
 
 void frmMain::OpenEditor() {

@@ -120,6 +120,8 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     bool GetFileName(FileNameMode mode, const std::string& filter, const std::string& startFolder,
                      ChosenFile& chosen, bool quietOnError) override;
 
+    void Confirm(const std::string& done) override;
+
     void ResetEditDialog() override;
     bool MayDropEdits() override;
 

@@ -47,6 +47,7 @@ TEST_F(ExportCommandsTest, TheKindOfFileChoosesTheVersionOfTheComponent) {
                                           "Sorvent SuspVariable SUSPVAR 1.1 files (*.svr)|*.svr",
                                           "/cars/", "", "svr", false}));
         EXPECT_THAT(Bytes(Component), HasSubstr(version));
+        EXPECT_EQ(m_main.Confirmed, "front.svr written");
     }
     ExpectNothingRemembered();
     EXPECT_THAT(m_box.Prompts(), IsEmpty());
@@ -74,6 +75,7 @@ TEST_F(ExportCommandsTest, WithoutANameNothingHappens) {
     AskAndExportDXF(m_desk, m_main);
     AskAndExportResults(m_desk, m_main, 1);
     EXPECT_EQ(m_main.Asked.size(), 3U);
+    EXPECT_EQ(m_main.Confirmed, "");
     EXPECT_THAT(m_files.Changes(), IsEmpty());
     EXPECT_THAT(m_box.Prompts(), IsEmpty());
     ExpectNothingRemembered();

@@ -34,6 +34,7 @@ class frmMainViewsTest : public MainFormTest {
     /// Names of the parts of the result area that are visible.
     [[nodiscard]] std::string Area() const {
         std::string area = m_main.grdDisplay.Visible ? "grid " : "";
+        area += m_main.panEmptyTable.Visible ? "what to do " : "";
         area += m_main.chtChart.Visible ? "chart " : "";
         area += m_main.picResults.Visible ? "picture " : "";
         area += m_main.panStart.Visible ? "start " : "";
@@ -99,6 +100,9 @@ TEST_F(frmMainViewsTest, EveryViewHasItsAreaItsStripAndItsFocus) {
             case vwQuadraticCoefficients:
                 strip = "";
                 focus = nullptr;
+                break;
+            case vwCustomTable:
+                area = "what to do "; // no channel is chosen
                 break;
             case vwPlot:
                 area = "chart ";

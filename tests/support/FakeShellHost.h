@@ -44,6 +44,8 @@ class FakeShellHost final : public ShellHost {
     [[nodiscard]] const DataGrid& Grid() const override { return m_grid; }
     [[nodiscard]] const std::string& ReportText() const override { return m_report; }
     [[nodiscard]] const Chart2D* Chart() const override { return nullptr; }
+    std::string Confirmed;
+    void Confirm(const std::string& done) override { Confirmed = done; }
     void ResetEditDialog() override { Calls.emplace_back("ResetEditDialog"); }
 
     bool DropsEdits = true; ///< the user's answer
