@@ -10,10 +10,12 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QImage>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
 #include <QScreen>
+#include <QStatusBar>
 #include <QSvgGenerator>
 
 #include <algorithm>
@@ -22,7 +24,8 @@ namespace corvanta {
 
 namespace {
 
-constexpr int ButtonsOfStyle = 15; ///< the part of a style that names the buttons
+constexpr int ConfirmationTime = 5000; ///< how long the status bar tells of a saved file, ms
+constexpr int ButtonsOfStyle = 15;     ///< the part of a style that names the buttons
 constexpr int IconsOfStyle = 0xF0;
 
 QMessageBox::StandardButtons ButtonsOf(int style) {
@@ -123,8 +126,13 @@ QRect OnScreen(const WindowPlacement& place, const QSize& size) {
 void AskAndSave(QWidget* parent, const QString& title, const QString& kinds,
                 const std::function<void(const QString& path)>& save) {
     const QString path = AskSavePath(parent, title, kinds);
-    if (!path.isEmpty()) {
-        save(path);
+    if (path.isEmpty()) {
+        return;
+    }
+    save(path);
+    if (auto* const window = qobject_cast<QMainWindow*>(parent->window())) {
+        window->statusBar()->showMessage(QObject::tr("%1 written").arg(QFileInfo(path).fileName()),
+                                         ConfirmationTime);
     }
 }
 

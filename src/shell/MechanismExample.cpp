@@ -99,7 +99,7 @@ std::string SamplesFolder(const ProcessServices& process) {
 }
 
 std::string ExampleName(std::int32_t springMechanism) {
-    const std::size_t place = static_cast<std::size_t>(springMechanism);
+    const auto place = static_cast<std::size_t>(springMechanism);
     return place < ExamplesByMechanism.size() ? ExamplesByMechanism[place] : std::string();
 }
 
