@@ -61,7 +61,7 @@ class Binder {
   private:
     struct Tie {
         QPointer<QWidget> Widget;
-        const Control* Bound;
+        const Control* Bound = nullptr;
     };
 
     void Remember(QWidget* widget, const Control& control);

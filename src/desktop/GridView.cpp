@@ -370,9 +370,8 @@ bool GridView::event(QEvent* event) {
 bool GridView::focusNextPrevChild(bool next) {
     const QModelIndex edge = next ? m_model.index(m_model.rowCount() - 1, m_model.columnCount() - 1)
                                   : m_model.index(0, 0);
-    if (!m_model.Grid().Editable || currentIndex() == edge) { // only cells to type in hold Tab
-        return QAbstractScrollArea::focusNextPrevChild(next);
-    }
+    // Only cells to type in hold Tab, up to the last of them.
+    setTabKeyNavigation(m_model.Grid().Editable && currentIndex() != edge);
     return QTableView::focusNextPrevChild(next);
 }
 
