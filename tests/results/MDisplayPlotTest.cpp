@@ -1,9 +1,7 @@
 #include "results/MDisplayPlot.h"
 
-#include "model/Failure.h"
 #include "tests/support/Corners.h"
 #include "tests/support/RecordingChart.h"
-#include "tests/support/SampleCorners.h"
 #include "tests/support/Testing.h"
 
 namespace corvanta {
@@ -16,14 +14,6 @@ inline void PrintTo(const ChartPoint& point, std::ostream* stream) {
 
 namespace corvanta::test {
 namespace {
-
-/// A chart whose window has gone.
-class BrokenChart final : public Chart2D {
-  public:
-    [[nodiscard]] ChartPoint DataAt(double /*pixelX*/, double /*pixelY*/) const override {
-        throw Failure(fnInternal, "No window");
-    }
-};
 
 /// 3 rack steps by 4 wheel steps. Camber tells the place of its state, and the travels have more
 /// decimals than a plot keeps.

@@ -215,25 +215,6 @@ TEST_F(frmMainTest, ADamagedFileGivesADocumentOrAReason) {
     }
 }
 
-TEST_F(frmMainTest, RefreshGUICalculatesOnlyWhatIsStale) {
-    m_main.RefreshGUI(true); // with no document
-    EXPECT_EQ(m_process.Beeps, 0);
-    EXPECT_EQ(m_main.Grid().Rows(), 0);
-
-    Open(SampleBytes());
-    WheelState& state = m_program.Document.WheelStates(3, 3);
-    const double camber = state.Channels[chCamberAngle];
-    state.Channels.Set(chCamberAngle, 77);
-    m_main.RefreshGUI(true);
-    EXPECT_EQ(state.Channels[chCamberAngle], 77);
-    m_program.Document.ResultsValid = false;
-    m_program.Settings.View = vwNone;
-    m_main.RefreshGUI(false);
-    EXPECT_EQ(m_program.Document.WheelStates(3, 3).Channels[chCamberAngle], camber);
-    EXPECT_EQ(m_program.Settings.View, vwCoordinates) << "a calculation brings a view";
-    EXPECT_EQ(m_process.Beeps, 0);
-}
-
 TEST_F(frmMainTest, RefreshGUIKeepsThePositionOnTheGrid) {
     Open(SampleBytes());
     const Suspension& document = m_program.Document;

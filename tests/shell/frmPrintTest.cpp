@@ -123,6 +123,7 @@ TEST_F(frmPrintTest, APlotLeavesTheOptionsItHasNoUseForAsTheyWere) {
 
 TEST_F(frmPrintTest, ThePreviewStandsInThePlaceOfTheSettings) {
     m_form.Open();
+    EXPECT_TRUE(m_form.optPrintCurrent.Selected && !m_form.optSelectedTables.Selected);
     const WindowPlacement settings = m_form.Frame.Placement;
     for (int round = 1; round <= 2; ++round) { // by the button, and by the close box
         m_form.cmdPreview_Click();

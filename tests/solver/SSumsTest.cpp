@@ -161,14 +161,6 @@ TEST(SSumsTest, ProblemsAreReportedTogetherInTheirOrder) {
                                           "\rTwo distinct points needed to define driveshaft");
 }
 
-TEST(SSumsTest, ARockerForTheCentreSpringAloneNeedsNoCornerSpring) {
-    Suspension corner = DoubleWishboneCorner(smPullrodToUpright);
-    corner.StaticPoints()[ptSAI] = corner.StaticPoints()[ptR1O];
-    EXPECT_NE(InputReport(corner), "");
-    corner.Data.ThirdSpringMechanism = tsCentreSpring;
-    EXPECT_EQ(InputReport(corner), "");
-}
-
 TEST(SSumsTest, ActuatorPlacement) {
     constexpr auto* pullrod = "Pullrod outer point is nearer lower wishbone than upper";
     constexpr auto* pushrod = "Pushrod outer point is nearer upper wishbone than lower";
