@@ -140,10 +140,6 @@ TEST_F(MainWindowTest, ArrowKeysStepTheFixedPosition) {
     press(Qt::Key_Right);
     press(Qt::Key_Right);
     EXPECT_EQ(settings.ViewRack, rack - 1);
-    press(Qt::Key_Down);
-    press(Qt::Key_Down);
-    EXPECT_EQ(settings.ViewWheel, wheel);
-    EXPECT_EQ(settings.ViewRack, rack - 1);
 }
 
 TEST_F(MainWindowTest, ACellThatIsStillOpenIsTakenByTheAccessKeyOfApply) {

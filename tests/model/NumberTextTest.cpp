@@ -6,7 +6,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <limits>
 #include <random>
 
 namespace corvanta {
@@ -51,15 +50,6 @@ TEST(NumberTextTest, ALeadingNumberEndsWhereItEnds) {
     EXPECT_EQ(LeadingNumber("infinity"), 0);
     EXPECT_EQ(LeadingNumber(""), 0);
     EXPECT_THROW((void)LeadingNumber("1E999"), Failure);
-}
-
-TEST(NumberTextTest, IntegersRoundHalvesToEven) {
-    EXPECT_EQ(ToInteger32(2.5), 2);
-    EXPECT_EQ(ToInteger32(3.5), 4);
-    EXPECT_EQ(ToInteger32(-2147483648.4), -2147483648);
-    EXPECT_EQ(ToInteger32(2147483647.4), 2147483647);
-    EXPECT_THROW((void)ToInteger32(2147483647.6), Failure);
-    EXPECT_THROW((void)ToInteger32(std::numeric_limits<double>::quiet_NaN()), Failure);
 }
 
 TEST(NumberTextTest, FormatsRoundTheDecimalText) {

@@ -112,20 +112,5 @@ TEST_F(MDisplayPlotTest, AClickReadsOutItsPosition) {
     ExpectNoReadout("Wheel Travel [mm]", "Camber Angle [deg]");
 }
 
-TEST_F(MDisplayPlotTest, FewerThanTwoPointsLeaveTheChartAsItIs) {
-    Plot(chCamberAngle, vvAlongRackTravel);
-    const std::vector<ChartPoint> before = m_chart.Series.Points;
-    m_program.Document.NW = 1;
-    m_program.Document.StaticWheel = 2;
-    Plot(chAckerman, vvAlongWheelTravel, 3, 2);
-    EXPECT_EQ(m_chart.Series.Points, before);
-    ExpectNoReadout("Wheel Travel [mm]", "Ackerman % [%]");
-
-    m_chart.ClearSeries(); // as the window does before each view
-    Plot(chAckerman, vvAlongWheelTravel, 3, 2);
-    Plot(chAckerman, 3, 3, 2);
-    EXPECT_THAT(m_chart.Series.Points, IsEmpty());
-}
-
 } // namespace
 } // namespace corvanta::test

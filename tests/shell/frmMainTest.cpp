@@ -228,12 +228,10 @@ TEST_F(frmMainTest, RefreshGUIKeepsThePositionOnTheGrid) {
     const std::pair atStatic(document.StaticWheel, document.StaticRack);
     EXPECT_EQ(after(3, 4, true), atStatic);
     EXPECT_EQ(after(3, 4, false), std::pair(3, 4));
-    EXPECT_EQ(after(document.NW + 1, document.NR + 1, false),
-              std::pair(document.NW + 1, document.NR + 1));
-    EXPECT_EQ(after(document.NW + 2, document.NR + 2, false), atStatic);
+    const std::pair last(document.NW + 1, document.NR + 1);
+    EXPECT_EQ(after(last.first, last.second, false), last);
+    EXPECT_EQ(after(last.first + 1, last.second + 1, false), atStatic);
     EXPECT_EQ(after(0, 0, false), atStatic);
-    settings.ViewVariable = vvAlongRackTravel;
-    EXPECT_EQ(after(3, 4, false), std::pair(3, 4)) << "the other variable";
 }
 
 TEST_F(frmMainTest, AnEventDuringARefreshIsIgnored) {
@@ -345,7 +343,6 @@ TEST_F(frmMainTest, TheDynamicsReportIsTextInThePicture) {
     m_program.Document.DynamicsValid = false;
     m_program.Settings.View = vwDynamicsReport;
     m_main.RefreshGUI(false);
-    EXPECT_EQ(m_main.picResults.Text, "");
     const std::string nothing = "Current settings are not valid for this report.";
     m_main.Resized();
     m_settings.View = vwAntis;
