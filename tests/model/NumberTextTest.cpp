@@ -44,6 +44,7 @@ TEST(NumberTextTest, AWholeTextIsANumberOrNothing) {
 TEST(NumberTextTest, ALeadingNumberEndsWhereItEnds) {
     EXPECT_EQ(LeadingNumber("1,5"), 1);
     EXPECT_EQ(LeadingNumber("  -2.5mm"), -2.5);
+    EXPECT_EQ(LeadingNumber("+2.5 mm"), 2.5);
     EXPECT_EQ(LeadingNumber("1e3x"), 1000);
     EXPECT_EQ(LeadingNumber("1e"), 1);
     EXPECT_EQ(LeadingNumber("mm 5"), 0);

@@ -82,6 +82,8 @@ TEST_F(MDisplayPlotTest, PointsAreInTheUsersUnitsRoundedBeforeTheConversion) {
     const double inch = 0.03937008F;
     EXPECT_EQ(m_chart.Series.Points.front(), (ChartPoint{10.00001 * inch, 1e-7 * inch}));
     ExpectNoReadout("Wheel Travel [in]", "Half Track [in]");
+    EXPECT_EQ(m_chart.AxisX.Format + m_chart.AxisY.Format, "0.0000.000");
+    EXPECT_EQ(m_chart.NumberSeparators.Decimal, ",");
 
     Click(1, 1);
     EXPECT_EQ(m_chart.AxisX.Title, "Wheel Travel [in] = 0,394") << "no second conversion";

@@ -530,6 +530,7 @@ TEST_F(frmMainFilesTest, WorkOfARunThatDidNotEndWellIsOffered) {
     dialog.cmdOpen_Click();
     EXPECT_THAT(Prompts(), ElementsAre(HasSubstr("There was an error while processing file")));
     EXPECT_TRUE(main->panStart.Visible && m_files.FileExists("/recovery/9.WSP"));
+    EXPECT_THAT(names(offer()), ElementsAre(Path, "New suspension")) << "no place of this run";
     m_files.DeleteFile("/recovery/9.WSP");
 
     // What is opened is of its file as that was then; what it makes room for comes at once.
