@@ -12,7 +12,6 @@ namespace corvanta::test {
 namespace {
 
 const Separators Point{".", ","};
-const Separators Comma{",", "."};
 const std::string Path = "/data/stream.txt";
 
 class CFileStreamTest : public testing::Test {
