@@ -136,11 +136,6 @@ TEST_F(ChartViewTest, ANarrowBandZoomsOneAxisAndOneThatLeavesTheAxesEndsAtThem) 
     EXPECT_NEAR(m_plot.xAxis->range().lower, -5, 0.1);
     EXPECT_NEAR(m_plot.xAxis->range().upper, 5, 0.1);
     EXPECT_EQ(m_plot.yAxis->range(), wholeY);
-    DragBand(PlaceOf(1, -1), PlaceOf(1, 1) - QPoint(3, 0)); // upwards
-    EXPECT_NEAR(m_plot.xAxis->range().size(), 10, 0.2);
-    EXPECT_NEAR(m_plot.yAxis->range().lower, -1, 0.1);
-    EXPECT_NEAR(m_plot.yAxis->range().upper, 1, 0.1);
-
     QTest::mouseDClick(&m_plot, Qt::LeftButton, {}, PlaceOf(2, 0));
     const QPoint corner = PlaceOf(0, 0);
     DragBand(corner, corner + QPoint(6, 6));
@@ -179,9 +174,6 @@ TEST_F(ChartViewTest, AZoomStaysWhileTheSameIsPlotted) {
     EXPECT_LT(m_plot.yAxis->range().lower, 7) << "an axis that is not zoomed follows the line";
     EXPECT_GT(m_plot.yAxis->range().upper, 12);
 
-    m_chart.Series.Points = {{-100, 11}, {100, 12}}; // in sight without a point there
-    Refresh();
-    EXPECT_EQ(m_plot.xAxis->range(), zoomed);
     m_chart.Series.Points = {{20, 11}, {100, 12}};
     Refresh();
     EXPECT_GT(m_plot.xAxis->range().upper, 100) << "an empty chart shows nothing";
@@ -214,9 +206,6 @@ TEST_F(ChartViewTest, TheWheelZoomsAroundThePointerWithinLimits) {
     EXPECT_GT(labels.size(), 2);
     EXPECT_EQ(QSet<QString>(labels.begin(), labels.end()).size(), labels.size());
 
-    TurnWheel(-300, pointer);
-    EXPECT_NEAR(m_plot.xAxis->range().size(), sizeX * 20, sizeX * 1e-6);
-    EXPECT_NEAR(m_chart.DataAt(pointer.x(), pointer.y()).Y, below.Y, 1e-9);
     QTest::mouseDClick(&m_plot, Qt::LeftButton, {}, pointer);
     DragBand(pointer, pointer + QPoint(9, 9));
     for (int n = 0; n < 3; ++n) {

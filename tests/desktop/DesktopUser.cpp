@@ -112,7 +112,7 @@ void WaitingUser::Press(QMessageBox::StandardButton button) {
 }
 
 DesktopUser::DesktopUser(const std::string& userFolder)
-    : Files(userFolder),
+    : Settings("XDG_CONFIG_HOME", userFolder),
       Desk(Files, Process, Box, Dialog) {
     Process.Folder = ProgramFolder(); // help and samples lie beside the program
 }

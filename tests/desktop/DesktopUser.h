@@ -7,6 +7,7 @@
 #include "platform/DiskFileServices.h"
 #include "tests/support/FakeProcessServices.h"
 #include "tests/support/RecordingMessageBox.h"
+#include "tests/support/ScopedEnvironment.h"
 
 #include <QMessageBox>
 #include <QTimer>
@@ -55,46 +56,6 @@ class WaitingUser {
     std::deque<std::function<bool(QWidget&)>> m_answers;
 };
 
-/// Files on disk, with the per-user folder where a test wants it.
-class UserFiles final : public FileServices {
-  public:
-    explicit UserFiles(std::string userFolder) : m_userFolder(std::move(userFolder)) {}
-
-    [[nodiscard]] bool FileExists(const std::string& path) const override {
-        return m_disk.FileExists(path);
-    }
-    [[nodiscard]] bool FolderExists(const std::string& path) const override {
-        return m_disk.FolderExists(path);
-    }
-    [[nodiscard]] std::int64_t TimeWritten(const std::string& path) const override {
-        return m_disk.TimeWritten(path);
-    }
-    [[nodiscard]] std::string FullPath(const std::string& path) const override {
-        return m_disk.FullPath(path);
-    }
-    [[nodiscard]] bool SameFile(const std::string& path, const std::string& other) const override {
-        return m_disk.SameFile(path, other);
-    }
-    void MakeFolder(const std::string& path) override { m_disk.MakeFolder(path); }
-    [[nodiscard]] std::string ReadBytes(const std::string& path) override {
-        return m_disk.ReadBytes(path);
-    }
-    void WriteBytes(const std::string& path, std::string_view bytes) override {
-        m_disk.WriteBytes(path, bytes);
-    }
-    void AppendBytes(const std::string& path, std::string_view bytes) override {
-        m_disk.AppendBytes(path, bytes);
-    }
-    void DeleteFile(const std::string& path) override { m_disk.DeleteFile(path); }
-    [[nodiscard]] std::optional<std::string> SpecialFolder(int /*folderNumber*/) const override {
-        return m_userFolder;
-    }
-
-  private:
-    DiskFileServices m_disk;
-    std::string m_userFolder;
-};
-
 /// The program in front of a user: real windows, with the message boxes and file dialogs that
 /// would wait for the user answered from scripts.
 class DesktopUser {
@@ -129,7 +90,8 @@ class DesktopUser {
         return *child;
     }
 
-    UserFiles Files;
+    ScopedEnvironment Settings; ///< the per-user folder, where a test wants it
+    DiskFileServices Files;
     FakeProcessServices Process;
     RecordingMessageBox Box;
     ScriptedFileDialog Dialog;

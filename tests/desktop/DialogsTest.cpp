@@ -25,8 +25,6 @@
 #include <QToolTip>
 #include <QWheelEvent>
 
-#include <algorithm>
-
 namespace corvanta::test {
 namespace {
 
@@ -75,38 +73,6 @@ TEST_F(DialogsTest, ACustomTableIsComposedAndExported) {
     EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
 }
 
-TEST_F(DialogsTest, TheChannelsOfTheCustomTableArePutInOrder) {
-    m_user.Choose(mcDefineCustomTable);
-    QDialog& editor = *m_user.Desk.CustomChannelsView();
-    QWidget* const channels = editor.focusWidget();
-    ASSERT_EQ(channels->objectName(), "tvwChannels");
-    for (const int id : {5, 7, 2}) {
-        Tick(editor, "tvwChannels", id - 1);
-    }
-    QTest::keyClick(channels, Qt::Key_Tab);
-    EXPECT_EQ(editor.focusWidget(), &DesktopUser::Child<QListWidget>(editor, "lstSelected"));
-    auto& selected = DesktopUser::Child<QListWidget>(editor, "lstSelected");
-    const auto order = [&] {
-        QStringList texts;
-        for (int row = 0; row < selected.count(); ++row) {
-            texts << selected.item(row)->text();
-        }
-        return texts;
-    };
-    const QStringList before = order();
-    ASSERT_EQ(before.size(), 3);
-    selected.setCurrentRow(2);
-    Press(editor, "cmdMoveUp");
-    Press(editor, "cmdMoveUp");
-    Press(editor, "cmdMoveUp"); // it is at the top
-    EXPECT_EQ(order(), (QStringList{before[2], before[0], before[1]}));
-    EXPECT_EQ(selected.currentRow(), 0) << "the channel stays selected";
-    Press(editor, "cmdMoveDown");
-    EXPECT_EQ(order(), (QStringList{before[0], before[2], before[1]}));
-    Press(editor, "cmdOk");
-    EXPECT_THAT(m_user.Desk.Program().Data().CustomChannels.Ids(), testing::ElementsAre(5, 2, 7));
-}
-
 TEST_F(DialogsTest, AWindowOutlivesTheEventThatClosesIt) {
     m_user.Choose(mcDefineCustomTable);
     const QPointer<QWidget> view = m_user.Desk.CustomChannelsView();
@@ -126,15 +92,6 @@ TEST_F(DialogsTest, AWindowOutlivesTheEventThatClosesIt) {
     m_user.Desk.Show();
     EXPECT_TRUE(view == nullptr);
     EXPECT_EQ(m_user.Logic().CustomChannelsDialog, nullptr);
-}
-
-TEST_F(DialogsTest, ComponentAndDrawingAreWritten) {
-    m_user.Dialog.Paths = {m_folder / "corner.svr", m_folder / "corner.dxf"};
-    m_user.Choose(mcExportComponent);
-    m_user.Choose(mcExportDXF);
-    EXPECT_THAT(m_disk.ReadBytes(m_folder / "corner.dxf"), HasSubstr("LINE"));
-    EXPECT_FALSE(m_disk.ReadBytes(m_folder / "corner.svr").empty());
-    EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
 }
 
 TEST_F(DialogsTest, TheFreeViewIsTurnedAndSaved) {

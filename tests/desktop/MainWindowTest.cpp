@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QClipboard>
 #include <QComboBox>
 #include <QDragEnterEvent>
 #include <QLineEdit>
@@ -20,7 +19,6 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
-#include <QToolButton>
 #include <QTreeWidget>
 #include <QWindow>
 
@@ -142,46 +140,6 @@ TEST_F(MainWindowTest, ArrowKeysStepTheFixedPosition) {
     press(Qt::Key_Right);
     press(Qt::Key_Right);
     EXPECT_EQ(settings.ViewRack, rack - 1);
-    press(Qt::Key_Down);
-    press(Qt::Key_Down);
-    EXPECT_EQ(settings.ViewWheel, wheel);
-    EXPECT_EQ(settings.ViewRack, rack - 1);
-}
-
-TEST_F(MainWindowTest, UnitsAreSwitchedInTheOptions) {
-    m_user.Open(SamplePath("touring-front-wishbone.WSP"));
-    const std::string millimetres = Shown(1, 2);
-    QTest::mouseClick(m_user.Window().findChild<QToolButton*>("stbUnits"), Qt::LeftButton);
-    ASSERT_NE(m_user.Desk.OptionsView(), nullptr);
-    ChooseUnit("optInches");
-    Press(*m_user.Desk.OptionsView(), "cmdOK");
-    EXPECT_EQ(m_user.Desk.OptionsView(), nullptr);
-    EXPECT_NEAR(std::stod(Shown(1, 2)) * 25.4, std::stod(millimetres), 0.02);
-    EXPECT_THAT(m_user.Logic().stbMain.Units, testing::StartsWith("in "));
-}
-
-TEST_F(MainWindowTest, AnEditedPointIsAppliedSavedAndReadBack) {
-    const std::string path = Copied("formula-front-pushrod.WSP", "front.WSP");
-    m_user.Open(path);
-    m_user.Choose(mcProperties);
-    TurnTo(pgStaticPoints);
-    TypeCell(2, 2, "388+2,5"); // arithmetic, and a comma for the decimal point
-    EXPECT_FALSE(m_user.Window().isWindowModified());
-    Press(Editor(), "cmdApply");
-    ASSERT_NE(m_user.Desk.EditorView(), nullptr);
-    EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
-    EXPECT_EQ(Shown(2, 2), "390.50");
-    EXPECT_TRUE(m_user.Window().isWindowModified());
-    Press(Editor(), "cmdOK");
-    EXPECT_EQ(m_user.Desk.EditorView(), nullptr);
-    m_user.Choose(mcSave);
-    EXPECT_FALSE(m_user.Window().isWindowModified());
-    const std::string saved = m_disk.ReadBytes(path);
-    EXPECT_THAT(saved, HasSubstr("390.5"));
-    m_user.Open(path);
-    m_user.Choose(mcSave);
-    EXPECT_EQ(m_disk.ReadBytes(path), saved);
-    EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
 }
 
 TEST_F(MainWindowTest, ACellThatIsStillOpenIsTakenByTheAccessKeyOfApply) {
@@ -297,28 +255,6 @@ TEST_F(MainWindowTest, ACornerIsTypedInFromNothing) {
     }
 }
 
-TEST_F(MainWindowTest, CoordinatesArePastedFromASpreadsheetAndRangesCopiedToOne) {
-    m_user.Open(SamplePath("touring-front-wishbone.WSP"));
-    m_user.Choose(mcProperties);
-    TurnTo(pgStaticPoints);
-    GridView& points = *m_user.Desk.EditorView()->Points();
-    points.selectAll();
-    QTest::keyClick(&points, Qt::Key_C, Qt::ControlModifier);
-    QString block = QApplication::clipboard()->text();
-    EXPECT_EQ(block.count('\n'), points.model()->rowCount());
-    block.replace("\n", "\r\n");
-    block.replace(0, block.indexOf('\t'), "1.25");
-    QApplication::clipboard()->setText(block);
-    m_user.Box.Answers = {maYes};
-    Press(Editor(), "cmdPaste");
-    EXPECT_EQ(points.model()->index(0, 0).data().toString(), "1.25");
-    EXPECT_THAT(m_user.Logic().EditGeometry->labStatus.Caption,
-                HasSubstr(std::to_string(points.model()->rowCount()) + " rows"));
-    Press(Editor(), "cmdOK");
-    EXPECT_EQ(m_user.Box.Shown.size(), 1U) << testing::PrintToString(m_user.Box.Prompts());
-    EXPECT_EQ(m_user.Desk.Program().Data().Document.StaticPoints()[ptWTCP].X, 1.25);
-}
-
 TEST_F(MainWindowTest, ClosingWithUnsavedChangesAsksAndEachAnswerIsTaken) {
     const std::string path = Copied("touring-front-wishbone.WSP", "front.WSP");
     const std::string before = m_disk.ReadBytes(path);
@@ -424,24 +360,6 @@ TEST_F(MainWindowTest, AFileDroppedOnTheWindowOpens) {
     EXPECT_TRUE(m_user.Desk.Program().Data().Document.ResultsValid);
     EXPECT_TRUE(drop({QUrl::fromLocalFile("/no/such/corner.WSP")}));
     EXPECT_EQ(m_user.Box.Shown.size(), 1U);
-}
-
-TEST_F(MainWindowTest, AFailedFileLeavesTheStartPageAndAFailedCalculationItsReason) {
-    m_user.Open(SamplePath("touring-front-wishbone.WSP"));
-    m_user.Open(SamplePath("published/SOURCES.md"));
-    EXPECT_FALSE(m_user.Window().Grid()->isVisible());
-    EXPECT_TRUE(m_user.Logic().panStart.Visible);
-    m_user.Open(SamplePath("touring-front-wishbone.WSP"));
-    m_user.Choose(mcProperties);
-    TurnTo(pgTravel);
-    TypeField("Maximum bump travel of tyre contact patch:", "400");
-    m_user.Box.Shown.clear();
-    Press(Editor(), "cmdOK");
-    ASSERT_THAT(m_user.Box.Prompts(),
-                ElementsAre(HasSubstr("step size reset to"), HasSubstr("could not be completed")));
-    EXPECT_TRUE(m_user.Logic().panFailure.Visible);
-    EXPECT_EQ(m_user.Logic().panFailure.Caption, m_user.Box.Prompts().back());
-    EXPECT_THAT(m_user.Logic().stbMain.Note, testing::StartsWith("Stopped at Bump +"));
 }
 
 } // namespace

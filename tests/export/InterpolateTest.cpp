@@ -1,13 +1,10 @@
 #include "export/Interpolate.h"
 
-#include "model/Failure.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
-#include <limits>
 #include <map>
 #include <random>
 #include <vector>
@@ -37,16 +34,6 @@ double ByWeights(const Numbers& x, const Numbers& y, double at) {
            (right->first - left->first);
 }
 
-TEST(InterpolateTest, FollowsTheSegmentsAndTheLinesOfTheEnds) {
-    const Numbers x{30, 10, 20};
-    const Numbers y{5, 1, 2};
-    EXPECT_EQ(Interpolate(x, y, 25), 3.5);
-    EXPECT_EQ(Interpolate(x, y, 40), 8);
-    EXPECT_EQ(Interpolate(x, y, 0), 0);
-    EXPECT_EQ(Interpolate(Numbers{2, 1, 2, 1}, Numbers{20, 10, 99, -99}, 3), 30)
-        << "of equal x the first counts";
-}
-
 TEST(InterpolateTest, AgreesWithASortedCurve) {
     std::mt19937 random(62);
     std::uniform_int_distribution<int> place(0, 12); // coarse, so that some x are equal
@@ -63,12 +50,6 @@ TEST(InterpolateTest, AgreesWithASortedCurve) {
         EXPECT_NEAR(Interpolate(x, y, at), ByWeights(x, y, at), 1e-10);
         EXPECT_EQ(Interpolate(x, y, x.front()), y.front());
     }
-}
-
-TEST(InterpolateTest, AValueBeyondADoubleFails) {
-    const double huge = std::numeric_limits<double>::max();
-    EXPECT_THROW((void)Interpolate(Numbers{0, 1}, Numbers{0, huge}, 2), Failure);
-    EXPECT_THROW((void)Interpolate(Numbers{0, 1e-300}, Numbers{0, 1}, 1e300), Failure);
 }
 
 } // namespace

@@ -67,7 +67,10 @@ TEST_F(ListFilesTest, ChannelsKeepTheUsersOrder) {
     EXPECT_THAT(ReadChannels(), ElementsAre(47, 14, 1));
 }
 
-TEST_F(ListFilesTest, ViewsKeepTheirTicks) {
+TEST_F(ListFilesTest, ViewsKeepTheirTicksAndAFirstStartHasNone) {
+    m_views.Set(3, true);
+    EXPECT_EQ(ReadChannels().size() + ReadViews().size(), 0U);
+    EXPECT_FALSE(m_stands);
     m_views.Set(2, true);
     m_views.Set(12, true);
     EXPECT_TRUE(ExportTablesWrite(m_views, ViewsPath, m_separators, m_files, m_messages));
@@ -76,16 +79,6 @@ TEST_F(ListFilesTest, ViewsKeepTheirTicks) {
                           "[Anti-Dive, -Squat & -Roll]\tFalse\r\n[Lateral Geometry]\tTrue\r\n"));
     m_views = {};
     EXPECT_THAT(ReadViews(), ElementsAre(2, 12));
-}
-
-TEST_F(ListFilesTest, AFirstStartHasNothingChosen) {
-    m_views.Set(3, true);
-    EXPECT_THAT(ReadChannels(), IsEmpty());
-    EXPECT_FALSE(m_stands);
-    EXPECT_THAT(ReadViews(), IsEmpty());
-    EXPECT_FALSE(m_stands);
-    EXPECT_THAT(m_box.Shown, IsEmpty());
-    EXPECT_THAT(m_files.Changes(), IsEmpty());
 }
 
 TEST_F(ListFilesTest, OldFilesWinAndMoveToTheSettings) {

@@ -125,15 +125,6 @@ TEST_F(ApplicationWindowTest, ABatchRunShowsItselfUnlessItIsToldNotTo) {
     EXPECT_FALSE(m_application->MainWindow().About.IsOpen);
 }
 
-TEST_F(ApplicationWindowTest, TheWindowStandsWhereItWasLeft) {
-    WindowFrame& frame = Started().MainWindow().Frame;
-    EXPECT_EQ(frame.Placement.Width, 8000);
-    EXPECT_EQ(frame.Placement.Height, 6000);
-    frame.Placement = {300, 450, 15000, 9000};
-    EXPECT_TRUE(m_application->CloseMainWindow());
-    EXPECT_EQ(Started().MainWindow().Frame.Placement, (WindowPlacement{300, 450, 15000, 9000}));
-}
-
 TEST_F(ApplicationWindowTest, ClosingSavesWhatOutlivesTheProgram) {
     Application& application = Started();
     frmMain& main = application.MainWindow();
@@ -145,6 +136,8 @@ TEST_F(ApplicationWindowTest, ClosingSavesWhatOutlivesTheProgram) {
     main.OptionsDialog->optMillimetres.Selected = false;
     main.OptionsDialog->cmdOK_Click();
     main.Execute(mcProperties, 0);
+    EXPECT_EQ(main.Frame.Placement.Width, 8000);
+    main.Frame.Placement = {300, 450, 15000, 9000};
     EXPECT_FALSE(m_files.FileExists(Ini));
     EXPECT_TRUE(application.CloseMainWindow());
     EXPECT_FALSE(main.IsOpen || main.EditGeometry->IsOpen);
@@ -155,6 +148,7 @@ TEST_F(ApplicationWindowTest, ClosingSavesWhatOutlivesTheProgram) {
     EXPECT_TRUE(m_files.FileExists(ChannelsList) && m_files.FileExists(ViewsList));
 
     frmMain& next = Started().MainWindow();
+    EXPECT_EQ(next.Frame.Placement, (WindowPlacement{300, 450, 15000, 9000}));
     EXPECT_FALSE(next.chk3dDrawAxes.Checked);
     EXPECT_EQ(next.stbMain.Units, "in  kg  lb/in");
     EXPECT_EQ(next.mnuFMRU.at(1).Caption, "&1  " + Document);

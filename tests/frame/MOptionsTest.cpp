@@ -11,37 +11,11 @@ class MOptionsTest : public testing::Test {
   protected:
     void Read() { OptionsRead(m_options, m_data, m_units, m_store, "/opt/corvanta"); }
 
-    /// Sets everything that is kept to a value that is not its default.
-    void SetEveryOption() {
-        m_options.AdjustRHByPushRodLength = false;
-        m_options.LastFolder = "";
-        m_options.ExportFilePath = "C:\\out";
-        m_options.ExportHeaderOn = true;
-        m_options.ExportType = 2;
-        m_options.DrawAxes = false;
-        m_options.AutoScale = false;
-        m_options.PaperOrientation = 1;
-        m_options.PrintCoordinates = true;
-        m_options.PageThrow = true;
-        m_options.PrintChassisDetails = false;
-        m_options.PrintSelectedTables = true;
-        m_options.SelectedTables.Set(1, true);
-        m_options.SelectedTables.Set(12, true);
-        m_data.SpringMechanism = 11;
-        m_data.ChassisMotion = 1;
-        m_data.DriveShaftExists = true;
-        m_data.Bump = 30.25;
-        m_data.Droop = 31.5;
-        m_data.WheelTravelStepSize = 2.5;
-        m_data.RackTravel = 1e-7;
-        m_data.RackTravelStepSize = 0.125;
-    }
-
     /// The entries in the order of their writing.
     static std::string Text(const MemorySettingsStore& store) {
         std::string text;
         for (const MemorySettingsStore::Entry& entry : store.Entries) {
-            text += entry.Section + "/" + entry.Key + "=" + entry.Value + "\n";
+            text += entry.Key + "=" + entry.Value + " ";
         }
         return text;
     }
@@ -52,58 +26,51 @@ class MOptionsTest : public testing::Test {
     MemorySettingsStore m_store;
 };
 
-TEST_F(MOptionsTest, WritesEveryKeyInItsOrder) {
+TEST_F(MOptionsTest, EveryKeyStandsInItsOrderAndComesBackUnderAnyLocale) {
     Read(); // of an empty store: the defaults
-    m_data.Bump = 12.5;
-    m_units.NumberSeparators = {",", "."};
-    OptionsWrite(m_store, m_options, m_data, m_units);
-    EXPECT_EQ(Text(m_store),
-              "Options/AdjustRHByPushRodLength=True\nOptions/DriveShaftExists=False\n"
-              "Options/Options Version=Options 1.0\nOptions/SpringMechanism=0\n"
-              "Options/Bump=12,5\nOptions/Droop=25\nOptions/WheelTravelStepSize=5\n"
-              "Options/RackTravel=25\nOptions/RackTravelStepSize=5\n"
-              "Options/ChassisMotion=0\nOptions/DataDir=/opt/corvanta/Data\nOptions/"
-              "ExportFilePath=/opt/corvanta/Data\n"
-              "Options/ExportHeaderOn=False\nOptions/ExportType=1\nOptions/DrawAxes=True\n"
-              "Options/ThreeDAutoScale=True\nOptions/PaperOrientation=0\n"
-              "Options/PrintCoordinates=False\nOptions/PageThrow=False\n"
-              "Options/PrintChassisDetails=True\nOptions/PrintSelectedTables=False\n"
-              "Options/SelectedTables1=False\nOptions/SelectedTables2=False\n"
-              "Options/SelectedTables3=False\nOptions/SelectedTables4=False\n"
-              "Options/SelectedTables5=False\nOptions/SelectedTables6=False\n"
-              "Options/SelectedTables7=False\nOptions/SelectedTables8=False\n"
-              "Options/SelectedTables9=False\nOptions/SelectedTables10=False\n"
-              "Options/SelectedTables11=False\nOptions/SelectedTables12=False\n"
-              "Units/Displacement=mm\nUnits/Force=kg\nUnits/Mass=kg\nUnits/Rate=lb/in\n");
-}
-
-TEST_F(MOptionsTest, WhatWasWrittenComesBackUnderAnyLocale) {
-    SetEveryOption();
-    m_units[ucRate].Label = "N/mm";
-    for (const std::string writer : {".", ","}) {
-        for (const std::string reader : {".", ","}) {
-            m_units.NumberSeparators.Decimal = writer;
-            OptionsWrite(m_store, m_options, m_data, m_units);
-            Options options;
-            SuspensionData data;
-            FundamentalUnits units;
-            units.NumberSeparators.Decimal = reader;
-            OptionsRead(options, data, units, m_store, "/opt/corvanta");
-            EXPECT_TRUE(options.AutoScale);
-            EXPECT_FALSE(data.DriveShaftExists);
-            EXPECT_EQ(units[ucRate].Label, "N/mm");
-            MemorySettingsStore again;
-            options.AutoScale = false;
-            data.DriveShaftExists = true;
-            units.NumberSeparators.Decimal = writer;
-            OptionsWrite(again, options, data, units);
-            EXPECT_EQ(Text(again), Text(m_store));
-        }
+    std::string defaults =
+        "AdjustRHByPushRodLength=True DriveShaftExists=False Options Version=Options 1.0 "
+        "SpringMechanism=0 Bump=25 Droop=25 WheelTravelStepSize=5 RackTravel=25 "
+        "RackTravelStepSize=5 ChassisMotion=0 DataDir=/opt/corvanta/Data "
+        "ExportFilePath=/opt/corvanta/Data ExportHeaderOn=False ExportType=1 DrawAxes=True "
+        "ThreeDAutoScale=True PaperOrientation=0 PrintCoordinates=False PageThrow=False "
+        "PrintChassisDetails=True PrintSelectedTables=False ";
+    for (int view = 1; view <= SelectableViewCount; ++view) {
+        defaults += "SelectedTables" + std::to_string(view) + "=False ";
     }
-    m_units.NumberSeparators.Decimal = "\u066B";
     OptionsWrite(m_store, m_options, m_data, m_units);
-    Read();
-    EXPECT_EQ(m_data.Bump, 30.25);
+    EXPECT_EQ(Text(m_store), defaults + "Displacement=mm Force=kg Mass=kg Rate=lb/in ");
+
+    for (const std::string decimal : {".", ",", "\u066B"}) {
+        MemorySettingsStore changed;
+        for (MemorySettingsStore::Entry entry : m_store.Entries) {
+            if (entry.Value == "True" || entry.Value == "False") {
+                entry.Value = entry.Value == "True" ? "False" : "True";
+            } else if (entry.Key.ends_with("StepSize")) {
+                entry.Value += decimal + "25";
+            } else if (std::isdigit(entry.Value[0]) != 0) {
+                entry.Value = entry.Value == "0" ? "1" : "3";
+            } else if (entry.Value[0] == '/') {
+                entry.Value = entry.Key == "DataDir" ? "" : "C:\\out";
+            }
+            changed.Write(entry.Section, entry.Key, entry.Value);
+        }
+        changed.Write("Units", "Rate", "N/mm");
+        m_units.NumberSeparators.Decimal = decimal;
+        m_options = {};
+        m_data = {};
+        OptionsRead(m_options, m_data, m_units, changed, "/opt/corvanta");
+        EXPECT_TRUE(m_options.AutoScale && !m_data.DriveShaftExists) << "not taken over";
+        m_options.AutoScale = false;
+        m_data.DriveShaftExists = true;
+        MemorySettingsStore again;
+        OptionsWrite(again, m_options, m_data, m_units);
+        EXPECT_EQ(Text(again), Text(changed));
+        // Numbers of another machine are read as they were written.
+        m_units.NumberSeparators.Decimal = decimal == "." ? "," : ".";
+        OptionsRead(m_options, m_data, m_units, changed, "/opt/corvanta");
+        EXPECT_EQ(m_data.RackTravelStepSize, 5.25);
+    }
 }
 
 TEST_F(MOptionsTest, AValueThatCannotBeConvertedIsAFailureThatNamesItsKey) {

@@ -36,12 +36,6 @@ class DynamicsTest : public testing::Test {
         Static().Set(chAntiSquatPercent, 0.2);
     }
     ChannelCells& Static() { return m_document.WheelStates(3, 4).Channels; }
-    void ExpectFields(const std::array<double, 12>& expected) {
-        CalculateDynamics(m_document, 3);
-        EXPECT_TRUE(m_document.DynamicsValid);
-        EXPECT_THAT(Fields(m_document.Dynamics),
-                    testing::Pointwise(testing::DoubleNear(1e-9), expected));
-    }
 
     Suspension m_document;
     SuspensionData& m_data = m_document.Data;

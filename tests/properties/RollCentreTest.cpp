@@ -116,51 +116,6 @@ TEST_F(FociTest, OfParallelPlanesLieAtInfinity) {
     EXPECT_NEAR(Cell(chAntiDiveLength) / 240 * 2e-6, 1, 1e-3);
 }
 
-TEST(AntiFeaturesTest, OfInclinedWishbonesAreThoseOfTheSideView) {
-    Suspension document = LoadSample("published/DWSWEEP.WSP");
-    SuspensionData& data = document.Data;
-    data.Bump = data.Droop = data.RackTravel = 0;
-    data.CGZ = 500;
-    data.Wheelbase = 2500;
-    data.FrontBrakeBalanceSplitPC = 60;
-    PointSet& points = document.StaticPoints();
-    points[ptWTCP] = {0, 800, 0};
-    points[ptWC] = {0, 800, 300};
-    // The wishbones lie level across the car, along z = 450 + 0.02 x and z = 170 - 0.05 x, which
-    // meet at x = -4000, z = 370.
-    const auto upper = [](double x, double y) { return SuspPoint{x, y, 450 + 0.02 * x}; };
-    const auto lower = [](double x, double y) { return SuspPoint{x, y, 170 - 0.05 * x}; };
-    points[ptUWO] = upper(10, 740);
-    points[ptUWIR] = upper(150, 400);
-    points[ptUWIF] = upper(-150, 400);
-    points[ptLWO] = lower(-5, 760);
-    points[ptLWIR] = lower(200, 350);
-    points[ptLWIF] = lower(-200, 350);
-    points[ptTRO] = {-120, 740, 220};
-    points[ptTRI] = {-110, 360, 215};
-    points[ptPRO] = {0, 600, 200};
-    for (const bool front : {true, false}) {
-        data.CGX = front ? 1200 : -1300;
-        SetUpCorner(document);
-        CalculateCorner(document);
-        const WheelState& state = document.WheelStates(2, 2);
-        const ChannelCells& cells = state.Channels;
-        EXPECT_NEAR(state.Points[ptLongFocus].X, -4000, 1e-6);
-        EXPECT_NEAR(state.Points[ptLongFocus].Z, 370, 1e-6);
-        const double sense = front ? -1 : 1;
-        EXPECT_NEAR(cells[chAntiDiveAngle], sense * std::atan(370 / 4000.0) / Degree, 1e-6);
-        EXPECT_NEAR(cells[chAntiSquatAngle], sense * std::atan(70 / 4000.0) / Degree, 1e-6);
-        // Percentage of the load transfer that the links carry: the brake force of this axle times
-        // the line's slope against the whole force times height by wheelbase.
-        const double share = front ? -0.6 : 0.4;
-        EXPECT_NEAR(cells[chAntiDivePercent], share * (370 / 4000.0) * (2500 / 500.0), 1e-9);
-        EXPECT_NEAR(cells[chAntiSquatPercent], (70 / 4000.0) * (2500 / 500.0), 1e-9);
-        // Level across the car: the front view lines are parallel and meet at infinity.
-        EXPECT_EQ(state.Points[ptLatFocus].Y, SwingAxleAtInfinity);
-        EXPECT_NEAR(cells[chAntiRollPercent], 0.5 * 450 / (800 - 999999.0) / (500 / 1600.0), 1e-9);
-    }
-}
-
 TEST(AntiFeaturesTest, RestOnWheelbaseTrackAndHeight) {
     Suspension document;
     document.Data.CGX = 0; // the patch lies at it: a front corner

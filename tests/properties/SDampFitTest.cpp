@@ -1,104 +1,39 @@
 #include "properties/SDampFit.h"
 
 #include "calculation/SCalcs.h"
-#include "model/Failure.h"
 #include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/Testing.h"
 
 #include <array>
-#include <cstddef>
-#include <random>
 #include <vector>
 
 namespace corvanta::test {
 namespace {
 
-/// Least squares by orthogonal polynomials over the points, in long double: coefficients of 1, x,
-/// x^2.
-std::array<double, 3> OrthogonalFit(const std::vector<double>& x, const std::vector<double>& y,
-                                    int degree) {
-    using Real = long double;
-    std::array<std::array<Real, 3>, 3> basis{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
-    const auto value = [](const std::array<Real, 3>& p, Real at) {
-        return p[0] + at * (p[1] + at * p[2]);
-    };
-    const auto dot = [&](const auto& p, const auto& q) {
-        Real sum = 0;
-        for (const double at : x) {
-            sum += value(p, at) * value(q, at);
-        }
-        return sum;
-    };
-    std::array<Real, 3> fit{};
-    for (int k = 0; k <= degree; ++k) {
-        auto& p = basis[static_cast<std::size_t>(k)];
-        for (int j = 0; j < k; ++j) {
-            const auto& q = basis[static_cast<std::size_t>(j)];
-            const Real share = dot(p, q) / dot(q, q);
-            for (std::size_t n = 0; n < 3; ++n) {
-                p[n] -= share * q[n];
-            }
-        }
-        Real along = 0;
-        for (std::size_t i = 0; i < x.size(); ++i) {
-            along += value(p, x[i]) * y[i];
-        }
-        along /= dot(p, p);
-        for (std::size_t n = 0; n < 3; ++n) {
-            fit[n] += along * p[n];
-        }
-    }
-    return {static_cast<double>(fit[0]), static_cast<double>(fit[1]), static_cast<double>(fit[2])};
-}
-
-TEST(QuadraticFitsTest, AgreeWithOrthogonalPolynomials) {
-    std::mt19937_64 random(7);
-    std::uniform_real_distribution<double> noise(-1, 1);
-    for (const bool line : {false, true}) {
-        std::vector<double> x, y;
-        for (int k = 0; k < 23; ++k) {
-            x.push_back(-30 + 2.6 * k + noise(random));
-            y.push_back(0.002 * x.back() * x.back() - 0.9 * x.back() + 14 + noise(random));
-        }
-        const QuadraticFit fit = FitQuadratic(x, y, line);
-        const auto [c, b, a] = OrthogonalFit(x, y, line ? 1 : 2);
-        EXPECT_NEAR(fit.A, a, 1e-11);
-        EXPECT_NEAR(fit.B, b, 1e-10);
-        EXPECT_NEAR(fit.C, c, 1e-9);
-    }
-    const std::vector<double> still(5, 0.0);
-    const QuadraticFit none = FitQuadratic(still, still, false);
-    EXPECT_EQ(none.A, -99.9);
-    EXPECT_EQ(none.B, -99.9);
-}
-
-TEST(QuadraticFitsTest, OfADocumentAreInDisplayUnitsAfterTheRollCentreStep) {
-    Suspension document = LoadSample("formula-front-pullrod.WSP");
+TEST(QuadraticFitsTest, OfADocumentAreInDisplayUnits) {
+    std::array<Suspension, 2> documents; // in mm, and in inches
     FundamentalUnits units = MetricUnits();
-    units[ucDisplacement].Label = "in";
-    ChannelCatalogue inches;
-    inches.ChannelsSetup(units);
-    RecordingMessageBox box;
-    Messages messages(box);
-    RunCalculation(document, inches, messages);
-    ASSERT_TRUE(document.ResultsValid);
-    const auto factor = static_cast<double>(0.03937008F);
-    const int r = document.StaticRack;
-    std::vector<double> x, y;
-    for (int w = 2; w <= document.NW + 1; ++w) {
-        const double closing =
-            document.WheelStates(r, document.StaticWheel).Channels[chSpringLength] -
-            document.WheelStates(r, w).Channels[chSpringLength];
-        x.push_back(closing * factor);
-        y.push_back(document.WheelStates(r, w).Channels[chRollCentreToOrigin] * factor);
+    for (Suspension& document : documents) {
+        document = LoadSample("formula-front-pullrod.WSP");
+        ChannelCatalogue channels;
+        channels.ChannelsSetup(units);
+        RecordingMessageBox box;
+        Messages messages(box);
+        RunCalculation(document, channels, messages);
+        ASSERT_TRUE(document.ResultsValid);
+        units[ucDisplacement].Label = "in";
     }
-    const auto [c, b, a] = OrthogonalFit(x, y, 2);
-    const QuadraticFit& fit = document.QuadraticFits[4];
-    EXPECT_NEAR(fit.A, a, 1e-8);
-    EXPECT_NEAR(fit.B, b, 1e-8);
-    EXPECT_NEAR(fit.C, c, 1e-8);
-    EXPECT_EQ(document.QuadraticFits[5].C, 0) << "no driveshaft";
+    // The height of the roll centre over the spring's closing: both are lengths.
+    const QuadraticFit& metric = documents[0].QuadraticFits[4];
+    const QuadraticFit& inches = documents[1].QuadraticFits[4];
+    EXPECT_NEAR(inches.A, metric.A * 25.4, 1e-8);
+    EXPECT_NEAR(inches.B, metric.B, 1e-8);
+    EXPECT_NEAR(inches.C, metric.C / 25.4, 1e-6);
+    EXPECT_NE(metric.A, 0);
+    EXPECT_EQ(documents[1].QuadraticFits[5].C, 0) << "no driveshaft";
+    const std::vector<double> still(5, 0.0);
+    EXPECT_EQ(FitQuadratic(still, still, false).A, -99.9);
 }
 
 } // namespace

@@ -1,25 +1,19 @@
 #include "properties/SGeoProp.h"
 
-#include "calculation/SCalcs.h"
 #include "model/Failure.h"
-#include "tests/support/RecordingMessageBox.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/Testing.h"
 
 #include <cmath>
-#include <functional>
 #include <numbers>
-#include <utility>
 
 namespace corvanta::test {
 namespace {
 
 constexpr double Degree = std::numbers::pi / 180;
 
-/// Angles of the system rest on a degree that is right to about 1 in 3e8, camber and steer on a
-/// sine of single precision.
+/// Angles of the system rest on a degree that is right to about 1 in 3e8.
 constexpr double AngleTolerance = 1e-8;
-constexpr double SingleTolerance = 1e-5;
 
 class SGeoPropTest : public testing::Test {
   protected:
@@ -75,21 +69,6 @@ TEST_F(SGeoPropTest, SteeringAxisAndWishbonePlanes) {
     EXPECT_EQ(Angle(chHalfTrack), 750);
 }
 
-TEST_F(SGeoPropTest, CamberAndSteerOfATurnedWheel) {
-    for (const double camber : {-3.2, 0.0, 1.7}) {
-        for (const double steer : {-21.0, 0.0, 8.5}) {
-            // The axle's inner end: up with the wheel's top outward, back with its front inward.
-            const double flat = 600 * std::cos(camber * Degree);
-            m_state.Points[ptWSA] = {5 + flat * std::sin(steer * Degree),
-                                     748 - flat * std::cos(steer * Degree),
-                                     300 + 600 * std::sin(camber * Degree)};
-            ASSERT_TRUE(Geometry());
-            EXPECT_NEAR(Angle(chCamberAngle), camber, SingleTolerance);
-            EXPECT_NEAR(Angle(chSteerAngle), steer, SingleTolerance);
-        }
-    }
-}
-
 TEST_F(SGeoPropTest, GeometryWithoutAngles) {
     const PointSet sound = m_state.Points;
     const auto broken = [&](PointNumber outer, PointNumber onto) {
@@ -139,21 +118,6 @@ TEST_F(SGeoPropTest, DriveshaftAngles) {
     m_document.Data.DriveShaftExists = false;
     EXPECT_TRUE(CalculateDriveshaftAngles(m_document, m_state, m_message));
     EXPECT_FALSE(m_state.Channels.Cell(chDriveshaftLength)) << "not written";
-}
-
-TEST_F(SGeoPropTest, AckermanOfAConcentricTurn) {
-    m_document.Data.Wheelbase = 2500;
-    m_document.StaticLengths.StaticHalfTrack = 700;
-    for (const double radius : {5000.0, 12000.0, 80000.0}) {
-        // All wheels run about one point on the line of the rear axle.
-        const double outer = std::atan(2500 / (radius + 700)) / Degree;
-        const double inner = std::atan(2500 / (radius - 700)) / Degree;
-        EXPECT_NEAR(CalculateAckerman(m_document, outer, inner), 1, 1e-6);
-        EXPECT_NEAR(CalculateAckerman(m_document, outer, (outer + inner) / 2), 0.5, 1e-6);
-        EXPECT_EQ(CalculateAckerman(m_document, outer, outer), 0) << "parallel";
-        EXPECT_NEAR(CalculateAckerman(m_document, outer, 2 * outer - inner), -1, 1e-6) << "reverse";
-    }
-    EXPECT_EQ(CalculateAckerman(m_document, 0, 5), 0);
 }
 
 TEST_F(SGeoPropTest, ChannelsThatCompareStates) {
@@ -221,16 +185,7 @@ class PassOverTheGridTest : public testing::Test {
         return m_document.WheelStates(r, w).Channels;
     }
 
-    /// Points the bar's lever of a state by hand, deg from straight back, upwards in side view.
-    void Point(int r, int w, double degrees) {
-        PointSet& points = m_document.WheelStates(r, w).Points;
-        points[ptARP1] = {0, 0, 0};
-        points[ptARP2] = {0, 200, 0};
-        points[ptARI] = {100 * std::cos(degrees * Degree), 50, 100 * std::sin(degrees * Degree)};
-    }
-
     Suspension m_document = DoubleWishboneCorner(smPushrodToLowerWishbone, abToLowerWishbone);
-    std::string m_message;
 };
 
 TEST_F(PassOverTheGridTest, AChannelThatItsMechanismDoesNotWriteKeepsWhatItHeld) {

@@ -40,18 +40,6 @@ class CWireframeTest : public testing::Test {
         m_wire.AddLine({dx, 0, 0}, {dx, 0, length}, Blue);
     }
 
-    /// Where a view at scale 1 shows a point of the car, right and up from where it shows the
-    /// origin.
-    Point2D Projected(const ViewAngles& angles, const SuspPoint& point) {
-        m_wire.Init(m_surface);
-        m_wire.AddLine({}, point, Red);
-        m_wire.Draw(m_surface, angles, 1, false);
-        const RecordingSurface::Line& line = m_surface.Lines.at(0);
-        EXPECT_NEAR(line.X1, 200, Near); // the first quarter point
-        EXPECT_NEAR(line.Y1, 150, Near);
-        return {line.X2 - line.X1, line.Y1 - line.Y2};
-    }
-
     /// The line `n` of a quadrant of the layout, in the order of drawing.
     [[nodiscard]] const RecordingSurface::Line& LineOf(std::size_t quadrant, std::size_t n) const {
         const std::size_t perQuadrant = (m_surface.Lines.size() - 2) / 4;
@@ -61,24 +49,6 @@ class CWireframeTest : public testing::Test {
     RecordingSurface m_surface{800, 600};
     CWireframe m_wire;
 };
-
-TEST_F(CWireframeTest, AnyViewIsARotationSeenFromAfar) {
-    for (const ViewAngles& angles : {ViewAngles{30, 30, 40.7}, ViewAngles{-17, 64, 205}}) {
-        // The same rotation made of turns about the fixed axes, which run the other way.
-        const Matrix3 turns = RotationMatrix(-angles.A1, -angles.A2, -angles.A3);
-        for (const SuspPoint& p :
-             {SuspPoint{1000, 0, 0}, SuspPoint{0, 1000, 0}, SuspPoint{0, 0, 1000}}) {
-            const SuspPoint turned = TransformPoint({p.X, -p.Y, p.Z}, turns);
-            const Point2D seen = Projected(angles, p);
-            EXPECT_NEAR(seen.X, turned.X, Near);
-            EXPECT_NEAR(seen.Y, turned.Y, Near);
-        }
-    }
-    // The free view holds the vertical of the car upright.
-    const Point2D up = Projected({30, 30, 40.7}, {0, 0, 1000});
-    EXPECT_NEAR(up.X, -2.2326, Near);
-    EXPECT_NEAR(up.Y, 661.4341, Near);
-}
 
 TEST_F(CWireframeTest, OneViewScalesAndLabels) {
     m_wire.AddLine({0, 0, 0}, {100, 0, 0}, Red);

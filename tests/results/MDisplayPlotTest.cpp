@@ -1,9 +1,7 @@
 #include "results/MDisplayPlot.h"
 
-#include "model/Failure.h"
 #include "tests/support/Corners.h"
 #include "tests/support/RecordingChart.h"
-#include "tests/support/SampleCorners.h"
 #include "tests/support/Testing.h"
 
 namespace corvanta {
@@ -16,14 +14,6 @@ inline void PrintTo(const ChartPoint& point, std::ostream* stream) {
 
 namespace corvanta::test {
 namespace {
-
-/// A chart whose window has gone.
-class BrokenChart final : public Chart2D {
-  public:
-    [[nodiscard]] ChartPoint DataAt(double /*pixelX*/, double /*pixelY*/) const override {
-        throw Failure(fnInternal, "No window");
-    }
-};
 
 /// 3 rack steps by 4 wheel steps. Camber tells the place of its state, and the travels have more
 /// decimals than a plot keeps.
@@ -92,6 +82,8 @@ TEST_F(MDisplayPlotTest, PointsAreInTheUsersUnitsRoundedBeforeTheConversion) {
     const double inch = 0.03937008F;
     EXPECT_EQ(m_chart.Series.Points.front(), (ChartPoint{10.00001 * inch, 1e-7 * inch}));
     ExpectNoReadout("Wheel Travel [in]", "Half Track [in]");
+    EXPECT_EQ(m_chart.AxisX.Format + m_chart.AxisY.Format, "0.0000.000");
+    EXPECT_EQ(m_chart.NumberSeparators.Decimal, ",");
 
     Click(1, 1);
     EXPECT_EQ(m_chart.AxisX.Title, "Wheel Travel [in] = 0,394") << "no second conversion";
@@ -120,21 +112,6 @@ TEST_F(MDisplayPlotTest, AClickReadsOutItsPosition) {
     Click(0.5, 0.5);
     Plot(chCamberAngle, vvAlongWheelTravel);
     ExpectNoReadout("Wheel Travel [mm]", "Camber Angle [deg]");
-}
-
-TEST_F(MDisplayPlotTest, FewerThanTwoPointsLeaveTheChartAsItIs) {
-    Plot(chCamberAngle, vvAlongRackTravel);
-    const std::vector<ChartPoint> before = m_chart.Series.Points;
-    m_program.Document.NW = 1;
-    m_program.Document.StaticWheel = 2;
-    Plot(chAckerman, vvAlongWheelTravel, 3, 2);
-    EXPECT_EQ(m_chart.Series.Points, before);
-    ExpectNoReadout("Wheel Travel [mm]", "Ackerman % [%]");
-
-    m_chart.ClearSeries(); // as the window does before each view
-    Plot(chAckerman, vvAlongWheelTravel, 3, 2);
-    Plot(chAckerman, 3, 3, 2);
-    EXPECT_THAT(m_chart.Series.Points, IsEmpty());
 }
 
 } // namespace

@@ -67,16 +67,15 @@ TEST_F(ExportCommandsTest, TheDrawingIsThatOfTheCurrentPosition) {
     };
     EXPECT_THAT(Bytes(Drawing), HasSubstr(height(2, 3)));
     EXPECT_THAT(Bytes(Drawing), Not(HasSubstr(height(3, 2))));
-    ExpectNothingRemembered();
-}
-
-TEST_F(ExportCommandsTest, WithoutANameNothingHappens) {
-    AskAndExportComponent(m_desk, m_main);
+    EXPECT_EQ(m_main.Confirmed, "front.dxf written");
+    m_main.Confirmed.clear();
+    const std::size_t changes = m_files.Changes().size();
+    AskAndExportComponent(m_desk, m_main); // cancelled
     AskAndExportDXF(m_desk, m_main);
     AskAndExportResults(m_desk, m_main, 1);
-    EXPECT_EQ(m_main.Asked.size(), 3U);
+    EXPECT_EQ(m_main.Asked.size(), 4U);
     EXPECT_EQ(m_main.Confirmed, "");
-    EXPECT_THAT(m_files.Changes(), IsEmpty());
+    EXPECT_EQ(m_files.Changes().size(), changes);
     EXPECT_THAT(m_box.Prompts(), IsEmpty());
     ExpectNothingRemembered();
 }

@@ -57,6 +57,9 @@ TEST_F(frmEditGeometryPagesTest, ListsOfferWhatTheMechanismAllows) {
 }
 
 TEST_F(frmEditGeometryPagesTest, ListsKeepAChoiceThatIsStillOffered) {
+    m_data.ThirdSpringMechanism = tsCentreSpring;
+    m_data.CentreSpringSystem = csLateralViaRocker;
+    EXPECT_EQ(Reopen().cboCentreSpringSystem.Text(), "Lateral via rocker");
     ChooseMechanism(5);
     ChooseSprings(2);
     EXPECT_EQ(Texts(m_form->cboCentreSpringSystem), "Longitudinal via T-bar|Lateral via rocker");

@@ -152,6 +152,11 @@ TEST_F(frmEditGeometryTest, AFaultyCellDoesNotHoldUpThePageChange) {
 }
 
 TEST_F(frmEditGeometryTest, ApplyTakesEveryPageAndCalculates) {
+    const bool driveshaft = !m_data.DriveShaftExists;
+    m_form->txtDescription.Text = "one";
+    EXPECT_TRUE(m_form->HasUnappliedChanges());
+    Reopen().chkDriveshaft.Checked = driveshaft;
+    EXPECT_TRUE(m_form->HasUnappliedChanges());
     TypeX(ptWC, "1,5");
     Type(m_form->txtBump, "30 mm");
     Type(m_form->txtARBRate, "");
@@ -182,6 +187,7 @@ TEST_F(frmEditGeometryTest, ApplyTakesEveryPageAndCalculates) {
     EXPECT_EQ(m_data.ChassisMotion, cmHeave);
     EXPECT_EQ(m_data.Description, "one\r\ntwo");
     EXPECT_EQ(m_data.ARBMechanism, abNone);
+    EXPECT_EQ(m_data.DriveShaftExists, driveshaft);
     m_main.OnRefresh = [] {};
     EXPECT_EQ(Reopen().txtAccel.Text, "0.9") << "without the dust of single precision";
 

@@ -46,12 +46,6 @@ TEST_F(frmExportTest, ShowsTheChoicesOfTheLastTime) {
     m_form.Open();
     EXPECT_TRUE(m_form.IsOpen);
     EXPECT_EQ(m_form.Caption, "Export Results");
-    EXPECT_EQ(m_form.optExport[0].Caption, "&All Channels");
-    EXPECT_EQ(m_form.optExport[1].Caption, "&Current View");
-    EXPECT_EQ(m_form.optExport[2].Caption, "&Selected Views:");
-    EXPECT_EQ(m_form.chkHeader.Caption, "&Write header");
-    EXPECT_EQ(m_form.cmdExport.Caption + m_form.cmdCancel.Caption + m_form.cmdHelp.Caption,
-              "&Export...Cancel&Help");
     EXPECT_TRUE(m_form.chkHeader.Checked);
     ASSERT_EQ(m_form.tvwViews.Rows.size(), 12U);
     for (int view = 1; view <= SelectableViewCount; ++view) {
@@ -63,17 +57,11 @@ TEST_F(frmExportTest, ShowsTheChoicesOfTheLastTime) {
 }
 
 TEST_F(frmExportTest, TheViewsTakeInputOnlyWhileTheyAreExported) {
-    struct Case {
-        std::int32_t Type;
-        std::string Options;
-        bool ViewsEnabled;
-    };
-    for (const Case& stored : {Case{1, "100", false}, Case{2, "010", false}, Case{3, "001", true},
-                               Case{0, "100", false}, Case{6, "100", false}}) {
-        m_program.Options.ExportType = stored.Type;
+    for (const std::int32_t type : {1, 2, 3, 0, 6}) {
+        m_program.Options.ExportType = type;
         m_form.Open();
-        EXPECT_EQ(Chosen(), stored.Options) << stored.Type;
-        EXPECT_EQ(m_form.tvwViews.Enabled, stored.ViewsEnabled) << stored.Type;
+        EXPECT_EQ(Chosen(), type == 2 ? "010" : type == 3 ? "001" : "100") << type;
+        EXPECT_EQ(m_form.tvwViews.Enabled, type == 3) << type;
     }
     for (const std::size_t index : {2U, 0U, 2U, 1U}) {
         Choose(index);
@@ -103,18 +91,11 @@ TEST_F(frmExportTest, ExportKeepsTheChoicesAsksAndWrites) {
 }
 
 TEST_F(frmExportTest, WritesWhatTheOptionSays) {
-    struct Case {
-        std::size_t Option;
-        std::vector<std::string> Titles;
-    };
-    const std::vector<Case> cases{
-        {0, {"All channels"}},
-        {1, {"Anti-Dive, -Squat & -Roll"}},
-        {2, {"Lateral Geometry", "Link Lengths"}},
-    };
-    for (const Case& choice : cases) {
+    const std::vector<std::vector<std::string>> expected{
+        {"All channels"}, {"Anti-Dive, -Squat & -Roll"}, {"Lateral Geometry", "Link Lengths"}};
+    for (std::size_t option = 0; option < expected.size(); ++option) {
         m_form.Open();
-        Choose(choice.Option);
+        Choose(option);
         m_form.tvwViews.Rows[1].Checked = m_form.tvwViews.Rows[9].Checked = true;
         m_main.Names = {{Output, "results.txt", "txt", 1}};
         m_form.cmdExport_Click();
@@ -124,8 +105,8 @@ TEST_F(frmExportTest, WritesWhatTheOptionSays) {
              at = text.find("TITLE:\t", at + 1)) {
             titles.push_back(text.substr(at + 7, text.find("\r\n", at) - at - 7));
         }
-        EXPECT_EQ(titles, choice.Titles);
-        EXPECT_EQ(m_program.Options.ExportType, static_cast<std::int32_t>(choice.Option) + 1);
+        EXPECT_EQ(titles, expected[option]);
+        EXPECT_EQ(m_program.Options.ExportType, static_cast<std::int32_t>(option) + 1);
     }
 }
 

@@ -310,27 +310,19 @@ TEST_F(frmMainFilesTest, AFileThatTheDialogDidNotAskAboutIsNotOverwrittenUnasked
 }
 
 TEST_F(frmMainFilesTest, GetFileNameTellsPathNameAndExtension) {
-    struct Case {
-        FileNameMode Mode;
-        std::string Title;
-        std::string Path;
-        std::string Name;
-        std::string Extension;
-    };
-    for (const Case& asked : {Case{FileNameMode::Open, "Open", "/a/b.WSP", "b.WSP", "WSP"},
-                              Case{FileNameMode::Save, "Save", "/a.b/c", "c", ""},
-                              Case{FileNameMode::SaveAs, "Save As", "/a/b.c.d", "b.c.d", "d"},
-                              Case{FileNameMode::Import, "Import", "/a/b.", "b.", ""},
-                              Case{FileNameMode::Export, "Export", "b.txt", "b.txt", "txt"}}) {
+    for (const auto& [path, name] : {std::pair("/a/b.WSP", "b.WSP|WSP"),
+                                     {"/a.b/c", "c|"},
+                                     {"/a/b.c.d", "b.c.d|d"},
+                                     {"/a/b.", "b.|"},
+                                     {"b.txt", "b.txt|txt"}}) {
         ChosenFile chosen{"", "begin.txt", "dxf"};
-        WillChoose(asked.Path);
-        EXPECT_TRUE(m_main.GetFileName(asked.Mode, "All|*.*", "/start", chosen, false));
+        WillChoose(path);
+        EXPECT_TRUE(m_main.GetFileName(FileNameMode::SaveAs, "All|*.*", "/start", chosen, false));
         const FileNameRequest& request = m_windowSystem.Requests.back();
-        EXPECT_EQ(request.Title, asked.Title);
-        EXPECT_EQ(request.Filter + request.StartFolder, "All|*.*/start");
+        EXPECT_EQ(request.Title + request.Filter + request.StartFolder, "Save AsAll|*.*/start");
         EXPECT_EQ(request.InitialName + request.Extension, "begin.txtdxf");
-        EXPECT_EQ(chosen.Path, asked.Path);
-        EXPECT_EQ(chosen.Title + "|" + chosen.Extension, asked.Name + "|" + asked.Extension);
+        EXPECT_EQ(chosen.Path, path);
+        EXPECT_EQ(chosen.Title + "|" + chosen.Extension, name);
         EXPECT_EQ(chosen.FilterIndex, 2);
     }
     ChosenFile chosen;
@@ -538,6 +530,7 @@ TEST_F(frmMainFilesTest, WorkOfARunThatDidNotEndWellIsOffered) {
     dialog.cmdOpen_Click();
     EXPECT_THAT(Prompts(), ElementsAre(HasSubstr("There was an error while processing file")));
     EXPECT_TRUE(main->panStart.Visible && m_files.FileExists("/recovery/9.WSP"));
+    EXPECT_THAT(names(offer()), ElementsAre(Path, "New suspension")) << "no place of this run";
     m_files.DeleteFile("/recovery/9.WSP");
 
     // What is opened is of its file as that was then; what it makes room for comes at once.

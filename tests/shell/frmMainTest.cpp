@@ -215,25 +215,6 @@ TEST_F(frmMainTest, ADamagedFileGivesADocumentOrAReason) {
     }
 }
 
-TEST_F(frmMainTest, RefreshGUICalculatesOnlyWhatIsStale) {
-    m_main.RefreshGUI(true); // with no document
-    EXPECT_EQ(m_process.Beeps, 0);
-    EXPECT_EQ(m_main.Grid().Rows(), 0);
-
-    Open(SampleBytes());
-    WheelState& state = m_program.Document.WheelStates(3, 3);
-    const double camber = state.Channels[chCamberAngle];
-    state.Channels.Set(chCamberAngle, 77);
-    m_main.RefreshGUI(true);
-    EXPECT_EQ(state.Channels[chCamberAngle], 77);
-    m_program.Document.ResultsValid = false;
-    m_program.Settings.View = vwNone;
-    m_main.RefreshGUI(false);
-    EXPECT_EQ(m_program.Document.WheelStates(3, 3).Channels[chCamberAngle], camber);
-    EXPECT_EQ(m_program.Settings.View, vwCoordinates) << "a calculation brings a view";
-    EXPECT_EQ(m_process.Beeps, 0);
-}
-
 TEST_F(frmMainTest, RefreshGUIKeepsThePositionOnTheGrid) {
     Open(SampleBytes());
     const Suspension& document = m_program.Document;
@@ -247,12 +228,10 @@ TEST_F(frmMainTest, RefreshGUIKeepsThePositionOnTheGrid) {
     const std::pair atStatic(document.StaticWheel, document.StaticRack);
     EXPECT_EQ(after(3, 4, true), atStatic);
     EXPECT_EQ(after(3, 4, false), std::pair(3, 4));
-    EXPECT_EQ(after(document.NW + 1, document.NR + 1, false),
-              std::pair(document.NW + 1, document.NR + 1));
-    EXPECT_EQ(after(document.NW + 2, document.NR + 2, false), atStatic);
+    const std::pair last(document.NW + 1, document.NR + 1);
+    EXPECT_EQ(after(last.first, last.second, false), last);
+    EXPECT_EQ(after(last.first + 1, last.second + 1, false), atStatic);
     EXPECT_EQ(after(0, 0, false), atStatic);
-    settings.ViewVariable = vvAlongRackTravel;
-    EXPECT_EQ(after(3, 4, false), std::pair(3, 4)) << "the other variable";
 }
 
 TEST_F(frmMainTest, AnEventDuringARefreshIsIgnored) {
@@ -364,7 +343,6 @@ TEST_F(frmMainTest, TheDynamicsReportIsTextInThePicture) {
     m_program.Document.DynamicsValid = false;
     m_program.Settings.View = vwDynamicsReport;
     m_main.RefreshGUI(false);
-    EXPECT_EQ(m_main.picResults.Text, "");
     const std::string nothing = "Current settings are not valid for this report.";
     m_main.Resized();
     m_settings.View = vwAntis;

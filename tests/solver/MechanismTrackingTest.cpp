@@ -1,7 +1,6 @@
 #include "solver/MechanismTracking.h"
 
 #include "calculation/SCalcs.h"
-#include "model/Failure.h"
 #include "solver/MLibCoordGeom.h"
 #include "tests/support/Corners.h"
 
@@ -14,23 +13,6 @@
 
 namespace corvanta::test {
 namespace {
-
-TEST(MechanismTrackingTest, TheTBarTurnsInHeaveAndSwingsInRoll) {
-    for (const std::int32_t motion : {cmRoll, cmHeave}) {
-        Suspension document = DoubleWishboneCorner(smPullrodToUpright, abTBar, motion);
-        std::string errorText;
-        ASSERT_TRUE(SolveGrid(document, errorText)) << errorText;
-        const PointSet& fixed = document.StaticPoints();
-        const PointSet& bump = document.WheelStates(4, 2).Points;
-        if (motion == cmRoll) {
-            EXPECT_EQ(bump[ptTBDLO2], fixed[ptTBDLO2]);
-        } else {
-            const SuspPoint mirror{bump[ptTBDLO].X, -bump[ptTBDLO].Y, bump[ptTBDLO].Z};
-            EXPECT_NEAR(Distance(bump[ptTBDLO2], mirror), 0, 1e-4);
-            EXPECT_GT(Distance(bump[ptTBDLO2], fixed[ptTBDLO2]), 0.1);
-        }
-    }
-}
 
 /// What the solve of a corner with this much travel either way reports.
 std::string ReportOf(Suspension document, double travel) {

@@ -99,45 +99,6 @@ TEST(RideHeightTest, WithTheRodTheRockerSideStaysAndTheRestMoves) {
     });
 }
 
-TEST(RideHeightTest, ThereAndBackEveryPointIsWhereItWas) {
-    const auto thereAndBack = [](const Suspension& document) {
-        for (const bool byPushRodLength : {false, true}) {
-            Suspension adjusted = document;
-            Adjust(adjusted, OtherTravel, byPushRodLength);
-            Adjust(adjusted, -OtherTravel, byPushRodLength);
-            for (const PointNumber number : AllPoints) {
-                // The pickup of a lateral centre spring moves with a rocker that does not.
-                const bool moves = byPushRodLength && number == ptLCSI;
-                if (document.Catalogue[number].Enabled && !moves) {
-                    ExpectSamePlace(adjusted.StaticPoints(), document.StaticPoints(), number);
-                }
-            }
-        }
-    };
-    ForEachChoice(thereAndBack);
-    ForEachSample([](Suspension&) {}, thereAndBack);
-}
-
-TEST(RideHeightTest, ATravelOutOfReachChangesNothing) {
-    const auto expectUnchanged = [](const Suspension& document, const Suspension& before) {
-        EXPECT_EQ(document.StaticPoints(), before.StaticPoints());
-        EXPECT_TRUE(document.ResultsValid && document.GeometryValid);
-    };
-    std::string errorText;
-    Suspension wishbone = LoadSample("published/OFFROAD3.WSP");
-    Solve(wishbone);
-    const Suspension before = wishbone;
-    EXPECT_THROW(static_cast<void>(AdjustRideHeight(wishbone, errorText, -120, true)), Failure);
-    expectUnchanged(wishbone, before);
-
-    Suspension pushrod = LoadSample("formula-front-pushrod.WSP");
-    Solve(pushrod);
-    const Suspension pushrodBefore = pushrod;
-    EXPECT_FALSE(AdjustRideHeight(pushrod, errorText, -120, true));
-    EXPECT_THAT(errorText, StartsWith("Rocker input lever length locus tracking error.\r"));
-    expectUnchanged(pushrod, pushrodBefore);
-}
-
 TEST(RideHeightTest, WithoutResultsThePointsAreCheckedAndReadied) {
     for (const char* name : {"formula-front-pushrod.WSP", "saloon-front-strut.WSP"}) {
         SCOPED_TRACE(name);

@@ -146,29 +146,6 @@ TEST(SSumsTest, EveryInputCheckFiresAloneAndPassesAtItsBoundary) {
     }
 }
 
-TEST(SSumsTest, ProblemsAreReportedTogetherInTheirOrder) {
-    Suspension corner = DoubleWishboneCorner(smPushrodToUpright, abToRocker);
-    PointSet& p = corner.StaticPoints();
-    p[ptDSI] = p[ptDSO];
-    p[ptARP2] = p[ptARP1]; // no axis, so no lever either
-    p[ptUWO] = p[ptTRO];
-    p[ptTRI] = p[ptTRO];
-    EXPECT_EQ(InputReport(corner), Head + "\rTrackrod & Upper wishbone outboard points coincident"
-                                          "\rTrackrod has no length - check trackrod coordinates"
-                                          "\rTrackrod points swapped inboard for outboard"
-                                          "\rTwo distinct points needed for rocker axis"
-                                          "\rAnti-roll bar input lever length is 0"
-                                          "\rTwo distinct points needed to define driveshaft");
-}
-
-TEST(SSumsTest, ARockerForTheCentreSpringAloneNeedsNoCornerSpring) {
-    Suspension corner = DoubleWishboneCorner(smPullrodToUpright);
-    corner.StaticPoints()[ptSAI] = corner.StaticPoints()[ptR1O];
-    EXPECT_NE(InputReport(corner), "");
-    corner.Data.ThirdSpringMechanism = tsCentreSpring;
-    EXPECT_EQ(InputReport(corner), "");
-}
-
 TEST(SSumsTest, ActuatorPlacement) {
     constexpr auto* pullrod = "Pullrod outer point is nearer lower wishbone than upper";
     constexpr auto* pushrod = "Pushrod outer point is nearer upper wishbone than lower";

@@ -11,25 +11,6 @@
 namespace corvanta::test {
 namespace {
 
-TEST(WheelPositionTest, AStrutSlidesThroughItsMount) {
-    Suspension document = StrutCorner();
-    std::string errorText;
-    ASSERT_TRUE(SolveGrid(document, errorText));
-    const PointSet& fixed = document.StaticPoints();
-    EXPECT_EQ(fixed[ptUWO], fixed[ptSAI]);
-    for (int r = 2; r <= document.NR + 1; ++r) {
-        for (int c = 2; c <= document.NW + 1; ++c) {
-            const PointSet& set = document.WheelStates(r, c).PointsPlus;
-            EXPECT_EQ(set[ptUWO], fixed[ptUWO]);
-            EXPECT_EQ(set[ptSAI], fixed[ptSAI]) << "the chassis pickup again";
-            EXPECT_GT(Distance(set[ptUWO_MACPH], fixed[ptSAI]), 0.1);
-            EXPECT_EQ(set[ptUWIF].X, fixed[ptSAI].X - 200);
-            const Vector3 axis = VectorSubtract(set[ptUWIR], set[ptUWIF]);
-            EXPECT_NEAR(Dot(axis, VectorSubtract(set[ptUWO], set[ptLWO])), 0, 1e-7);
-        }
-    }
-}
-
 TEST(WheelPositionTest, TheOffsetOfTheSlopesIsAtMostOneMillimetre) {
     Suspension document = DoubleWishboneCorner(smNone);
     document.Data.WheelTravelStepSize = 20;
