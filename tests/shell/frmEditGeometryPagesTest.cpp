@@ -206,7 +206,7 @@ TEST_F(frmEditGeometryPagesTest, PasteTakesWhatCopyGivesInAnyOrder) {
     pasteAt("1\t2\r\n3\t4", {3, 2, 3, 2});
     EXPECT_EQ(m_form->grdPoints.Cell(3, 1), "0.00") << "nothing is emptied";
     EXPECT_EQ(m_form->grdPoints.Cell(3, 3) + m_form->grdPoints.Cell(4, 2), "23");
-    pasteAt("Point\tZ\r\nptWC\t77", {0, 0, 0, 0});
+    pasteAt("Point\tZ\r\n ptWC \t77", {0, 0, 0, 0});
     EXPECT_EQ(m_form->grdPoints.Cell(RowOf(ptWC), 3), "77") << "by heads and short names";
     EXPECT_EQ(pasteAt("Point\tX\r\n\tin\r\nptWC\t1", {2, 1, 2, 1}),
               "Nothing pasted: the copied table is in another unit.");
