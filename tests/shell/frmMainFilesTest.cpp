@@ -77,6 +77,7 @@ TEST_F(frmMainFilesTest, NewAsksAndStartsAnEmptyDocumentInTheEditor) {
     EXPECT_FALSE(m_document.DataLoaded || m_document.ResultsValid || m_program.Modified);
     EXPECT_EQ(m_program.DocumentPath, "");
     EXPECT_EQ(m_settings.View, vwNone);
+    EXPECT_TRUE(m_main.panStart.Visible && !m_main.grdDisplay.Visible);
     EXPECT_FALSE(former->IsOpen) << "still there for its view on the screen";
     EXPECT_NE(m_main.EditGeometry.get(), former);
     EXPECT_TRUE(m_main.EditGeometry->IsOpen && m_main.EditGeometry->Raise);
