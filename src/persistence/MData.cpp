@@ -6,6 +6,7 @@
 #include "persistence/DocumentIntake.h"
 #include "persistence/LegacyImport.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -140,8 +141,21 @@ FieldValue StoredValue(const SuspensionData& data, const DocumentField& field) {
     return std::visit(Stored{data}, field.Place);
 }
 
+/// The points in play that a file does not hold as a whole, by their names on display. A file that
+/// was cut off between two lines lacks its last ones.
+std::string PointsWithoutPlace(CFileStream& stream, const PointCatalogue& catalogue) {
+    std::string names;
+    for (const PointNumber number : AllPoints) {
+        const std::vector<std::string> place = stream.GetFieldString(PointShortName(number), {}, 3);
+        if (catalogue[number].Enabled && std::ranges::count(place, "") > 0) {
+            names += (names.empty() ? "" : ", ") + catalogue[number].LongName;
+        }
+    }
+    return names;
+}
+
 /// What of a file may not be as it was saved; empty when nothing is.
-std::string DoubtsAbout(const CFileStream& stream) {
+std::string DoubtsAbout(const CFileStream& stream, const std::string& withoutPlace) {
     std::string text;
     if (stream.LacksLastLineEnd()) {
         text += "\r\rThe last line of the file has no end. If the file was cut off there, its last "
@@ -154,11 +168,17 @@ std::string DoubtsAbout(const CFileStream& stream) {
         }
         text += "\r\rWhat is no number was read as 0: " + fields;
     }
+    if (!withoutPlace.empty()) {
+        text += "\r\rPoints that the file does not hold, or not with all three coordinates, were "
+                "read as 0: " +
+                withoutPlace;
+    }
     return text;
 }
 
-void TellDoubts(const CFileStream& stream, const std::string& path, Messages& messages) {
-    if (const std::string doubts = DoubtsAbout(stream); !doubts.empty()) {
+void TellDoubts(const CFileStream& stream, const std::string& withoutPlace, const std::string& path,
+                Messages& messages) {
+    if (const std::string doubts = DoubtsAbout(stream, withoutPlace); !doubts.empty()) {
         messages.ShowMessage(
             "Please check the values of this file before you use the results: " + path + doubts,
             msExclamation);
@@ -191,7 +211,7 @@ bool DataLoad(Suspension& document, ChannelCatalogue& channels, const std::strin
     if (stream.GetFieldString(MechanismKey).empty()) {
         const bool read =
             DataReadLegacy(document, channels, path, announceUpgrade, units, files, messages);
-        TellDoubts(stream, path, messages); // of these layouts only a last line without its end
+        TellDoubts(stream, "", path, messages); // of these layouts only a last line without its end
         return read;
     }
     return DataRead(document, channels, path, units, files, messages);
@@ -214,7 +234,7 @@ bool DataRead(Suspension& document, ChannelCatalogue& channels, const std::strin
         reader.Read(field);
     }
     AdoptDocument(document, channels, std::move(data), ReadPoints(stream), units, messages);
-    TellDoubts(stream, path, messages);
+    TellDoubts(stream, PointsWithoutPlace(stream, document.Catalogue), path, messages);
     return true;
 }
 

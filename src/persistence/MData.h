@@ -20,10 +20,10 @@ bool DataLoad(Suspension& document, ChannelCatalogue& channels, const std::strin
               Messages& messages);
 
 /// Reads a document of the current version, "Data 4.1". A field that is missing takes its default,
-/// a point that is missing 0, 0, 0, a text where a number is due 0; a message names such texts, and
-/// a file whose last line has no end, as one has that was cut off. Then the geometry is set up and
-/// the document counts as loaded. False and throws as `DataLoad`; throws Failure too when a
-/// mechanism is none of the catalogue.
+/// a point that is missing 0, 0, 0, a text where a number is due 0; a message names such texts, the
+/// points in play that are missing, and a file whose last line has no end, as one has that was cut
+/// off. Then the geometry is set up and the document counts as loaded. False and throws as
+/// `DataLoad`; throws Failure too when a mechanism is none of the catalogue.
 bool DataRead(Suspension& document, ChannelCatalogue& channels, const std::string& path,
               const FundamentalUnits& units, FileServices& files, Messages& messages);
 

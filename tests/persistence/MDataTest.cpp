@@ -56,10 +56,9 @@ class MDataTest : public testing::Test {
 };
 
 TEST_F(MDataTest, ADocumentComesBackUnderAnyDecimalSeparator) {
-    Suspension document = LoadSample("formula-front-pushrod.WSP");
+    Suspension document = LoadSample("formula-rear-pushrod.WSP"); // with a drive shaft
     document.Data.Description = "Front\r\nsecond line, 5 €";
     document.Data.ZForce = 1e-7;
-    document.Data.DriveShaftExists = true;
     document.StaticPoints()[ptR2I] = {9, 9, 9}; // not in play
     m_units.NumberSeparators = {",", "."};
     Write(document);
@@ -95,8 +94,10 @@ TEST_F(MDataTest, FillsPointsThatAreNotInPlayAndZeroesTextsThatAreNoNumbers) {
 }
 
 TEST_F(MDataTest, WhatMayBeDamagedIsToldOnceOnOpening) {
-    const std::string whole = File("[SpringMechanism]\t1\r\n[Bump]\t25\r\n[ptWC]\t1\t2\t228\r\n");
+    Write(LoadSample("saloon-front-strut.WSP"));
+    const std::string whole = *m_files.Bytes(Path);
     const std::string cut = "The last line of the file has no end.";
+    const std::string withoutPlace = "all three coordinates, were read as 0: ";
     struct Case {
         std::string Bytes;
         std::vector<std::string> Told; ///< parts of the one message, none when nothing is told
@@ -105,6 +106,10 @@ TEST_F(MDataTest, WhatMayBeDamagedIsToldOnceOnOpening) {
          {Case{whole, {}}, Case{whole.substr(0, whole.size() - 2), {}},
           Case{whole.substr(0, whole.size() - 4), {cut}},
           Case{whole.substr(0, whole.size() - 5), {cut}},
+          Case{whole.substr(0, whole.find("[ptARP2]")),
+               {withoutPlace + "ARB axis point 2, Ride height reference point"}},
+          Case{whole.substr(0, whole.find("\t192\r\n")) + "\r\n\r\n",
+               {withoutPlace + "Ride height reference point"}},
           Case{File("[SpringMechanism]\tx\r\n[CGX]\tnan\r\n[KARB]\t\r\n[ptWC]\t1\tabc\tinf\r\n"),
                {"read as 0: SpringMechanism (x), CGX (nan), ptWC (abc), ptWC (inf)"}},
           Case{"[FILEVERSION]\tData 4.1\r\n[SpringMechanism]\t1\r\n[CGX]\tfar",
