@@ -21,6 +21,12 @@ std::optional<ChosenFile> AskForName(const Desk& desk, ShellHost& main, const ch
     chosen.Extension = extension;
     const bool named = main.GetFileName(FileNameMode::SaveAs, filter,
                                         desk.Program.Options.ExportFilePath, chosen, false);
+    if (named && desk.Files.SameFile(chosen.Path, desk.Program.DocumentPath)) {
+        desk.Messages.ShowMessage("That is the file of the suspension itself: results would "
+                                  "replace it.\rExport under another name.",
+                                  msExclamation);
+        return std::nullopt;
+    }
     return named ? std::optional(chosen) : std::nullopt;
 }
 

@@ -8,6 +8,7 @@ namespace corvanta::test {
 namespace {
 
 using testing::Not;
+using testing::SizeIs;
 
 const std::string Component = "/out/front.svr";
 const std::string Drawing = "/out/front.dxf";
@@ -69,14 +70,20 @@ TEST_F(ExportCommandsTest, TheDrawingIsThatOfTheCurrentPosition) {
     EXPECT_THAT(Bytes(Drawing), Not(HasSubstr(height(3, 2))));
     EXPECT_EQ(m_main.Confirmed, "front.dxf written");
     m_main.Confirmed.clear();
+    const std::string document = "/out/front.WSP"; // which no export replaces
+    m_files.Put(document, "a corner");
+    m_program.DocumentPath = document;
     const std::size_t changes = m_files.Changes().size();
-    AskAndExportComponent(m_desk, m_main); // cancelled
-    AskAndExportDXF(m_desk, m_main);
-    AskAndExportResults(m_desk, m_main, 1);
-    EXPECT_EQ(m_main.Asked.size(), 4U);
+    for (const bool named : {false, true}) {
+        m_main.Names.assign(named ? 3 : 0, {document, "front.WSP", "WSP", 1});
+        AskAndExportComponent(m_desk, m_main); // cancelled when not named
+        AskAndExportDXF(m_desk, m_main);
+        AskAndExportResults(m_desk, m_main, 1);
+        EXPECT_THAT(m_box.Prompts(), SizeIs(named ? 3 : 0));
+    }
+    EXPECT_EQ(m_main.Asked.size(), 7U);
     EXPECT_EQ(m_main.Confirmed, "");
     EXPECT_EQ(m_files.Changes().size(), changes);
-    EXPECT_THAT(m_box.Prompts(), IsEmpty());
     ExpectNothingRemembered();
 }
 
