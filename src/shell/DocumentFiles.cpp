@@ -395,8 +395,8 @@ bool DocumentFiles::HasSamples() const {
 
 bool DocumentFiles::LiesWithSamples(const std::string& path) const {
     const FileServices& files = m_desk.Files;
-    return FileServices::ParentFolder(files.FullPath(path)) ==
-           files.FullPath(SamplesFolder(m_desk.Process)) + FileServices::Separator;
+    return files.FullPath(path).starts_with(files.FullPath(SamplesFolder(m_desk.Process)) +
+                                            FileServices::Separator);
 }
 
 } // namespace corvanta

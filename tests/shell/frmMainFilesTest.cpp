@@ -92,8 +92,9 @@ TEST_F(frmMainFilesTest, NewAsksAndStartsAnEmptyDocumentInTheEditor) {
 }
 
 TEST_F(frmMainFilesTest, ASampleIsOpenedAsAnUntitledCopyAndNeverWrittenOver) {
-    const std::string sample = "/opt/corvanta/samples/roadster.WSP";
+    const std::string sample = "/opt/corvanta/samples/published/roadster.WSP";
     EXPECT_FALSE(m_main.Files.HasSamples());
+    m_files.PutFolder("/opt/corvanta/samples");
     m_program.Options.LastFolder = "/cars/";
     m_files.Put(sample, SampleBytes());
     EXPECT_TRUE(m_main.Files.HasSamples());
