@@ -196,8 +196,11 @@ void StartPage::Refresh(const std::vector<MenuItem>& recentFiles) {
         if (item.Command != mcRecentFile || !item.Visible) {
             continue;
         }
+        // A menu's caption writes an "&" of the path twice; the link does so itself.
+        const QString path =
+            QString::fromStdString(item.Caption).section("  ", 1).replace("&&", "&");
         QToolButton* button = LinkButton(
-            ThemedIcon("recent"), QString::fromStdString(item.Caption).section("  ", 1),
+            ThemedIcon("recent"), path,
             [this, tag = item.Tag] { m_actions.Command(mcRecentFile, tag); }, m_recent);
         button->setToolTip(QString::fromStdString(item.ToolTip));
         m_recentLinks->addWidget(button, 0, Qt::AlignLeft);
