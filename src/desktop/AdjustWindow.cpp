@@ -4,6 +4,7 @@
 #include "desktop/DialogParts.h"
 #include "desktop/Icons.h"
 #include "desktop/NumberField.h"
+#include "desktop/WindowPlaces.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -43,7 +44,7 @@ AdjustWindow::AdjustWindow(Desktop& desktop, frmAdjust& window)
                     [this] { m_window.cmdHelp_Click(); });
     layout->addWidget(buttons);
     Refresh();
-    move(OnScreen(window.Frame.Placement, sizeHint()).topLeft());
+    PlaceWindow(*this, window.Frame, sizeHint(), false);
     show();
 }
 
@@ -119,10 +120,7 @@ void AdjustWindow::keyPressEvent(QKeyEvent* event) {
 
 void AdjustWindow::moveEvent(QMoveEvent* event) {
     QWidget::moveEvent(event);
-    if (isVisible()) {
-        m_window.Frame.Placement.Left = pos().x() * TwipsPerPixel;
-        m_window.Frame.Placement.Top = pos().y() * TwipsPerPixel;
-    }
+    RememberPlace(*this, m_window.Frame);
 }
 
 } // namespace corvanta

@@ -84,7 +84,7 @@ void Desktop::Show() {
         if (Main().IsOpen && !m_main) {
             m_main = std::make_unique<MainWindow>(*this);
             m_main->Refresh();
-            m_main->show();
+            Main().Frame.IsMaximised ? m_main->showMaximized() : m_main->show();
         }
         if (m_main) {
             m_main->Refresh();

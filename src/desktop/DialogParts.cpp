@@ -1,6 +1,7 @@
 #include "desktop/DialogParts.h"
 
 #include "desktop/Desktop.h"
+#include "desktop/WindowPlaces.h"
 
 #include <QKeyEvent>
 #include <QListWidget>
@@ -63,14 +64,13 @@ QDialogButtonBox* ModalDialog::Foot(const Control& accept, const char* name, Bin
 
 void ModalDialog::ShowInPlace(bool sized) {
     m_binder.Show();
-    const WindowPlacement& stored = m_frameOf.Frame.Placement;
-    const QRect place = sized ? OnScreen(stored) : OnScreen(stored, sizeHint());
     if (sized) {
-        resize(place.size());
+        PlaceWindow(*this, m_frameOf.Frame);
+    } else {
+        PlaceWindow(*this, m_frameOf.Frame, sizeHint(), false);
     }
-    move(place.topLeft());
     show();
-    RememberFrame();
+    RememberPlace(*this, m_frameOf.Frame);
 }
 
 void ModalDialog::done(int result) {
@@ -80,21 +80,21 @@ void ModalDialog::done(int result) {
     }
 }
 
-void ModalDialog::RememberFrame() {
-    if (isVisible()) {
-        m_frameOf.Frame.Placement = {pos().x() * TwipsPerPixel, pos().y() * TwipsPerPixel,
-                                     width() * TwipsPerPixel, height() * TwipsPerPixel};
-    }
-}
-
 void ModalDialog::moveEvent(QMoveEvent* event) {
     QDialog::moveEvent(event);
-    RememberFrame();
+    RememberPlace(*this, m_frameOf.Frame);
 }
 
 void ModalDialog::resizeEvent(QResizeEvent* event) {
     QDialog::resizeEvent(event);
-    RememberFrame();
+    RememberPlace(*this, m_frameOf.Frame);
+}
+
+void ModalDialog::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange) {
+        RememberPlace(*this, m_frameOf.Frame);
+    }
 }
 
 void ModalDialog::keyPressEvent(QKeyEvent* event) {

@@ -44,11 +44,10 @@ class ModalDialog : public QDialog {
     void done(int result) override;
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    void RememberFrame();
-
     Window& m_frameOf;
 };
 

@@ -7,6 +7,7 @@
 #include "desktop/Guard.h"
 #include "desktop/Icons.h"
 #include "desktop/NumberField.h"
+#include "desktop/WindowPlaces.h"
 #include "results/MDisplay3d.h"
 
 #include <QGridLayout>
@@ -66,10 +67,10 @@ EditGeometryWindow::EditGeometryWindow(Desktop& desktop, frmEditGeometry& window
         m_points->CommitTyping();
         m_desktop.Handle([this] { m_desktop.Main().Execute(mcSave, 0); });
     });
-    PlaceWindow();
+    PlaceWindow(*this, window.Frame);
     Refresh();
     KeepKeysOfFoot();
-    show();
+    window.Frame.IsMaximised ? showMaximized() : show();
 }
 
 /// A letter that a button below the pages shares with one on a page is the former's alone: shared,
@@ -84,12 +85,6 @@ void EditGeometryWindow::KeepKeysOfFoot() {
             }
         }
     }
-}
-
-void EditGeometryWindow::PlaceWindow() {
-    const QRect place = OnScreen(m_window.Frame.Placement);
-    resize(place.size());
-    move(place.topLeft());
 }
 
 QWidget* EditGeometryWindow::Button(const Control& control, const char* name, const char* icon,
@@ -405,23 +400,22 @@ void EditGeometryWindow::keyPressEvent(QKeyEvent* event) {
     QWidget::keyPressEvent(event);
 }
 
-void EditGeometryWindow::RememberFrame() {
-    m_window.Frame.IsNormal = !isMaximized() && !isMinimized();
-    if (m_window.Frame.IsNormal && isVisible()) {
-        m_window.Frame.Placement = {pos().x() * TwipsPerPixel, pos().y() * TwipsPerPixel,
-                                    width() * TwipsPerPixel, height() * TwipsPerPixel};
-    }
-}
-
 void EditGeometryWindow::moveEvent(QMoveEvent* event) {
     QWidget::moveEvent(event);
-    RememberFrame();
+    RememberPlace(*this, m_window.Frame);
 }
 
 void EditGeometryWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    RememberFrame();
+    RememberPlace(*this, m_window.Frame);
     ShowDrawings();
+}
+
+void EditGeometryWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange) {
+        RememberPlace(*this, m_window.Frame);
+    }
 }
 
 } // namespace corvanta

@@ -32,6 +32,7 @@ class EditGeometryWindow final : public QWidget {
     void keyPressEvent(QKeyEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     QWidget* BuildTypePage();
@@ -43,9 +44,7 @@ class EditGeometryWindow final : public QWidget {
     QWidget* Frame(FieldFrame& frame);
     QWidget* Button(const Control& control, const char* name, const char* icon,
                     Binder::Event clicked);
-    void PlaceWindow();
     void KeepKeysOfFoot();
-    void RememberFrame();
     void ShowPoints();
     void RememberSelection();
     void ShowDrawings();

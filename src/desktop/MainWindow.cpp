@@ -6,6 +6,7 @@
 #include "desktop/GridView.h"
 #include "desktop/Icons.h"
 #include "desktop/ResultPages.h"
+#include "desktop/WindowPlaces.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -76,20 +77,18 @@ MainWindow::MainWindow(Desktop& desktop)
     layout->addWidget(BuildResultArea(), 1);
     setCentralWidget(centre);
     BuildStatusBar();
-    PlaceWindow();
+    TakePlace();
     qApp->installEventFilter(this);
 }
 
-void MainWindow::PlaceWindow() {
+void MainWindow::TakePlace() {
     const WindowPlacement& stored = m_window.Frame.Placement;
     QSize size(Pixels(stored.Width), Pixels(stored.Height));
     // A size below the least usable one is no size that a user left.
     if (size.width() < LeastSize.width() || size.height() < LeastSize.height()) {
         size = ComfortableSize;
     }
-    const QRect place = OnScreen(stored, size);
-    resize(place.size());
-    move(place.topLeft());
+    PlaceWindow(*this, m_window.Frame, size);
 }
 
 void MainWindow::BuildMenus() {
@@ -443,17 +442,9 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     }
 }
 
-void MainWindow::RememberFrame() {
-    m_window.Frame.IsNormal = !isMaximized() && !isMinimized() && !isFullScreen();
-    if (m_window.Frame.IsNormal && isVisible()) {
-        m_window.Frame.Placement = {pos().x() * TwipsPerPixel, pos().y() * TwipsPerPixel,
-                                    width() * TwipsPerPixel, height() * TwipsPerPixel};
-    }
-}
-
 void MainWindow::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
-    RememberFrame();
+    RememberPlace(*this, m_window.Frame);
     if (!m_resizePending && isVisible()) {
         m_resizePending = true; // many sizes on the way, one refresh
         QTimer::singleShot(0, this, [this] {
@@ -465,13 +456,13 @@ void MainWindow::resizeEvent(QResizeEvent* event) {
 
 void MainWindow::moveEvent(QMoveEvent* event) {
     QMainWindow::moveEvent(event);
-    RememberFrame();
+    RememberPlace(*this, m_window.Frame);
 }
 
 void MainWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange) {
-        RememberFrame();
+        RememberPlace(*this, m_window.Frame);
     }
     if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
         QTimer::singleShot(0, this, [this] { // once the click that activated it is taken

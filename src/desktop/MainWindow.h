@@ -56,8 +56,7 @@ class MainWindow final : public QMainWindow {
     QWidget* BuildBanner();
     QWidget* BuildResultArea();
     void BuildStatusBar();
-    void PlaceWindow();
-    void RememberFrame();
+    void TakePlace();
     void ShowMenus();
     void ShowStatus();
     void GiveFocus();

@@ -2,6 +2,7 @@
 
 #include "desktop/Desktop.h"
 #include "desktop/PagePreview.h"
+#include "desktop/WindowPlaces.h"
 
 #include <QCloseEvent>
 #include <QListWidget>
@@ -76,10 +77,9 @@ void PrintWindow::Refresh() {
         constexpr int Margin = frmPrint::PageMargin / TwipsPerPixel;
         layout()->setContentsMargins(m_preview ? QMargins(Margin, Margin, Margin, Margin)
                                                : m_settingsMargins);
-        const WindowPlacement place = m_window.Frame.Placement; // what resizing changes
+        const WindowFrame frame = m_window.Frame; // which resizing changes
         layout()->activate();
-        resize(place.Width / TwipsPerPixel, place.Height / TwipsPerPixel);
-        move(place.Left / TwipsPerPixel, place.Top / TwipsPerPixel);
+        PlaceWindow(*this, frame);
         m_pages->Refresh();
         (m_preview ? static_cast<QWidget*>(m_pages) : m_print)->setFocus();
     }

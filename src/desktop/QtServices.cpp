@@ -14,7 +14,6 @@
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
-#include <QScreen>
 #include <QStatusBar>
 #include <QSvgGenerator>
 
@@ -83,13 +82,12 @@ QString AskSavePath(QWidget* parent, const QString& title, const QString& kinds)
     }
     // The dialog asked about the name as it was typed.
     const QString whole = path + EndingOf(kind.isEmpty() ? offered.constFirst() : kind);
+    const std::string question = QObject::tr("%1 already exists.\nDo you want to replace it?")
+                                     .arg(QDir::toNativeSeparators(whole))
+                                     .toStdString();
     const bool replace =
         !QFileInfo::exists(whole) ||
-        QMessageBox::question(parent, title,
-                              QObject::tr("%1 already exists.\nDo you want to replace it?")
-                                  .arg(QDir::toNativeSeparators(whole)),
-                              QMessageBox::Yes | QMessageBox::No,
-                              QMessageBox::No) == QMessageBox::Yes;
+        QtMessageBox().Ask(question, msYesNo + msExclamation, {"&Replace"}) == maYes;
     return replace ? whole : QString();
 }
 
@@ -106,22 +104,6 @@ class ArrowCursor {
 };
 
 } // namespace
-
-QRect OnScreen(const WindowPlacement& place) {
-    return OnScreen(place, {place.Width / TwipsPerPixel, place.Height / TwipsPerPixel});
-}
-
-QRect OnScreen(const WindowPlacement& place, const QSize& size) {
-    const QPoint corner(place.Left / TwipsPerPixel, place.Top / TwipsPerPixel);
-    const QScreen* const screen = QGuiApplication::screenAt(corner);
-    const QRect room =
-        (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry();
-    const QSize shown = size.boundedTo(room.size());
-    const QPoint wanted = screen != nullptr ? corner : room.topLeft();
-    return {QPoint(std::min(wanted.x(), room.right() + 1 - shown.width()),
-                   std::min(wanted.y(), room.bottom() + 1 - shown.height())),
-            shown};
-}
 
 void AskAndSave(QWidget* parent, const QString& title, const QString& kinds,
                 const std::function<void(const QString& path)>& save) {
@@ -171,12 +153,25 @@ QString MessageText(const std::string& prompt) {
 }
 
 int QtMessageBox::Show(const std::string& prompt, int style, const std::string& title) {
+    return Run(prompt, style, title.empty() ? "Corvanta" : title, nullptr);
+}
+
+int QtMessageBox::Ask(const std::string& prompt, int style, const AnswerWords& words) {
+    return Run(prompt, style, "Corvanta", &words);
+}
+
+int QtMessageBox::Run(const std::string& prompt, int style, const std::string& title,
+                      const AnswerWords* words) {
     QMessageBox box(QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
-    box.setWindowTitle(title.empty() ? QString("Corvanta") : QString::fromStdString(title));
+    box.setWindowTitle(QString::fromStdString(title));
     box.setText(MessageText(prompt));
     box.setIcon(IconOf(style));
     box.setStandardButtons(ButtonsOf(style));
+    if (words != nullptr) {
+        box.button(QMessageBox::Yes)->setText(QString::fromStdString(words->Yes));
+        box.button(QMessageBox::No)->setText(QString::fromStdString(words->No));
+    }
     // A question that could cost work is not answered by a slip of the Enter key.
     if ((style & ButtonsOfStyle) == msYesNo) {
         box.setDefaultButton(QMessageBox::No);

@@ -6,8 +6,6 @@
 
 #include <QByteArray>
 #include <QLockFile>
-#include <QRect>
-#include <QSize>
 #include <QString>
 
 #include <functional>
@@ -31,7 +29,12 @@ inline constexpr int DotsPerInch = 96;
 class QtMessageBox final : public MessageBox {
   public:
     int Show(const std::string& prompt, int style, const std::string& title) override;
+    int Ask(const std::string& prompt, int style, const AnswerWords& words) override;
     int Choose(const std::string& prompt, const std::vector<std::string>& ways) override;
+
+  private:
+    static int Run(const std::string& prompt, int style, const std::string& title,
+                   const AnswerWords* words);
 };
 
 class QtFileDialog final : public FileDialog {
@@ -71,11 +74,6 @@ class DesktopProcess final : public MachineServices {
 
     void Beep() override;
 };
-
-/// A place for a window, pixels: the stored one, with a size of its own if told, made smaller and
-/// moved as far as its screen needs; on the first screen where its corner is on none.
-[[nodiscard]] QRect OnScreen(const WindowPlacement& place);
-[[nodiscard]] QRect OnScreen(const WindowPlacement& place, const QSize& size);
 
 /// Asks for a file to save to and saves, unless the user cancels; a name typed without one gets the
 /// ending of the chosen kind. `kinds` as the toolkit writes them.

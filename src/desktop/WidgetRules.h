@@ -7,7 +7,8 @@ namespace corvanta {
 
 /// What holds for every widget of the program, wherever it is made: a text is shown as it is
 /// written, also one that looks like markup (the name of a file may), and the mouse wheel changes
-/// no list that is closed. It watches the events of the application as long as it lives.
+/// no list that is closed, and a window that comes up lies on its screen with its frame. It watches
+/// the events of the application as long as it lives.
 class WidgetRules final : public QObject {
     Q_OBJECT
 
@@ -16,6 +17,9 @@ class WidgetRules final : public QObject {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    static void FitOnce(QWidget& window);
 };
 
 /// A style whose dialog buttons say what they do and carry no pictures.

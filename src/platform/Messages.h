@@ -26,6 +26,12 @@ enum MessageAnswer : int {
     maNo = 7,
 };
 
+/// What the buttons of a question say: verbs, so that nobody has to read the question twice.
+struct AnswerWords {
+    std::string Yes;
+    std::string No = "Cancel";
+};
+
 /// The platform's message box.
 class MessageBox {
   public:
@@ -39,6 +45,12 @@ class MessageBox {
     /// Shows a message and returns the button pressed. `style` is a sum of `MessageStyle` values;
     /// CR parts the lines of the prompt.
     virtual int Show(const std::string& prompt, int style, const std::string& title) = 0;
+
+    /// The same for a question whose "Yes" and "No" have words of their own.
+    virtual int Ask(const std::string& prompt, int style, const AnswerWords& words) {
+        static_cast<void>(words);
+        return Show(prompt, style, {});
+    }
 
     /// Asks which of several ways to go and returns its index. `NoChoice` when the user backs out,
     /// which is what a box does that nobody answers.
@@ -63,6 +75,16 @@ class Messages {
             m_beforeMessage();
         }
         return m_silent ? maNone : m_box.Show(prompt, style, title);
+    }
+
+    /// Asks a question whose buttons have words of their own, and returns the button pressed as
+    /// `ShowMessage` does.
+    int Ask(const std::string& prompt, const AnswerWords& words,
+            int style = msYesNo + msExclamation) {
+        if (m_beforeMessage) {
+            m_beforeMessage();
+        }
+        return m_silent ? maNone : m_box.Ask(prompt, style, words);
     }
 
     /// Asks which of several ways to go, each named by a verb, and returns its index;

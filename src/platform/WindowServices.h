@@ -96,7 +96,9 @@ class ScreenUpdate : public virtual WindowService {
 struct WindowFrame {
     std::string Name; ///< the window's name in the settings store, for instance "frmMain"
     WindowPlacement Placement;
-    bool IsNormal = true; ///< false while the window is maximised or minimised
+    bool IsNormal = true;     ///< false while the window is maximised or minimised
+    bool IsMaximised = false; ///< whether it fills the screen, or did before it was minimised
+    bool IsPlaced = false;    ///< false until somebody has put the window where it is
 };
 
 class PageWriter;

@@ -16,7 +16,7 @@ namespace {
 constexpr const char* DocumentFilter = "WSP files (*.wsp)|*.wsp| All files (*.*)|*.*";
 constexpr std::string_view DocumentExtension = ".WSP";
 constexpr const char* DiscardQuestion = "Discard any current data?";
-constexpr int Question = msYesNo + msExclamation;
+const AnswerWords DiscardWords{"&Discard"};
 constexpr int RecentFileCount = 4;
 
 /// The name of a path without its folder.
@@ -77,9 +77,9 @@ FileOutcome DocumentFiles::OpenRecent(int index) {
     if (m_desk.Files.FileExists(path)) {
         return OpenAsUser(path);
     }
-    if (m_desk.Messages.ShowMessage("There is no file " + path +
-                                        " any more.\rRemove it from the recent files?",
-                                    Question) == maYes) {
+    if (m_desk.Messages.Ask("There is no file " + path +
+                                " any more.\rRemove it from the recent files?",
+                            {"&Remove", "&Keep"}) == maYes) {
         m_recentFiles.RemoveFile(index);
         m_recentFiles.ListFiles(m_recentItems);
     }
@@ -93,7 +93,7 @@ FileOutcome DocumentFiles::New() {
     const frmEditGeometry* const editor = m_main.OpenedEditor();
     const bool empty = !program.Document.DataLoaded && !program.Modified &&
                        (editor == nullptr || !editor->HasUnappliedChanges());
-    if (!empty && m_desk.Messages.ShowMessage(DiscardQuestion, Question) != maYes) {
+    if (!empty && m_desk.Messages.Ask(DiscardQuestion, DiscardWords) != maYes) {
         return FileOutcome::Nothing;
     }
     ResetDocument(program.Document, program.Settings);
@@ -128,8 +128,7 @@ bool DocumentFiles::MakeRoom() {
         return false;
     }
     const bool kept = program.Modified && Recovery.Keep(program);
-    if (program.Modified && !kept &&
-        m_desk.Messages.ShowMessage(DiscardQuestion, Question) != maYes) {
+    if (program.Modified && !kept && m_desk.Messages.Ask(DiscardQuestion, DiscardWords) != maYes) {
         return false;
     }
     kept ? Recovery.SetAside() : Recovery.Drop();
@@ -302,9 +301,8 @@ bool DocumentFiles::MayWrite(const std::string& chosenPath) {
                                     msExclamation);
         return false;
     }
-    return path == chosenPath ||
-           m_desk.Messages.ShowMessage(NameOf(path) + " exists already.\rReplace it?", Question) ==
-               maYes;
+    return path == chosenPath || m_desk.Messages.Ask(NameOf(path) + " exists already.\rReplace it?",
+                                                     {"&Replace"}) == maYes;
 }
 
 /// The format of the file ends a text at a "[".
@@ -315,10 +313,10 @@ bool DocumentFiles::MayLoseText() {
     if (lost.empty() || lost == m_lostText) {
         return true;
     }
-    if (m_desk.Messages.ShowMessage("A file keeps the description only up to the first \"[\". "
-                                    "This would be lost:\r\r" +
-                                        lost + "\r\rSave all the same?",
-                                    Question) != maYes) {
+    if (m_desk.Messages.Ask("A file keeps the description only up to the first \"[\". "
+                            "This would be lost:\r\r" +
+                                lost + "\r\rSave all the same?",
+                            {"&Save"}) != maYes) {
         return false;
     }
     m_lostText = lost;

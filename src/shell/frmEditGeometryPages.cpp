@@ -90,9 +90,9 @@ void frmEditGeometry::TypeFromForm(bool confirm) {
     if (ChosenType() == m_shownType) {
         return;
     }
-    if (confirm && m_desk.Messages.ShowMessage("Changes made on the Type page cannot be undone "
-                                               "with Cancel. Continue anyway?",
-                                               msYesNo + msExclamation) != maYes) {
+    if (confirm && m_desk.Messages.Ask("Changes made on the Type page cannot be undone "
+                                       "with Cancel. Continue anyway?",
+                                       {"&Continue"}) != maYes) {
         TypeToForm();
         return;
     }
@@ -272,10 +272,10 @@ void frmEditGeometry::cmdCopy_Click() {
 
 void frmEditGeometry::cmdPaste_Click() {
     try {
-        if (m_desk.Messages.ShowMessage(
+        if (m_desk.Messages.Ask(
                 "This operation pastes data from the Windows Clipboard into the grid.\r"
                 "Any existing data will be cleared.\r\rProceed?",
-                msYesNo + msExclamation) != maYes) {
+                {"&Paste"}) != maYes) {
             return;
         }
         const PasteResult result = PastePointCells(grdPoints, m_desk.Program.Units,

@@ -333,12 +333,11 @@ void frmMain::ResetEditDialog() {
 }
 
 bool frmMain::MayDropEdits() {
-    constexpr int Question = msYesNo + msExclamation;
     const frmEditGeometry* const editor = OpenedEditor();
     return editor == nullptr || !editor->HasUnappliedChanges() ||
-           m_desk.Messages.ShowMessage("Suspension Properties holds changes that are not "
-                                       "applied.\rDiscard them?",
-                                       Question) == maYes;
+           m_desk.Messages.Ask("Suspension Properties holds changes that are not "
+                               "applied.\rDiscard them?",
+                               {"&Discard"}) == maYes;
 }
 
 void frmMain::ReleaseClosedWindows() {

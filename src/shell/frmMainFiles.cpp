@@ -133,8 +133,8 @@ bool frmMain::QueryUnload() {
     if (!program.Modified && !pending) {
         return true;
     }
-    constexpr int Question = msYesNoCancel + msExclamation;
-    switch (m_desk.Messages.ShowMessage("Save changes?", Question)) {
+    switch (m_desk.Messages.Ask("Save changes?", {"&Save", "Do&n't Save"},
+                                msYesNoCancel + msExclamation)) {
     case maYes: {
         const FileOutcome outcome = Files.Save();
         ShowOutcome(outcome);

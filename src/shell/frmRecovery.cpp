@@ -76,10 +76,10 @@ void frmRecovery::cmdDelete_Click() {
         return;
     }
     const Row& row = Rows[static_cast<std::size_t>(Selected)];
-    if (m_desk.Messages.ShowMessage("Delete the unsaved work on " + row.Name + " of " + row.Time +
-                                        "?\rIt can't be brought back. The document's own file "
-                                        "stays as it is.",
-                                    msYesNo + msExclamation) != maYes) {
+    if (m_desk.Messages.Ask("Delete the unsaved work on " + row.Name + " of " + row.Time +
+                                "?\rIt can't be brought back. The document's own file "
+                                "stays as it is.",
+                            {"&Delete"}) != maYes) {
         return;
     }
     if (!m_recovery.Discard(chosen->Place)) {
