@@ -40,13 +40,15 @@ QVBoxLayout* PageLayout(QWidget* page) {
 } // namespace
 
 EditGeometryWindow::EditGeometryWindow(Desktop& desktop, frmEditGeometry& window)
-    : QWidget(desktop.MainWidget(), Qt::Window),
+    // A dialog stays above the window that owns it; this one can be maximised as well.
+    : QWidget(desktop.MainWidget(), Qt::Dialog | Qt::WindowMinMaxButtonsHint),
       m_desktop(desktop),
       m_window(window),
       m_binder([&desktop](const auto& event) { desktop.Handle(event); }) {
     setObjectName("frmEditGeometry");
     setWindowTitle(QString::fromStdString(window.Caption));
     setWindowIcon(ThemedIcon("properties"));
+    PlaceWindow(*this, window.Frame);
     auto* layout = new QVBoxLayout(this);
     m_pages = new QTabWidget(this);
     const std::vector<QWidget*> pages{BuildTypePage(),
@@ -67,7 +69,6 @@ EditGeometryWindow::EditGeometryWindow(Desktop& desktop, frmEditGeometry& window
         m_points->CommitTyping();
         m_desktop.Handle([this] { m_desktop.Main().Execute(mcSave, 0); });
     });
-    PlaceWindow(*this, window.Frame);
     Refresh();
     KeepKeysOfFoot();
     window.Frame.IsMaximised ? showMaximized() : show();
@@ -174,10 +175,19 @@ QWidget* EditGeometryWindow::BuildPointsPage() {
     m_pointsDrawing = new DrawingView(Qt::black, DrawingPen, page);
     page->addWidget(left);
     page->addWidget(m_pointsDrawing);
-    page->setStretchFactor(0, 3);
-    page->setStretchFactor(1, 2);
+    page->setStretchFactor(0, 0);
+    page->setStretchFactor(1, 1); // the table has all it needs; more room is the drawing's
     page->setChildrenCollapsible(false);
-    connect(page, &QSplitter::splitterMoved, this, [this] { ShowDrawings(); });
+    connect(page, &QSplitter::splitterMoved, this, [this](int tableWidth) {
+        m_window.TableWidth = tableWidth * TwipsPerPixel;
+        ShowDrawings();
+    });
+    m_points->Refresh();
+    const QMargins margins = layout->contentsMargins();
+    const int table = m_window.TableWidth > 0
+                          ? m_window.TableWidth / TwipsPerPixel
+                          : m_points->NeededWidth() + margins.left() + margins.right();
+    page->setSizes({table, std::max(1, width() - table)});
     return page;
 }
 

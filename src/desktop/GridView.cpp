@@ -10,6 +10,7 @@
 #include <QFontMetrics>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -257,6 +258,22 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     }
 }
 
+QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                    const QModelIndex& index) const {
+    QWidget* const editor = QStyledItemDelegate::createEditor(parent, option, index);
+    if (auto* const line = qobject_cast<QLineEdit*>(editor)) {
+        line->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    }
+    return editor;
+}
+
+void GridDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
+    const auto* const line = qobject_cast<QLineEdit*>(editor);
+    if (line == nullptr || !line->isModified()) {
+        QStyledItemDelegate::setEditorData(editor, index);
+    }
+}
+
 GridView::GridView(const DataGrid& grid, QWidget* parent) : QTableView(parent), m_model(grid) {
     const QFont font = TableFont();
     setFont(font);
@@ -295,6 +312,11 @@ void GridView::FitColumns() {
         }
     }
     updateGeometries();
+}
+
+int GridView::NeededWidth() const {
+    return m_rowHeads->sizeHint().width() + m_heads->length() +
+           verticalScrollBar()->sizeHint().width();
 }
 
 void GridView::PlaceCorner() {

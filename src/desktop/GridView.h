@@ -62,6 +62,13 @@ class GridDelegate final : public QStyledItemDelegate {
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
 
+    /// The line that a cell is typed into, on the side where the cell's text stands.
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override;
+
+    /// What was typed stays when the table is brought up to date meanwhile.
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override;
+
   private:
     const GridModel& m_model;
 };
@@ -85,6 +92,9 @@ class GridView final : public QTableView {
 
     /// Takes the text of a cell that is still open, as the Enter key does.
     void CommitTyping();
+
+    /// The width at which no column is hidden, with a scroll bar beside them.
+    [[nodiscard]] int NeededWidth() const;
 
     /// The selected cells as tab-separated text, lines ended by a line feed.
     [[nodiscard]] QString SelectedText(bool withHeads) const;

@@ -108,6 +108,9 @@ void Application::ReadSettings() {
     ReadLists(); // the old list of channels is keyed by channel names, so the channels come first
     m_main.chk3dDrawAxes.Checked = m_program.Options.DrawAxes;
     m_main.chk3dAutoScale.Checked = m_program.Options.AutoScale;
+    if (!IsBatch()) { // what a batch run writes does not depend on what was looked at
+        m_main.RestoreView();
+    }
 }
 
 void Application::SetUpFolders() {
@@ -194,6 +197,9 @@ void Application::CloseWindow() {
 
 bool Application::ShutDown() {
     OptionsWrite(*m_settings, m_program.Options, m_program.Document.Data, m_program.Units);
+    if (!IsBatch()) {
+        m_main.KeepView();
+    }
     const bool written = WriteLists(m_messages);
     if (m_windows.ScreenSize.Width > 0) { // without a screen the window stands nowhere
         SaveWindow(m_main.Frame, *m_settings, true);
@@ -211,6 +217,9 @@ void Application::KeepChanges() {
     try {
         OptionsWrite(*m_settings, m_program.Options, m_program.Document.Data, m_program.Units);
         m_main.Files.KeepRecentFiles();
+        if (!IsBatch()) {
+            m_main.KeepView();
+        }
         m_canKeep = WriteLists(silent);
         m_settings->Save();
     } catch (const Failure&) {

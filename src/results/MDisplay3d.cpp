@@ -259,6 +259,27 @@ PointSet WithDerivedPoints(const PointSet& entered, const SuspensionData& data) 
     return points;
 }
 
+/// Which way the axes of the car run, small in the middle of an empty free view.
+void DrawTriad(DrawingSurface& surface) {
+    constexpr double Part = 0.3; // of the view
+    const std::array<std::pair<SuspPoint, const char*>, 3> axes{
+        {{{1, 0, 0}, "X"}, {{0, 1, 0}, "Y"}, {{0, 0, 1}, "Z"}}};
+    CWireframe triad;
+    triad.Init(surface);
+    triad.SetFreeView({0, 0, Part, 0, 0});
+    for (const auto& [end, name] : axes) {
+        triad.AddLine({}, end, ColourAxes);
+    }
+    triad.DrawFreeView(surface, false);
+    surface.SetForeColour(ColourAxes);
+    for (const auto& [end, name] : axes) {
+        const Point2D at = triad.PlaceInFreeView(end);
+        surface.SetCurrentX(at.X);
+        surface.SetCurrentY(at.Y);
+        surface.Print(name);
+    }
+}
+
 } // namespace
 
 CornerPosition PositionAt(const Suspension& document, int rackStep, int wheelStep) {
@@ -284,6 +305,10 @@ void Draw3d(CWireframe& wireframe, DrawingSurface& surface, const CornerPosition
 
 void DrawPreview(CWireframe& wireframe, DrawingSurface& surface, const PointSet& staticPoints,
                  const SuspensionData& data, std::optional<PointNumber> ringed) {
+    if (staticPoints == PointSet{}) { // no point has been typed in yet
+        DrawTriad(surface);
+        return;
+    }
     const PointSet points = WithDerivedPoints(staticPoints, data);
     wireframe.Init(surface);
     Draw3d(wireframe, {points, points, data});

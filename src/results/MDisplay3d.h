@@ -30,9 +30,9 @@ void Draw3d(CWireframe& wireframe, DrawingSurface& surface, const CornerPosition
             const Options& options);
 
 /// Draws static points as they were entered, calculated or not, in the free view alone, fitted to
-/// the surface, without axes and legend. The point `ringed` stands in a ring. Points that do not
-/// make a suspension are drawn all the same. Throws Failure "Overflow" for coordinates beyond
-/// single precision.
+/// the surface, without axes and legend; while all are 0, the directions of the axes instead. The
+/// point `ringed` stands in a ring. Points that do not make a suspension are drawn all the same.
+/// Throws Failure "Overflow" for coordinates beyond single precision.
 void DrawPreview(CWireframe& wireframe, DrawingSurface& surface, const PointSet& staticPoints,
                  const SuspensionData& data, std::optional<PointNumber> ringed = std::nullopt);
 

@@ -22,6 +22,7 @@ namespace corvanta {
 namespace {
 
 constexpr WindowPlacement DesignSize{0, 0, 15000, 9600};
+constexpr const char* TableWidthKey = "TableWidth";
 
 bool IsFaulty(const NumberBox& box, const Separators& separators) {
     return !ReadTypedNumber(box.Text, separators, box.Unit);
@@ -90,6 +91,7 @@ void frmEditGeometry::Open() {
 void frmEditGeometry::LoadForm() {
     if (m_desk.Store != nullptr) {
         RestoreWindow(Frame, m_desk.Windows.ScreenSize, *m_desk.Store, -1, -1);
+        TableWidth = StoredNumber(*m_desk.Store, Frame.Name, TableWidthKey).value_or(0);
     }
     Page = pgType;
     ShowUnits();
@@ -110,6 +112,9 @@ void frmEditGeometry::LoadForm() {
 void frmEditGeometry::Close() {
     if (IsOpen && m_desk.Store != nullptr) {
         SaveWindow(Frame, *m_desk.Store, true);
+        if (TableWidth > 0) {
+            m_desk.Store->Write(Frame.Name, TableWidthKey, std::to_string(TableWidth));
+        }
     }
     IsOpen = false;
 }

@@ -126,6 +126,8 @@ class frmEditGeometry final : public Window {
     std::vector<std::string> Pages; ///< captions
     int Page = pgType;
 
+    int TableWidth = 0; ///< of the table of points beside its drawing, twips; 0 as it needs
+
     Control labSpringMechanism, labSpringSystem, labCentreSpringSystem, labARB;
     ListControl cboSpringMechanism, cboSpringSystem, cboCentreSpringSystem, cboARB;
     CheckBox chkDriveshaft;

@@ -10,6 +10,7 @@
 #include "shell/MechanismExample.h"
 #include "shell/PointWords.h"
 #include "shell/ShellHost.h"
+#include "shell/ViewMemory.h"
 #include "shell/frmAbout.h"
 #include "shell/frmAdjust.h"
 #include "shell/frmCustomChannels.h"
@@ -46,6 +47,11 @@ class frmMain final : public ShellHost, public MainControls, public Window {
 
     /// Loading of the window: the recent files with their entries.
     void Load();
+
+    /// Lets the first document that is opened come up in the view of the last start; `KeepView`
+    /// writes the one that is shown into the store.
+    void RestoreView() { m_viewToCome = ReadView(*m_desk.Store); }
+    void KeepView();
 
     /// Creates the toolbar once.
     void BuildToolbar() { tbrMain = MainToolbar(); }
@@ -189,6 +195,7 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     void ExecuteWindowCommand(int command);
     void New();
     void ShowOutcome(FileOutcome outcome);
+    void TakeRememberedView();
     void OpenEditor();
     void OpenAdjustDialog();
     void CopyGrid();
@@ -205,6 +212,7 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     std::string m_typeText;             ///< the texts last selected in the three lists
     std::string m_wheelText;
     std::string m_rackText;
+    std::optional<RememberedView> m_viewToCome; ///< of the last start, until a document is shown
     std::int32_t m_viewLastDisplayed = vwNone;
     std::int32_t m_channelLastPlotted = 0;
     std::unique_ptr<frmEditGeometry> m_formerEditor; ///< until its view on the screen is gone

@@ -55,6 +55,7 @@ bool frmMain::ExecuteFileCommand(int command, int tag) {
 void frmMain::New() {
     if (Files.New() == FileOutcome::Replaced) {
         m_desk.Program.Settings.View = vwNone;
+        m_viewToCome.reset(); // it is of a document that was opened
         RefreshGUI(false);
         ResetEditDialog();
         OpenEditor();
@@ -70,6 +71,7 @@ void frmMain::ShowOutcome(FileOutcome outcome) {
         RefreshGUI(false);
     } else if (program.Document.DataLoaded) {
         m_failedOn.reset(); // another document, which the user was told nothing about yet
+        TakeRememberedView();
         if (program.Settings.View == vwNone) {
             program.Settings.View = vwCoordinates;
         }
@@ -79,6 +81,23 @@ void frmMain::ShowOutcome(FileOutcome outcome) {
     }
     if (!Files.Note.empty()) {
         stbMain.Note = Files.Note;
+    }
+}
+
+void frmMain::TakeRememberedView() {
+    if (m_viewToCome) {
+        ViewSettings& settings = m_desk.Program.Settings;
+        settings.View = m_viewToCome->View;
+        settings.ViewVariable = m_viewToCome->Variable;
+        m_channelLastPlotted = m_viewToCome->Channel;
+        m_viewToCome.reset();
+    }
+}
+
+void frmMain::KeepView() {
+    const ViewSettings& settings = m_desk.Program.Settings;
+    if (!m_viewToCome && ShownView() != vwNone) {
+        WriteView(*m_desk.Store, {settings.View, m_channelLastPlotted, settings.ViewVariable});
     }
 }
 

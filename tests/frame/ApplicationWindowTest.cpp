@@ -125,6 +125,37 @@ TEST_F(ApplicationWindowTest, ABatchRunShowsItselfUnlessItIsToldNotTo) {
     EXPECT_FALSE(m_application->MainWindow().About.IsOpen);
 }
 
+TEST_F(ApplicationWindowTest, TheWindowComesUpAsItWasLeft) {
+    frmMain& main = Started().MainWindow();
+    EXPECT_FALSE(main.Frame.IsPlaced || main.Frame.IsMaximised);
+    main.FileOpen(Document);
+    main.Execute(mcView, vwPlot);
+    main.cboType.Select(6);
+    main.cboType_Changed();
+    main.optRack_Click();
+    main.Execute(mcView, vwLateralGeometry);
+    EXPECT_TRUE(m_application->CloseMainWindow());
+    const auto comesUp = [&](std::int32_t view, std::int32_t variable, std::int32_t channel) {
+        frmMain& next = m_application->MainWindow();
+        next.FileOpen(Document);
+        const ViewSettings& shown = m_application->Data().Settings;
+        EXPECT_EQ(shown.View, view);
+        EXPECT_EQ(shown.ViewVariable, variable);
+        next.Execute(mcView, vwPlot);
+        EXPECT_EQ(shown.ViewArgument, channel);
+    };
+    EXPECT_TRUE(Started().MainWindow().Frame.IsPlaced);
+    EXPECT_TRUE(m_application->CloseMainWindow()); // with nothing opened, which costs nothing
+    Started();
+    comesUp(vwLateralGeometry, vvAlongRackTravel, 7);
+    m_files.Put(Ini, "[frmMain]\nView=13\nPlotChannel=7\nViewVariable=1\n");
+    Started();
+    comesUp(vwCoordinates, vvAlongWheelTravel, 1);
+    m_files.Put(Ini, "[frmMain]\nView=14\nPlotChannel=900\nViewVariable=x\nMaximised=True\n");
+    EXPECT_TRUE(Started().MainWindow().Frame.IsMaximised);
+    comesUp(vwPlot, vvAlongWheelTravel, 1);
+}
+
 TEST_F(ApplicationWindowTest, ClosingSavesWhatOutlivesTheProgram) {
     Application& application = Started();
     frmMain& main = application.MainWindow();

@@ -356,6 +356,7 @@ TEST(PreviewTest, DrawsPointsThatMakeNoSuspension) {
         data.SpringMechanism = spring;
         PointSet points;
         DrawPreview(wire, surface, points, data);
+        EXPECT_EQ(surface.Lines.size(), 3U) << "the axes, until there is a point";
         points[ptLWO] = {0, 600, 150};
         DrawPreview(wire, surface, points, data, ptLWO);
         EXPECT_THAT(surface.Lines, testing::Not(IsEmpty()));

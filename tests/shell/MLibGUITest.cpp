@@ -45,6 +45,7 @@ TEST(WindowPlacementTest, IsRememberedUnlessTheWindowIsMaximised) {
     store.Write("frmFake", "Left", "far out");
     RestoreWindow(sizeless, Screen, store, -1, -1);
     EXPECT_EQ(sizeless.Placement.Left, 7000) << "a damaged entry is none";
+    EXPECT_FALSE(sizeless.IsPlaced);
 }
 
 } // namespace
