@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QLockFile>
+#include <QSize>
 #include <QString>
 
 #include <functional>

@@ -1,5 +1,6 @@
 #include "desktop/WindowPlaces.h"
 
+#include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
 

@@ -140,7 +140,8 @@ TEST_P(BatchProgramTest, WritesComponentFilesAndTheDynamicsReport) {
         {" /type=6", "[DEC SEP]\t.\r\n[FILEVERSION]\tSUSPVAR 2.2\r\n"},
         {" /type=2 /table=11", "TITLE:\tDynamics Report\r\nRear suspension with o"}};
     for (const auto& [keys, head] : files) {
-        ExpectTold(Run(rear + OutputKey() + keys), "");
+        const std::string call = rear + OutputKey();
+        ExpectTold(Run(call + keys), "");
         EXPECT_THAT(Text(), testing::StartsWith(head));
     }
     // A corner without a spring has no report to show, and says so.
