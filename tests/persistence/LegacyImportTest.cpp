@@ -106,7 +106,7 @@ class LegacyImportTest : public testing::Test {
         m_document.Data.CGX = 1234;
         m_document.Data.SpringMechanism = 3;
         m_document.StaticPoints()[ptWC] = {1, 2, 3};
-        const std::string reason = FailureOf([&] { Load(text); }).Description();
+        std::string reason = FailureOf([&] { Load(text); }).Description();
         EXPECT_FALSE(m_document.DataLoaded);
         EXPECT_EQ(m_document.Data.CGX, 1234);
         EXPECT_EQ(m_document.Data.SpringMechanism, 3);

@@ -32,7 +32,7 @@ class MDataTest : public testing::Test {
         m_document.DataLoaded = true;
         m_document.Data.CGX = 1234;
         m_document.StaticPoints()[ptWC] = {1, 2, 3};
-        const Failure failure = FailureOf([&] { Load(path); });
+        Failure failure = FailureOf([&] { Load(path); });
         EXPECT_FALSE(m_document.DataLoaded);
         EXPECT_EQ(m_document.Data.CGX, 1234);
         EXPECT_EQ(m_document.StaticPoints()[ptWC], (SuspPoint{1, 2, 3}));
