@@ -104,7 +104,9 @@ TEST_F(frmMainTest, AFileThatIsNoDocumentLeavesAResetOneAndSaysWhy) {
         m_program.Settings.View = vwAngles;
         m_program.DocumentPath = "/before.WSP";
         m_program.Options.LastFolder = "/before/";
-        EXPECT_EQ(Open(bad.Bytes).back(), Refused + bad.Reason + Named + Path);
+        std::string told = Refused;
+        told.append(bad.Reason).append(Named).append(Path);
+        EXPECT_EQ(Open(bad.Bytes).back(), told);
         EXPECT_EQ(m_box.Shown.back().Style, msExclamation);
         ExpectReset(vwAngles);
         m_main.RefreshGUI(false); // the next event
