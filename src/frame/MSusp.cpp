@@ -217,9 +217,6 @@ void Application::KeepChanges() {
     try {
         OptionsWrite(*m_settings, m_program.Options, m_program.Document.Data, m_program.Units);
         m_main.Files.KeepRecentFiles();
-        if (!IsBatch()) {
-            m_main.KeepView();
-        }
         m_canKeep = WriteLists(silent);
         m_settings->Save();
     } catch (const Failure&) {

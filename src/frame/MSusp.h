@@ -39,7 +39,8 @@ class Application {
     bool CloseMainWindow();
 
     /// Writes what outlives the process and changed since it was last written, so that a crash
-    /// doesn't cost it. What can't be written is told when the window closes.
+    /// doesn't cost it. What can't be written is told when the window closes. The places of windows
+    /// and the view on show change with every click and are written at the end alone.
     void KeepChanges();
 
     /// Offers the unsaved work of an earlier run. For an interactive start, with its window shown.

@@ -62,11 +62,17 @@ TEST_F(frmExportTest, TheViewsTakeInputOnlyWhileTheyAreExported) {
         m_form.Open();
         EXPECT_EQ(Chosen(), type == 2 ? "010" : type == 3 ? "001" : "100") << type;
         EXPECT_EQ(m_form.tvwViews.Enabled, type == 3) << type;
+        EXPECT_TRUE(m_form.optExport[1].Enabled);
     }
     for (const std::size_t index : {2U, 0U, 2U, 1U}) {
         Choose(index);
         EXPECT_EQ(m_form.tvwViews.Enabled, index == 2);
     }
+    m_program.Settings.View = vw3d; // a drawing has no text
+    m_program.Options.ExportType = 2;
+    m_form.Open();
+    EXPECT_EQ(Chosen(), "100");
+    EXPECT_FALSE(m_form.optExport[1].Enabled);
 }
 
 TEST_F(frmExportTest, ExportKeepsTheChoicesAsksAndWrites) {

@@ -73,6 +73,10 @@ TEST_F(frmPrintTest, ShowsTheOptions) {
     EXPECT_TRUE(m_form.tvwTables.Rows[4].Checked);
     m_form.cmdHelp_Click();
     EXPECT_THAT(m_windowSystem.Topics, ElementsAre(223));
+    m_options.PrintSelectedTables = false;
+    m_program.Settings.View = vw3d; // does not go to paper
+    m_form.Open();
+    EXPECT_TRUE(m_form.optSelectedTables.Selected && !m_form.optPrintCurrent.Selected);
 }
 
 TEST_F(frmPrintTest, PrintKeepsTheChoicesPrintsAndCloses) {
