@@ -2,9 +2,12 @@
 
 namespace corvanta {
 
-void WheelStateGrid::Reserve(int rackSteps) {
-    for (int step = 1; step <= rackSteps; ++step) {
-        m_rows[Slot(step)].resize(Steps);
+void WheelStateGrid::ForgetResults() {
+    for (Row& row : m_rows) {
+        for (WheelState& state : row) {
+            state.Channels = {};
+            state.LinkLoads = {};
+        }
     }
 }
 

@@ -68,8 +68,11 @@ class WheelStateGrid {
         return row.empty() ? NewState() : row[Slot(wheelStep)];
     }
 
-    /// Takes the memory of rack steps 1 to `rackSteps` now.
-    void Reserve(int rackSteps);
+    /// Takes the memory of a rack step now.
+    void Reserve(int rackStep) { m_rows[Slot(rackStep)].resize(Steps); }
+
+    /// No channel and no link load of any state was ever written; memory and points stay.
+    void ForgetResults();
 
     /// Every state as new.
     void Clear() { m_rows = {}; }

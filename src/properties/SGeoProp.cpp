@@ -2,7 +2,6 @@
 
 #include "properties/MotionRatios.h"
 #include "properties/RollCentre.h"
-#include "properties/SDampFit.h"
 #include "properties/SLinkLds.h"
 #include "solver/MLibMaths.h"
 #include "solver/SGetLocn.h"
@@ -97,9 +96,13 @@ bool CalculateState(Suspension& document, int r, int w, std::string& message) {
 
 /// Channels of the states of a rack step that are told against its static wheel step. With
 /// `negateBar` the rotation of the bar changes its sign.
-void CompareRow(Suspension& document, int r, bool negateBar, std::string& message) {
+void CompareRow(Suspension& document, int r, const GridPart& part, bool negateBar,
+                std::string& message) {
     const WheelState& reference = document.WheelStates(r, document.StaticWheel);
     for (int w = 2; w <= document.NW + 1; ++w) {
+        if (!part.Has(r, w)) {
+            continue;
+        }
         WheelState& state = document.WheelStates(r, w);
         if (negateBar) {
             state.Channels.Set(chARBRotation, -state.Channels[chARBRotation]);
@@ -127,32 +130,59 @@ void SetSteeringOfAxle(Suspension& document, int r, int w) {
     state.Channels.Set(chAckerman, ackerman);
 }
 
-} // namespace
+/// True when a rack step shows the bar turning the other way between its ends.
+bool BarTurnsBack(const Suspension& document, int r, const GridPart& part) {
+    if (!part.Has(r, 2) || !part.Has(r, document.NW + 1)) {
+        return false;
+    }
+    const double inBump = document.WheelStates(r, 2).Channels[chARBRotation];
+    const double inDroop = document.WheelStates(r, document.NW + 1).Channels[chARBRotation];
+    return inDroop > inBump;
+}
 
-bool CalculateStateProperties(Suspension& document, std::string& message) {
-    // Once a rack step shows the bar turning the other way, it and all later ones change its sign.
-    bool negateBar = false;
-    for (int r = 2; r <= document.NR + 1; ++r) {
-        for (int w = 2; w <= document.NW + 1; ++w) {
-            if (!CalculateState(document, r, w, message)) {
-                return false;
-            }
+/// All channels of the states of a rack step that its own rack step is enough for.
+bool CalculateRow(Suspension& document, int r, const GridPart& part, bool& negateBar,
+                  std::string& message) {
+    for (int w = 2; w <= document.NW + 1; ++w) {
+        if (part.Has(r, w) && !CalculateState(document, r, w, message)) {
+            return false;
         }
-        const double inBump = document.WheelStates(r, 2).Channels[chARBRotation];
-        const double inDroop = document.WheelStates(r, document.NW + 1).Channels[chARBRotation];
-        negateBar = negateBar || inDroop > inBump;
-        CompareRow(document, r, negateBar, message);
-        if (HasLinkLoads(document.Data.SpringMechanism)) {
-            CalculateLinkLoads(document, r);
+    }
+    negateBar = negateBar || BarTurnsBack(document, r, part);
+    CompareRow(document, r, part, negateBar, message);
+    if (HasLinkLoads(document.Data.SpringMechanism)) {
+        for (int w = 2; w <= document.NW + 1; ++w) {
+            if (part.Has(r, w)) {
+                CalculateLinkLoads(document.WheelStates(r, w), document.Data);
+            }
         }
     }
     return true;
 }
 
-void CalculateGridChannels(Suspension& document, const ChannelCatalogue& channels) {
+} // namespace
+
+bool CalculateStateProperties(Suspension& document, const GridPart& part, std::string& message) {
+    // Once a rack step shows the bar turning the other way, it and all later ones change its sign.
+    bool negateBar = false;
+    for (int r = 2; r <= document.NR + 1; ++r) {
+        if (part.HasRow(r) && !CalculateRow(document, r, part, negateBar, message)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void CalculateGridChannels(Suspension& document, const GridPart& part) {
     for (int r = 1; r <= document.NR + 1; ++r) {
+        if (!part.HasRow(r)) {
+            continue;
+        }
         const double startHeight = document.WheelStates(r, 1).Points[ptWTCP].Z;
         for (int w = 1; w <= document.NW + 1; ++w) {
+            if (!part.Has(r, w)) {
+                continue;
+            }
             WheelState& state = document.WheelStates(r, w);
             const double patchHeight = state.Points[ptWTCP].Z;
             state.Channels.Set(chWheelTravel, patchHeight - startHeight);
@@ -163,13 +193,15 @@ void CalculateGridChannels(Suspension& document, const ChannelCatalogue& channel
     const double staticRackEnd = document.StaticPoints()[ptTRI].Y;
     for (int w = 2; w <= document.NW + 1; ++w) {
         for (int r = 2; r <= document.NR + 1; ++r) {
+            if (!part.Has(r, w)) {
+                continue;
+            }
             WheelState& state = document.WheelStates(r, w);
             state.Channels.Set(chRackTravel, state.Points[ptTRI].Y - staticRackEnd);
             SetSteeringOfAxle(document, r, w);
             CalculateRollCentre(document, r, w);
         }
     }
-    CalculateQuadraticFits(document, channels, document.StaticRack);
 }
 
 bool CalculateGeometry(Suspension& document, WheelState& state, std::string& message) {

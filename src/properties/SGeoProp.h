@@ -1,21 +1,25 @@
 #pragma once
 
-#include "model/Channels.h"
+#include "model/GridPart.h"
 #include "model/Suspension.h"
 
 #include <string>
 
 namespace corvanta {
 
-/// Fills the channels of every solved state, row by row. The order of the steps is binding: some
-/// channels read others. Returns false at the first step that fails, with `message` holding the
+/// Fills the channels of the states of `part`, which are solved, row by row. The order of the steps
+/// is binding: some channels read others. A row of the part holds its static wheel step, and the
+/// part the static state; the sign of the bar's rotation follows the rows that hold both their
+/// ends. Returns false at the first step that fails, with `message` holding the
 /// reason and `GeometryValid` cleared. After an arithmetic failure, which is thrown, `message`
 /// names the step that was at work, where that step has a text of its own.
-[[nodiscard]] bool CalculateStateProperties(Suspension& document, std::string& message);
+[[nodiscard]] bool CalculateStateProperties(Suspension& document, const GridPart& part,
+                                            std::string& message);
 
-/// Fills the channels that compare one state with another, and the curves fitted against damper
-/// travel, which are in the display units of `channels`. Runs after `CalculateStateProperties`.
-void CalculateGridChannels(Suspension& document, const ChannelCatalogue& channels);
+/// Fills the channels of the same states that compare one of them with another. Runs after
+/// `CalculateStateProperties`. The part holds each state's mirrors: the one at the opposite rack
+/// travel and, where the grid has it, the one at the opposite wheel travel.
+void CalculateGridChannels(Suspension& document, const GridPart& part);
 
 /// Channels of wheel attitude, steering axis and wishbone planes of one state. Returns false, with
 /// `message` set, when a wishbone's plane stands upright; `GeometryValid` takes the result.

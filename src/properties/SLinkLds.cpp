@@ -120,7 +120,9 @@ LoadTable SubstituteBack(const EquationSystem& system) {
     return loads;
 }
 
-void SetStateLoads(WheelState& state, const SuspensionData& data) {
+} // namespace
+
+void CalculateLinkLoads(WheelState& state, const SuspensionData& data) {
     const SuspPoint& patch = state.Points[ptWTCP];
     const SuspPoint& ofX = data.XForce < 0 ? state.Points[ptWC] : patch;
     const std::array<Wrench, LinkCount> links = LinkWrenches(state.Points);
@@ -136,14 +138,6 @@ void SetStateLoads(WheelState& state, const SuspensionData& data) {
         state.LinkLoads.Set(link, 2, y);
         state.LinkLoads.Set(link, 3, z);
         state.LinkLoads.Set(link, 4, Checked(data.XForce * x + data.YForce * y + data.ZForce * z));
-    }
-}
-
-} // namespace
-
-void CalculateLinkLoads(Suspension& document, int rackStep) {
-    for (int w = 2; w <= document.NW + 1; ++w) {
-        SetStateLoads(document.WheelStates(rackStep, w), document.Data);
     }
 }
 

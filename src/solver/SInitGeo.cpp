@@ -59,6 +59,23 @@ std::string SignedText(double value, const Separators& separators) {
     return value < 0 ? text : " " + text;
 }
 
+/// The grid of any travel settings. A file may hold a `NegativeTravel`: the static position stands
+/// alone then until the user has mended it.
+TravelGrid GridOf(const SuspensionData& data, const FundamentalUnits& units) {
+    return NegativeTravel(data).empty()
+               ? CountTravelSteps(data, units)
+               : TravelGrid{data.WheelTravelStepSize, data.RackTravelStepSize};
+}
+
+void TakeGrid(Suspension& document, const TravelGrid& grid) {
+    document.Data.WheelTravelStepSize = grid.WheelTravelStepSize;
+    document.Data.RackTravelStepSize = grid.RackTravelStepSize;
+    document.NW = grid.NW;
+    document.NR = grid.NR;
+    document.StaticWheel = grid.StaticWheel;
+    document.StaticRack = grid.StaticRack;
+}
+
 } // namespace
 
 std::string NegativeTravel(const SuspensionData& data) {
@@ -89,23 +106,11 @@ TravelGrid CountTravelSteps(const SuspensionData& data, const FundamentalUnits& 
 }
 
 void SetStepSizes(Suspension& document, const FundamentalUnits& units, Messages& messages) {
-    SuspensionData& data = document.Data;
-    if (!NegativeTravel(data).empty()) {
-        // A file may hold such a travel. The static position stands until the user has mended it.
-        document.NW = document.NR = 1;
-        document.StaticWheel = document.StaticRack = 2;
-        return;
-    }
-    const TravelGrid grid = CountTravelSteps(data, units);
-    data.WheelTravelStepSize = grid.WheelTravelStepSize;
-    data.RackTravelStepSize = grid.RackTravelStepSize;
-    document.NW = grid.NW;
-    document.NR = grid.NR;
-    document.StaticWheel = grid.StaticWheel;
-    document.StaticRack = grid.StaticRack;
+    const TravelGrid grid = GridOf(document.Data, units);
+    TakeGrid(document, grid);
     if (grid.Grown) {
         messages.ShowMessage("Max number of wheel travel points exceeded so step size reset to " +
-                                 SignedText(data.WheelTravelStepSize, units.NumberSeparators),
+                                 SignedText(grid.WheelTravelStepSize, units.NumberSeparators),
                              msInformation);
     }
 }
@@ -126,6 +131,24 @@ void InitGeometry(Suspension& document, ChannelCatalogue& channels, const Fundam
     channels.SetFrontRearTitles(IsFrontCorner(document));
     SetPointsInPlay(document.Catalogue, document.Data.SpringMechanism, document.Data);
     DerivePoints(document.StaticPoints(), document.Data);
+}
+
+void SetDesign(Suspension& document, const Design& design, const FundamentalUnits& units) {
+    const TravelGrid grid = GridOf(design.Data, units);
+    document.Data = design.Data;
+    document.StaticPoints() = design.Points;
+    TakeGrid(document, grid);
+    SetPointsInPlay(document.Catalogue, document.Data.SpringMechanism, document.Data);
+    DerivePoints(document.StaticPoints(), document.Data);
+    document.WheelStates.ForgetResults();
+    document.StaticLengths = {};
+    document.QuadraticFits = {};
+    document.Dynamics = {};
+    document.DataLoaded = true;
+    document.ResultsValid = false;
+    document.GeometryValid = false;
+    document.DynamicsValid = false;
+    document.FaultyPoints.clear();
 }
 
 } // namespace corvanta

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Channels.h"
+#include "model/Design.h"
 #include "model/Suspension.h"
 #include "model/Units.h"
 #include "platform/Messages.h"
@@ -45,5 +46,10 @@ void DerivePoints(PointSet& points, const SuspensionData& data);
 /// the end of the car, points in play, and the points that the user does not enter.
 void InitGeometry(Suspension& document, ChannelCatalogue& channels, const FundamentalUnits& units,
                   Messages& messages);
+
+/// Puts a design in the place of what the document holds and sets the document up: its results are
+/// gone, and those of another calculation don't show through in it. Throws Failure as
+/// `CountTravelSteps` does and changes nothing then.
+void SetDesign(Suspension& document, const Design& design, const FundamentalUnits& units);
 
 } // namespace corvanta

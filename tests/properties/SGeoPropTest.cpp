@@ -145,7 +145,7 @@ TEST_F(SGeoPropTest, ChannelsThatCompareStates) {
             }
         }
     }
-    CalculateGridChannels(document, MetricChannels());
+    CalculateGridChannels(document, WholeGrid(document.NR, document.NW));
     for (int w = 2; w <= 3; ++w) {
         const auto cell = [&](int r, ChannelId id) {
             return document.WheelStates(r, w).Channels[id];

@@ -1,0 +1,149 @@
+#include "calculation/SCalcs.h"
+#include "tests/support/Corners.h"
+#include "tests/support/SampleCorners.h"
+#include "tests/support/Testing.h"
+
+#include <atomic>
+#include <bit>
+#include <cstdint>
+#include <thread>
+
+namespace corvanta::test {
+namespace {
+
+FundamentalUnits MetricUnits() {
+    FundamentalUnits units;
+    units[ucDisplacement].Label = "mm";
+    return units;
+}
+
+/// What two states tell apart, empty when they are the same to the last bit.
+std::string Difference(const WheelState& one, const WheelState& other) {
+    if (one.Points != other.Points || one.PointsPlus != other.PointsPlus) {
+        return "points";
+    }
+    const auto bits = [](std::optional<double> value) {
+        return value ? std::optional(std::bit_cast<std::uint64_t>(*value)) : std::nullopt;
+    };
+    for (int id = 1; id <= ChannelCount; ++id) {
+        if (bits(one.Channels.Cell(id)) != bits(other.Channels.Cell(id))) {
+            return "channel " + std::to_string(id);
+        }
+    }
+    for (int link = 1; link <= 6; ++link) {
+        if (bits(one.LinkLoads.Cell(link, 4)) != bits(other.LinkLoads.Cell(link, 4))) {
+            return "load of link " + std::to_string(link);
+        }
+    }
+    return "";
+}
+
+/// Compares the states from (2, 2) that `wants` picks.
+template <typename Wants>
+void ExpectSame(const Suspension& solved, const Suspension& expected, const Wants& wants) {
+    for (int r = 2; r <= expected.NR + 1; ++r) {
+        for (int w = 2; w <= expected.NW + 1; ++w) {
+            if (wants(r, w)) {
+                ASSERT_EQ(Difference(solved.WheelStates(r, w), expected.WheelStates(r, w)), "")
+                    << "at rack step " << r << ", wheel step " << w;
+            }
+        }
+    }
+}
+
+bool SameFits(const Suspension& one, const Suspension& other) {
+    return std::equal(
+        one.QuadraticFits.begin(), one.QuadraticFits.end(), other.QuadraticFits.begin(),
+        [](const auto& a, const auto& b) { return a.A == b.A && a.B == b.B && a.C == b.C; });
+}
+
+// One scratch document goes through all corners, so that what one leaves behind would show in the
+// next, and every cut is compared with the run of a document that was just opened.
+TEST(SolveTest, GivesWhatARunGivesWholeAndInEveryCut) {
+    const FundamentalUnits units = MetricUnits();
+    const SolveSettings settings{units, MetricChannels()};
+    Suspension scratch;
+    Suspension cutScratch;
+    ForEachSample(
+        [](Suspension&) {},
+        [&](const Suspension& expected) {
+            const Design design = DesignOf(expected);
+            ASSERT_TRUE(Solve(scratch, design, settings).Solved);
+            EXPECT_TRUE(scratch.ResultsValid);
+            ExpectSame(scratch, expected, [](int, int) { return true; });
+            EXPECT_TRUE(SameFits(scratch, expected));
+            EXPECT_EQ(scratch.Dynamics.TotalBrake, expected.Dynamics.TotalBrake);
+            for (int row = 2; row <= expected.NR + 1; ++row) {
+                const double travel = RackTravelAtStep(expected, row);
+                ASSERT_TRUE(Solve(cutScratch, design, settings, {false, {travel}, {}}).Solved);
+                EXPECT_FALSE(cutScratch.ResultsValid);
+                ExpectSame(cutScratch, expected, [&](int r, int) { return r == row; });
+            }
+            for (int column = 2; column <= expected.NW + 1; ++column) {
+                const double travel = WheelTravelAtStep(expected, column);
+                ASSERT_TRUE(Solve(cutScratch, design, settings, {false, {}, {travel}}).Solved);
+                ExpectSame(cutScratch, expected, [&](int, int w) { return w == column; });
+            }
+        });
+}
+
+TEST(SolveTest, ManyThreadsGiveWhatOneGives) {
+    std::vector<Suspension> expected;
+    ForEachSample([](Suspension&) {},
+                  [&](const Suspension& solved) { expected.push_back(solved); });
+    const FundamentalUnits units = MetricUnits();
+    const SolveSettings settings{units, MetricChannels()};
+    std::atomic<int> wrong = 0;
+    const auto work = [&](std::size_t first) {
+        Suspension scratch;
+        for (std::size_t n = 0; n < expected.size(); ++n) {
+            const Suspension& reference = expected[(first + n) % expected.size()];
+            const bool solved = Solve(scratch, DesignOf(reference), settings).Solved;
+            for (int r = 2; solved && r <= reference.NR + 1; ++r) {
+                for (int w = 2; w <= reference.NW + 1; ++w) {
+                    wrong +=
+                        Difference(scratch.WheelStates(r, w), reference.WheelStates(r, w)).empty()
+                            ? 0
+                            : 1;
+                }
+            }
+            wrong += solved ? 0 : 1;
+        }
+    };
+    {
+        std::vector<std::jthread> threads;
+        for (std::size_t n = 0; n < 8; ++n) {
+            threads.emplace_back(work, n);
+        }
+    }
+    EXPECT_EQ(wrong, 0);
+}
+
+TEST(SolveTest, FailsWithThePlaceAndSolvesTheNextDesignAllTheSame) {
+    const FundamentalUnits units = MetricUnits();
+    const SolveSettings settings{units, MetricChannels()};
+    Suspension scratch;
+    const Design sound = DesignOf(DoubleWishboneCorner(smNone));
+    Design tooFar = sound; // beyond the reach of the upper wishbone
+    tooFar.Data.Bump = tooFar.Data.Droop = tooFar.Data.WheelTravelStepSize = 400;
+    const SolveResult failed = Solve(scratch, tooFar, settings);
+    EXPECT_FALSE(failed.Solved);
+    EXPECT_EQ(failed.Failure.Message,
+              "Calculations could not be completed.\r\rThe following error occurred: Invalid "
+              "procedure call or argument");
+    EXPECT_EQ(failed.Failure.WheelStep, 2);
+    Design noStep = sound;
+    noStep.Data.WheelTravelStepSize = 0;
+    EXPECT_THAT(Solve(scratch, noStep, settings).Failure.Message, HasSubstr("Division by zero"));
+
+    std::stop_source source;
+    source.request_stop();
+    const SolveResult stopped = Solve(scratch, sound, settings, {}, source.get_token());
+    EXPECT_TRUE(stopped.Stopped);
+    EXPECT_FALSE(stopped.Solved);
+    EXPECT_FALSE(scratch.ResultsValid);
+    EXPECT_TRUE(Solve(scratch, sound, settings).Solved);
+}
+
+} // namespace
+} // namespace corvanta::test
