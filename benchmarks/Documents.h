@@ -44,8 +44,9 @@ inline constexpr const char* TwoRockers = "prototype-front-two-rockers.WSP";
 class WindowOver {
   public:
     explicit WindowOver(LoadedProgram& program)
-        : m_desk{*program,  program.Files(), program.MessageSink(),
-                 m_process, m_windows,       MLibHelp(m_windows.Help)} {}
+        : m_current(*program, program.MessageSink()),
+          m_desk{*program,  m_current, program.Files(),         program.MessageSink(),
+                 m_process, m_windows, MLibHelp(m_windows.Help)} {}
 
     [[nodiscard]] frmMain& operator*() { return m_window; }
     [[nodiscard]] frmMain* operator->() { return &m_window; }
@@ -57,6 +58,7 @@ class WindowOver {
     MachineServices m_process{1, &Name, ProductVersion{}};
     NoWindowSystem m_noWindows;
     WindowSystem m_windows = m_noWindows.Services();
+    CDocument m_current;
     Desk m_desk;
     frmMain m_window{m_desk};
 };

@@ -43,6 +43,7 @@ AdjustWindow::AdjustWindow(Desktop& desktop, frmAdjust& window)
     AddDialogButton(m_binder, *buttons, window.cmdHelp, QDialogButtonBox::HelpRole, "cmdHelp",
                     [this] { m_window.cmdHelp_Click(); });
     layout->addWidget(buttons);
+    AddHistoryKeys(m_desktop, *this);
     Refresh();
     PlaceWindow(*this, window.Frame, sizeHint(), false);
     show();

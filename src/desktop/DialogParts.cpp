@@ -7,6 +7,7 @@
 #include <QListWidget>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 
@@ -144,6 +145,19 @@ void BindCheckList(Binder& binder, QListWidget* shown, CheckList& list,
                              ticked(row);
                          });
                      });
+}
+
+void AddHistoryKeys(Desktop& desktop, QWidget& window, const Binder::Event& commit) {
+    const auto add = [&](const QKeySequence& keys, MainCommand command) {
+        auto* shortcut = new QShortcut(keys, &window);
+        QObject::connect(shortcut, &QShortcut::activated, &window, [&desktop, commit, command] {
+            commit();
+            desktop.Handle([&] { desktop.Main().Execute(command, 0); });
+        });
+    };
+    add({Qt::CTRL | Qt::Key_Z}, mcUndo);
+    add({Qt::CTRL | Qt::SHIFT | Qt::Key_Z}, mcRedo);
+    add({Qt::CTRL | Qt::Key_Y}, mcRedo);
 }
 
 } // namespace corvanta

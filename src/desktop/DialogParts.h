@@ -61,4 +61,8 @@ QPushButton* AddDialogButton(Binder& binder, QDialogButtonBox& buttons, const Co
 void BindCheckList(Binder& binder, QListWidget* shown, CheckList& list,
                    std::function<void(int row)> ticked);
 
+/// The keys of undo and redo in a window beside the main window. What is being typed is ended by
+/// `commit` before.
+void AddHistoryKeys(Desktop& desktop, QWidget& window, const Binder::Event& commit = [] {});
+
 } // namespace corvanta

@@ -69,6 +69,7 @@ EditGeometryWindow::EditGeometryWindow(Desktop& desktop, frmEditGeometry& window
         m_points->CommitTyping();
         m_desktop.Handle([this] { m_desktop.Main().Execute(mcSave, 0); });
     });
+    AddHistoryKeys(m_desktop, *this, [this] { m_points->CommitTyping(); });
     Refresh();
     KeepKeysOfFoot();
     window.Frame.IsMaximised ? showMaximized() : show();

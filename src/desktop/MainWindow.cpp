@@ -30,22 +30,26 @@ constexpr QSize ComfortableSize{1100, 720};
 constexpr int ToolIconSize = 22;
 constexpr int StepIconSize = 14;
 
-QKeySequence ShortcutOf(int command) {
+QList<QKeySequence> ShortcutsOf(int command) {
     switch (command) {
+    case mcUndo:
+        return {QKeySequence(Qt::CTRL | Qt::Key_Z)};
+    case mcRedo:
+        return {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)};
     case mcNew:
-        return QKeySequence::New;
+        return {QKeySequence::New};
     case mcOpen:
-        return QKeySequence::Open;
+        return {QKeySequence::Open};
     case mcSave:
-        return QKeySequence::Save;
+        return {QKeySequence::Save};
     case mcSaveAs:
-        return {Qt::CTRL | Qt::SHIFT | Qt::Key_S};
+        return {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)};
     case mcPrint:
-        return QKeySequence::Print;
+        return {QKeySequence::Print};
     case mcCopy:
-        return QKeySequence::Copy;
+        return {QKeySequence::Copy};
     case mcExit:
-        return QKeySequence::Quit;
+        return {QKeySequence::Quit};
     default:
         return {};
     }
@@ -124,7 +128,7 @@ void MainWindow::AddItem(QMenu* menu, const MenuItem& item) {
         return;
     }
     QAction* action = menu->addAction(QString::fromStdString(item.Caption));
-    action->setShortcut(ShortcutOf(item.Command));
+    action->setShortcuts(ShortcutsOf(item.Command));
     action->setCheckable(item.Command == mcView);
     if (item.Command == mcExit) {
         action->setMenuRole(QAction::QuitRole);

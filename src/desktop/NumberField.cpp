@@ -47,6 +47,19 @@ void NumberField::ShowBox() {
     update();
 }
 
+/// A field in which nothing was typed leaves the keys of undo and redo to its window.
+bool NumberField::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        if ((key.matches(QKeySequence::Undo) && !isUndoAvailable()) ||
+            (key.matches(QKeySequence::Redo) && !isRedoAvailable())) {
+            event->ignore();
+            return true;
+        }
+    }
+    return QLineEdit::event(event);
+}
+
 void NumberField::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     Begin();

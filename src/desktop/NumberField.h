@@ -20,6 +20,7 @@ class NumberField final : public QLineEdit {
     void Begin();
 
   protected:
+    bool event(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;

@@ -32,7 +32,8 @@ Application::Application(FileServices& files, MessageBox& box, ProcessServices& 
       m_process(process),
       m_windows(windows),
       m_messages(box),
-      m_desk{m_program, files, m_messages, process, windows, MLibHelp(windows.Help)},
+      m_current(m_program, m_messages),
+      m_desk{m_program, m_current, files, m_messages, process, windows, MLibHelp(windows.Help)},
       m_main(m_desk) {
     m_messages.BeforeMessage([this] {
         if (m_main.About.IsSplash) {

@@ -79,6 +79,7 @@ class Application {
     bool m_canKeep = true;           ///< until keeping a change fails, and then at the end again
     std::optional<CustomChannels> m_channelsInFile; ///< of the lists, what their files stand for
     std::optional<SelectedViews> m_viewsInFile;
+    CDocument m_current;
     Desk m_desk;
     frmMain m_main;
 };

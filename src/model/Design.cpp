@@ -7,8 +7,8 @@
 namespace corvanta {
 
 bool operator==(const Design& one, const Design& other) {
-    if (one.Data != other.Data) {
-        return false;
+    if (one.Data != other.Data || one.Points == other.Points) {
+        return one.Data == other.Data;
     }
     PointCatalogue catalogue;
     SetPointsInPlay(catalogue, one.Data.SpringMechanism, one.Data);

@@ -23,4 +23,12 @@ std::optional<PointNumber> MovingSpringEnd(const SuspensionData& data) {
     }
 }
 
+void CopyType(SuspensionData& data, const SuspensionData& from) {
+    data.SpringMechanism = from.SpringMechanism;
+    data.ThirdSpringMechanism = from.ThirdSpringMechanism;
+    data.CentreSpringSystem = from.CentreSpringSystem;
+    data.ARBMechanism = from.ARBMechanism;
+    data.DriveShaftExists = from.DriveShaftExists;
+}
+
 } // namespace corvanta

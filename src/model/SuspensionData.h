@@ -47,6 +47,9 @@ struct SuspensionData {
     friend bool operator==(const SuspensionData&, const SuspensionData&) = default;
 };
 
+/// Takes the mechanisms, the driveshaft among them, from other data.
+void CopyType(SuspensionData& data, const SuspensionData& from);
+
 /// True when the corner has a centre spring.
 [[nodiscard]] inline bool HasCentreSpring(const SuspensionData& data) {
     return data.ThirdSpringMechanism == tsCornerAndCentreSpring ||

@@ -7,6 +7,7 @@
 #include "platform/ProcessServices.h"
 #include "platform/SettingsStore.h"
 #include "platform/WindowServices.h"
+#include "shell/CDocument.h"
 #include "shell/MLibHelp.h"
 
 namespace corvanta {
@@ -14,6 +15,7 @@ namespace corvanta {
 /// What every window works with: the program's data and its surroundings. It outlives the windows.
 struct Desk {
     corvanta::Program& Program;
+    CDocument& Current; ///< the program's document as the windows share it
     FileServices& Files;
     corvanta::Messages& Messages;
     ProcessServices& Process;

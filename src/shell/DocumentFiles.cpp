@@ -100,7 +100,7 @@ FileOutcome DocumentFiles::New() {
     Recovery.Drop();
     program.DocumentPath.clear();
     program.FileMark.clear();
-    program.Modified = false;
+    m_desk.Current.Begin("New", true);
     return FileOutcome::Replaced;
 }
 
@@ -175,7 +175,9 @@ FileOutcome DocumentFiles::Open(const std::string& path, bool asCopy) {
         return FileOutcome::Nothing;
     }
     Program& program = m_desk.Program;
-    if (!Read(path)) {
+    const bool read = Read(path);
+    m_desk.Current.Begin("Open " + NameOf(path), true);
+    if (!read) {
         return FileOutcome::Replaced;
     }
     if (asCopy) {
@@ -199,14 +201,15 @@ FileOutcome DocumentFiles::OpenRecovered(const RecoveredWork& work) {
                                     msInformation);
         return FileOutcome::Nothing;
     }
-    if (!Read(work.CopyPath)) {
+    const bool read = Read(work.CopyPath);
+    m_desk.Current.Begin("Recover unsaved work", !read);
+    if (!read) {
         Recovery.SetAside();
         return FileOutcome::Replaced;
     }
     Program& program = m_desk.Program;
     program.DocumentPath = work.DocumentPath;
     program.FileMark = work.FileMark;
-    program.Modified = true;
     return FileOutcome::Replaced;
 }
 
@@ -362,7 +365,7 @@ void DocumentFiles::Write(const std::string& path, bool& written) {
         if (!written) {
             return;
         }
-        program.Modified = false;
+        m_desk.Current.MarkSaved();
         program.DocumentPath = path;
         program.FileMark = MarkOf(path);
         program.Options.LastFolder = FileServices::ParentFolder(path);

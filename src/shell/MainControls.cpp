@@ -42,9 +42,10 @@ void SetUpMenus(MainControls& controls) {
     controls.mnuExport = MenuOf("&Export", {Item("To &Sorvent Component...", mcExportComponent),
                                             Item("&Results...", mcExportResults),
                                             Item("&DXF Geometry...", mcExportDXF)});
-    controls.mnuEdit = MenuOf("&Edit", {Item("Copy", mcCopy), Line(),
-                                        Item("&Suspension Properties...", mcProperties),
-                                        Item("Adjust Geometry...", mcAdjust)});
+    controls.mnuEdit =
+        MenuOf("&Edit", {Item("&Undo", mcUndo), Item("&Redo", mcRedo), Line(), Item("Copy", mcCopy),
+                         Line(), Item("&Suspension Properties...", mcProperties),
+                         Item("Adjust Geometry...", mcAdjust)});
     controls.mnuView = MenuOf(
         "&View",
         {ViewItem("&Anti-Dive, Squat && Roll", vwAntis),

@@ -24,6 +24,8 @@ enum MainCommand : int {
     mcPrint,
     mcRecentFile, ///< the tag is the index in the list of recent files
     mcExit,
+    mcUndo,
+    mcRedo,
     mcCopy,
     mcProperties,
     mcAdjust,

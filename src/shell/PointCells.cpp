@@ -274,6 +274,24 @@ std::string MarkPointCells(DataGrid& grid, const Suspension& draft,
     return text + (doubts.size() > MostSentences ? " More cells are marked." : "");
 }
 
+void FollowPointCells(DataGrid& grid, const FundamentalUnits& units, const PointSet& shown,
+                      const PointSet& now) {
+    for (const PointNumber number : AllPoints) {
+        if (shown[number] == now[number]) {
+            continue;
+        }
+        PointSet points = shown;
+        ForEachCoordinate(grid, points, [&](int row, int column, double& coordinate) {
+            const double to = now[*PointOfRow(grid, row)].*AxisOf(column).Coordinate;
+            if (PointOfRow(grid, row) == number &&
+                grid.Cell(row, column) == FormatChannelValue(units, coordinate, ucDisplacement)) {
+                PutPointCell(grid, units, row, column,
+                             FormatChannelValue(units, to, ucDisplacement));
+            }
+        });
+    }
+}
+
 std::string PointCellToolTip(const DataGrid& grid, const FundamentalUnits& units, int row,
                              int column) {
     if (!IsPointCell(grid, row, column)) {

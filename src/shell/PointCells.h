@@ -36,6 +36,11 @@ void PutPointCell(DataGrid& grid, const FundamentalUnits& units, int row, int co
 [[nodiscard]] PointSet DraftOfCells(const DataGrid& grid, const FundamentalUnits& units,
                                     PointSet stored);
 
+/// Brings coordinates that changed elsewhere into the table: from `shown`, what the cells stand
+/// for, to `now`. A cell that shows something else was typed into and stays.
+void FollowPointCells(DataGrid& grid, const FundamentalUnits& units, const PointSet& shown,
+                      const PointSet& now);
+
 /// What became of a text that was pasted.
 struct PasteResult {
     int RowsTaken = 0;

@@ -16,6 +16,7 @@ namespace corvanta {
 namespace {
 
 constexpr WindowPlacement DesignSize{0, 0, 5400, 4200};
+constexpr const char* StepName = "Adjust ride height";
 
 /// The difference of two heights without the noise that subtraction leaves in its last digits.
 double Tidy(double difference) {
@@ -73,7 +74,7 @@ bool frmAdjust::PutBackHeight() {
         return false;
     }
     height = m_storedHeight = m_currentHeight;
-    m_desk.Program.Modified = true; // it may have been saved with the target
+    m_desk.Current.TakeBack(StepName);
     return true;
 }
 
@@ -175,6 +176,7 @@ void frmAdjust::Apply() {
 /// The reference point keeps a target out of reach, and every table shows it there.
 void frmAdjust::ShowKeptTarget() {
     if (m_desk.Program.Document.StaticPoints()[ptRHM].Z != m_currentHeight) { // exactly: it took it
+        m_desk.Current.Record(StepName);
         ShowHeightElsewhere();
     }
 }
@@ -219,15 +221,13 @@ void frmAdjust::TakeTarget(std::string& errorText) {
     Program& program = m_desk.Program;
     program.Options.AdjustRHByPushRodLength = chkAdjustRHByPushRodLength.Checked;
     UpdateDifference();
-    double& height = program.Document.StaticPoints()[ptRHM].Z;
     m_storedHeight = TargetHeight();
-    program.Modified = program.Modified || height != m_storedHeight; // exactly: it is another one
-    height = m_storedHeight;
+    program.Document.StaticPoints()[ptRHM].Z = m_storedHeight;
     if (!AdjustRideHeight(program.Document, errorText, m_difference,
                           program.Options.AdjustRHByPushRodLength)) {
         throw Failure(fnInvalidCall, std::exchange(errorText, {}));
     }
-    program.Modified = true;
+    m_desk.Current.Record(StepName);
     program.Document.ResultsValid = false;
     ShowHeight(); // from here on the wheel stands there, whatever follows
 }

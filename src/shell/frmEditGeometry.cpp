@@ -9,6 +9,7 @@
 #include "shell/MechanismExample.h"
 #include "shell/MechanismLists.h"
 #include "shell/PointCells.h"
+#include "shell/StepNames.h"
 #include "shell/TypedNumber.h"
 #include "solver/SInitGeo.h"
 
@@ -29,12 +30,6 @@ bool IsFaulty(const NumberBox& box, const Separators& separators) {
 }
 
 } // namespace
-
-/// The document at one moment, to tell whether it changed.
-struct frmEditGeometry::DocumentMark {
-    SuspensionData Data;
-    PointSet Points;
-};
 
 frmEditGeometry::frmEditGeometry(Desk& desk, ShellHost& main) : m_desk(desk), m_main(main) {
     Caption = "Suspension Properties";
@@ -105,8 +100,56 @@ void frmEditGeometry::LoadForm() {
     TravelToForm();
     VehicleToForm();
     PointTableToForm();
+    DescriptionToForm();
+    m_shown = DesignOf(m_desk.Program.Document);
+}
+
+void frmEditGeometry::DescriptionToForm() {
     txtDescription.Text = m_desk.Program.Document.Data.Description;
     txtDescription_Changed();
+}
+
+void frmEditGeometry::FollowDocument() {
+    const Design now = DesignOf(m_desk.Program.Document);
+    SuspensionData ofShownType = now.Data;
+    CopyType(ofShownType, m_shown.Data);
+    if (ofShownType != now.Data) { // the table is another one
+        TypeToForm();
+        TravelToForm();
+        VehicleToForm();
+        PointTableToForm();
+        DescriptionToForm();
+    } else {
+        FollowFields(now.Data);
+        FollowPoints(now.Points);
+    }
+    m_shown = now;
+}
+
+/// A field that shows what it showed before has nothing typed in it.
+void frmEditGeometry::FollowFields(const SuspensionData& data) {
+    const FundamentalUnits& units = m_desk.Program.Units;
+    for (const auto fields : {TravelFields(), VehicleFields()}) {
+        for (const NumberField& field : fields) {
+            NumberBox& box = this->*field.Box;
+            if (box.Text == FieldText(field, m_shown.Data.*field.Target, units)) {
+                box.Text = FieldText(field, data.*field.Target, units);
+            }
+        }
+    }
+    if (data.ChassisMotion != m_shown.Data.ChassisMotion) {
+        optHeave.Selected = data.ChassisMotion == cmHeave;
+        optRoll.Selected = !optHeave.Selected;
+    }
+    if (txtDescription.Text == m_shown.Data.Description) {
+        DescriptionToForm();
+    }
+    UpdateTravelSummary();
+}
+
+void frmEditGeometry::FollowPoints(const PointSet& points) {
+    FollowPointCells(grdPoints, m_desk.Program.Units, m_shown.Points, points);
+    MarkPoints();
 }
 
 void frmEditGeometry::Close() {
@@ -190,13 +233,11 @@ void frmEditGeometry::tabPages_Changed(int newPage) {
 }
 
 void frmEditGeometry::LeaveTypePage() {
-    const DocumentMark before = MarkDocument();
+    const Design before = DesignOf(m_desk.Program.Document);
     if (PointsFromGrid()) { // what was typed is stored before the table is laid out anew
         TypeFromForm(true);
     }
-    if (ChangedSince(before)) {
-        InvalidateResults();
-    }
+    KeepPagesOf(before);
 }
 
 void frmEditGeometry::EnterPage(int page) {
@@ -208,39 +249,32 @@ void frmEditGeometry::EnterPage(int page) {
     }
 }
 
-frmEditGeometry::DocumentMark frmEditGeometry::MarkDocument() const {
-    const Suspension& document = m_desk.Program.Document;
-    return {document.Data, document.StaticPoints()};
+std::string frmEditGeometry::StepName(const Design& before) const {
+    const std::string name = DescribeChange(before, DesignOf(m_desk.Program.Document));
+    return m_pasted && name.starts_with("Move ") ? "Paste points" : name;
 }
 
-/// Points that are not in play are derived or forgotten: they are no part of the document.
-bool frmEditGeometry::ChangedSince(const DocumentMark& mark) const {
-    const Suspension& document = m_desk.Program.Document;
-    return mark.Data != document.Data ||
-           std::any_of(AllPoints.begin(), AllPoints.end(), [&](PointNumber number) {
-               return document.Catalogue[number].Enabled &&
-                      mark.Points[number] != document.StaticPoints()[number];
-           });
-}
-
-/// The document changed, but the main window is not to calculate yet.
-void frmEditGeometry::InvalidateResults() {
+/// Pages that were taken alone may have changed the document, but the main window is not to
+/// calculate yet.
+void frmEditGeometry::KeepPagesOf(const Design& before) {
     Program& program = m_desk.Program;
-    program.Modified = true;
+    if (DesignOf(program.Document) == before) {
+        return;
+    }
+    const std::string name = StepName(before);
     if (program.Document.DataLoaded) {
         m_resultsLost = true;
         program.Document.ResultsValid = false;
         InitGeometry(program.Document, program.Channels, program.Units, m_desk.Messages);
     }
+    m_desk.Current.Record(name);
 }
-
-// --- Apply --------------------------------------------------------------------------------------
 
 bool frmEditGeometry::Apply() {
     Program& program = m_desk.Program;
     Suspension& document = program.Document;
     assert(IsOpen); // boxes that were never filled would empty the document
-    const DocumentMark before = MarkDocument();
+    const Design before = DesignOf(document);
     MarkFaults();
     bool taken = false;
     try {
@@ -252,21 +286,20 @@ bool frmEditGeometry::Apply() {
         taken = false;
         ShowFailure("There was an error while applying data.\rError was: ");
     }
-    const bool changed = ChangedSince(before);
     if (!taken) {
-        if (changed) {
-            InvalidateResults();
-        }
+        KeepPagesOf(before);
         ShowFirstFault();
         return false;
     }
-    program.Modified = program.Modified || changed || !document.DataLoaded;
-    if (!document.DataLoaded) {
-        program.DocumentPath.clear(); // it was the name of a file that was there before
-    }
     document.ResultsValid = false;
-    document.DataLoaded = true;
-    m_resultsLost = false;
+    if (document.DataLoaded) {
+        m_desk.Current.Record(StepName(before));
+    } else {
+        program.DocumentPath.clear(); // it was the name of a file that was there before
+        document.DataLoaded = true;
+        m_desk.Current.Begin("New suspension", false);
+    }
+    m_resultsLost = m_pasted = false;
     m_main.RefreshGUI(true);
     MarkPoints(); // at which rows the calculation failed
     return true;
@@ -298,6 +331,7 @@ void frmEditGeometry::ShowTaken() {
     TravelToForm();
     VehicleToForm();
     PointsToGrid();
+    m_shown.Data = m_desk.Program.Document.Data;
 }
 
 bool frmEditGeometry::HasUnappliedChanges() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/Design.h"
 #include "model/Suspension.h"
 #include "platform/Controls.h"
 #include "platform/DataGrid.h"
@@ -64,6 +65,9 @@ class frmEditGeometry final : public Window {
     /// could not be taken: the user was told, the pages before it are taken, and the fault is on
     /// show.
     bool Apply();
+
+    /// The document changed elsewhere: what is shown follows, and what is typed stays.
+    void FollowDocument();
 
     /// The exchange between a page and the document. Those that read the page throw Failure, and
     /// change nothing, for a text that is no number; those with a result tell the user of a failure
@@ -169,6 +173,7 @@ class frmEditGeometry final : public Window {
     void ShowUnits();
     void TypeToForm();
     void PointTableToForm();
+    void DescriptionToForm();
     [[nodiscard]] TypeChoices ChosenType() const;
     void TakeType(SuspensionData& data) const;
     void TakeTravel(SuspensionData& data, std::string& message) const;
@@ -186,15 +191,17 @@ class frmEditGeometry final : public Window {
     [[nodiscard]] std::string TravelSummary() const;
     void ShowFailure(std::string_view lead);
 
-    struct DocumentMark;
-    [[nodiscard]] DocumentMark MarkDocument() const;
-    [[nodiscard]] bool ChangedSince(const DocumentMark& mark) const;
-    void InvalidateResults();
+    [[nodiscard]] std::string StepName(const Design& before) const;
+    void KeepPagesOf(const Design& before);
+    void FollowFields(const SuspensionData& data);
+    void FollowPoints(const PointSet& points);
 
     Desk& m_desk;
     ShellHost& m_main;
     std::optional<Suspension> m_example; ///< of the choices in its data
     TypeChoices m_shownType{};           ///< as the document's choices show
+    Design m_shown;                      ///< what the controls show but for what is typed
+    bool m_pasted = false;               ///< since the document took the table of points last
     bool m_resultsLost = false; ///< leaving a page changed a document that had been calculated
 };
 

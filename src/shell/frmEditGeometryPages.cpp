@@ -97,6 +97,7 @@ void frmEditGeometry::TypeFromForm(bool confirm) {
         return;
     }
     TakeType(m_desk.Program.Document.Data);
+    CopyType(m_shown.Data, m_desk.Program.Document.Data);
     m_shownType = ChosenType();
     PointTableToForm();
 }
@@ -235,6 +236,7 @@ void frmEditGeometry::PointTableToForm() {
 
 void frmEditGeometry::PointsToGrid() {
     DataPointsGet(grdPoints, m_desk.Program.Document, m_desk.Program.Units, 1, 1);
+    m_shown.Points = m_desk.Program.Document.StaticPoints();
     MarkPoints();
 }
 
@@ -307,6 +309,7 @@ void frmEditGeometry::TellOfPaste(const PasteResult& result) {
         labStatus.Caption = "Nothing pasted: the copied table is in another unit.";
         return;
     }
+    m_pasted = m_pasted || result.RowsTaken > 0;
     labStatus.Caption = Counted(result.RowsTaken, "row") + " pasted.";
     const auto add = [this](int count, const char* what, const char* became) {
         if (count > 0) {

@@ -24,6 +24,11 @@ frmMain::frmMain(Desk& desk) : Files(desk, *this, mnuFMRU), m_desk(desk) {
     SetUpMainControls(*this);
     Caption = "Corvanta";
     Frame = {"frmMain", DesignSize};
+    m_desk.Current.Watch(*this);
+}
+
+frmMain::~frmMain() {
+    m_desk.Current.Unwatch(*this);
 }
 
 void frmMain::Load() {
@@ -61,18 +66,13 @@ void frmMain::Refresh(bool resetPosition) {
     const BusyScope busy(m_refreshBusy);
     Suspension& document = m_desk.Program.Document;
     ViewSettings& settings = m_desk.Program.Settings;
-    if (!document.ResultsValid && document.DataLoaded && !HasFailedAlready()) {
+    m_motionShown = true;
+    if (m_desk.Current.NeedsCalculation()) {
         Calculate();
-        if (settings.View == vwNone) {
-            settings.View = vwCoordinates;
-        }
     }
-    const bool usable = document.GeometryValid && document.ResultsValid;
-    if (!usable && settings.View != vwNone) {
-        m_desk.Process.Beep();
-    }
-    if (!usable || !document.DataLoaded) {
-        settings.View = vwNone;
+    TakeResults();
+    if (!document.GeometryValid || !document.ResultsValid || !document.DataLoaded) {
+        ShowNoView();
     }
     ShowViewPanels();
     ResetPosition(resetPosition);
@@ -88,29 +88,69 @@ void frmMain::Refresh(bool resetPosition) {
 }
 
 void frmMain::Calculate() {
-    Program& program = m_desk.Program;
+    const Program& program = m_desk.Program;
     m_unprotected = program.Modified && !Files.Recovery.Keep(program);
-    m_failure = RunCalculation(program.Document, program.Channels, m_desk.Messages);
-    const bool solved = program.Document.ResultsValid;
-    m_displaced =
-        solved ? DescribeDisplacement(program.Document, program.Units) : DisplacementWords{};
-    labBanner.Caption = m_displaced.Banner;
-    labFailurePlace.Caption =
-        solved ? ""
-               : DescribeFailure(program.Document, program.Units,
-                                 PositionWords(m_failure.WheelStep, m_failure.RackStep));
-    m_failedOn.reset();
-    if (!program.Document.ResultsValid) {
-        m_failedOn.emplace(program.Document.Data, program.Document.StaticPoints());
-    }
-    m_toldViews.clear();
+    m_desk.Current.Calculate();
 }
 
-/// The same input would fail in the same way, and the user was told.
-bool frmMain::HasFailedAlready() const {
-    const Suspension& document = m_desk.Program.Document;
-    return m_failedOn && m_failedOn->first == document.Data &&
-           m_failedOn->second == document.StaticPoints();
+/// Whichever window asked for the calculation, here its outcome is shown.
+void frmMain::TakeResults() {
+    Program& program = m_desk.Program;
+    const CDocument& current = m_desk.Current;
+    if (std::exchange(m_runsShown, current.Runs()) == current.Runs()) {
+        return;
+    }
+    const CalculationFailure& failure = current.LastFailure();
+    labBanner.Caption = current.Displaced().Banner;
+    labFailurePlace.Caption =
+        program.Document.ResultsValid
+            ? ""
+            : DescribeFailure(program.Document, program.Units,
+                              PositionWords(failure.WheelStep, failure.RackStep));
+    m_toldViews.clear();
+    if (program.Settings.View == vwNone) {
+        program.Settings.View =
+            m_viewBeforeFailure == vwNone ? std::int32_t{vwCoordinates} : m_viewBeforeFailure;
+    }
+}
+
+/// There are no results to show. A design that fails on the way to another one makes no noise, and
+/// its view comes back with the results.
+void frmMain::ShowNoView() {
+    std::int32_t& view = m_desk.Program.Settings.View;
+    if (!m_desk.Current.IsQuiet()) {
+        m_viewBeforeFailure = vwNone;
+        if (view != vwNone) {
+            m_desk.Process.Beep();
+        }
+    } else if (view != vwNone) {
+        m_viewBeforeFailure = view;
+    }
+    view = vwNone;
+}
+
+void frmMain::DocumentChanged(DocumentChange change) {
+    if (change == DocumentChange::InMotion) {
+        m_motionShown = false;
+    } else if (change == DocumentChange::Changed) {
+        if (frmEditGeometry* const editor = OpenedEditor()) {
+            editor->FollowDocument();
+        }
+        RefreshGUI(false);
+    }
+}
+
+void frmMain::FollowMotion() {
+    if (!m_motionShown) {
+        DocumentChanged(DocumentChange::Changed);
+    }
+}
+
+/// What is typed and not applied becomes a step of its own before, so that it is not lost.
+void frmMain::StepHistory(void (CDocument::*step)()) {
+    if (Files.ApplyTyped()) {
+        (m_desk.Current.*step)();
+    }
 }
 
 void frmMain::ResetPosition(bool always) {
@@ -190,7 +230,7 @@ bool frmMain::KeyDown(MainKey key, KeyModifiers modifiers, const Control* focus)
         }
         if (modifiers.Ctrl) {
             m_desk.Program.Document.ResultsValid = false;
-            m_failedOn.reset(); // it is to be tried again
+            m_desk.Current.ForgetFailure(); // it is to be tried again
         }
         RefreshGUI(modifiers.Ctrl);
         return true;
@@ -252,6 +292,12 @@ bool frmMain::ExecuteExportCommand(int command) {
 
 void frmMain::ExecuteWindowCommand(int command) {
     switch (command) {
+    case mcUndo:
+        StepHistory(&CDocument::Undo);
+        break;
+    case mcRedo:
+        StepHistory(&CDocument::Redo);
+        break;
     case mcCopy:
         CopyGrid();
         break;

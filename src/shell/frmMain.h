@@ -1,6 +1,5 @@
 #pragma once
 
-#include "calculation/SCalcs.h"
 #include "platform/DrawingSurface.h"
 #include "results/CWireframe.h"
 #include "results/MDisplayPlot.h"
@@ -41,9 +40,17 @@ struct KeyModifiers {
 
 /// The main window, without a window system: it decides when to calculate and what to show, and
 /// owns the file commands, the menus and the windows that open from it.
-class frmMain final : public ShellHost, public MainControls, public Window {
+class frmMain final : public ShellHost,
+                      public MainControls,
+                      public Window,
+                      private DocumentWatcher {
   public:
     explicit frmMain(Desk& desk);
+    frmMain(const frmMain&) = delete;
+    frmMain& operator=(const frmMain&) = delete;
+    frmMain(frmMain&&) = delete;
+    frmMain& operator=(frmMain&&) = delete;
+    ~frmMain() override;
 
     /// Loading of the window: the recent files with their entries.
     void Load();
@@ -137,6 +144,9 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     /// is none.
     void OfferRecovery(bool asked = false);
 
+    /// Shows what a hand that moves something in another window has come to, if anything.
+    void FollowMotion();
+
     /// Lets go of the windows that were closed.
     void ReleaseClosedWindows();
 
@@ -175,6 +185,10 @@ class frmMain final : public ShellHost, public MainControls, public Window {
   private:
     void Refresh(bool resetPosition);
     void Calculate();
+    void DocumentChanged(DocumentChange change) override;
+    void StepHistory(void (CDocument::*step)());
+    void TakeResults();
+    void ShowNoView();
     void ResetPosition(bool always);
     void FillResultArea(std::int32_t view, std::int32_t viewArgument, std::int32_t variable,
                         int wheel, int rack);
@@ -200,16 +214,14 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     void OpenAdjustDialog();
     void CopyGrid();
     void ShowNoDocument();
-    [[nodiscard]] bool HasFailedAlready() const;
     void TellNothingToShow(std::int32_t view, const std::string& words);
 
     Desk& m_desk;
     PlotState m_plot;
-    CalculationFailure m_failure;                                  ///< of the last calculation
-    DisplacementWords m_displaced;                                 ///< the same
-    std::optional<std::pair<SuspensionData, PointSet>> m_failedOn; ///< what that was about
-    std::set<std::int32_t> m_toldViews; ///< views of these results that said they are empty
-    std::string m_typeText;             ///< the texts last selected in the three lists
+    int m_runsShown = 0;                       ///< calculations up to the one on show
+    std::int32_t m_viewBeforeFailure = vwNone; ///< that comes back when a design is one again
+    std::set<std::int32_t> m_toldViews;        ///< views of these results that said they are empty
+    std::string m_typeText;                    ///< the texts last selected in the three lists
     std::string m_wheelText;
     std::string m_rackText;
     std::optional<RememberedView> m_viewToCome; ///< of the last start, until a document is shown
@@ -220,6 +232,7 @@ class frmMain final : public ShellHost, public MainControls, public Window {
     bool m_unprotected = false;                      ///< no copy of the unsaved work could be kept
     bool m_linkLoadsWarned = false;
     bool m_refreshBusy = false;
+    bool m_motionShown = true; ///< nothing has moved since the window was refreshed
 };
 
 } // namespace corvanta

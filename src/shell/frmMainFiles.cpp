@@ -70,7 +70,6 @@ void frmMain::ShowOutcome(FileOutcome outcome) {
     if (outcome == FileOutcome::Saved) {
         RefreshGUI(false);
     } else if (program.Document.DataLoaded) {
-        m_failedOn.reset(); // another document, which the user was told nothing about yet
         TakeRememberedView();
         if (program.Settings.View == vwNone) {
             program.Settings.View = vwCoordinates;

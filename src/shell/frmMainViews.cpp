@@ -69,7 +69,7 @@ void frmMain::ShowViewPanels() {
     panFailure.Visible = view == vwNone && loaded;
     labFailurePlace.Visible = panFailure.Visible && !labFailurePlace.Caption.empty();
     labBanner.Visible = view != vwNone && !labBanner.Caption.empty();
-    panFailure.Caption = m_failure.Message;
+    panFailure.Caption = m_desk.Current.LastFailure().Message;
     panStart.Visible = view == vwNone && !loaded;
 }
 
@@ -275,6 +275,14 @@ void frmMain::UpdateMenus() {
         }
     }
     ItemOf(mnuView, mcView, vwLinkLoads).Enabled = results && HasLinkLoads(mechanism);
+    const History& steps = m_desk.Current.Steps();
+    const auto name = [&](MainCommand command, const char* caption, const std::string& step) {
+        MenuItem& item = ItemOf(mnuEdit, command);
+        item.Enabled = !step.empty();
+        item.Caption = caption + (step.empty() ? "" : " " + ReplaceAll(step, "&", "&&"));
+    };
+    name(mcUndo, "&Undo", steps.UndoName());
+    name(mcRedo, "&Redo", steps.RedoName());
     ItemOf(mnuFile, mcPrint).Enabled = program.Document.ResultsValid;
     ItemOf(mnuEdit, mcAdjust).Enabled = program.Document.ResultsValid;
     const std::int32_t view = ShownView();
@@ -335,7 +343,8 @@ std::string frmMain::PositionWords(int wheelStep, int rackStep) const {
 
 std::string frmMain::FailureNote() const {
     const Suspension& document = m_desk.Program.Document;
-    const std::string position = PositionWords(m_failure.WheelStep, m_failure.RackStep);
+    const CalculationFailure& failure = m_desk.Current.LastFailure();
+    const std::string position = PositionWords(failure.WheelStep, failure.RackStep);
     const std::string rows = RowWords(document.Catalogue, document.FaultyPoints);
     return (position.empty() ? "" : "Stopped at " + position) +
            (position.empty() || rows.empty() ? "" : ": ") +
@@ -364,7 +373,7 @@ void frmMain::DisplayStatus() {
     } else if (panFailure.Visible) {
         stbMain.Note = FailureNote();
     } else if (labBanner.Visible) {
-        stbMain.Note = m_displaced.Note;
+        stbMain.Note = m_desk.Current.Displaced().Note;
     }
 }
 

@@ -281,7 +281,7 @@ TEST_F(frmEditGeometryPagesTest, AClipboardThatFailsIsTold) {
     } board;
     FakeWindowSystem& rest = m_windowSystem;
     WindowSystem services{rest, board, rest, rest, rest, rest, rest.Pages, {}};
-    Desk desk{m_program, m_files, m_messages, m_process, services, MLibHelp(rest)};
+    Desk desk{m_program, m_current, m_files, m_messages, m_process, services, MLibHelp(rest)};
     frmEditGeometry form(desk, m_main);
     form.Open();
     const std::string before = form.grdPoints.Text();

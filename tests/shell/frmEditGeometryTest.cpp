@@ -75,6 +75,7 @@ TEST_F(frmEditGeometryTest, OpeningAndOKChangesNoBit) {
                 m_data.GAccel = 1.23456789012;
                 m_data.Description = "two\r\nlines";
                 InitGeometry(m_document, m_program.Channels, m_program.Units, m_messages);
+                m_current.Begin("Open", true);
                 const std::string before = Saved();
                 const SuspensionData data = m_data;
                 frmEditGeometry& form = Reopen();
@@ -191,7 +192,7 @@ TEST_F(frmEditGeometryTest, ApplyTakesEveryPageAndCalculates) {
     m_main.OnRefresh = [] {};
     EXPECT_EQ(Reopen().txtAccel.Text, "0.9") << "without the dust of single precision";
 
-    m_program.Modified = false;
+    m_current.MarkSaved();
     EXPECT_TRUE(m_form->Apply());
     EXPECT_FALSE(m_program.Modified);
     m_document.DataLoaded = false;

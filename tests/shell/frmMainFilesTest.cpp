@@ -338,8 +338,9 @@ TEST_F(frmMainFilesTest, ADialogThatFailsIsToldUnlessItIsToBeQuiet) {
     BrokenDialog dialog;
     WindowSystem windows{dialog,         m_windowSystem, m_windowSystem,       m_windowSystem,
                          m_windowSystem, m_windowSystem, m_windowSystem.Pages, {}};
-    Desk desk{m_program, m_files, m_messages, m_process, windows, MLibHelp(m_windows.Help),
-              &m_store};
+    Desk desk{
+        m_program, m_current, m_files, m_messages, m_process, windows, MLibHelp(m_windows.Help),
+        &m_store};
     frmMain main(desk);
     ChosenFile chosen;
     EXPECT_FALSE(main.GetFileName(FileNameMode::Open, "", "", chosen, true));

@@ -239,8 +239,9 @@ TEST_F(frmMainTest, RefreshGUIKeepsThePositionOnTheGrid) {
 TEST_F(frmMainTest, AnEventDuringARefreshIsIgnored) {
     InterruptingBox box;
     Messages messages(box);
-    Desk desk{m_program, m_files, messages, m_process, m_windows, MLibHelp(m_windows.Help),
-              &m_store};
+    Desk desk{
+        m_program, m_current, m_files, messages, m_process, m_windows, MLibHelp(m_windows.Help),
+        &m_store};
     frmMain window(desk);
     window.Load();
     box.Event = [&] { window.RefreshGUI(true); };

@@ -33,7 +33,7 @@ class EditGeometryTest : public testing::Test, protected TestDesk {
     frmEditGeometry& Open(const std::string& sample) {
         m_document = LoadSample(sample);
         m_document.ResultsValid = true;
-        m_program.Modified = false;
+        m_current.Begin("Open", true);
         m_main.Calls.clear();
         return Reopen();
     }

@@ -33,8 +33,10 @@ class TestDesk {
     FakeWindowSystem m_windowSystem;
     WindowSystem m_windows = m_windowSystem.Services();
     MemorySettingsStore m_store;
-    Desk m_desk{m_program, m_files, m_messages, m_process, m_windows, MLibHelp(m_windows.Help),
-                &m_store};
+    CDocument m_current{m_program, m_messages};
+    Desk m_desk{
+        m_program, m_current, m_files, m_messages, m_process, m_windows, MLibHelp(m_windows.Help),
+        &m_store};
 };
 
 } // namespace corvanta::test

@@ -1,0 +1,144 @@
+#include "shell/CDocument.h"
+
+#include "platform/NoWindowSystem.h"
+#include "solver/SInitGeo.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace corvanta {
+
+namespace {
+
+History::Time Now() {
+    return std::chrono::steady_clock::now();
+}
+
+} // namespace
+
+void CDocument::Unwatch(const DocumentWatcher& watcher) {
+    m_watchers.erase(std::remove(m_watchers.begin(), m_watchers.end(), &watcher), m_watchers.end());
+}
+
+void CDocument::Tell(DocumentChange change) {
+    MarkModified();
+    for (DocumentWatcher* const watcher : std::vector(m_watchers)) {
+        watcher->DocumentChanged(change);
+    }
+}
+
+void CDocument::MarkModified() {
+    m_program.Modified = !m_history.IsClean();
+}
+
+void CDocument::Begin(const std::string& name, bool saved) {
+    m_history.Clear();
+    m_failedOn.reset(); // another document, which the user was told nothing about yet
+    m_quiet = false;
+    if (m_program.Document.DataLoaded) {
+        m_history.Begin(name, DesignOf(m_program.Document), saved);
+    }
+    Tell(DocumentChange::Replaced);
+}
+
+void CDocument::Record(const std::string& name) {
+    m_quiet = false;
+    if (!m_program.Document.DataLoaded) {
+        m_program.Modified = true; // typed, but no document yet
+        return;
+    }
+    if (m_history.IsEmpty()) {
+        Begin(name, false);
+        return;
+    }
+    if (m_history.Add(name, DesignOf(m_program.Document), Now())) {
+        Tell(DocumentChange::Recorded);
+    }
+}
+
+void CDocument::TakeBack(const std::string& name) {
+    const Design design = DesignOf(m_program.Document);
+    if (m_history.UndoName() == name &&
+        m_history.Steps()[m_history.Current() - 1].Design == design) {
+        m_history.Withdraw();
+        Tell(DocumentChange::Recorded);
+    } else {
+        Record(name);
+    }
+}
+
+void CDocument::Take(const Design& design) {
+    m_quiet = true;
+    SetDesign(m_program.Document, design, m_program.Units);
+    m_program.Channels.SetFrontRearTitles(IsFrontCorner(m_program.Document));
+}
+
+void CDocument::Change(const std::string& name, const Design& design) {
+    Take(design);
+    if (m_history.Add(name, DesignOf(m_program.Document), Now())) {
+        Tell(m_history.IsHeld() ? DocumentChange::InMotion : DocumentChange::Changed);
+    }
+}
+
+void CDocument::Release() {
+    if (m_history.IsHeld()) {
+        m_history.Release();
+        Tell(DocumentChange::Changed);
+    }
+}
+
+void CDocument::CallOff() {
+    if (m_history.IsHeld()) {
+        const Design reached = m_history.CurrentDesign();
+        m_history.CallOff();
+        if (m_history.CurrentDesign() != reached) {
+            Take(m_history.CurrentDesign());
+        }
+        Tell(DocumentChange::Changed);
+    }
+}
+
+void CDocument::Undo() {
+    if (m_history.CanUndo()) {
+        GoTo(m_history.Current() - 1);
+    }
+}
+
+void CDocument::Redo() {
+    if (m_history.CanRedo()) {
+        GoTo(m_history.Current() + 1);
+    }
+}
+
+void CDocument::GoTo(std::size_t step) {
+    if (step >= m_history.Steps().size() || step == m_history.Current() || m_history.IsHeld()) {
+        return;
+    }
+    Take(m_history.Steps()[step].Design);
+    m_history.GoTo(step);
+    Tell(DocumentChange::Changed);
+}
+
+void CDocument::MarkSaved() {
+    m_history.MarkSaved();
+    MarkModified();
+}
+
+bool CDocument::NeedsCalculation() const {
+    const Suspension& document = m_program.Document;
+    return document.DataLoaded && !document.ResultsValid &&
+           !(m_failedOn && *m_failedOn == DesignOf(document));
+}
+
+void CDocument::Calculate() {
+    Suspension& document = m_program.Document;
+    NoMessageBox box;
+    Messages silent(box);
+    m_failure = RunCalculation(document, m_program.Channels, m_quiet ? silent : m_messages);
+    ++m_runs;
+    const bool solved = document.ResultsValid;
+    m_displaced = solved ? DescribeDisplacement(document, m_program.Units) : DisplacementWords{};
+    m_failedOn = solved ? std::nullopt : std::optional(DesignOf(document));
+}
+
+} // namespace corvanta
