@@ -63,6 +63,7 @@ void BindCheckList(Binder& binder, QListWidget* shown, CheckList& list,
 
 /// The keys of undo and redo in a window beside the main window. What is being typed is ended by
 /// `commit` before.
-void AddHistoryKeys(Desktop& desktop, QWidget& window, const Binder::Event& commit = [] {});
+void AddHistoryKeys(
+    Desktop& desktop, QWidget& window, const Binder::Event& commit = [] {});
 
 } // namespace corvanta
