@@ -383,6 +383,11 @@ CornerPanelView::CornerPanelView(CornerPanel& panel, CornerCanvas::Handler handl
     ShowSide();
 }
 
+/// The drawing goes first: it tells of its end, and the buttons are still there then.
+CornerPanelView::~CornerPanelView() {
+    delete m_canvas;
+}
+
 void CornerPanelView::Refresh() {
     ShowSide();
     m_canvas->update();

@@ -78,6 +78,11 @@ class CornerPanelView final : public QWidget {
 
   public:
     CornerPanelView(CornerPanel& panel, CornerCanvas::Handler handle, QWidget* parent = nullptr);
+    CornerPanelView(const CornerPanelView&) = delete;
+    CornerPanelView& operator=(const CornerPanelView&) = delete;
+    CornerPanelView(CornerPanelView&&) = delete;
+    CornerPanelView& operator=(CornerPanelView&&) = delete;
+    ~CornerPanelView() override;
 
     /// Brings to the screen what the panel shows now.
     void Refresh();
