@@ -1,7 +1,9 @@
 // What a user waits for, in real windows on the toolkit's offscreen platform, painting included.
 
 #include "benchmarks/Documents.h"
+#include "desktop/CornerPanelView.h"
 #include "desktop/GuardedApplication.h"
+#include "results/MDisplay3d.h"
 #include "tests/desktop/DesktopUser.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -90,6 +92,33 @@ void BM_Apply(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_Apply)->Unit(benchmark::kMillisecond)->Repetitions(3)->ReportAggregatesOnly();
+
+/// The corner panel of the workbench, 450 x 500 pixels, in the midst of a drag: taking another
+/// position, and painting it over its baseline.
+void BM_CornerPanel(benchmark::State& state) {
+    OpenWindow window;
+    const Suspension& document = window.User().Desk.Program().Data().Document;
+    CornerPanel panel(window.User().Desk.Program().Data().Units);
+    CornerPanelView view(panel, [](const std::function<void()>& event) { event(); });
+    view.resize(450, 530);
+    view.Canvas().setFixedSize(450, 500);
+    view.show();
+    CornerContent content{
+        ShapeOf(document, 0, 0), ShapeOf(document, 0, 2), document.Catalogue, {ptLWO}, {}};
+    panel.Show(content);
+    panel.Press(panel.PlaceOf(ptLWO));
+    int wheelStep = 2;
+    for (auto _ : state) {
+        wheelStep = wheelStep > FullGrid ? 2 : wheelStep + 1;
+        content.Now.Solved = PositionAt(document, 0, wheelStep).Points;
+        panel.Show(content);
+        view.Canvas().repaint();
+    }
+    if (const char* picture = std::getenv("CORVANTA_PICTURE"); picture != nullptr) {
+        view.grab().save(picture);
+    }
+}
+BENCHMARK(BM_CornerPanel)->Unit(benchmark::kMillisecond)->Repetitions(3)->ReportAggregatesOnly();
 
 } // namespace
 } // namespace corvanta::benchmarks

@@ -65,7 +65,7 @@ StartResult Desktop::Start() {
     const StartResult result = m_application.AppStart();
     if (result == StartResult::Interactive) {
         Show();
-        Handle([this] { m_application.OfferRecovery(); });
+        Handle([this] { m_application.Begin(); });
     }
     return result;
 }

@@ -1,6 +1,7 @@
 #include "desktop/Desktop.h"
 #include "desktop/GuardedApplication.h"
 #include "frame/CommandLine.h"
+#include "frame/StartRequest.h"
 #include "platform/DiskFileServices.h"
 #include "platform/NoWindowSystem.h"
 
@@ -8,6 +9,7 @@
 
 namespace {
 
+constexpr const char* Name = "corvanta";
 constexpr int NoDisplayStatus = 2;
 
 /// A run that shows nothing needs no window system at all, and has none: a bell of the toolkit
@@ -26,7 +28,13 @@ int RunHidden(corvanta::FileServices& files, corvanta::ProcessServices& process)
 int main(int argc, char** argv) {
     corvanta::DiskFileServices files;
     corvanta::MachineServices hidden(argc, argv, corvanta::BuiltVersion());
-    if (corvanta::HasNoGuiKey(hidden.CommandLine())) {
+    const corvanta::StartRequest request = corvanta::ParseStart(hidden.Arguments(), files);
+    if (request.Help || request.Version) {
+        std::cout << (request.Help ? corvanta::HelpText(Name)
+                                   : corvanta::VersionText(Name, hidden.Version()));
+        return 0;
+    }
+    if (request.Batch && corvanta::HasNoGuiKey(hidden.CommandLine())) {
         return RunHidden(files, hidden);
     }
     if (!corvanta::HasDisplay()) {

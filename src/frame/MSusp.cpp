@@ -56,17 +56,18 @@ StartResult Application::AppStart() {
 
 StartResult Application::Start() {
     const std::string commandLine = m_process.CommandLine();
-    if (HasNoGuiKey(commandLine)) {
+    m_request = ParseStart(m_process.Arguments(), m_files);
+    if (m_request.Batch && HasNoGuiKey(commandLine)) {
         m_messages.Silence(); // before anything can fail: no one is there to close a message
     }
     const Separators separators = m_process.NumberSeparators();
     m_program.Units.NumberSeparators = separators;
     SetUpFolders();
-    MakeSettingsFolders(HasCommandLineKeys(commandLine));
+    MakeSettingsFolders(IsBatch());
     m_settings = std::make_unique<IniSettingsStore>(m_files, m_settingsPath);
     m_desk.Store = m_settings.get();
     m_main.Load();
-    const bool batch = ParseCommandLine(m_batch, commandLine, m_files, separators);
+    const bool batch = IsBatch() && ParseCommandLine(m_batch, commandLine, m_files, separators);
     const bool hidden = m_batch.NoGui;
     if (!hidden) {
         m_main.About.ShowSplash(m_process.Version().Text());
@@ -167,9 +168,24 @@ void Application::RunBatch() {
     CloseWindow();
 }
 
-void Application::OfferRecovery() {
+void Application::Begin() {
     m_main.Files.Recovery.SetFolder(m_recoveryFolder);
+    OpenAsked();
     m_main.OfferRecovery();
+}
+
+/// The one place at which what the command line names is opened, after the window came up.
+void Application::OpenAsked() {
+    if (!m_request.Refusal.empty()) {
+        m_messages.ShowMessage(m_request.Refusal, msExclamation);
+    } else if (m_request.File.empty()) {
+        return;
+    } else if (!m_files.FileExists(m_request.File)) {
+        m_messages.ShowMessage(
+            "There is no file of this name:\r" + m_files.FullPath(m_request.File), msExclamation);
+    } else {
+        m_main.FileOpen(m_files.FullPath(m_request.File));
+    }
 }
 
 bool Application::CloseMainWindow() {

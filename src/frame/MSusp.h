@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frame/CommandLine.h"
+#include "frame/StartRequest.h"
 #include "model/Program.h"
 #include "platform/FileServices.h"
 #include "platform/Messages.h"
@@ -43,8 +44,12 @@ class Application {
     /// and the view on show change with every click and are written at the end alone.
     void KeepChanges();
 
-    /// Offers the unsaved work of an earlier run. For an interactive start, with its window shown.
-    void OfferRecovery();
+    /// An interactive start goes on with its window shown: opens what the command line names, or
+    /// says what is wrong with it, and offers the unsaved work of an earlier run.
+    void Begin();
+
+    /// True when the command line asks for the workbench.
+    [[nodiscard]] bool WorkbenchAsked() const { return m_request.Workbench; }
 
     [[nodiscard]] const Program& Data() const { return m_program; }
     [[nodiscard]] frmMain& MainWindow() { return m_main; }
@@ -58,10 +63,11 @@ class Application {
     void ReadSettings();
     void ReadLists();
     void RunBatch();
+    void OpenAsked();
     void CloseWindow();
     bool ShutDown();
     [[nodiscard]] bool KeepsSettings() const { return !m_settingsFolder.empty(); }
-    [[nodiscard]] bool IsBatch() const { return !m_batch.InputPath.empty(); }
+    [[nodiscard]] bool IsBatch() const { return m_request.Batch; }
     bool WriteLists(Messages& messages);
 
     FileServices& m_files;
@@ -69,6 +75,7 @@ class Application {
     WindowSystem& m_windows;
     Messages m_messages;
     Program m_program;
+    StartRequest m_request;
     BatchRequest m_batch;
     std::unique_ptr<SettingsStore> m_settings;
     std::string m_settingsPath;      ///< the file of the settings store

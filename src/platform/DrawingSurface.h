@@ -53,6 +53,9 @@ class DrawingSurface {
     /// A ring with its radius in the surface's own units, so that it is round in any scale.
     void DrawCircle(double x, double y, double radius, Colour colour);
 
+    /// How wide a text will be, in the surface's own units.
+    [[nodiscard]] double WidthOf(const std::string& text) const { return TextWidth(text); }
+
     /// Writes a text, UTF-8, at the current position and leaves that behind it.
     void Print(const std::string& text);
 

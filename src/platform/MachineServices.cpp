@@ -110,11 +110,8 @@ MachineServices::MachineServices(int argc, const char* const* argv, ProductVersi
       m_version(version),
       m_locale(EnvironmentLocale()),
       m_separators(SeparatorsOf(m_locale)) {
-    for (int n = 1; n < argc; ++n) {
-        if (n > 1) {
-            m_commandLine += ' ';
-        }
-        m_commandLine += argv[n];
+    if (argc > 1) {
+        m_arguments.assign(argv + 1, argv + argc);
     }
 }
 

@@ -5,6 +5,7 @@
 #include <ctime>
 #include <locale>
 #include <string>
+#include <vector>
 
 namespace corvanta {
 
@@ -28,8 +29,7 @@ class MachineServices : public ProcessServices {
     /// `argv` holds the program's name and then its arguments, `argc` of them altogether.
     MachineServices(int argc, const char* const* argv, ProductVersion version);
 
-    /// The arguments joined by one blank.
-    [[nodiscard]] std::string CommandLine() const override { return m_commandLine; }
+    [[nodiscard]] std::vector<std::string> Arguments() const override { return m_arguments; }
     [[nodiscard]] std::string ProgramFolder() const override { return m_programFolder; }
     [[nodiscard]] ProductVersion Version() const override { return m_version; }
     [[nodiscard]] Separators NumberSeparators() const override { return m_separators; }
@@ -41,7 +41,7 @@ class MachineServices : public ProcessServices {
     void Beep() override {}
 
   private:
-    std::string m_commandLine;
+    std::vector<std::string> m_arguments;
     std::string m_programFolder;
     ProductVersion m_version;
     std::locale m_locale;

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace corvanta {
 
@@ -29,8 +30,17 @@ class ProcessServices {
     ProcessServices& operator=(ProcessServices&&) = delete;
     virtual ~ProcessServices() = default;
 
-    /// The command line as one string, without the program's name.
-    [[nodiscard]] virtual std::string CommandLine() const = 0;
+    /// What the program was called with, without its name, each argument as it was given.
+    [[nodiscard]] virtual std::vector<std::string> Arguments() const = 0;
+
+    /// The arguments joined by one blank.
+    [[nodiscard]] std::string CommandLine() const {
+        std::string line;
+        for (const std::string& argument : Arguments()) {
+            line += (line.empty() ? "" : " ") + argument;
+        }
+        return line;
+    }
 
     /// The folder of the running program, without a separator at its end.
     [[nodiscard]] virtual std::string ProgramFolder() const = 0;

@@ -63,6 +63,11 @@ SuspPoint Stored(const SuspPoint& p) {
     return {ToSingle(p.X), -ToSingle(p.Y), ToSingle(p.Z)};
 }
 
+/// A point of the lists in coordinates of the car.
+SuspPoint OfCar(const SuspPoint& stored) {
+    return {stored.X, -stored.Y, stored.Z};
+}
+
 std::int16_t ToInteger16(double value) {
     const std::int32_t rounded = ToInteger32(value);
     if (rounded != static_cast<std::int16_t>(rounded)) {
@@ -410,6 +415,28 @@ void CWireframe::MoveFreeView(const Point2D& way) {
 
 Point2D CWireframe::PlaceInFreeView(const SuspPoint& point) const {
     return m_freePlacing(TransformPoint(Stored(point), m_freeRotation));
+}
+
+void CWireframe::DrawThrough(DrawingSurface& surface, const CornerProjection& projection,
+                             std::optional<Colour> onlyColour) const {
+    const Box frame{{0, 0}, {surface.ScaleWidth(), surface.ScaleHeight()}};
+    for (const WireLine& line : m_lines) {
+        const std::optional ends =
+            PartInside(projection.Place(OfCar(line.From)), projection.Place(OfCar(line.To)), frame);
+        if (ends) {
+            surface.DrawLine(ends->front().X, ends->front().Y, ends->back().X, ends->back().Y,
+                             onlyColour.value_or(line.Drawn));
+        }
+    }
+}
+
+std::vector<SuspPoint> CWireframe::LineEnds() const {
+    std::vector<SuspPoint> ends;
+    for (const WireLine& line : m_lines) {
+        ends.push_back(OfCar(line.From));
+        ends.push_back(OfCar(line.To));
+    }
+    return ends;
 }
 
 void CWireframe::DrawLegend(DrawingSurface& surface, const std::string& text, Colour colour,

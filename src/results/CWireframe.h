@@ -1,5 +1,6 @@
 #pragma once
 
+#include "results/CornerProjection.h"
 #include "results/DrawingSink.h"
 #include "solver/MLibCoordGeom.h"
 
@@ -79,6 +80,14 @@ class CWireframe final : public DrawingSink {
 
     /// The labels as the last rotation shows them.
     void DrawLabels(DrawingSurface& surface, double scale, double offsetX, double offsetY) const;
+
+    /// Draws the lines over what stands on a surface whose scale runs down from the top, all of
+    /// them in one colour if one is given. Lists, layout and views stay.
+    void DrawThrough(DrawingSurface& surface, const CornerProjection& projection,
+                     std::optional<Colour> onlyColour = std::nullopt) const;
+
+    /// The ends of all lines, in coordinates of the car.
+    [[nodiscard]] std::vector<SuspPoint> LineEnds() const;
 
     /// An entry of the legend, which runs along the top edge; the next one follows it there.
     static void DrawLegend(DrawingSurface& surface, const std::string& text, Colour colour,

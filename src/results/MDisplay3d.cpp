@@ -236,29 +236,6 @@ void DrawLegendRow(DrawingSurface& surface, const SuspensionData& data) {
     }
 }
 
-/// The points that a drawing needs beside the entered ones, wherever these stand.
-PointSet WithDerivedPoints(const PointSet& entered, const SuspensionData& data) {
-    PointSet points = entered;
-    DerivePoints(points, data);
-    if (data.ThirdSpringMechanism == tsCentreSpring && !UsesTBar(data)) {
-        // The rocker has no output of its own: draw it as an arm to the rod.
-        points[ptR1O] = points[ptPRI];
-    }
-    if (HasLateralCentreSpring(data)) { // a T-bar beside it carries no spring in its middle
-        points[ptTSI] = {points[ptTBDLO].X, 0, points[ptTBDLO].Z};
-    }
-    if (!HasRocker(data.SpringMechanism)) {
-        points[ptPRI] = points[ptSAI];
-    }
-    StaticLengthRecord lengths;
-    CalculateStaticLengths(lengths, points, data);
-    points[ptWSA] = points[ptWC];
-    if (lengths.TyreRadius > 0) {
-        PlaceStubAxle(points, lengths);
-    }
-    return points;
-}
-
 /// Which way the axes of the car run, small in the middle of an empty free view.
 void DrawTriad(DrawingSurface& surface) {
     constexpr double Part = 0.3; // of the view
@@ -303,13 +280,35 @@ void Draw3d(CWireframe& wireframe, DrawingSurface& surface, const CornerPosition
     DrawLegendRow(surface, corner.Data);
 }
 
+PointSet EnteredPosition(const PointSet& entered, const SuspensionData& data) {
+    PointSet points = entered;
+    DerivePoints(points, data);
+    if (data.ThirdSpringMechanism == tsCentreSpring && !UsesTBar(data)) {
+        // The rocker has no output of its own: draw it as an arm to the rod.
+        points[ptR1O] = points[ptPRI];
+    }
+    if (HasLateralCentreSpring(data)) { // a T-bar beside it carries no spring in its middle
+        points[ptTSI] = {points[ptTBDLO].X, 0, points[ptTBDLO].Z};
+    }
+    if (!HasRocker(data.SpringMechanism)) {
+        points[ptPRI] = points[ptSAI];
+    }
+    StaticLengthRecord lengths;
+    CalculateStaticLengths(lengths, points, data);
+    points[ptWSA] = points[ptWC];
+    if (lengths.TyreRadius > 0) {
+        PlaceStubAxle(points, lengths);
+    }
+    return points;
+}
+
 void DrawPreview(CWireframe& wireframe, DrawingSurface& surface, const PointSet& staticPoints,
                  const SuspensionData& data, std::optional<PointNumber> ringed) {
     if (staticPoints == PointSet{}) { // no point has been typed in yet
         DrawTriad(surface);
         return;
     }
-    const PointSet points = WithDerivedPoints(staticPoints, data);
+    const PointSet points = EnteredPosition(staticPoints, data);
     wireframe.Init(surface);
     Draw3d(wireframe, {points, points, data});
     // No part holds the ride height point; a dot makes room for its ring.

@@ -29,6 +29,9 @@ void Draw3d(DrawingSink& sink, const CornerPosition& corner);
 void Draw3d(CWireframe& wireframe, DrawingSurface& surface, const CornerPosition& corner,
             const Options& options);
 
+/// Entered points with those that a drawing derives from them, calculated or not.
+[[nodiscard]] PointSet EnteredPosition(const PointSet& entered, const SuspensionData& data);
+
 /// Draws static points as they were entered, calculated or not, in the free view alone, fitted to
 /// the surface, without axes and legend; while all are 0, the directions of the axes instead. The
 /// point `ringed` stands in a ring. Points that do not make a suspension are drawn all the same.

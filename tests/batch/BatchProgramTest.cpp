@@ -1,3 +1,4 @@
+#include "frame/MSusp.h"
 #include "platform/FileServices.h"
 #include "tests/support/Places.h"
 #include "tests/support/TemporaryFolder.h"
@@ -190,6 +191,20 @@ TEST_P(BatchProgramTest, WithoutAPlaceForSettingsItTakesTheDefaultsAndSaysSoOnce
                "Error was: Not a directory: /dev/null/no/Pewter Lantern/Corvanta/Settings/\n");
     EXPECT_EQ(run.Output.find("rror"), run.Output.rfind("rror")) << run.Output;
     EXPECT_EQ(Text(), Text("whole.txt"));
+}
+
+TEST_P(BatchProgramTest, AnswersHelpAndVersionOnTheTerminalAndLeavesNothing) {
+    const std::string program = "'" + ProgramFolder() + "/" + GetParam() + "' ";
+    const auto answer = [&](const std::string& option) {
+        const std::string command = "env -u DISPLAY XDG_CONFIG_HOME='" + m_folder / "config" +
+                                    "' " + program + option + " >'" + m_folder / "said" + "'";
+        EXPECT_EQ(std::system(command.c_str()), 0);
+        return Text("said");
+    };
+    EXPECT_EQ(answer("--version"), GetParam() + " " + BuiltVersion().Text() + "\n");
+    EXPECT_THAT(answer("--help"), testing::StartsWith("usage: " + GetParam() + " "));
+    EXPECT_THAT(answer("x.WSP --help"), testing::HasSubstr("/variable"));
+    EXPECT_FALSE(Has("config"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Programs, BatchProgramTest, testing::ValuesIn(BatchPrograms()),

@@ -29,7 +29,7 @@ class Machine {
 
     /// One start with the keys, and the messages of it in `Box`.
     StartResult Start(const std::string& keys) {
-        Process.Arguments = keys;
+        Process.Called = {keys};
         Box.Shown.clear();
         WindowSystem windows = Windows.Services();
         Application application(Files, Box, Process, windows);
@@ -65,7 +65,7 @@ class ApplicationTest : public testing::Test {
 };
 
 TEST_F(ApplicationTest, WithoutKeysItWaitsForItsUserAndSavesWhenItIsShutDown) {
-    m_machine.Process.Arguments = "front.WSP";
+    m_machine.Process.Called = {"front.WSP"};
     m_files.Put("/opt/corvanta/customchannels.txt", "[Camber Angle]\tTrue\r\n\r\n");
     WindowSystem windows = m_machine.Windows.Services();
     Application application(m_files, m_machine.Box, m_machine.Process, windows);

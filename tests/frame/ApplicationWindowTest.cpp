@@ -38,7 +38,7 @@ class ApplicationWindowTest : public testing::Test, public ScreenUpdate, public 
         return *m_application;
     }
     Application& Started(const std::string& keys = "") {
-        m_process.Arguments = keys;
+        m_process.Called = {keys};
         Application& application = NewApplication();
         static_cast<void>(application.AppStart());
         return application;
@@ -259,7 +259,7 @@ TEST_F(ApplicationWindowTest, WhatChangedOutlivesACrashAndAnotherProgram) {
 
 TEST_F(ApplicationWindowTest, UnsavedWorkOutlivesACrash) {
     Application& crashing = Started();
-    crashing.OfferRecovery();
+    crashing.Begin();
     crashing.MainWindow().FileOpen(Document);
     crashing.MainWindow().Execute(mcProperties, 0);
     crashing.MainWindow().EditGeometry->txtBump.Text = "40";
@@ -267,13 +267,28 @@ TEST_F(ApplicationWindowTest, UnsavedWorkOutlivesACrash) {
     EXPECT_TRUE(m_files.FileExists(Base + "Recovery/1.WSP"));
 
     Application& next = Started(); // nothing was closed
-    next.OfferRecovery();
+    next.Begin();
     EXPECT_FALSE(next.MainWindow().About.IsOpen) << "the list does not wait below the splash";
     ASSERT_EQ(next.MainWindow().RecoveryDialog->Rows.size(), 1U);
     EXPECT_EQ(next.MainWindow().RecoveryDialog->Rows[0].Name, "front.WSP");
     next.MainWindow().RecoveryDialog->cmdOpen_Click();
     EXPECT_EQ(next.Data().Document.Data.Bump, 40);
     EXPECT_TRUE(next.Data().Modified);
+}
+
+TEST_F(ApplicationWindowTest, AFileOnTheCommandLineIsOpenedOnceTheWindowIsThere) {
+    Application& application = Started(Document);
+    EXPECT_FALSE(application.Data().Document.DataLoaded);
+    application.Begin();
+    EXPECT_EQ(application.Data().DocumentPath, Document);
+    EXPECT_TRUE(application.Data().Document.ResultsValid);
+
+    Application& other = Started("/cars/nowhere.WSP");
+    other.Begin();
+    EXPECT_THAT(m_box.Prompts(),
+                ElementsAre(HasSubstr("no file of this name:\r/cars/nowhere.WSP")));
+    EXPECT_FALSE(other.Data().Document.DataLoaded);
+    EXPECT_TRUE(other.MainWindow().IsOpen);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "frame/CommandLine.h"
 
+#include "frame/StartRequest.h"
 #include "model/Failure.h"
 #include "tests/support/MemoryFileServices.h"
 
@@ -106,6 +107,43 @@ TEST_F(CommandLineTest, RefusesWhatIsMissingOrWrong) {
     }
     m_separators.Decimal = ",";
     EXPECT_EQ(Refusal(type + "2,0 /table=1"), "a batch run");
+}
+
+TEST_F(CommandLineTest, TellsAFileAndTheWorkbenchFromKeys) {
+    m_files.Put("/data/x=1/type", "");
+    const auto told = [&](const std::vector<std::string>& arguments) {
+        const StartRequest request = ParseStart(arguments, m_files);
+        return std::string(request.Help ? "help " : "") + (request.Version ? "version " : "") +
+               (request.Workbench ? "workbench " : "") + (request.Batch ? "batch " : "") +
+               (request.Refusal.empty() ? "" : "refused ") + request.File;
+    };
+    struct Case {
+        std::vector<std::string> Arguments;
+        std::string Expected;
+    };
+    for (const Case& each : std::initializer_list<Case>{
+             {{}, ""},
+             {{" "}, ""},
+             {{"/data/a front.WSP"}, "/data/a front.WSP"},
+             {{"/data/x=1/type"}, "/data/x=1/type"},
+             {{"/data/missing.wsp"}, "/data/missing.wsp"},
+             {{"cars/corner.Study"}, "cars/corner.Study"},
+             {{"missing"}, "missing"},
+             {{"/data/missing.txt"}, "batch "},
+             {{"/input=front.WSP"}, "batch "},
+             {{"/nogui", "/input=front.WSP"}, "batch "},
+             {{"front.WSP", "/nogui"}, "batch "},
+             {{"/data/a", "front.WSP"}, "batch "}, // as one name without quotes comes
+             {{"/front.WSP", "/data/a front.WSP"}, "refused "},
+             {{"--workbench"}, "workbench "},
+             {{"--workbench", "/front.WSP"}, "workbench /front.WSP"},
+             {{"/nowhere/else", "--workbench"}, "workbench /nowhere/else"},
+             {{"--workbench", "a.WSP", "b.WSP"}, "workbench refused "},
+             {{"/nogui", "--help"}, "help "},
+             {{"--version", "front.WSP"}, "version "},
+         }) {
+        EXPECT_EQ(told(each.Arguments), each.Expected) << testing::PrintToString(each.Arguments);
+    }
 }
 
 } // namespace

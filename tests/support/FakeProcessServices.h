@@ -3,20 +3,21 @@
 #include "platform/ProcessServices.h"
 
 #include <string>
+#include <vector>
 
 namespace corvanta::test {
 
 /// A process whose surroundings a test chooses.
 class FakeProcessServices final : public ProcessServices {
   public:
-    std::string Arguments;
+    std::vector<std::string> Called;
     std::string Folder = "/opt/corvanta";
     ProductVersion Product{5, 4, 5};
     Separators Characters;
     std::string Clock = "07/21/24 13:05:09";
     int Beeps = 0;
 
-    [[nodiscard]] std::string CommandLine() const override { return Arguments; }
+    [[nodiscard]] std::vector<std::string> Arguments() const override { return Called; }
     [[nodiscard]] std::string ProgramFolder() const override { return Folder; }
     [[nodiscard]] ProductVersion Version() const override { return Product; }
     [[nodiscard]] Separators NumberSeparators() const override { return Characters; }
