@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace corvanta {
 
@@ -74,6 +75,32 @@ void PaintHatch(QPainter& painter, const QRect& area, const ChartPaper& paper) {
 
 bool HasUnreached(const SheetMap& map) {
     return std::find(map.Values.begin(), map.Values.end(), std::nullopt) != map.Values.end();
+}
+
+/// The places of a map's positions below a row or column of pixels. A pixel at the border, the
+/// middle of which lies just beyond, belongs to it.
+std::vector<std::optional<AxisPlace>> PlacesAlong(const QCPAxis& axis,
+                                                  const std::vector<double>& positions, int begin,
+                                                  int count, double density) {
+    std::vector<std::optional<AxisPlace>> places;
+    const double pixel = std::abs(axis.pixelToCoord(1) - axis.pixelToCoord(0)) / density;
+    for (int n = 0; n < count; ++n) {
+        const double at = axis.pixelToCoord(begin + (n + 0.5) / density);
+        const double kept = std::clamp(at, positions.front(), positions.back());
+        places.push_back(std::abs(kept - at) < pixel ? PlaceOn(positions, kept) : std::nullopt);
+    }
+    return places;
+}
+
+/// The values at each X for one place along Y, not a number beside what can't be reached.
+void ValuesAcross(const SheetMap& map, const AxisPlace& row, std::vector<double>& across) {
+    const std::size_t up = row.Index + 1 < map.Y.size() ? map.X.size() : 0;
+    for (std::size_t n = 0; n < across.size(); ++n) {
+        const auto& low = map.Values[row.Index * map.X.size() + n];
+        const auto& high = map.Values[row.Index * map.X.size() + n + up];
+        across[n] = low && high ? *low + (*high - *low) * row.Part
+                                : std::numeric_limits<double>::quiet_NaN();
+    }
 }
 
 AxisRange RangeOf(const QCPAxis& axis) {
@@ -343,23 +370,35 @@ QImage SheetMapSurface::Paint(const SheetMap& map, const QRect& area, double den
     for (const Colour& colour : ColoursOf(map)) {
         colours.push_back(ColourOf(colour).rgb());
     }
-    std::vector<std::optional<AxisPlace>> columns;
-    for (int x = 0; x < width; ++x) {
-        columns.push_back(
-            PlaceOn(map.X, mParentPlot->xAxis->pixelToCoord(area.left() + (x + 0.5) / density)));
-    }
     const double stepsPerUnit = map.Levels.Steps / (map.Levels.High - map.Levels.Low);
+    const auto colourOf = [&](double value) {
+        return colours[static_cast<std::size_t>(
+            std::clamp((value - map.Levels.Low) * stepsPerUnit, 0.0, map.Levels.Steps - 1.0))];
+    };
+    const auto columns = PlacesAlong(*mParentPlot->xAxis, map.X, area.left(), width, density);
+    const auto rows = PlacesAlong(*mParentPlot->yAxis, map.Y, area.top(), height, density);
+    std::vector<double> across(map.X.size()); // the values of a row of pixels at each X
     for (int y = 0; y < height; ++y) {
         auto* const line = reinterpret_cast<QRgb*>(picture.scanLine(y));
-        const auto row =
-            PlaceOn(map.Y, mParentPlot->yAxis->pixelToCoord(area.top() + (y + 0.5) / density));
+        std::fill(line, line + width, qRgba(0, 0, 0, 0));
+        const auto& row = rows[static_cast<std::size_t>(y)];
+        if (!row) {
+            continue;
+        }
+        ValuesAcross(map, *row, across);
         for (int x = 0; x < width; ++x) {
             const auto& column = columns[static_cast<std::size_t>(x)];
-            const auto value = row && column ? ValueAt(map, *column, *row) : std::nullopt;
-            const double step = value ? (*value - map.Levels.Low) * stepsPerUnit : 0;
-            line[x] = value ? colours[static_cast<std::size_t>(
-                                  std::clamp(step, 0.0, map.Levels.Steps - 1.0))]
-                            : qRgba(0, 0, 0, 0);
+            if (!column) {
+                continue;
+            }
+            const double left = across[column->Index];
+            const double right = across[std::min(column->Index + 1, across.size() - 1)];
+            const double between = left + (right - left) * column->Part;
+            if (!std::isnan(between)) {
+                line[x] = colourOf(between);
+            } else if (const auto value = ValueAt(map, *column, *row)) {
+                line[x] = colourOf(*value);
+            }
         }
     }
     return picture;
