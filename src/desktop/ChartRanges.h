@@ -6,16 +6,6 @@
 
 namespace corvanta {
 
-/// The part of an axis that a chart shows, in the units of the axis.
-struct AxisRange {
-    double Lower = 0;
-    double Upper = 0;
-
-    [[nodiscard]] double Size() const { return Upper - Lower; }
-
-    friend bool operator==(const AxisRange&, const AxisRange&) = default;
-};
-
 struct ChartRanges {
     AxisRange X;
     AxisRange Y;

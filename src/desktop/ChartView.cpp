@@ -1,10 +1,10 @@
 #include "desktop/ChartView.h"
 
+#include "desktop/ChartParts.h"
+#include "desktop/ChartRubberBand.h"
 #include "desktop/ContextMenu.h"
 #include "desktop/QtServices.h"
 
-#include <QApplication>
-#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QImage>
 #include <QVBoxLayout>
@@ -19,36 +19,19 @@ namespace corvanta {
 namespace {
 
 constexpr double LineWidth = 2;
+constexpr double OtherWidth = 1.2;
 constexpr double MarkerSize = 5;
 constexpr int Line = 0; ///< the library's graphs
 constexpr int Steps = 1;
+constexpr int FirstOther = 2;
 constexpr double WheelFactor = 0.85; ///< of the range, for a notch
 constexpr double NotchAngle = 120;   ///< in the toolkit's units
 constexpr int ClickDistance = 4;     ///< a longer way of the pressed button is a rubber band
-constexpr int BandWidth = 8;         ///< a narrower band runs along one axis
 constexpr double HoverDistance = 24;
 constexpr double ReadoutDistance = 8; ///< from its point
-constexpr QSize PictureSize(1200, 800);
-constexpr int CaptionMargin = 8;  ///< around the caption of a picture
-constexpr int PictureDensity = 2; ///< dots of a picture in a file in one of the screen
-constexpr int DotsPerMetre = PictureDensity * DotsPerInch * 10000 / 254;
+constexpr int CaptionMargin = 8;      ///< around the caption of a picture
 
-QColor ColourOf(const corvanta::Colour& colour) {
-    return {colour.Red, colour.Green, colour.Blue};
-}
-
-/// A chart that was not set up yet has no fonts, and one without a family can't be recorded.
-QFont FontOf(const ChartFont& font) {
-    QFont shown = QApplication::font();
-    if (!font.Family.empty()) {
-        shown.setFamily(QString::fromStdString(font.Family));
-    }
-    if (font.Size > 0) {
-        shown.setPointSize(font.Size);
-    }
-    shown.setBold(font.Bold);
-    return shown;
-}
+constexpr auto OthersLayer = "others";
 
 AxisRange RangeOf(const QCPAxis& axis) {
     return {axis.range().lower, axis.range().upper};
@@ -64,6 +47,19 @@ void SetData(QCPGraph& graph, const std::vector<ChartPoint>& points, bool sorted
     graph.setData(x, y, sorted);
 }
 
+/// The points of a line and of those beside it.
+std::vector<ChartPoint> AllPoints(std::vector<ChartPoint> points,
+                                  const std::vector<ChartSeries>& others) {
+    for (const ChartSeries& other : others) {
+        points.insert(points.end(), other.Points.begin(), other.Points.end());
+    }
+    return points;
+}
+
+QPen PenOf(const ChartSeries& other) {
+    return {ColourOf(other.Drawn), OtherWidth, other.Dashed ? Qt::DashLine : Qt::SolidLine};
+}
+
 /// The title of an axis without the value that is read off.
 QString PlainTitle(const ChartAxis& axis) {
     return QString::fromStdString(axis.Title).section(" = ", 0, 0);
@@ -71,54 +67,15 @@ QString PlainTitle(const ChartAxis& axis) {
 
 } // namespace
 
-/// The rubber band, cut off at the axes. One that is narrow in a direction shows what it will zoom
-/// to: all of that direction.
-class ChartView::RubberBand final : public QCPSelectionRect {
-  public:
-    using QCPSelectionRect::QCPSelectionRect;
-
-    /// The pixels at which the axes end: the library counts Y from the last row upwards.
-    [[nodiscard]] QRect Axes() const { return mParentPlot->axisRect()->rect().translated(0, -1); }
-
-    /// Empty for a band that is narrow in both directions.
-    [[nodiscard]] QRect Area() const {
-        const QRect axes = Axes();
-        const int endX = axes.left() + axes.width();
-        const int endY = axes.top() + axes.height();
-        const int fromX = std::clamp(mRect.left(), axes.left(), endX);
-        const int toX = std::clamp(mRect.right(), axes.left(), endX);
-        const int fromY = std::clamp(mRect.top(), axes.top(), endY);
-        const int toY = std::clamp(mRect.bottom(), axes.top(), endY);
-        const QSize size(std::abs(toX - fromX), std::abs(toY - fromY));
-        const bool alongX = size.height() < BandWidth;
-        const bool alongY = size.width() < BandWidth;
-        if (alongX && alongY) {
-            return {};
-        }
-        return {alongY ? axes.left() : std::min(fromX, toX),
-                alongX ? axes.top() : std::min(fromY, toY), alongY ? axes.width() : size.width(),
-                alongX ? axes.height() : size.height()};
-    }
-
-  private:
-    void draw(QCPPainter* painter) override {
-        const QRect area = Area();
-        if (mActive && !area.isEmpty()) {
-            painter->setPen(mPen);
-            painter->setBrush(mBrush);
-            painter->drawRect(area);
-        }
-    }
-};
-
 ChartView::ChartView(Clicked clicked, QWidget* parent)
     : QWidget(parent),
       m_clicked(std::move(clicked)),
       m_plot(new QCustomPlot(this)),
-      m_band(new RubberBand(m_plot)) {
+      m_band(new ChartRubberBand(m_plot)) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_plot);
+    m_plot->addLayer(OthersLayer, m_plot->layer("main"), QCustomPlot::limBelow);
     m_plot->addGraph();
     m_plot->addGraph()->setLineStyle(QCPGraph::lsNone);
     m_plot->axisRect()->setupFullAxesBox();
@@ -161,27 +118,8 @@ void ChartView::ConnectPointer() {
 
 ChartView::~ChartView() = default;
 
-ChartView::Paper ChartView::ThemePaper() const {
-    const QColor base = palette().color(QPalette::Base);
-    const QColor text = palette().color(QPalette::Text);
-    const bool dark = base.lightness() < 128;
-    return {base, text, dark ? QColor(62, 64, 70) : ColourOf(GridColour)};
-}
-
-void ChartView::Colour(const Paper& paper) const {
-    m_plot->setBackground(paper.Background);
-    QColor zero = paper.Grid;
-    zero = paper.Background.lightness() < 128 ? zero.lighter(160) : zero.darker(140);
-    for (QCPAxis* axis : {m_plot->xAxis, m_plot->yAxis, m_plot->xAxis2, m_plot->yAxis2}) {
-        const QPen pen(paper.Ink);
-        axis->setBasePen(pen);
-        axis->setTickPen(pen);
-        axis->setSubTickPen(pen);
-        axis->setTickLabelColor(paper.Ink);
-        axis->setLabelColor(paper.Ink);
-        axis->grid()->setPen(QPen(paper.Grid, 1));
-        axis->grid()->setZeroLinePen(QPen(zero, 1.6));
-    }
+void ChartView::Colour(const ChartPaper& paper) const {
+    SetPaper(*m_plot, paper);
     for (QCPItemLine* line : {m_markerX, m_markerY}) {
         line->setPen(QPen(paper.Ink, 1, Qt::DashLine));
     }
@@ -200,20 +138,21 @@ void ChartView::Refresh() {
         ShowRanges(RangesOfLine(other));
     }
     m_shown = Series.Points;
+    m_shownOthers = Others;
     m_shownTitles = titles;
     Load();
-    Colour(ThemePaper());
+    Colour(ThemePaper(palette(), ColourOf(GridColour)));
     m_plot->replot(QCustomPlot::rpQueuedReplot);
 }
 
 /// Ranges for the line that is about to be shown. An axis that shows all of the one before goes on
 /// doing so.
 ChartRanges ChartView::RangesOfLine(bool other) const {
-    const ChartRanges fitted = FittedRanges(Series.Points);
+    const ChartRanges fitted = FittedRanges(AllPoints(Series.Points, Others));
     if (other || m_shown.empty()) {
         return fitted;
     }
-    const ChartRanges before = FittedRanges(m_shown);
+    const ChartRanges before = FittedRanges(AllPoints(m_shown, m_shownOthers));
     ChartRanges kept = ShownRanges();
     kept.X = kept.X == before.X ? fitted.X : kept.X;
     kept.Y = kept.Y == before.Y ? fitted.Y : kept.Y;
@@ -233,8 +172,23 @@ void ChartView::Load() const {
     m_plot->graph(Line)->setPen(QPen(ColourOf(Series.Drawn), LineWidth));
     m_plot->graph(Steps)->setScatterStyle(
         QCPScatterStyle(QCPScatterStyle::ssDisc, ColourOf(Series.Drawn), MarkerSize));
+    LoadOthers();
     ShowLine();
     ShowMarkers();
+}
+
+/// Behind the chart's own line, on a layer that has nothing to do with the grid's.
+void ChartView::LoadOthers() const {
+    while (m_plot->graphCount() > FirstOther + static_cast<int>(Others.size())) {
+        m_plot->removeGraph(m_plot->graphCount() - 1);
+    }
+    for (std::size_t n = 0; n < Others.size(); ++n) {
+        const int graph = FirstOther + static_cast<int>(n);
+        if (graph == m_plot->graphCount()) {
+            m_plot->addGraph()->setLayer(OthersLayer);
+        }
+        m_plot->graph(graph)->setPen(PenOf(Others[n]));
+    }
 }
 
 /// What is out of sight is left out: the toolkit paints a line that is far longer than the screen
@@ -245,6 +199,10 @@ void ChartView::ShowLine() const {
     std::erase_if(steps, [&](const ChartPoint& step) { return !Contains(shown, step); });
     SetData(*m_plot->graph(Line), LineInSight(Series.Points, shown), true);
     SetData(*m_plot->graph(Steps), steps, false);
+    for (int graph = FirstOther; graph < m_plot->graphCount(); ++graph) {
+        const auto n = static_cast<std::size_t>(graph - FirstOther);
+        SetData(*m_plot->graph(graph), LineInSight(Others[n].Points, shown), true);
+    }
 }
 
 void ChartView::ShowMarkers() const {
@@ -272,7 +230,7 @@ void ChartView::ShowRanges(const ChartRanges& ranges) const {
 
 void ChartView::ShowWhole() const {
     if (!m_shown.empty()) {
-        ShowRanges(FittedRanges(m_shown));
+        ShowRanges(FittedRanges(AllPoints(m_shown, m_shownOthers)));
         m_plot->replot();
     }
 }
@@ -288,7 +246,7 @@ void ChartView::ZoomByWheel(const QWheelEvent& event) const {
         const double size = axis.range().size();
         axis.scaleRange(ZoomedSize(size * factor, fitted) / size, axis.pixelToCoord(pixel));
     };
-    const auto [x, y] = FittedRanges(m_shown);
+    const auto [x, y] = FittedRanges(AllPoints(m_shown, m_shownOthers));
     zoom(*m_plot->xAxis, x, std::clamp(event.position().x(), area.left(), area.right()));
     zoom(*m_plot->yAxis, y, std::clamp(event.position().y(), area.top(), area.bottom()));
     m_plot->replot(QCustomPlot::rpQueuedReplot);
@@ -303,7 +261,7 @@ void ChartView::ZoomToBand() const {
         axis.setRange(range.center() - half, range.center() + half);
     };
     if (!band.isEmpty() && !m_shown.empty()) {
-        const auto [x, y] = FittedRanges(m_shown);
+        const auto [x, y] = FittedRanges(AllPoints(m_shown, m_shownOthers));
         if (band.width() < axes.width()) {
             zoom(*m_plot->xAxis, x, band.left(), band.left() + band.width());
         }
@@ -413,9 +371,34 @@ void ChartView::leaveEvent(QEvent* event) {
 }
 
 QString ChartView::DataText() const {
-    QString text = PlainTitle(AxisX) + '\t' + PlainTitle(AxisY) + '\n';
+    QString text = PlainTitle(AxisX) + '\t' + PlainTitle(AxisY);
+    for (const ChartSeries& other : m_shownOthers) {
+        text += '\t' + QString::fromStdString(other.Name);
+    }
+    text += '\n';
+    std::vector<std::pair<double, QStringList>> rows; // the chart's own points first
+    const auto fill = [&rows](const std::vector<ChartPoint>& points, qsizetype column) {
+        for (const ChartPoint& point : points) {
+            const auto is = [&](const auto& row) {
+                return row.first == point.X && row.second.size() <= column;
+            };
+            auto row = std::find_if(rows.begin(), rows.end(), is);
+            if (row == rows.end()) {
+                row = rows.insert(rows.end(), {point.X, {}});
+            }
+            row->second.resize(column);
+            row->second << QString::number(point.Y, 'g', 15);
+        }
+    };
     for (const ChartPoint& point : m_shown) {
-        text += QString::number(point.X, 'g', 15) + '\t' + QString::number(point.Y, 'g', 15) + '\n';
+        rows.emplace_back(point.X, QStringList(QString::number(point.Y, 'g', 15)));
+    }
+    for (std::size_t n = 0; n < m_shownOthers.size(); ++n) {
+        fill(m_shownOthers[n].Points, static_cast<qsizetype>(n) + 1);
+    }
+    for (auto& [x, cells] : rows) {
+        cells.resize(static_cast<qsizetype>(m_shownOthers.size()) + 1);
+        text += QString::number(x, 'g', 15) + '\t' + cells.join('\t') + '\n';
     }
     return text;
 }
@@ -429,23 +412,8 @@ void ChartView::OnWhitePaper(const std::function<void()>& paint) const {
         Colour({Qt::white, Qt::black, ColourOf(GridColour)});
         paint();
     }
-    Colour(ThemePaper());
+    Colour(ThemePaper(palette(), ColourOf(GridColour)));
     m_plot->replot(); // at once: the picture has left the axes where they lie on it
-}
-
-void ChartView::PaintPicture(QPainter& painter, const QSize& size) const {
-    QPicture picture; // the library paints on devices of its own kind of painter
-    QCPPainter paper;
-    paper.begin(&picture);
-    m_plot->toPainter(&paper, size.width(), size.height());
-    paper.end();
-    // The toolkit enlarges a picture by the resolutions of the device and of the picture.
-    const double resolution =
-        static_cast<double>(picture.logicalDpiX()) / painter.device()->logicalDpiX();
-    painter.save();
-    painter.scale(resolution, resolution);
-    painter.drawPicture(0, 0, picture);
-    painter.restore();
 }
 
 /// The chart below its caption.
@@ -461,15 +429,22 @@ void ChartView::PaintWithCaption(QPainter& painter, const QSize& size) const {
             metrics.elidedText(line, Qt::ElideRight, size.width() - 2 * CaptionMargin));
         bottom += metrics.height();
     }
+    for (const ChartSeries& other : Others) {
+        PaintNamedLine(painter, {CaptionMargin, bottom}, PenOf(other),
+                       QString::fromStdString(other.Name));
+        bottom += metrics.height();
+    }
     painter.translate(0, bottom);
-    PaintPicture(painter, {size.width(), size.height() - bottom});
+    PaintPlot(*m_plot, painter, {size.width(), size.height() - bottom});
 }
 
 QImage ChartView::Picture(const QSize& size, double density) const {
-    QImage picture(size * density, QImage::Format_RGB32);
-    QPainter painter(&picture);
-    painter.scale(density, density);
-    PaintWithCaption(painter, size);
+    QImage picture;
+    OnWhitePaper([&] {
+        picture = PictureOf(size, density, [this](QPainter& painter, const QSize& area) {
+            PaintWithCaption(painter, area);
+        });
+    });
     return picture;
 }
 
@@ -478,50 +453,29 @@ void ChartView::PaintOnPaper(QPainter& painter, const QSize& size) const {
         const ChartRanges shown = ShownRanges();
         Load();
         if (!Series.Points.empty()) {
-            ShowRanges(FittedRanges(Series.Points));
+            ShowRanges(FittedRanges(AllPoints(Series.Points, Others)));
         }
-        PaintPicture(painter, size);
+        PaintPlot(*m_plot, painter, size);
         ShowRanges(shown);
     });
 }
 
-QByteArray ChartView::FileOf(const QString& path) const {
-    QByteArray file;
-    if (path.endsWith(".svg", Qt::CaseInsensitive)) {
-        OnWhitePaper([&] {
-            file = SvgOf(PictureSize,
-                         [this](QPainter& painter) { PaintWithCaption(painter, PictureSize); });
-        });
-    } else if (path.endsWith(".png", Qt::CaseInsensitive)) {
-        OnWhitePaper([&] {
-            QImage picture = Picture(PictureSize, PictureDensity);
-            picture.setDotsPerMeterX(DotsPerMetre);
-            picture.setDotsPerMeterY(DotsPerMetre);
-            file = PngOf(picture);
-        });
-    } else {
-        file = DataText().toUtf8();
-    }
-    return file;
-}
-
 void ChartView::SaveAs(const QString& path) {
-    WriteFile(path, FileOf(path));
+    QByteArray file;
+    OnWhitePaper([&] {
+        file = PictureFileOf(path, [this](QPainter& painter, const QSize& size) {
+            PaintWithCaption(painter, size);
+        });
+    });
+    WriteFile(path, file.isEmpty() ? DataText().toUtf8() : file);
 }
 
 void ChartView::ShowMenu(const QPoint& at) {
     ContextMenu menu(this);
-    menu.Add(tr("Copy Picture"), [this] {
-        OnWhitePaper([this] {
-            QApplication::clipboard()->setImage(Picture(m_plot->size(), devicePixelRatioF()));
-        });
-    });
-    menu.Add(tr("Copy Data"), [this] { QApplication::clipboard()->setText(DataText()); });
-    menu.Add(tr("Save As..."), [this] {
-        AskAndSave(this, tr("Save Plot"),
-                   tr("PNG picture (*.png);;SVG drawing (*.svg);;Data (*.txt)"),
-                   [this](const QString& path) { SaveAs(path); });
-    });
+    AddChartCommands(menu, this,
+                     {[this](const QSize& size, double density) { return Picture(size, density); },
+                      [this] { return DataText(); },
+                      [this](const QString& path) { SaveAs(path); }});
     menu.AddSeparator();
     menu.Add(tr("Whole Plot"), [this] { ShowWhole(); });
     menu.Run(m_plot->mapToGlobal(at));

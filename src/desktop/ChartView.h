@@ -14,6 +14,9 @@ class QCustomPlot;
 
 namespace corvanta {
 
+class ChartRubberBand;
+struct ChartPaper;
+
 /// The chart on the screen, in the colours of the theme. The wheel and a rubber band zoom, a band
 /// along one axis that axis alone, Esc drops the band; the middle button pans, a double-click fits
 /// the axes again, the pointer reads out the nearest solved step, and the context menu copies and
@@ -38,7 +41,8 @@ class ChartView final : public QWidget, public Chart2D {
 
     [[nodiscard]] ChartPoint DataAt(double pixelX, double pixelY) const override;
 
-    /// The points as tab-separated text under their titles.
+    /// The points as tab-separated text under their titles, a column for each line beside the
+    /// chart's own.
     [[nodiscard]] QString DataText() const;
 
     /// The whole line, whatever is zoomed on the screen.
@@ -56,23 +60,13 @@ class ChartView final : public QWidget, public Chart2D {
     void leaveEvent(QEvent* event) override;
 
   private:
-    class RubberBand;
-
-    struct Paper {
-        QColor Background;
-        QColor Ink;
-        QColor Grid;
-    };
-
     void ConnectPointer();
-    [[nodiscard]] Paper ThemePaper() const;
-    void Colour(const Paper& paper) const;
+    void Colour(const ChartPaper& paper) const;
     void OnWhitePaper(const std::function<void()>& paint) const;
-    void PaintPicture(QPainter& painter, const QSize& size) const;
     void PaintWithCaption(QPainter& painter, const QSize& size) const;
     [[nodiscard]] QImage Picture(const QSize& size, double density) const;
-    [[nodiscard]] QByteArray FileOf(const QString& path) const;
     void Load() const;
+    void LoadOthers() const;
     void ShowLine() const;
     void ShowMarkers() const;
     [[nodiscard]] ChartRanges RangesOfLine(bool other) const;
@@ -90,12 +84,13 @@ class ChartView final : public QWidget, public Chart2D {
 
     Clicked m_clicked;
     QCustomPlot* m_plot;
-    RubberBand* m_band;
+    ChartRubberBand* m_band;
     QCPItemLine* m_markerX;
     QCPItemLine* m_markerY;
     QCPItemText* m_readout;
     std::optional<ChartPoint> m_read; ///< the point below the pointer
     std::vector<ChartPoint> m_shown;  ///< the points on the screen
+    std::vector<ChartSeries> m_shownOthers;
     QString m_shownTitles;
     std::optional<QPoint> m_pressed; ///< where the button that is down came to be so
 };

@@ -16,6 +16,16 @@ struct ChartPoint {
     friend bool operator==(const ChartPoint&, const ChartPoint&) = default;
 };
 
+/// The part of an axis that a chart shows, in the units of the axis.
+struct AxisRange {
+    double Lower = 0;
+    double Upper = 0;
+
+    [[nodiscard]] double Size() const { return Upper - Lower; }
+
+    friend bool operator==(const AxisRange&, const AxisRange&) = default;
+};
+
 struct ChartFont {
     std::string Family;
     int Size = 0; ///< points
@@ -35,9 +45,13 @@ struct ChartAxis {
 struct ChartSeries {
     Colour Drawn;
     std::vector<ChartPoint> Points;
+    std::string Name;    ///< in copied data, needed beside others only
+    bool Dashed = false; ///< of a line beside the chart's own
+
+    friend bool operator==(const ChartSeries&, const ChartSeries&) = default;
 };
 
-/// A line chart with two axes and one series. It holds what is to be shown; a window system shows
+/// A line chart with two axes, one series and others behind it for comparison. It holds what is to be shown; a window system shows
 /// it, the axes fitted to the points, and answers what lies where.
 class Chart2D {
   public:
@@ -55,9 +69,13 @@ class Chart2D {
     ChartFont TitleFont;      ///< of the titles of the axes
     Separators NumberSeparators;
     ChartSeries Series;
+    std::vector<ChartSeries> Others; ///< thin lines behind the series
     std::string Caption; ///< what a picture of the chart says of it, lines parted by LF
 
-    void ClearSeries() { Series.Points.clear(); }
+    void ClearSeries() {
+        Series.Points.clear();
+        Others.clear();
+    }
 
     /// What `DataAt` answers for a coordinate outside the plot area.
     static constexpr double Outside = 1E308;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace corvanta {
 
@@ -33,10 +34,14 @@ void CDocument::MarkModified() {
 
 void CDocument::Begin(const std::string& name, bool saved) {
     m_history.Clear();
+    StudyData study;
+    study.Charts = std::move(m_study.Charts); // the user's choice, whatever is open
+    m_study = std::move(study);
     m_failedOn.reset(); // another document, which the user was told nothing about yet
     m_quiet = false;
     if (m_program.Document.DataLoaded) {
         m_history.Begin(name, DesignOf(m_program.Document), saved);
+        m_study.Baseline = m_history.CurrentDesign();
     }
     Tell(DocumentChange::Replaced);
 }
@@ -117,6 +122,11 @@ void CDocument::GoTo(std::size_t step) {
     Take(m_history.Steps()[step].Design);
     m_history.GoTo(step);
     Tell(DocumentChange::Changed);
+}
+
+void CDocument::ChangeStudy(StudyData study) {
+    m_study = std::move(study);
+    Tell(DocumentChange::Beside);
 }
 
 void CDocument::MarkSaved() {

@@ -6,6 +6,7 @@
 #include "model/Program.h"
 #include "platform/Messages.h"
 #include "shell/PointWords.h"
+#include "study/StudyFile.h"
 
 #include <cstddef>
 #include <optional>
@@ -20,6 +21,7 @@ enum class DocumentChange {
     Recorded, ///< a window changed it and brings that to the main window itself
     Changed,  ///< it is another design than before
     InMotion, ///< the same while a hand moves something, many times a second
+    Beside,   ///< baseline, variants, targets or charts are others
 };
 
 /// A window that shows the document and is told of its changes.
@@ -75,6 +77,15 @@ class CDocument {
 
     [[nodiscard]] const History& Steps() const { return m_history; }
 
+    /// What stands beside the document: the baseline, which every document that comes in is its own
+    /// until another is set, variants, targets and charts. A window that changes it tells the
+    /// others by `ChangeStudy`.
+    [[nodiscard]] const StudyData& Study() const { return m_study; }
+    void ChangeStudy(StudyData study);
+
+    /// What a solve of any design takes from the program.
+    [[nodiscard]] SolveSettings Settings() const { return {m_program.Units, m_program.Channels}; }
+
     /// True when the results are stale and the input is not one that has failed already.
     [[nodiscard]] bool NeedsCalculation() const;
 
@@ -104,6 +115,7 @@ class CDocument {
     Program& m_program;
     Messages& m_messages;
     History m_history;
+    StudyData m_study;
     CalculationFailure m_failure;
     DisplacementWords m_displaced;
     std::optional<Design> m_failedOn; ///< what the failure was about

@@ -132,6 +132,8 @@ void frmMain::ShowNoView() {
 void frmMain::DocumentChanged(DocumentChange change) {
     if (change == DocumentChange::InMotion) {
         m_motionShown = false;
+    } else if (change == DocumentChange::Beside) {
+        RefreshGUI(false);
     } else if (change == DocumentChange::Changed) {
         if (frmEditGeometry* const editor = OpenedEditor()) {
             editor->FollowDocument();

@@ -38,7 +38,8 @@ class ChartViewTest : public testing::Test {
     ChartViewTest() {
         m_chart.AxisX = {"Wheel Travel [mm]", "0.00", true, {}};
         m_chart.AxisY = {"Camber Angle [deg]", "0.000", true, {}};
-        m_chart.Series = {{255, 0, 0}, {{-10, 1}, {0, 2}, {10, -3}}};
+        m_chart.Series.Drawn = {255, 0, 0};
+        m_chart.Series.Points = {{-10, 1}, {0, 2}, {10, -3}};
         m_chart.resize(600, 400);
         m_chart.show();
         Refresh();
@@ -238,6 +239,23 @@ TEST_F(ChartViewTest, ThePointerReadsOutItsPointBesideIt) {
     EXPECT_EQ(ReadoutAt({1, 1}).second, "");
     m_plot.xAxis->setRange(0.1, 5); // the point is just out of sight
     EXPECT_EQ(ReadoutAt({m_plot.axisRect()->left(), wasThere.y()}).second, "");
+}
+
+TEST_F(ChartViewTest, LinesBesideTheChartsOwnLieBehindItAndInItsData) {
+    const QImage alone = OnPaper();
+    const QRect red = RedPart(alone);
+    const QString data = m_chart.DataText();
+    m_chart.Others = {{{0, 0, 255}, {{-10, 1}, {0, 2}, {10, -3}}, "Baseline", true},
+                      {{0, 160, 0}, {{-10, 0}, {4, 6}}, "Softer", false}};
+    Refresh();
+    EXPECT_GT(m_plot.yAxis->range().upper, 6);
+    EXPECT_EQ(m_chart.DataText(), "Wheel Travel [mm]\tCamber Angle [deg]\tBaseline\tSofter\n"
+                                  "-10\t1\t1\t0\n0\t2\t2\t\n10\t-3\t-3\t\n4\t\t\t6\n");
+    EXPECT_NEAR(RedPart(OnPaper()).width(), red.width(), 2) << "the line hides the one behind it";
+    m_chart.Others.clear();
+    Refresh();
+    EXPECT_EQ(OnPaper(), alone);
+    EXPECT_EQ(m_chart.DataText(), data);
 }
 
 TEST_F(ChartViewTest, PicturesShowWhatIsOnTheScreenInBlackOnWhite) {

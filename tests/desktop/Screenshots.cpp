@@ -3,11 +3,13 @@
 
 #include "desktop/AboutWindow.h"
 #include "desktop/AdjustWindow.h"
+#include "desktop/ChartSheetView.h"
 #include "desktop/CustomChannelsWindow.h"
 #include "desktop/ExportWindow.h"
 #include "desktop/GuardedApplication.h"
 #include "desktop/PrintWindow.h"
 #include "tests/desktop/DesktopUser.h"
+#include "tests/desktop/SampleSheets.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -90,8 +92,23 @@ void TakeEditor(DesktopUser& user, const Photographer& camera) {
     user.Desk.Handle([&] { editor.cmdCancel_Click(); });
 }
 
+/// The charts of the workbench alone, as small and as large as they get.
+void TakeCharts(const Photographer& camera) {
+    for (const QSize& size : {QSize(300, 200), QSize(1600, 900)}) {
+        for (const bool map : {false, true}) {
+            ChartSheetView chart({});
+            chart.resize(size);
+            chart.show();
+            chart.Show(map ? MapSheet() : LineSheet());
+            camera.Take(&chart,
+                        QString("chart-%1-%2").arg(map ? "map" : "lines").arg(size.width()));
+        }
+    }
+}
+
 void TakeAll(const std::string& userFolder, const QString& pictures) {
     const Photographer camera(pictures);
+    TakeCharts(camera);
     DesktopUser user(userFolder);
     static_cast<void>(user.Desk.Start());
     camera.Take(user.Desk.AboutView(), "splash");

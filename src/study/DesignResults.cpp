@@ -1,0 +1,66 @@
+#include "study/DesignResults.h"
+
+#include <algorithm>
+
+namespace corvanta {
+
+namespace {
+
+GridCut CutFor(std::span<const StudyChart> charts, const TravelPlace& place) {
+    GridCut cut{false, {place.Rack}, {}, false};
+    for (const StudyChart& chart : charts) {
+        cut.Whole = cut.Whole || chart.Kind == ChartKind::Map;
+        cut.BarRotation = cut.BarRotation || chart.Channel == chARBRotation;
+        if (chart.Kind == ChartKind::AlongRackTravel) {
+            cut.WheelTravels = {place.Wheel};
+        }
+    }
+    return cut;
+}
+
+void DescribeGrid(DesignResults& results, const Suspension& solved, int wheelStep, int rackStep) {
+    results.Place = {WheelTravelAtStep(solved, wheelStep), RackTravelAtStep(solved, rackStep)};
+    results.FirstStep = {WheelTravelAtStep(solved, solved.NW + 1), RackTravelAtStep(solved, 2)};
+    results.LastStep = {WheelTravelAtStep(solved, 2), RackTravelAtStep(solved, solved.NR + 1)};
+    results.StepSize = {solved.Data.WheelTravelStepSize, solved.Data.RackTravelStepSize};
+}
+
+} // namespace
+
+DesignResults ResultsOf(Suspension& scratch, const Design& design, const SolveSettings& settings,
+                        std::span<const StudyChart> charts, const TravelPlace& place) {
+    DesignResults results;
+    results.Outcome = Solve(scratch, design, settings, CutFor(charts, place));
+    results.Curves.resize(charts.size());
+    results.Maps.resize(charts.size());
+    const int wheel = NearestWheelStep(scratch, place.Wheel);
+    const int rack = NearestRackStep(scratch, place.Rack);
+    DescribeGrid(results, scratch, wheel, rack);
+    if (!results.Outcome.Solved) {
+        results.Faulty = scratch.FaultyPoints;
+        return results;
+    }
+    for (std::size_t n = 0; n < charts.size(); ++n) {
+        const StudyChart& chart = charts[n];
+        if (chart.Kind == ChartKind::Map) {
+            results.Maps[n] = MapOf(scratch, chart.Channel);
+        } else {
+            const bool alongRack = chart.Kind == ChartKind::AlongRackTravel;
+            results.Curves[n] =
+                CurveOf(scratch, chart.Channel, alongRack ? vvAlongRackTravel : vvAlongWheelTravel,
+                        rack, wheel);
+        }
+    }
+    results.Points = scratch.WheelStates(rack, wheel).Points;
+    return results;
+}
+
+std::optional<Curve> CurveOfDesign(Suspension& scratch, const Design& design,
+                                   const SolveSettings& settings, int channel,
+                                   std::int32_t variable, const TravelPlace& place) {
+    const StudyChart chart{channel, variable == vvAlongRackTravel ? ChartKind::AlongRackTravel
+                                                                  : ChartKind::AlongWheelTravel};
+    return ResultsOf(scratch, design, settings, {&chart, 1}, place).Curves.front();
+}
+
+} // namespace corvanta
