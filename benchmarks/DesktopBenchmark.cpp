@@ -10,6 +10,7 @@
 #include <benchmark/benchmark.h>
 
 #include <QComboBox>
+#include <QTest>
 
 #include <cstdlib>
 
@@ -103,6 +104,9 @@ void BM_CornerPanel(benchmark::State& state) {
     view.resize(450, 530);
     view.Canvas().setFixedSize(450, 500);
     view.show();
+    if (!QTest::qWaitForWindowExposed(&view)) {
+        std::abort(); // nothing would be painted
+    }
     CornerContent content{
         ShapeOf(document, 0, 0), ShapeOf(document, 0, 2), document.Catalogue, {ptLWO}, {}};
     panel.Show(content);
@@ -113,9 +117,6 @@ void BM_CornerPanel(benchmark::State& state) {
         content.Now.Solved = PositionAt(document, 0, wheelStep).Points;
         panel.Show(content);
         view.Canvas().repaint();
-    }
-    if (const char* picture = std::getenv("CORVANTA_PICTURE"); picture != nullptr) {
-        view.grab().save(picture);
     }
 }
 BENCHMARK(BM_CornerPanel)->Unit(benchmark::kMillisecond)->Repetitions(3)->ReportAggregatesOnly();

@@ -393,10 +393,14 @@ bool CFileStream::FileRead(const std::string& path, std::string* textRead) {
     });
 }
 
+std::string CFileStream::FileText() {
+    return GetContents() + std::string(LineEnd);
+}
+
 bool CFileStream::FileWrite(const std::string& path, bool append) {
     const FailureText text{"An error occurred while writing file: ", ReasonFollows, true};
     return Guarded(text, path, false, [&] {
-        const std::string bytes = GetContents() + std::string(LineEnd);
+        const std::string bytes = FileText();
         if (append) {
             m_files.AppendText(path, bytes);
         } else {

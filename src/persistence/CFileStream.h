@@ -106,6 +106,9 @@ class CFileStream {
     /// with that text behind it.
     [[nodiscard]] const std::vector<std::string>& NotNumbers() const { return m_notNumbers; }
 
+    /// The contents as they stand in a file.
+    [[nodiscard]] std::string FileText();
+
     /// Writes the contents, behind those of the file if `append` is set. When a character had to be
     /// written as "?" because the file's code page lacks it, a message names the fields.
     bool FileWrite(const std::string& path, bool append = false);

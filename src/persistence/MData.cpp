@@ -238,12 +238,11 @@ bool DataRead(Suspension& document, ChannelCatalogue& channels, const std::strin
     return true;
 }
 
-bool DataWrite(bool& written, const Suspension& document, const std::string& path,
-               const FundamentalUnits& units, FileServices& files, Messages& messages) {
-    written = false;
-    if (FileServices::BaseName(path).empty()) {
-        return false;
-    }
+namespace {
+
+/// A stream with the fields of a document.
+CFileStream StreamOf(const Suspension& document, const FundamentalUnits& units, FileServices& files,
+                     Messages& messages) {
     CFileStream stream = NewStream(units, files, messages);
     for (const DocumentField& field : DocumentFields) {
         Require(stream.AddField(field.Key, StoredValue(document.Data, field)), field.Key);
@@ -255,8 +254,24 @@ bool DataWrite(bool& written, const Suspension& document, const std::string& pat
             Require(stream.AddField(PointShortName(number), place), PointShortName(number));
         }
     }
-    written = stream.FileWrite(path);
+    return stream;
+}
+
+} // namespace
+
+bool DataWrite(bool& written, const Suspension& document, const std::string& path,
+               const FundamentalUnits& units, FileServices& files, Messages& messages) {
+    written = false;
+    if (FileServices::BaseName(path).empty()) {
+        return false;
+    }
+    written = StreamOf(document, units, files, messages).FileWrite(path);
     return true;
+}
+
+std::string DataText(const Suspension& document, const FundamentalUnits& units, FileServices& files,
+                     Messages& messages) {
+    return StreamOf(document, units, files, messages).FileText();
 }
 
 bool ParseBoolean(std::string_view text) {

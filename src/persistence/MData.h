@@ -34,6 +34,11 @@ bool DataRead(Suspension& document, ChannelCatalogue& channels, const std::strin
 bool DataWrite(bool& written, const Suspension& document, const std::string& path,
                const FundamentalUnits& units, FileServices& files, Messages& messages);
 
+/// The text of the file that `DataWrite` writes. Throws Failure when a number of the document is
+/// none.
+[[nodiscard]] std::string DataText(const Suspension& document, const FundamentalUnits& units,
+                                   FileServices& files, Messages& messages);
+
 /// A numeric text by its truth value, 0 false and any other true; else true for "True" alone.
 [[nodiscard]] bool ParseBoolean(std::string_view text);
 

@@ -141,13 +141,15 @@ std::error_code RefusalOf(const fs::path& temporary) {
 
 /// Puts a new file in the target's place. Returns the folder's reason when it does not let it.
 std::error_code TakePlace(const fs::path& target, std::string_view bytes,
-                          const fs::file_status& former) {
+                          const fs::file_status& former, DiskWait wait) {
     CTemporaryFile temporary(TemporaryName(target));
     if (const std::error_code refusal = RefusalOf(temporary.Path())) {
         return refusal;
     }
     WriteStraight(temporary.Path(), bytes, std::ios::trunc);
-    Synchronise(temporary.Path());
+    if (wait == DiskWait::UntilWritten) {
+        Synchronise(temporary.Path());
+    }
     if (fs::exists(former)) {
         std::error_code ignored; // disks of other systems keep no permissions
         fs::permissions(temporary.Path(), former.permissions(), ignored);
@@ -156,7 +158,7 @@ std::error_code TakePlace(const fs::path& target, std::string_view bytes,
     if (refusal && !IsRefusal(refusal)) {
         Refuse(refusal);
     }
-    if (!refusal) {
+    if (!refusal && wait == DiskWait::UntilWritten) {
         Synchronise(target.has_parent_path() ? target.parent_path() : fs::path("."));
     }
     return refusal;
@@ -213,13 +215,13 @@ void WriteStraight(const fs::path& path, std::string_view bytes, std::ios::openm
     Checked(stream, [&] { stream.close(); });
 }
 
-void WriteWhole(const fs::path& target, std::string_view bytes) {
+void WriteWhole(const fs::path& target, std::string_view bytes, DiskWait wait) {
     const fs::file_status former = fs::status(target);
     const bool present = fs::exists(former);
     if (present) {
         RequireWritable(target);
     }
-    const std::error_code refusal = TakePlace(target, bytes, former);
+    const std::error_code refusal = TakePlace(target, bytes, former, wait);
     if (!refusal) {
         return;
     }

@@ -17,14 +17,17 @@ namespace corvanta {
 void WriteStraight(const std::filesystem::path& path, std::string_view bytes,
                    std::ios::openmode mode);
 
+/// Whether a write ends when the bytes are on the disk, or when the system has them.
+enum class DiskWait { UntilWritten, None };
+
 /// Writes a regular file, new or old, so that a failure leaves what was there and so that it stands
-/// on the disk when this returns: to a temporary name in the same folder that then takes the file's
-/// place, with the permissions of the old file where the disk knows any. A folder that takes no new
-/// file has its writable files written in place.
+/// on the disk when this returns, if it is to wait: to a temporary name in the same folder that
+/// then takes the file's place, with the permissions of the old file where the disk knows any. A
+/// folder that takes no new file has its writable files written in place.
 ///
 /// Throws std::system_error with the reason that lies with the file, and Failure for one that lies
 /// with its folder.
-void WriteWhole(const std::filesystem::path& target, std::string_view bytes);
+void WriteWhole(const std::filesystem::path& target, std::string_view bytes, DiskWait wait);
 
 /// Removes the temporary files that writers who never came to their end left in a folder more than
 /// a day ago. What can't be removed stays.

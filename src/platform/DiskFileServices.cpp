@@ -145,6 +145,14 @@ std::string DiskFileServices::ReadBytes(const std::string& path) {
 }
 
 void DiskFileServices::WriteBytes(const std::string& path, std::string_view bytes) {
+    Write(path, bytes, DiskWait::UntilWritten);
+}
+
+void DiskFileServices::WriteBytesSoon(const std::string& path, std::string_view bytes) {
+    Write(path, bytes, DiskWait::None);
+}
+
+void DiskFileServices::Write(const std::string& path, std::string_view bytes, DiskWait wait) {
     Translated(path, [&] {
         const fs::path target = FollowLinks(PathOf(path));
         const fs::file_status status = fs::status(target);
@@ -155,7 +163,7 @@ void DiskFileServices::WriteBytes(const std::string& path, std::string_view byte
             if (m_tidied.insert(target.parent_path()).second) {
                 RemoveForgottenTemporaries(target.parent_path());
             }
-            WriteWhole(target, bytes);
+            WriteWhole(target, bytes, wait);
         }
     });
 }

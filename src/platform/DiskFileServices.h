@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/DiskFile.h"
 #include "platform/FileServices.h"
 
 #include <filesystem>
@@ -18,6 +19,7 @@ class DiskFileServices final : public FileServices {
     void MakeFolder(const std::string& path) override;
     [[nodiscard]] std::string ReadBytes(const std::string& path) override;
     void WriteBytes(const std::string& path, std::string_view bytes) override;
+    void WriteBytesSoon(const std::string& path, std::string_view bytes) override;
     void AppendBytes(const std::string& path, std::string_view bytes) override;
     void DeleteFile(const std::string& path) override;
 
@@ -25,6 +27,8 @@ class DiskFileServices final : public FileServices {
     [[nodiscard]] std::optional<std::string> SpecialFolder(int folderNumber) const override;
 
   private:
+    void Write(const std::string& path, std::string_view bytes, DiskWait wait);
+
     std::set<std::filesystem::path> m_tidied; ///< folders that were freed of what crashes left
 };
 

@@ -36,6 +36,10 @@ void FileServices::WriteText(const std::string& path, std::string_view text) {
     WriteBytes(path, ToCodePage1252(text));
 }
 
+void FileServices::WriteTextSoon(const std::string& path, std::string_view text) {
+    WriteBytesSoon(path, ToCodePage1252(text));
+}
+
 void FileServices::AppendText(const std::string& path, std::string_view text) {
     AppendBytes(path, ToCodePage1252(text));
 }

@@ -54,6 +54,10 @@ class FileServices {
     /// folder that takes no new one is written in place. A link is followed; a device or a pipe is
     /// written to.
     virtual void WriteBytes(const std::string& path, std::string_view bytes) = 0;
+
+    /// The same without waiting for the disk: a crash of the program costs nothing either, a loss
+    /// of power may cost both files.
+    virtual void WriteBytesSoon(const std::string& path, std::string_view bytes) = 0;
     virtual void AppendBytes(const std::string& path, std::string_view bytes) = 0;
     virtual void DeleteFile(const std::string& path) = 0;
 
@@ -66,6 +70,7 @@ class FileServices {
 
     /// Writes a whole text file in code page 1252; a character that the page lacks becomes "?".
     void WriteText(const std::string& path, std::string_view text);
+    void WriteTextSoon(const std::string& path, std::string_view text);
     void AppendText(const std::string& path, std::string_view text);
 
     /// The folder of a path, ending in a separator; the empty string when the path names none.

@@ -5,6 +5,7 @@
 #include "platform/NoWindowSystem.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace corvanta {
 
@@ -36,28 +37,53 @@ void RecoveryCopy::SetFolder(const std::string& folder) {
 }
 
 bool RecoveryCopy::Keep(const Program& program) {
+    return Write(program, true);
+}
+
+bool RecoveryCopy::KeepSoon(const Program& program) {
+    return Write(program, false);
+}
+
+bool RecoveryCopy::Write(const Program& program, bool wait) {
     return Succeeds([&] {
         if (!TakePlace()) {
             return false;
         }
+        Holding holding{DesignOf(program.Document), program.DocumentPath, program.FileMark};
+        if (Holds(holding) && (m_onDisk || !wait)) {
+            return true;
+        }
+        m_holding.reset();
         NoMessageBox box;
         Messages silent(box);
-        bool written = false;
-        m_files.WriteBytes(PathOf(m_place, OriginExtension),
-                           program.DocumentPath + "\n" + program.FileMark);
-        return DataWrite(written, program.Document, PathOf(m_place, CopyExtension), program.Units,
-                         m_files, silent) &&
-               written;
+        const std::string origin = program.DocumentPath + "\n" + program.FileMark;
+        const std::string text = DataText(program.Document, program.Units, m_files, silent);
+        if (wait) {
+            m_files.WriteBytes(PathOf(m_place, OriginExtension), origin);
+            m_files.WriteText(PathOf(m_place, CopyExtension), text);
+        } else {
+            m_files.WriteBytesSoon(PathOf(m_place, OriginExtension), origin);
+            m_files.WriteTextSoon(PathOf(m_place, CopyExtension), text);
+        }
+        m_holding = std::move(holding);
+        m_onDisk = wait;
+        return true;
     });
 }
 
+bool RecoveryCopy::Holds(const Holding& holding) const {
+    return m_holding == holding && m_files.FileExists(PathOf(m_place, CopyExtension));
+}
+
 void RecoveryCopy::Drop() {
+    m_holding.reset();
     if (m_place != 0) {
         DeleteCopy(m_place);
     }
 }
 
 void RecoveryCopy::SetAside() {
+    m_holding.reset();
     if (m_place != 0) {
         m_locks.Release(PathOf(m_place, LockExtension));
         m_place = 0;

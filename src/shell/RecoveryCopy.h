@@ -1,10 +1,12 @@
 #pragma once
 
+#include "model/Design.h"
 #include "model/Program.h"
 #include "platform/FileServices.h"
 #include "platform/WindowServices.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,8 +34,13 @@ class RecoveryCopy {
     /// Sets the folder, ending in a separator, and makes it.
     void SetFolder(const std::string& folder);
 
-    /// Writes the document over the copy of this program. True when the copy holds it.
+    /// Writes the document over the copy of this program, unless it stands there already. True when
+    /// the copy holds it.
     bool Keep(const Program& program);
+
+    /// The same without waiting for the disk, so that it may be called as often as there is time:
+    /// it outlives a crash of the program at once, and a loss of power soon.
+    bool KeepSoon(const Program& program);
 
     /// Deletes the copy of this program, if there is one.
     void Drop();
@@ -52,15 +59,28 @@ class RecoveryCopy {
     bool Discard(int place);
 
   private:
+    /// What a copy was written of.
+    struct Holding {
+        Design Held;
+        std::string DocumentPath;
+        std::string FileMark;
+
+        friend bool operator==(const Holding&, const Holding&) = default;
+    };
+
     [[nodiscard]] std::string PathOf(int place, const char* extension) const;
     [[nodiscard]] RecoveredWork WorkAt(int place);
     bool TakePlace();
+    bool Write(const Program& program, bool wait);
+    [[nodiscard]] bool Holds(const Holding& holding) const;
     void DeleteCopy(int place);
 
     FileServices& m_files;
     PlaceLocks& m_locks;
-    std::string m_folder; ///< empty: nothing is kept
-    int m_place = 0;      ///< of this program; 0 while it has none
+    std::string m_folder;             ///< empty: nothing is kept
+    int m_place = 0;                  ///< of this program; 0 while it has none
+    std::optional<Holding> m_holding; ///< of this program's copy, none when that is not known
+    bool m_onDisk = false;            ///< the disk was waited for
 };
 
 } // namespace corvanta

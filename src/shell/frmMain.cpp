@@ -89,7 +89,7 @@ void frmMain::Refresh(bool resetPosition) {
 
 void frmMain::Calculate() {
     const Program& program = m_desk.Program;
-    m_unprotected = program.Modified && !Files.Recovery.Keep(program);
+    m_unprotected = program.Modified && !Files.Recovery.KeepSoon(program);
     m_desk.Current.Calculate();
 }
 

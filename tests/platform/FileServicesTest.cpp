@@ -46,6 +46,10 @@ TEST_F(DiskFileServicesTest, WritesAndReadsWholeFiles) {
     EXPECT_EQ(m_files.ReadBytes(path), bytes);
     m_files.WriteBytes(path, "");
     EXPECT_EQ(m_files.ReadBytes(path), "");
+    m_files.WriteBytesSoon(path, bytes);
+    EXPECT_EQ(m_files.ReadBytes(path), bytes);
+    m_files.WriteBytesSoon(path, "");
+    EXPECT_THAT(m_folder.Names(), SizeIs(1)) << "no temporary stays";
     m_files.AppendBytes(path, "one");
     m_files.AppendBytes(path, "two");
     EXPECT_EQ(m_files.ReadBytes(path), "onetwo");

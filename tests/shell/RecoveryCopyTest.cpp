@@ -1,5 +1,7 @@
 #include "shell/RecoveryCopy.h"
 
+#include "persistence/MData.h"
+#include "platform/NoWindowSystem.h"
 #include "tests/support/FakeWindowSystem.h"
 #include "tests/support/MemoryFileServices.h"
 #include "tests/support/SampleCorners.h"
@@ -118,6 +120,35 @@ TEST_F(RecoveryCopyTest, ACopyIsOldOrNewWhicheverWriteFails) {
     m_work.Document.Data.KARB = std::numeric_limits<double>::quiet_NaN();
     m_files.FailOnChange(0);
     EXPECT_FALSE(program.Keep(m_work)) << "no number to write";
+}
+
+TEST_F(RecoveryCopyTest, WhatTheCopyHoldsIsNotWrittenAgain) {
+    RecoveryCopy program = Started();
+    const auto writes = [&](bool soon) {
+        const std::size_t before = m_files.Changes().size();
+        EXPECT_TRUE(soon ? program.KeepSoon(m_work) : program.Keep(m_work));
+        return m_files.Changes().size() - before;
+    };
+    EXPECT_EQ(writes(true), 2);
+    EXPECT_EQ(writes(true), 0);
+    EXPECT_EQ(writes(false), 2) << "the disk has not been waited for";
+    EXPECT_EQ(writes(false), 0);
+    m_work.Document.StaticPoints()[ptTRI].Z += 1e-9;
+    EXPECT_EQ(writes(true), 2);
+    m_work.FileMark = "56-78";
+    EXPECT_EQ(writes(true), 2);
+    EXPECT_EQ(m_files.Bytes("/recovery/1.txt"), "/cars/front.WSP\n56-78");
+    m_files.Remove(Copy);
+    EXPECT_EQ(writes(true), 2);
+    program.Drop();
+    EXPECT_EQ(writes(true), 2);
+    // The copy is the file that a save writes.
+    NoMessageBox box;
+    Messages silent(box);
+    bool written = false;
+    EXPECT_TRUE(
+        DataWrite(written, m_work.Document, "/recovery/saved.WSP", m_work.Units, m_files, silent));
+    EXPECT_EQ(m_files.Bytes(Copy), m_files.Bytes("/recovery/saved.WSP"));
 }
 
 TEST_F(RecoveryCopyTest, WhatFailsDisturbsNothing) {

@@ -485,8 +485,8 @@ TEST_F(frmMainFilesTest, UnsavedWorkThatMakesRoomIsKeptAndSaysSo) {
     EXPECT_EQ(SavedX("/recovery/2.WSP"), "6");
 
     // Without a copy nothing is lost unasked.
-    Edit("7");
     m_files.RefuseFolder("/recovery");
+    Edit("7");
     EXPECT_THAT(Open(SampleBytes("saloon-front-strut.WSP"), "/cars/b.WSP"), ElementsAre(Discard));
     EXPECT_EQ(m_program.DocumentPath, Path);
     EXPECT_TRUE(m_program.Modified);

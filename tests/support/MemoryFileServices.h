@@ -115,6 +115,10 @@ class MemoryFileServices final : public FileServices {
         m_files[path] = bytes;
     }
 
+    void WriteBytesSoon(const std::string& path, std::string_view bytes) override {
+        WriteBytes(path, bytes);
+    }
+
     void AppendBytes(const std::string& path, std::string_view bytes) override {
         try {
             Change("append", path);
