@@ -345,7 +345,7 @@ void SheetMapSurface::draw(QCPPainter* painter) {
     const SheetMap& map = *m_look.Sheet.Map;
     const QRect area = clipRect();
     if (HasUnreached(map)) {
-        PaintHatch(*painter, area, m_look.Paper);
+        PaintHatch(*painter, area.adjusted(1, 1, -1, -1), m_look.Paper); // its lines are wide
     }
     if (m_look.IsForPicture) {
         painter->drawImage(area, Paint(map, area, PictureDensity));
