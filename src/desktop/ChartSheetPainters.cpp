@@ -275,9 +275,9 @@ void SheetLines::draw(QCPPainter* painter) {
         PaintBand(*painter, band);
     }
     painter->setBrush(Qt::NoBrush);
-    for (auto curve = m_look.Sheet.Curves.rbegin(); curve != m_look.Sheet.Curves.rend(); ++curve) {
-        PaintCurve(*painter, *curve);
-    }
+    const auto& curves = m_look.Sheet.Curves;
+    std::for_each(curves.rbegin(), curves.rend(),
+                  [&](const SheetCurve& curve) { PaintCurve(*painter, curve); });
 }
 
 /// Its borders may lie far outside the axes, where a target knows no limit.
@@ -345,7 +345,7 @@ void SheetMapSurface::draw(QCPPainter* painter) {
     const SheetMap& map = *m_look.Sheet.Map;
     const QRect area = clipRect();
     if (HasUnreached(map)) {
-        PaintHatch(*painter, area, m_look.Paper);
+        PaintHatch(*painter, area.adjusted(1, 1, -1, -1), m_look.Paper); // its lines are wide
     }
     if (m_look.IsForPicture) {
         painter->drawImage(area, Paint(map, area, PictureDensity));

@@ -51,8 +51,8 @@ struct ChartSeries {
     friend bool operator==(const ChartSeries&, const ChartSeries&) = default;
 };
 
-/// A line chart with two axes, one series and others behind it for comparison. It holds what is to be shown; a window system shows
-/// it, the axes fitted to the points, and answers what lies where.
+/// A line chart with two axes, one series and others behind it for comparison. It holds what is to
+/// be shown; a window system shows it, the axes fitted to the points, and answers what lies where.
 class Chart2D {
   public:
     Chart2D() = default;
@@ -70,7 +70,7 @@ class Chart2D {
     Separators NumberSeparators;
     ChartSeries Series;
     std::vector<ChartSeries> Others; ///< thin lines behind the series
-    std::string Caption; ///< what a picture of the chart says of it, lines parted by LF
+    std::string Caption;             ///< what a picture of the chart says of it, lines parted by LF
 
     void ClearSeries() {
         Series.Points.clear();

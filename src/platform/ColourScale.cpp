@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <numbers>
 
 namespace corvanta {
@@ -54,6 +55,7 @@ Seen DivergingAt(double part) {
 template <typename Scale>
 std::vector<Colour> Colours(int steps, const Scale& scale) {
     std::vector<Colour> colours;
+    colours.reserve(static_cast<std::size_t>(steps));
     for (int step = 0; step < steps; ++step) {
         colours.push_back(
             OnScreen(scale(steps == 1 ? 0.5 : static_cast<double>(step) / (steps - 1))));
@@ -75,14 +77,14 @@ ColourLevels LevelsOf(double low, double high, double least) {
     const double step = NiceStep(std::max(least, (high - low) / FewestSteps), NiceWay::Down);
     const double first = std::floor(low / step);
     const double last = std::max(std::ceil(high / step), first + 1);
-    return {Steps(first, step), Steps(last, step), static_cast<int>(last - first)};
+    return {Multiple(first, step), Multiple(last, step), static_cast<int>(last - first)};
 }
 
 ColourLevels LevelsOfDifferences(double low, double high, double least) {
     const double most = std::max(std::abs(low), std::abs(high));
     const double step = NiceStep(std::max(least, 2 * most / FewestSteps), NiceWay::Down);
     const int beside = std::max(1, static_cast<int>(std::ceil(most / step - 0.5)));
-    const double end = Steps(beside + 0.5, step);
+    const double end = Multiple(beside + 0.5, step);
     return {-end, end, 2 * beside + 1};
 }
 

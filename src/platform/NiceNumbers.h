@@ -22,8 +22,8 @@ enum class NiceWay { Up, Down };
     return step(lead >= 5 - Slack ? 5 : lead >= 2 - Slack ? 2 : 1);
 }
 
-/// So many steps of `NiceStep`, without stray digits.
-[[nodiscard]] inline double Steps(double count, double step) {
+/// A multiple of a step of `NiceStep`, without stray digits.
+[[nodiscard]] inline double Multiple(double count, double step) {
     return step < 1 ? count / std::round(1 / step) : count * step;
 }
 

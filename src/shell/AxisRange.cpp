@@ -32,7 +32,8 @@ AxisRange RoundRange(double low, double high, double least) {
         high = middle + shortest / 2;
     }
     const double step = NiceStep(high / MostSteps - low / MostSteps, NiceWay::Up);
-    return {Steps(std::floor(low / step + Hair), step), Steps(std::ceil(high / step - Hair), step)};
+    return {Multiple(std::floor(low / step + Hair), step),
+            Multiple(std::ceil(high / step - Hair), step)};
 }
 
 } // namespace

@@ -28,7 +28,7 @@ class ChartSheetViewTest : public testing::Test {
         QTest::qWait(20);
     }
 
-    [[nodiscard]] QPoint PlaceOf(double x, double y) {
+    [[nodiscard]] QPoint PlaceOf(double x, double y) const {
         return {static_cast<int>(std::lround(m_plot.xAxis->coordToPixel(x))),
                 static_cast<int>(std::lround(m_plot.yAxis->coordToPixel(y)))};
     }

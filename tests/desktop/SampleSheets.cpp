@@ -18,6 +18,7 @@ double Camber(double wheel, double gain) {
 
 std::vector<ChartPoint> Curve(double gain, double offset = 0) {
     std::vector<ChartPoint> points;
+    points.reserve(Positions);
     for (int n = 0; n < Positions; ++n) {
         points.push_back({TravelAt(n), Camber(TravelAt(n), gain) + offset});
     }
