@@ -11,6 +11,16 @@
 
 namespace corvanta {
 
+/// A block of cells, both ends included.
+struct CellRange {
+    int FirstRow = 0;
+    int FirstColumn = 0;
+    int LastRow = 0;
+    int LastColumn = 0;
+
+    friend bool operator==(const CellRange&, const CellRange&) = default;
+};
+
 /// A grid of text cells with fixed rows above and fixed columns at the left. Rows and columns count
 /// from 0, fixed ones included. It holds what is shown; a window draws it.
 class DataGrid {

@@ -103,6 +103,15 @@ void CDocument::CallOff() {
     }
 }
 
+void CDocument::ShowPosition(int wheelStep, int rackStep) {
+    ViewSettings& settings = m_program.Settings;
+    if (settings.ViewWheel != wheelStep || settings.ViewRack != rackStep) {
+        settings.ViewWheel = wheelStep;
+        settings.ViewRack = rackStep;
+        Tell(DocumentChange::InMotion);
+    }
+}
+
 void CDocument::Undo() {
     if (m_history.CanUndo()) {
         GoTo(m_history.Current() - 1);

@@ -20,7 +20,8 @@ enum class DocumentChange {
     Replaced, ///< another one is there, or none
     Recorded, ///< a window changed it and brings that to the main window itself
     Changed,  ///< it is another design than before
-    InMotion, ///< the same while a hand moves something, many times a second
+    InMotion, ///< the same, or the position on show is another, while a hand moves something, many
+              ///< times a second
     Beside,   ///< baseline, variants, targets or charts are others
 };
 
@@ -66,6 +67,9 @@ class CDocument {
     void Hold() { m_history.Hold(); }
     void Release();
     void CallOff();
+
+    /// Brings all windows to a position of the grid.
+    void ShowPosition(int wheelStep, int rackStep);
 
     /// Goes to a step of the history; what can't be done does nothing.
     void Undo();

@@ -58,6 +58,14 @@ std::string Reasons(const PointCatalogue& catalogue, const LocatedStatic& locate
     return text;
 }
 
+/// A travel as the status bar names it: in words, with sign and unit.
+std::string TravelWords(const FundamentalUnits& units, double travel, const char* positive,
+                        const char* negative) {
+    const std::string text = FormatChannelValue(units, travel, ucDisplacement);
+    return std::string(travel < 0 ? negative : positive) + (travel > 0 ? " +" : " ") + text + " " +
+           units[ucDisplacement].Label;
+}
+
 } // namespace
 
 std::string PointWords(const PointCatalogue& catalogue, PointNumber number) {
@@ -110,6 +118,19 @@ std::string DescribeFailure(const Suspension& document, const FundamentalUnits& 
         if (!displaced.empty()) {
             addLine(displaced);
         }
+    }
+    return text;
+}
+
+std::string PositionWords(const Suspension& document, const FundamentalUnits& units, int wheelStep,
+                          int rackStep) {
+    std::string text;
+    if (wheelStep >= 2) {
+        text = TravelWords(units, WheelTravelAtStep(document, wheelStep), "Bump", "Droop");
+    }
+    if (rackStep >= 2) {
+        text += (text.empty() ? "" : "   ") +
+                TravelWords(units, RackTravelAtStep(document, rackStep), "Rack", "Rack");
     }
     return text;
 }

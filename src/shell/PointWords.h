@@ -17,6 +17,10 @@ namespace corvanta {
 [[nodiscard]] std::string RowWords(const PointCatalogue& catalogue,
                                    std::span<const PointNumber> numbers);
 
+/// The position of a step on both travels, in words with sign and unit; a step below 2 is none.
+[[nodiscard]] std::string PositionWords(const Suspension& document, const FundamentalUnits& units,
+                                        int wheelStep, int rackStep);
+
 /// Entered points that the calculation does not find where they were entered.
 struct DisplacementWords {
     std::string Banner; ///< which, how far, why and what to do; empty when there is none

@@ -28,6 +28,9 @@ class ShellHost : public ViewHost {
     /// there is nothing of the kind.
     virtual bool MayDropEdits() = 0;
 
+    /// Takes what is typed in the open editor and not applied; false when that failed and was told.
+    virtual bool TakeTypedEdits() = 0;
+
     /// The geometry editor while it is open, none otherwise.
     [[nodiscard]] virtual frmEditGeometry* OpenedEditor() = 0;
 

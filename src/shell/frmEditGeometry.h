@@ -32,16 +32,6 @@ struct FieldFrame : Control {
     std::vector<NumberBox*> Boxes;
 };
 
-/// A block of cells, both ends included.
-struct CellRange {
-    int FirstRow = 0;
-    int FirstColumn = 0;
-    int LastRow = 0;
-    int LastColumn = 0;
-
-    friend bool operator==(const CellRange&, const CellRange&) = default;
-};
-
 /// The geometry editor: mechanisms, static points, travels, vehicle data, load cases and the
 /// description of the document. Its controls speak the user's units; the document changes when they
 /// are applied, and when the page of mechanisms is left.

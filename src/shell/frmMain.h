@@ -137,6 +137,7 @@ class frmMain final : public ShellHost,
 
     void ResetEditDialog() override;
     bool MayDropEdits() override;
+    bool TakeTypedEdits() override { return Files.ApplyTyped(); }
 
     [[nodiscard]] frmEditGeometry* OpenedEditor() override;
 

@@ -28,14 +28,6 @@ bool HasStrip(std::int32_t view) {
     return (IsTableView(view) && view != vwLinkLengths) || view == vwPlot || view == vw3d;
 }
 
-/// A travel as the status bar names it: in words, with sign and unit.
-std::string TravelWords(const FundamentalUnits& units, double travel, const char* positive,
-                        const char* negative) {
-    const std::string text = FormatChannelValue(units, travel, ucDisplacement);
-    return std::string(travel < 0 ? negative : positive) + (travel > 0 ? " +" : " ") + text + " " +
-           units[ucDisplacement].Label;
-}
-
 /// Keeps the message of a view that has nothing to show.
 class KeptWords final : public MessageBox {
   public:
@@ -326,19 +318,9 @@ void frmMain::DisplayFormCaption() {
     }
 }
 
-/// The position of a step on both travels; a step below 2 is none.
 std::string frmMain::PositionWords(int wheelStep, int rackStep) const {
-    const Suspension& document = m_desk.Program.Document;
-    const FundamentalUnits& units = m_desk.Program.Units;
-    std::string text;
-    if (wheelStep >= 2) {
-        text = TravelWords(units, WheelTravelAtStep(document, wheelStep), "Bump", "Droop");
-    }
-    if (rackStep >= 2) {
-        text += (text.empty() ? "" : "   ") +
-                TravelWords(units, RackTravelAtStep(document, rackStep), "Rack", "Rack");
-    }
-    return text;
+    return corvanta::PositionWords(m_desk.Program.Document, m_desk.Program.Units, wheelStep,
+                                   rackStep);
 }
 
 std::string frmMain::FailureNote() const {

@@ -51,6 +51,8 @@ class FakeShellHost final : public ShellHost {
     bool DropsEdits = true; ///< the user's answer
     bool MayDropEdits() override { return DropsEdits; }
 
+    bool TakeTypedEdits() override { return true; }
+
     frmEditGeometry* Editor = nullptr; ///< the editor that is open
     [[nodiscard]] frmEditGeometry* OpenedEditor() override { return Editor; }
 
