@@ -10,6 +10,7 @@
 #include "desktop/OptionsWindow.h"
 #include "desktop/PrintWindow.h"
 #include "desktop/RecoveryWindow.h"
+#include "desktop/WorkbenchWindow.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -17,6 +18,9 @@
 namespace corvanta {
 
 namespace {
+
+/// How far other windows may be behind a hand that moves something, ms.
+constexpr int FollowTime = 100;
 
 WindowPlacement SizeOfScreen() {
     const QSize size = QGuiApplication::primaryScreen()->availableSize();
@@ -49,7 +53,12 @@ Desktop::Desktop(FileServices& files, ProcessServices& process)
 
 Desktop::Desktop(FileServices& files, ProcessServices& process, MessageBox& box, FileDialog& dialog)
     : m_windows{dialog, m_clipboard, m_help, m_cursor, m_locks, *this, m_pages, SizeOfScreen()},
-      m_application(files, box, process, m_windows) {}
+      m_application(files, box, process, m_windows) {
+    m_follow.setSingleShot(true);
+    m_follow.setInterval(FollowTime);
+    QObject::connect(&m_follow, &QTimer::timeout,
+                     [this] { Handle([this] { Main().FollowMotion(); }); });
+}
 
 Desktop::~Desktop() {
     for (const QPointer<QObject>& view : m_dying) {
@@ -79,6 +88,18 @@ void Desktop::Handle(const std::function<void()>& event) {
     Show();
 }
 
+void Desktop::HandleMotion(const std::function<void()>& event) {
+    ++m_running;
+    Guarded(m_application.MessageService(), event);
+    --m_running;
+    if (m_workbench) {
+        m_workbench->RefreshSoon();
+    }
+    if (!m_follow.isActive()) {
+        m_follow.start();
+    }
+}
+
 void Desktop::Show() {
     Guarded(m_application.MessageService(), [this] {
         if (Main().IsOpen && !m_main) {
@@ -102,6 +123,7 @@ void Desktop::ShowChildWindows() {
     Follow(m_export, Main().ExportDialog.get(), *this, m_dying);
     Follow(m_channels, Main().CustomChannelsDialog.get(), *this, m_dying);
     Follow(m_recovery, Main().RecoveryDialog.get(), *this, m_dying);
+    Follow(m_workbench, Main().Workbench.get(), *this, m_dying);
     Follow(m_about, &Main().About, *this, m_dying);
     if (m_running == 0) {
         ReleaseClosedWindows();

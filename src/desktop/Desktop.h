@@ -10,6 +10,7 @@
 
 #include <QList>
 #include <QPointer>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -25,6 +26,7 @@ class MainWindow;
 class OptionsWindow;
 class PrintWindow;
 class RecoveryWindow;
+class WorkbenchWindow;
 
 /// The program's windows on the screen. They are made, brought up to date and taken away by what
 /// the windows of the program are, after every event.
@@ -45,6 +47,11 @@ class Desktop final : private ScreenUpdate {
     /// Runs an event, reports what it throws, and brings the outcome to the screen.
     void Handle(const std::function<void()>& event);
 
+    /// Runs an event that comes many times a second while a hand moves something. The workbench
+    /// shows its outcome once for all events that are waiting, the other windows follow some times
+    /// a second.
+    void HandleMotion(const std::function<void()>& event);
+
     /// True while no event runs.
     [[nodiscard]] bool IsIdle() const { return m_running == 0; }
 
@@ -64,6 +71,7 @@ class Desktop final : private ScreenUpdate {
     [[nodiscard]] AdjustWindow* AdjustView() const { return m_adjust.get(); }
     [[nodiscard]] CustomChannelsWindow* CustomChannelsView() const { return m_channels.get(); }
     [[nodiscard]] RecoveryWindow* RecoveryView() const { return m_recovery.get(); }
+    [[nodiscard]] WorkbenchWindow* WorkbenchView() const { return m_workbench.get(); }
     [[nodiscard]] AboutWindow* AboutView() const { return m_about.get(); }
     [[nodiscard]] HelpWindow& Help() { return m_help; }
     [[nodiscard]] QtPageWriter& Pages() { return m_pages; }
@@ -91,7 +99,9 @@ class Desktop final : private ScreenUpdate {
     std::unique_ptr<AdjustWindow> m_adjust;
     std::unique_ptr<CustomChannelsWindow> m_channels;
     std::unique_ptr<RecoveryWindow> m_recovery;
+    std::unique_ptr<WorkbenchWindow> m_workbench;
     std::unique_ptr<AboutWindow> m_about;
+    QTimer m_follow; ///< runs while the other windows are behind a hand that moves something
     QList<QPointer<QObject>> m_dying; ///< views that closed and are not gone yet
     int m_running = 0;                ///< events that have not ended, one within the other
 };

@@ -336,35 +336,16 @@ void EditGeometryWindow::Refresh() {
 
 void EditGeometryWindow::ShowPoints() {
     m_points->Refresh();
-    const CellRange range = m_window.grdPointsSelection;
-    const GridModel& model = m_points->Model();
-    if (range == m_shownSelection) {
-        return;
-    }
-    m_shownSelection = range;
-    const auto at = [&](int row, int column) {
-        return model.index(std::max(0, row - model.Grid().FixedRows()),
-                           std::max(0, column - model.Grid().FixedColumns()));
-    };
-    const QModelIndex first = at(range.FirstRow, range.FirstColumn);
-    if (first.isValid()) {
-        m_points->setCurrentIndex(first);
-        m_points->selectionModel()->select(
-            QItemSelection(first, at(range.LastRow, range.LastColumn)),
-            QItemSelectionModel::ClearAndSelect);
+    if (m_window.grdPointsSelection != m_shownSelection) {
+        m_shownSelection = m_window.grdPointsSelection;
+        m_points->SelectRange(m_shownSelection);
     }
 }
 
 void EditGeometryWindow::RememberSelection() {
-    const QItemSelection selection = m_points->selectionModel()->selection();
-    if (selection.isEmpty()) {
-        return;
+    if (const std::optional<CellRange> range = m_points->SelectedRange()) {
+        m_window.grdPointsSelection = m_shownSelection = *range;
     }
-    const GridModel& model = m_points->Model();
-    const QItemSelectionRange& range = selection.constFirst();
-    m_shownSelection = {model.GridRow(range.top()), model.GridColumn(range.left()),
-                        model.GridRow(range.bottom()), model.GridColumn(range.right())};
-    m_window.grdPointsSelection = m_shownSelection;
 }
 
 void EditGeometryWindow::ShowDrawings() {

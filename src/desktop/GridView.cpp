@@ -335,6 +335,29 @@ void GridView::CommitTyping() {
     }
 }
 
+std::optional<CellRange> GridView::SelectedRange() const {
+    const QItemSelection selection = selectionModel()->selection();
+    if (selection.isEmpty()) {
+        return std::nullopt;
+    }
+    const QItemSelectionRange& range = selection.constFirst();
+    return CellRange{m_model.GridRow(range.top()), m_model.GridColumn(range.left()),
+                     m_model.GridRow(range.bottom()), m_model.GridColumn(range.right())};
+}
+
+void GridView::SelectRange(const CellRange& range) {
+    const auto at = [this](int row, int column) {
+        return m_model.index(std::max(0, row - m_model.Grid().FixedRows()),
+                             std::max(0, column - m_model.Grid().FixedColumns()));
+    };
+    const QModelIndex first = at(range.FirstRow, range.FirstColumn);
+    if (first.isValid()) {
+        setCurrentIndex(first);
+        selectionModel()->select(QItemSelection(first, at(range.LastRow, range.LastColumn)),
+                                 QItemSelectionModel::ClearAndSelect);
+    }
+}
+
 QString GridView::SelectedText(bool withHeads) const {
     QModelIndexList selected = selectionModel()->selectedIndexes();
     if (selected.isEmpty()) {

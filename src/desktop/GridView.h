@@ -6,6 +6,8 @@
 #include <QStyledItemDelegate>
 #include <QTableView>
 
+#include <optional>
+
 namespace corvanta {
 
 /// The heads of a grid: the titles, wrapped between words, and below them the units, quieter.
@@ -95,6 +97,10 @@ class GridView final : public QTableView {
 
     /// The width at which no column is hidden, with a scroll bar beside them.
     [[nodiscard]] int NeededWidth() const;
+
+    /// The selected block of cells, counted as the grid counts them; none without a selection.
+    [[nodiscard]] std::optional<CellRange> SelectedRange() const;
+    void SelectRange(const CellRange& range);
 
     /// The selected cells as tab-separated text, lines ended by a line feed.
     [[nodiscard]] QString SelectedText(bool withHeads) const;

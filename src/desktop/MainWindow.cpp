@@ -36,6 +36,8 @@ QList<QKeySequence> ShortcutsOf(int command) {
         return {QKeySequence(Qt::CTRL | Qt::Key_Z)};
     case mcRedo:
         return {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)};
+    case mcWorkbench:
+        return {QKeySequence(Qt::Key_F6)};
     case mcNew:
         return {QKeySequence::New};
     case mcOpen:

@@ -13,6 +13,7 @@ enum HelpTopic : int {
     htMainWindow = 10,
     htEditGeometry = 20,
     htOptions = 30,
+    htWorkbench = 70,
 };
 
 /// Opens the help. A viewer that fails is ignored.

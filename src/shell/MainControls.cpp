@@ -60,13 +60,15 @@ void SetUpMenus(MainControls& controls) {
          ViewItem("&Dynamics Report", vwDynamicsReport),
          ViewItem("&Quadratic Coefficients", vwQuadraticCoefficients)});
     controls.mnuTools = MenuOf("&Tools", {Item("&Options...", mcOptions),
-                                          Item("Define Custom Table...", mcDefineCustomTable)});
+                                          Item("Define Custom Table...", mcDefineCustomTable),
+                                          Line(), Item("&Workbench", mcWorkbench)});
 #ifndef NDEBUG
     controls.mnuTools.Items.push_back(Item("Test", mcTest)); // there is no self test to run yet
     controls.mnuTools.Items.back().Enabled = false;
 #endif
     controls.mnuHelp =
-        MenuOf("&Help", {Item("Corvanta &Help Topics", mcHelpTopics), Item("&About...", mcAbout)});
+        MenuOf("&Help", {Item("Corvanta &Help Topics", mcHelpTopics),
+                         Item("&Workbench Help", mcWorkbenchHelp), Item("&About...", mcAbout)});
 }
 
 void SetUpSelectionStrip(MainControls& controls) {
@@ -121,6 +123,7 @@ std::vector<ToolButton> MainToolbar() {
         Button("properties", "Suspension Properties", mcProperties),
         Button("adjust", "Adjust Geometry", mcAdjust),
         Button("options", "Options", mcOptions),
+        Button("workbench", "Workbench", mcWorkbench),
         {},
         Button("customtable", "View Custom Table", mcView, vwCustomTable),
         Button("plot", "View Plot", mcView, vwPlot),

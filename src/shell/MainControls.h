@@ -30,10 +30,16 @@ enum MainCommand : int {
     mcProperties,
     mcAdjust,
     mcView, ///< the tag is the number of the view
+    mcWorkbench,
+    mcCompare,
+    mcAddVariants,
+    mcOpenStudy,
+    mcSaveStudy,
     mcOptions,
     mcDefineCustomTable,
     mcTest,
     mcHelpTopics,
+    mcWorkbenchHelp,
     mcAbout,
 };
 

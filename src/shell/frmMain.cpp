@@ -40,6 +40,9 @@ void frmMain::Load() {
 
 void frmMain::Unload() {
     Files.SaveRecentFiles();
+    if (Workbench) {
+        Workbench->Close();
+    }
     IsOpen = false;
 }
 
@@ -309,6 +312,12 @@ void frmMain::ExecuteWindowCommand(int command) {
     case mcAdjust:
         OpenAdjustDialog();
         break;
+    case mcWorkbench:
+        OpenWorkbench();
+        break;
+    case mcWorkbenchHelp:
+        m_desk.Help.ShowHelpTopic(htWorkbench);
+        break;
     case mcOptions:
         OptionsDialog = std::make_unique<frmOptions>(m_desk, *this);
         OptionsDialog->Open();
@@ -355,6 +364,15 @@ void frmMain::OpenEditor() {
     EditGeometry->Raise = true;
 }
 
+void frmMain::OpenWorkbench() {
+    if (!Workbench || !Workbench->IsOpen) {
+        m_formerWorkbench = std::move(Workbench);
+        Workbench = std::make_unique<frmWorkbench>(m_desk, *this);
+        Workbench->Open();
+    }
+    Workbench->Raise = true;
+}
+
 frmEditGeometry* frmMain::OpenedEditor() {
     return EditGeometry && EditGeometry->IsOpen ? EditGeometry.get() : nullptr;
 }
@@ -391,6 +409,7 @@ bool frmMain::MayDropEdits() {
 void frmMain::ReleaseClosedWindows() {
     m_formerEditor.reset();
     m_formerAdjust.reset();
+    m_formerWorkbench.reset();
     const auto release = [](auto& window) {
         if (window && !window->IsOpen) {
             window.reset();
@@ -403,6 +422,7 @@ void frmMain::ReleaseClosedWindows() {
     release(AdjustDialog);
     release(CustomChannelsDialog);
     release(RecoveryDialog);
+    release(Workbench);
 }
 
 void frmMain::TakeDownSplash() {

@@ -18,6 +18,7 @@
 #include "shell/frmOptions.h"
 #include "shell/frmPrint.h"
 #include "shell/frmRecovery.h"
+#include "shell/frmWorkbench.h"
 
 #include <cstdint>
 #include <memory>
@@ -159,6 +160,7 @@ class frmMain final : public ShellHost,
     std::unique_ptr<frmAdjust> AdjustDialog;
     std::unique_ptr<frmCustomChannels> CustomChannelsDialog;
     std::unique_ptr<frmRecovery> RecoveryDialog;
+    std::unique_ptr<frmWorkbench> Workbench;
     frmAbout About;
 
     /// Asks for one of the samples and opens it.
@@ -212,6 +214,7 @@ class frmMain final : public ShellHost,
     void ShowOutcome(FileOutcome outcome);
     void TakeRememberedView();
     void OpenEditor();
+    void OpenWorkbench();
     void OpenAdjustDialog();
     void CopyGrid();
     void ShowNoDocument();
@@ -230,6 +233,7 @@ class frmMain final : public ShellHost,
     std::int32_t m_channelLastPlotted = 0;
     std::unique_ptr<frmEditGeometry> m_formerEditor; ///< until its view on the screen is gone
     std::unique_ptr<frmAdjust> m_formerAdjust;       ///< the same
+    std::unique_ptr<frmWorkbench> m_formerWorkbench; ///< the same
     bool m_unprotected = false;                      ///< no copy of the unsaved work could be kept
     bool m_linkLoadsWarned = false;
     bool m_refreshBusy = false;
