@@ -20,7 +20,7 @@ namespace corvanta {
 namespace {
 
 constexpr int Padding = 8;
-constexpr int LeastColumnWidth = 72;
+constexpr int LeastRowHeadWidth = 72;
 constexpr int WidestTitle = 120; ///< a longer title is wrapped
 constexpr int RowPadding = 6;
 
@@ -116,7 +116,7 @@ QFont GridHeader::UnitFont() const {
 int GridHeader::NeededWidth(int column) const {
     const QFontMetrics metrics(font());
     const int gridColumn = m_model.GridColumn(column);
-    int width = LeastColumnWidth;
+    int width = LeastWidth;
     const QString title = m_model.Text(0, gridColumn);
     for (const QString& word : title.split(' ')) {
         width = std::max(width, metrics.horizontalAdvance(word) + 2 * Padding);
@@ -194,11 +194,11 @@ bool GridRowHeads::HoldsNumbers() const {
 
 QSize GridRowHeads::sizeHint() const {
     const QFontMetrics metrics(font());
-    int width = LeastColumnWidth;
+    int width = std::min(LeastRowHeadWidth, MostWidth);
     for (int row = 0; row < m_model.Grid().Rows() && m_model.Grid().FixedColumns() > 0; ++row) {
         width = std::max(width, metrics.horizontalAdvance(m_model.Text(row, 0)) + 2 * Padding);
     }
-    return {width, QHeaderView::sizeHint().height()};
+    return {std::min(width, MostWidth), QHeaderView::sizeHint().height()};
 }
 
 void GridRowHeads::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const {
@@ -207,9 +207,11 @@ void GridRowHeads::paintSection(QPainter* painter, const QRect& rect, int logica
     painter->setFont(font());
     painter->setPen(palette().color(QPalette::ButtonText));
     const Qt::Alignment side = HoldsNumbers() ? Qt::AlignRight : Qt::AlignLeft;
-    painter->drawText(rect.adjusted(Padding, 0, -Padding, 0),
-                      static_cast<int>(side | Qt::AlignVCenter),
-                      m_model.Text(m_model.GridRow(logicalIndex), 0));
+    const QRect place = rect.adjusted(Padding, 0, -Padding, 0);
+    painter->drawText(
+        place, static_cast<int>(side | Qt::AlignVCenter),
+        QFontMetrics(font()).elidedText(m_model.Text(m_model.GridRow(logicalIndex), 0),
+                                        Qt::ElideMiddle, place.width() + Padding));
     painter->setPen(LineColour(palette()));
     painter->drawLine(rect.topRight(), rect.bottomRight());
     if (m_model.GridRow(logicalIndex) == m_model.Grid().MarkedRow) {
@@ -303,6 +305,11 @@ void GridView::Refresh() {
     FitColumns();
     PlaceCorner();
     viewport()->update();
+}
+
+void GridView::MakeNarrow(int firstColumn) {
+    m_heads->LeastWidth = 0;
+    m_rowHeads->MostWidth = firstColumn;
 }
 
 void GridView::FitColumns() {

@@ -26,6 +26,8 @@ class GridHeader final : public QHeaderView {
 
     [[nodiscard]] QSize sizeHint() const override;
 
+    int LeastWidth = 72; ///< of a column
+
   protected:
     void paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const override;
 
@@ -43,6 +45,8 @@ class GridRowHeads final : public QHeaderView {
     GridRowHeads(const GridModel& model, QWidget* parent);
 
     [[nodiscard]] QSize sizeHint() const override;
+
+    int MostWidth = 10000; ///< longer texts are shortened in their middle
 
     /// True when the first column holds numbers, which are aligned like all others.
     [[nodiscard]] bool HoldsNumbers() const;
@@ -85,6 +89,10 @@ class GridView final : public QTableView {
     explicit GridView(const DataGrid& grid, QWidget* parent = nullptr);
 
     [[nodiscard]] GridModel& Model() { return m_model; }
+
+    /// Makes the most of a narrow place: the first column is no wider than this, its longer texts
+    /// shortened, and the others are as narrow as their numbers.
+    void MakeNarrow(int firstColumn);
 
     /// Shows the grid as it is now.
     void Refresh();

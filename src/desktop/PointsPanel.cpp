@@ -17,6 +17,7 @@ namespace corvanta {
 
 namespace {
 
+constexpr int NameWidth = 188;
 constexpr int PixelsPerStep = 8;
 constexpr int ScrubBegins = 6; ///< pixels sideways
 
@@ -41,6 +42,7 @@ PointsPanel::PointsPanel(Desktop& desktop, frmWorkbench& window, Binder& binder,
         });
     });
     m_table->setObjectName("grdWorkbenchPoints");
+    m_table->MakeNarrow(NameWidth);
     m_table->Model().OnTyped([this](int row, int column, const std::string& text) {
         m_desktop.Handle([&] {
             m_window.Points.grdPoints_Edited(row, column, text);

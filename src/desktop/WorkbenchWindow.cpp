@@ -31,7 +31,7 @@ constexpr QSize LeastSize{800, 480};
 constexpr int IconSize = 20;
 
 /// Widths of the three columns and heights at the left as they are at first, in parts.
-constexpr std::array FirstColumns{330, 560, 370};
+constexpr std::array FirstColumns{382, 535, 343};
 constexpr std::array FirstLeft{430, 190};
 
 QString SizesText(const QSplitter& splitter) {
@@ -79,13 +79,10 @@ void WorkbenchWindow::BuildPanels() {
     layout->setSpacing(2);
     m_head = new QLabel(centre);
     m_head->setObjectName("labHead");
-    m_head->setMargin(4);
-    m_head->setWordWrap(true);
-    m_head->setAutoFillBackground(true);
-    QPalette colours = m_head->palette();
-    colours.setColor(QPalette::Window, DoubtColour(colours));
-    m_head->setPalette(colours);
-    m_binder.Bind(m_head, m_window.labHead);
+    m_head->setMargin(3);
+    m_head->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    // Its line is always there, so that nothing moves under the hand when it has something to say.
+    m_head->setFixedHeight(m_head->fontMetrics().height() + 8);
     layout->addWidget(m_head);
     m_columns = new QSplitter(Qt::Horizontal, centre);
     m_left = new QSplitter(Qt::Vertical, m_columns);
@@ -223,6 +220,7 @@ void WorkbenchWindow::Refresh() {
     m_refreshAsked = false;
     Guarded(m_desktop.Program().MessageService(), [this] { m_window.Update(); });
     m_binder.Show();
+    ShowHead();
     m_points->Refresh();
     m_charts->Refresh();
     m_corner->Refresh();
@@ -238,6 +236,19 @@ void WorkbenchWindow::Refresh() {
         raise();
         activateWindow();
     }
+}
+
+void WorkbenchWindow::ShowHead() {
+    const QString words = QString::fromStdString(m_window.labHead.Caption);
+    m_head->setToolTip(words);
+    SetTextOnce(m_head,
+                m_head->fontMetrics().elidedText(words, Qt::ElideRight, m_head->width() - 8));
+    QPalette colours = palette();
+    if (!words.isEmpty()) {
+        colours.setColor(QPalette::Window, DoubtColour(colours));
+    }
+    m_head->setAutoFillBackground(!words.isEmpty());
+    m_head->setPalette(colours);
 }
 
 void WorkbenchWindow::RefreshSoon() {

@@ -57,6 +57,7 @@ class WorkbenchWindow final : public QMainWindow {
     void BuildPanels();
     void BuildKeys();
     QWidget* BuildLists();
+    void ShowHead();
     void RestorePanels();
     void RememberPanels();
 

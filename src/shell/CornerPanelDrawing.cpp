@@ -87,16 +87,18 @@ void CornerPanel::DrawName(DrawingSurface& surface, PointNumber point) const {
     constexpr double Away = 12;
     constexpr double Above = 18;
     const std::string& name = m_content->Catalogue[point].LongName;
-    const std::string text =
-        (name.empty() ? std::string(PointShortName(point)) : name) + MovedText();
     const Point2D at = PlaceOf(point);
-    const double width = surface.WidthOf(text);
-    double left = at.X + Away;
-    if (left + width > m_width) {
-        left = std::max(0.0, std::min(at.X - Away, m_width) - width);
-    }
-    PrintAt(surface, {left, std::clamp(at.Y - Above, 2.0, std::max(2.0, m_height - Above))}, text,
-            ColourHovered);
+    const auto print = [&](const std::string& text, double below) {
+        const double width = surface.WidthOf(text);
+        double left = at.X + Away;
+        if (left + width > m_width) {
+            left = std::max(0.0, std::min(at.X - Away, m_width) - width);
+        }
+        const double top = std::clamp(at.Y - Above + below, 2.0, std::max(2.0, m_height - Above));
+        PrintAt(surface, {left, top}, text, ColourHovered);
+    };
+    print(name.empty() ? std::string(PointShortName(point)) : name, 0);
+    print(MovedText(), Above);
 }
 
 std::string CornerPanel::MovedText() const {

@@ -207,6 +207,9 @@ std::optional<SheetReadout> WorkbenchCharts::ReadoutAt(const ChartsContent& cont
         return std::nullopt;
     }
     const ChannelRecord& record = m_program.Channels[content.Charts[n].Channel];
+    if (content.Faded) { // the line is not that of the design
+        return SheetReadout{travel * LengthFactor(), std::nullopt, {}};
+    }
     SheetReadout readout{travel * LengthFactor(),
                          *value * static_cast<double>(record.Factor),
                          {Text(record, *value) + " " + record.UnitLabel}};
@@ -276,6 +279,11 @@ ChartSheet WorkbenchCharts::MapSheet(const ChartsContent& content, std::size_t n
     sheet.Cursor = readAt(place);
     if (content.Hover) {
         sheet.Hover = readAt(*content.Hover);
+    }
+    if (content.Faded) {
+        sheet.Cursor.reset();
+        sheet.Hover.reset();
+        sheet.MarkText = "of the last design that could be solved";
     }
     sheet.Map = std::move(shown);
     return sheet;

@@ -36,6 +36,11 @@ std::string AxisName(int axis) {
     return std::string(PointAxes()[static_cast<std::size_t>(axis)].Name);
 }
 
+/// All are pickups; the word takes the room of those that tell them apart.
+std::string ShortenedName(const std::string& name) {
+    return ReplaceAll(ReplaceAll(name, " pickup", ""), "  ", " ");
+}
+
 /// A coordinate to a nanometre, so that nudges don't leave the dust of their sums behind.
 double Tidy(double coordinate) {
     constexpr double PerMillimetre = 1e6;
@@ -90,7 +95,7 @@ void WorkbenchPoints::LayOut(const PointCatalogue& catalogue) {
     }
     int row = HeadRows;
     for (const PointNumber number : rows) {
-        grdPoints.SetCell(row, 0, catalogue[number].LongName);
+        grdPoints.SetCell(row, 0, ShortenedName(catalogue[number].LongName));
         grdPoints.SetRowData(row++, std::string(PointShortName(number)));
     }
     if (unit != m_unit) {

@@ -283,8 +283,17 @@ std::string frmWorkbench::FailureWords() const {
     }
     const CalculationFailure& failure =
         ownFails ? m_now->Results.Outcome.Failure : current.LastFailure();
-    std::string reason = failure.Message.substr(failure.Message.rfind("\r\r") + 2);
-    reason = ReplaceAll(ReplaceAll(reason, "\r", "; "), "\n", "");
+    std::string reason = failure.Message;
+    for (const std::string_view lead :
+         {"Calculations could not be completed.\r\r",
+          "The following problem/s were found with the input geometry: "
+          "\r\r",
+          "The following error occurred: "}) {
+        reason = ReplaceAll(reason, lead, "");
+    }
+    reason = reason.substr(
+        0, reason.find_first_of("\r\n")); // advice follows that a head has no room for
+    reason = reason.substr(0, reason.find_last_not_of('.') + 1);
     const Suspension& failed = ownFails ? m_scratch : document;
     const std::string place =
         PositionWords(failed, m_desk.Program.Units, failure.WheelStep, failure.RackStep);
@@ -296,7 +305,13 @@ std::string frmWorkbench::FailureWords() const {
 void frmWorkbench::ShowHead() {
     const std::string failure = m_now ? FailureWords() : "";
     labHead.Caption = failure.empty() ? Points.Note : failure;
-    labHead.Visible = !labHead.Caption.empty();
+    const std::string& path = m_desk.Program.DocumentPath;
+    Caption = "Workbench";
+    if (m_now) {
+        Caption = (path.empty() ? "New suspension"
+                                : path.substr(FileServices::ParentFolder(path).size())) +
+                  " - Workbench";
+    }
 }
 
 // --- Charts -------------------------------------------------------------------------------------
