@@ -53,6 +53,7 @@ class Application {
 
     [[nodiscard]] const Program& Data() const { return m_program; }
     [[nodiscard]] frmMain& MainWindow() { return m_main; }
+    [[nodiscard]] CDocument& Current() { return m_current; }
     [[nodiscard]] Messages& MessageService() { return m_messages; }
 
   private:
