@@ -41,7 +41,15 @@ struct Run {
     std::stop_token Stop{};
     bool Solved = false; ///< all positions are found; what fails then is a property
     bool Stopped = false;
+    bool Tolerant = false;
+    GridPart Reached{};   ///< of a tolerant run
+    StateFailure First{}; ///< the same
+    std::vector<PointNumber> FirstFaulty{};
 };
+
+std::string TextOfRaised(const Failure& failure) {
+    return "The following error occurred: " + failure.Description();
+}
 
 /// The last step of the march over the wheel steps that a rack step of a run needs.
 int LastMarchStep(const Suspension& document, const GridPart& part, int rackStep) {
@@ -52,15 +60,31 @@ int LastMarchStep(const Suspension& document, const GridPart& part, int rackStep
     return j;
 }
 
+/// The start state of a rack step.
+bool SetUpRow(Suspension& document, std::string& errorText, const MarchStep& row, Run& run) {
+    run.Counts.RackStep = row.Step;
+    run.Counts.WheelStep = 1;
+    document.WheelStates(row.Step, 1).Points = document.StaticPoints();
+    return SolveRackRow(document, errorText, row.Step, row.Travel);
+}
+
+/// One wheel step of a rack step that is set up.
+bool SolveStep(Suspension& document, std::string& errorText, WheelSearch& search, int rackStep,
+               const MarchStep& step) {
+    WheelState& state = document.WheelStates(rackStep, step.Step);
+    state.Points = search.Start();
+    state.PointsPlus = search.Start();
+    state.PointsMinus = search.Start();
+    return SolveWheelStep(document, errorText, search, rackStep, step.Step, step.Neighbour,
+                          step.Travel);
+}
+
 bool SolveRow(Suspension& document, std::string& errorText, const MarchStep& row, Run& run) {
     SolveCounts& counts = run.Counts;
-    counts.RackStep = row.Step;
-    counts.WheelStep = 1;
-    WheelState& start = document.WheelStates(row.Step, 1);
-    start.Points = document.StaticPoints();
-    if (!SolveRackRow(document, errorText, row.Step, row.Travel)) {
+    if (!SetUpRow(document, errorText, row, run)) {
         return false;
     }
+    const WheelState& start = document.WheelStates(row.Step, 1);
     WheelSearch search(start.Points, document.StaticLengths, document.Data.SpringMechanism);
     const int last = LastMarchStep(document, run.Part, row.Step);
     for (int j = 2; j <= last; ++j) {
@@ -70,18 +94,89 @@ bool SolveRow(Suspension& document, std::string& errorText, const MarchStep& row
         }
         const MarchStep step = WheelStepIndex(document, j);
         counts.WheelStep = step.Step;
-        WheelState& state = document.WheelStates(row.Step, step.Step);
-        state.Points = start.Points;
-        state.PointsPlus = start.Points;
-        state.PointsMinus = start.Points;
-        if (!SolveWheelStep(document, errorText, search, row.Step, step.Step, step.Neighbour,
-                            step.Travel)) {
+        if (!SolveStep(document, errorText, search, row.Step, step)) {
             return false;
         }
     }
     counts.Solves += search.Solves();
     counts.Locations += search.Locations();
     return true;
+}
+
+/// Runs a step of a tolerant run. False when it fails; the run keeps the first failure.
+template <typename Step>
+bool Try(Suspension& document, Run& run, Step step) {
+    std::string errorText;
+    bool raised = false;
+    try {
+        if (step(errorText)) {
+            return true;
+        }
+    } catch (const Failure& failure) {
+        raised = true;
+        errorText = TextOfRaised(failure);
+    }
+    if (run.First.Message.empty()) {
+        if (raised) {
+            NamePointsOfRaisedFailure(document, true);
+        }
+        run.First = {errorText, run.Counts.RackStep, run.Counts.WheelStep};
+        run.FirstFaulty = document.FaultyPoints;
+    }
+    return false;
+}
+
+/// The march over a rack step as if each direction had no more steps than can be solved: what
+/// failed leaves no trace in the search, and the static step takes the start state for a bump step
+/// that is not there.
+void MarchAsFarAsPossible(Suspension& document, WheelSearch& search, int rackStep, Run& run) {
+    const int last = LastMarchStep(document, run.Part, rackStep);
+    bool onwards = true;
+    bool besideStatic = false;
+    for (int j = 2; j <= last; ++j) {
+        MarchStep step = WheelStepIndex(document, j);
+        if (step.Step == document.StaticWheel) {
+            step.Neighbour = besideStatic ? step.Neighbour : 1;
+        }
+        onwards = onwards || step.Step == document.StaticWheel || step.Neighbour == 1;
+        if (!onwards) {
+            continue;
+        }
+        run.Stopped = run.Stop.stop_requested();
+        if (run.Stopped) {
+            return;
+        }
+        run.Counts.WheelStep = step.Step;
+        const double factor = search.TravelFactor();
+        onwards = Try(document, run, [&](std::string& errorText) {
+            return SolveStep(document, errorText, search, rackStep, step);
+        });
+        if (!onwards) {
+            search.SetTravelFactor(factor);
+            if (step.Step == document.StaticWheel) {
+                run.Reached.RemoveRow(rackStep);
+                return;
+            }
+        } else if (run.Part.Has(rackStep, step.Step)) {
+            run.Reached.Add(rackStep, step.Step);
+        }
+        besideStatic = besideStatic || (onwards && step.Step == document.StaticWheel - 1);
+    }
+}
+
+/// As `SolveRow`, as far as the rack step can be solved. False when the run was stopped.
+bool ReachRow(Suspension& document, const MarchStep& row, Run& run) {
+    static_cast<void>(Try(document, run, [&](std::string& errorText) {
+        if (!SetUpRow(document, errorText, row, run)) {
+            return false;
+        }
+        WheelSearch search(document.WheelStates(row.Step, 1).Points, document.StaticLengths,
+                           document.Data.SpringMechanism);
+        run.Reached.Add(row.Step, 1);
+        MarchAsFarAsPossible(document, search, row.Step, run);
+        return true;
+    }));
+    return !run.Stopped;
 }
 
 /// The point that followed a strut's body through the march becomes the chassis pickup again.
@@ -116,7 +211,9 @@ bool SolvePositions(Suspension& document, std::string& errorText, Run& run) {
     }
     for (int i = 2; i <= document.NR + 1; ++i) {
         const MarchStep row = RackStepIndex(document, i);
-        if (run.Part.HasRow(row.Step) && !SolveRow(document, errorText, row, run)) {
+        if (run.Part.HasRow(row.Step) &&
+            !(run.Tolerant ? ReachRow(document, row, run)
+                           : SolveRow(document, errorText, row, run))) {
             return false;
         }
     }
@@ -152,33 +249,72 @@ bool Calculate(Suspension& document, const ChannelCatalogue& channels, bool whol
     return true;
 }
 
+/// The same as far as the design can be solved. Without the static position it has nothing to
+/// compare any other with.
+bool CalculateTolerantly(Suspension& document, std::string& errorText, Run& run) {
+    run.Solved = SolvePositions(document, errorText, run);
+    if (!run.Solved) {
+        run.Reached = {};
+        return false;
+    }
+    run.Counts = {};
+    if (!run.Reached.Has(document.StaticRack, document.StaticWheel)) {
+        run.Reached = {};
+    }
+    CalculateWhatCanBe(document, run.Reached, run.First);
+    document.FaultyPoints = run.FirstFaulty;
+    return run.First.Message.empty();
+}
+
+/// Leaves nothing of the states that are not reached.
+void ForgetUnreached(Suspension& document, const GridPart& reached) {
+    for (int r = 1; r <= document.NR + 1; ++r) {
+        for (int w = 1; w <= document.NW + 1; ++w) {
+            if (!reached.Has(r, w)) {
+                WheelState& state = document.WheelStates(r, w);
+                state.Channels = {};
+                state.LinkLoads = {};
+            }
+        }
+    }
+}
+
 /// Runs a calculation on a document and says what became of it; throws nothing for any document.
 SolveResult RunOn(Suspension& document, const ChannelCatalogue& channels, const GridCut& cut,
                   const std::stop_token& stop) {
     std::string errorText;
     SolveCounts counts;
     Run run{PartOf(document, cut), counts, stop};
+    run.Tolerant = cut.Tolerant;
     document.FaultyPoints.clear();
+    bool calculated = false;
     try {
-        if (Calculate(document, channels, cut.Whole, errorText, run)) {
-            return {true};
-        }
+        calculated = cut.Tolerant ? CalculateTolerantly(document, errorText, run)
+                                  : Calculate(document, channels, cut.Whole, errorText, run);
     } catch (...) {
-        const Failure failure = FailureInFlight();
         if (errorText.empty()) {
-            errorText = "The following error occurred: " + failure.Description();
+            errorText = TextOfRaised(FailureInFlight());
         }
+        run.Reached = {};
         if (!run.Solved) {
             NamePointsOfRaisedFailure(document, run.Counts.RackStep != 0);
         }
     }
-    if (run.Stopped) {
-        return {false, true};
+    if (cut.Tolerant) {
+        ForgetUnreached(document, run.Reached);
     }
-    return {false,
-            false,
-            {"Calculations could not be completed.\r\r" + errorText, run.Counts.RackStep,
-             run.Counts.WheelStep}};
+    if (calculated || run.Stopped) {
+        return {calculated, run.Stopped, {}, run.Reached};
+    }
+    if (errorText.empty()) {
+        counts = {run.First.RackStep, run.First.WheelStep};
+        errorText = run.First.Message;
+    }
+    return {
+        false,
+        false,
+        {"Calculations could not be completed.\r\r" + errorText, counts.RackStep, counts.WheelStep},
+        run.Reached};
 }
 
 /// Adds a wheel step of a rack step with what its channels need of the same rack step. Those of an

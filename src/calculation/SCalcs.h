@@ -53,6 +53,11 @@ struct GridCut {
     /// The sign of a bar's rotation follows from all rack steps before, so a cut without
     /// `chARBRotation` is solved faster.
     bool BarRotation = true;
+
+    /// Goes on where a position can't be solved, for maps alone: that position ends the march in
+    /// its direction of its rack step, a static one or a row that can't be set up the whole rack
+    /// step. No fitted curves and no dynamics.
+    bool Tolerant = false;
 };
 
 /// The states that a cut stands for, with those that their channels need.
@@ -73,8 +78,13 @@ struct CalculationFailure {
 /// What became of a solve.
 struct SolveResult {
     bool Solved = false;
-    bool Stopped = false; ///< on request, before it was done
-    CalculationFailure Failure{};
+    bool Stopped = false;         ///< on request, before it was done
+    CalculationFailure Failure{}; ///< the first one
+
+    /// Of a tolerant solve the states that were reached and calculated, with the start states of
+    /// their rack steps. All others are without any channel. A reached state whose opposite rack or
+    /// wheel travel was not reached is without the channels that compare it with that.
+    GridPart Reached{};
 };
 
 /// What a solve takes from its surroundings; both outlive it.

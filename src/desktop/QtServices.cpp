@@ -222,7 +222,9 @@ std::optional<FileNameAnswer> QtFileDialog::Ask(const FileNameRequest& request) 
     const bool reads = request.Mode == FileNameMode::Open || request.Mode == FileNameMode::Import;
     const QStringList filters = DialogFilters(request.Filter);
     dialog.setAcceptMode(reads ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
-    dialog.setFileMode(reads ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    const QFileDialog::FileMode readMode =
+        request.Several ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile;
+    dialog.setFileMode(reads ? readMode : QFileDialog::AnyFile);
     dialog.setNameFilters(filters);
     // Without a folder of its own a dialog would start where another one was left.
     const QString start = QString::fromStdString(request.StartFolder);
@@ -242,8 +244,12 @@ std::optional<FileNameAnswer> QtFileDialog::Ask(const FileNameRequest& request) 
         return std::nullopt;
     }
     const qsizetype chosen = filters.indexOf(dialog.selectedNameFilter());
-    return FileNameAnswer{dialog.selectedFiles().constFirst().toStdString(),
+    FileNameAnswer answer{dialog.selectedFiles().constFirst().toStdString(),
                           chosen < 0 ? 1 : static_cast<int>(chosen) + 1};
+    for (const QString& path : dialog.selectedFiles()) {
+        answer.Paths.push_back(path.toStdString());
+    }
+    return answer;
 }
 
 void QtClipboard::SetText(const std::string& text) {

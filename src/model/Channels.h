@@ -91,6 +91,13 @@ class ChannelCells {
         m_written |= Bit(slot);
     }
 
+    /// As if the cell was never written.
+    void Clear(int id) {
+        const std::size_t slot = Slot(id);
+        m_values[slot] = 0;
+        m_written &= ~Bit(slot);
+    }
+
   private:
     static std::size_t Slot(int id) {
         if (id < 1 || id > ChannelCount) {

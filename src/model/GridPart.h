@@ -16,6 +16,8 @@ class GridPart {
     [[nodiscard]] bool Has(int rackStep, int wheelStep) const {
         return m_rows[Slot(rackStep)].test(Slot(wheelStep));
     }
+    void Remove(int rackStep, int wheelStep) { m_rows[Slot(rackStep)].reset(Slot(wheelStep)); }
+    void RemoveRow(int rackStep) { m_rows[Slot(rackStep)].reset(); }
     [[nodiscard]] bool HasRow(int rackStep) const { return m_rows[Slot(rackStep)].any(); }
 
   private:

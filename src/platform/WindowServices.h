@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace corvanta {
 
@@ -28,11 +29,13 @@ struct FileNameRequest {
     std::string InitialName;
     std::string Extension; ///< of a name typed without one, when writing
     bool Passing = false;  ///< the folder is no place for later dialogs to start in
+    bool Several = false;  ///< any number of files may be chosen, to be read
 };
 
 struct FileNameAnswer {
     std::string Path;
-    int FilterIndex = 1; ///< the pair of the filter that was chosen, from 1
+    int FilterIndex = 1;              ///< the pair of the filter that was chosen, from 1
+    std::vector<std::string> Paths{}; ///< all of them, where several may be chosen
 };
 
 class FileDialog : public virtual WindowService {

@@ -164,7 +164,7 @@ Point2D CalculateRollCentreUnderRoll(double yOwn, double zOwn, double yMirror, d
     return {Clamped(crossing.X), Clamped(crossing.Y)};
 }
 
-void CalculateRollCentre(Suspension& document, int r, int w) {
+void CalculateRollCentre(Suspension& document, const GridPart& part, int r, int w) {
     const SuspensionData& data = document.Data;
     WheelState& state = document.WheelStates(r, w);
     const double mirroredSteps =
@@ -174,7 +174,15 @@ void CalculateRollCentre(Suspension& document, int r, int w) {
         state.Channels.Set(chRollCentreY, 0);
         return;
     }
-    const WheelState& mirror = document.WheelStates(r, 2 * document.StaticWheel - w);
+    const int mirrorStep = 2 * document.StaticWheel - w;
+    if (!part.Has(r, mirrorStep)) {
+        for (const ChannelId channel :
+             {chRollCentreY, chRollCentreToOrigin, chRollCentreToGround}) {
+            state.Channels.Clear(channel);
+        }
+        return;
+    }
+    const WheelState& mirror = document.WheelStates(r, mirrorStep);
     const SuspPoint& own = state.Points[ptWTCP];
     const SuspPoint& opposite = mirror.Points[ptWTCP];
     const Point2D centre = CalculateRollCentreUnderRoll(own.Y, own.Z, opposite.Y, opposite.Z,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/GridPart.h"
 #include "model/Suspension.h"
 #include "solver/MLibCoordGeom.h"
 #include "solver/SGetLocn.h"
@@ -35,7 +36,7 @@ void CalculateAntiDiveSquatRollPercentages(const Suspension& document, WheelStat
 
 /// The roll centre of state (r, w) of the axle. Under roll it rewrites the height in place, so that
 /// a state in droop meets the height that its mirror in bump was given before: the wheel steps must
-/// come in ascending order.
-void CalculateRollCentre(Suspension& document, int r, int w);
+/// come in ascending order. A state whose mirror is not in `part` has no roll centre then.
+void CalculateRollCentre(Suspension& document, const GridPart& part, int r, int w);
 
 } // namespace corvanta

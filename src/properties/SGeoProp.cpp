@@ -1,5 +1,6 @@
 #include "properties/SGeoProp.h"
 
+#include "model/Failure.h"
 #include "properties/MotionRatios.h"
 #include "properties/RollCentre.h"
 #include "properties/SLinkLds.h"
@@ -94,6 +95,14 @@ bool CalculateState(Suspension& document, int r, int w, std::string& message) {
     return CalculateDriveshaftAngles(document, state, message);
 }
 
+/// Channels of a state that are told against the static wheel step of its rack step.
+void CompareState(WheelState& state, const WheelState& reference, std::string& message) {
+    RunNamed(message, "CalculateSteerAngleBump",
+             [&] { CalculateSteerAngleBump(state, reference); });
+    RunNamed(message, "CalculateWheelRateChanges",
+             [&] { CalculateWheelRateChanges(state, reference); });
+}
+
 /// Channels of the states of a rack step that are told against its static wheel step. With
 /// `negateBar` the rotation of the bar changes its sign.
 void CompareRow(Suspension& document, int r, const GridPart& part, bool negateBar,
@@ -107,17 +116,18 @@ void CompareRow(Suspension& document, int r, const GridPart& part, bool negateBa
         if (negateBar) {
             state.Channels.Set(chARBRotation, -state.Channels[chARBRotation]);
         }
-        RunNamed(message, "CalculateSteerAngleBump",
-                 [&] { CalculateSteerAngleBump(state, reference); });
-        RunNamed(message, "CalculateWheelRateChanges",
-                 [&] { CalculateWheelRateChanges(state, reference); });
+        CompareState(state, reference, message);
     }
 }
 
 /// Steer and Ackerman of a state against the opposite wheel on the same rack movement.
-void SetSteeringOfAxle(Suspension& document, int r, int w) {
+void SetSteeringOfAxle(Suspension& document, const GridPart& part, int r, int w) {
+    const int mirrorStep = 2 * document.StaticRack - r;
+    if (!part.Has(mirrorStep, w)) {
+        return;
+    }
     WheelState& state = document.WheelStates(r, w);
-    const WheelState& mirror = document.WheelStates(2 * document.StaticRack - r, w);
+    const WheelState& mirror = document.WheelStates(mirrorStep, w);
     const double own = state.Channels[chSteerAngle];
     const double opposite = -mirror.Channels[chSteerAngle];
     state.Channels.Set(chSteerAngleDelta, own - opposite);
@@ -130,14 +140,18 @@ void SetSteeringOfAxle(Suspension& document, int r, int w) {
     state.Channels.Set(chAckerman, ackerman);
 }
 
-/// True when a rack step shows the bar turning the other way between its ends.
+/// True when a rack step shows the bar turning the other way between its ends in the part.
 bool BarTurnsBack(const Suspension& document, int r, const GridPart& part) {
-    if (!part.Has(r, 2) || !part.Has(r, document.NW + 1)) {
-        return false;
+    int bump = 2;
+    int droop = document.NW + 1;
+    while (bump < droop && !part.Has(r, bump)) {
+        ++bump;
     }
-    const double inBump = document.WheelStates(r, 2).Channels[chARBRotation];
-    const double inDroop = document.WheelStates(r, document.NW + 1).Channels[chARBRotation];
-    return inDroop > inBump;
+    while (bump < droop && !part.Has(r, droop)) {
+        --droop;
+    }
+    return document.WheelStates(r, droop).Channels[chARBRotation] >
+           document.WheelStates(r, bump).Channels[chARBRotation];
 }
 
 /// All channels of the states of a rack step that its own rack step is enough for.
@@ -160,20 +174,53 @@ bool CalculateRow(Suspension& document, int r, const GridPart& part, bool& negat
     return true;
 }
 
-} // namespace
-
-bool CalculateStateProperties(Suspension& document, const GridPart& part, std::string& message) {
-    // Once a rack step shows the bar turning the other way, it and all later ones change its sign.
-    bool negateBar = false;
-    for (int r = 2; r <= document.NR + 1; ++r) {
-        if (part.HasRow(r) && !CalculateRow(document, r, part, negateBar, message)) {
-            return false;
+/// Runs a step for one state. False when it fails; `first` takes the first failure.
+template <typename Step>
+bool Try(StateFailure& first, int r, int w, Step step) {
+    std::string message;
+    try {
+        if (step(message)) {
+            return true;
+        }
+    } catch (const Failure& failure) {
+        if (message.empty()) {
+            message = "The following error occurred: " + failure.Description();
         }
     }
-    return true;
+    if (first.Message.empty()) {
+        first = {message, r, w};
+    }
+    return false;
 }
 
-void CalculateGridChannels(Suspension& document, const GridPart& part) {
+/// Takes the states of a rack step out of the part whose channels can't be calculated.
+void DropFailingStates(Suspension& document, GridPart& part, int r, StateFailure& first) {
+    const WheelState& reference = document.WheelStates(r, document.StaticWheel);
+    const auto succeeds = [&](int w) {
+        return Try(first, r, w, [&](std::string& message) {
+            WheelState& state = document.WheelStates(r, w);
+            if (!CalculateState(document, r, w, message)) {
+                return false;
+            }
+            CompareState(state, reference, message);
+            if (HasLinkLoads(document.Data.SpringMechanism)) {
+                CalculateLinkLoads(state, document.Data);
+            }
+            return true;
+        });
+    };
+    if (!succeeds(document.StaticWheel)) {
+        part.RemoveRow(r);
+    }
+    for (int w = 2; w <= document.NW + 1; ++w) {
+        if (part.Has(r, w) && !succeeds(w)) {
+            part.Remove(r, w);
+        }
+    }
+}
+
+/// Wheel travel and height of the roll centre above the ground, of start states too.
+void SetHeights(Suspension& document, const GridPart& part) {
     for (int r = 1; r <= document.NR + 1; ++r) {
         if (!part.HasRow(r)) {
             continue;
@@ -190,18 +237,68 @@ void CalculateGridChannels(Suspension& document, const GridPart& part) {
                                state.Channels[chRollCentreToOrigin] - patchHeight);
         }
     }
-    const double staticRackEnd = document.StaticPoints()[ptTRI].Y;
+}
+
+/// Rack travel of a state and its channels of the axle.
+void SetAxleChannels(Suspension& document, const GridPart& part, int r, int w) {
+    WheelState& state = document.WheelStates(r, w);
+    state.Channels.Set(chRackTravel, state.Points[ptTRI].Y - document.StaticPoints()[ptTRI].Y);
+    SetSteeringOfAxle(document, part, r, w);
+    CalculateRollCentre(document, part, r, w);
+}
+
+/// Runs a step for every state of the part from (2, 2), the wheel steps of all rack steps in
+/// ascending order.
+template <typename Step>
+void ForEachState(const Suspension& document, const GridPart& part, Step step) {
     for (int w = 2; w <= document.NW + 1; ++w) {
         for (int r = 2; r <= document.NR + 1; ++r) {
-            if (!part.Has(r, w)) {
-                continue;
+            if (part.Has(r, w)) {
+                step(r, w);
             }
-            WheelState& state = document.WheelStates(r, w);
-            state.Channels.Set(chRackTravel, state.Points[ptTRI].Y - staticRackEnd);
-            SetSteeringOfAxle(document, r, w);
-            CalculateRollCentre(document, r, w);
         }
     }
+}
+
+} // namespace
+
+bool CalculateStateProperties(Suspension& document, const GridPart& part, std::string& message) {
+    // Once a rack step shows the bar turning the other way, it and all later ones change its sign.
+    bool negateBar = false;
+    for (int r = 2; r <= document.NR + 1; ++r) {
+        if (part.HasRow(r) && !CalculateRow(document, r, part, negateBar, message)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void CalculateGridChannels(Suspension& document, const GridPart& part) {
+    SetHeights(document, part);
+    ForEachState(document, part, [&](int r, int w) { SetAxleChannels(document, part, r, w); });
+}
+
+void CalculateWhatCanBe(Suspension& document, GridPart& part, StateFailure& first) {
+    for (int r = 2; r <= document.NR + 1; ++r) {
+        if (part.HasRow(r)) {
+            DropFailingStates(document, part, r, first);
+        }
+    }
+    std::string message;
+    if (!CalculateStateProperties(document, part, message)) {
+        throw Failure(fnInternal, message); // each of them has succeeded alone
+    }
+    SetHeights(document, part);
+    const GridPart calculated = part; // a mirror that fails has its place all the same
+    ForEachState(document, calculated, [&](int r, int w) {
+        const bool done = Try(first, r, w, [&](std::string&) {
+            SetAxleChannels(document, calculated, r, w);
+            return true;
+        });
+        if (!done) {
+            part.Remove(r, w);
+        }
+    });
 }
 
 bool CalculateGeometry(Suspension& document, WheelState& state, std::string& message) {

@@ -17,9 +17,24 @@ namespace corvanta {
                                             std::string& message);
 
 /// Fills the channels of the same states that compare one of them with another. Runs after
-/// `CalculateStateProperties`. The part holds each state's mirrors: the one at the opposite rack
-/// travel and, where the grid has it, the one at the opposite wheel travel.
+/// `CalculateStateProperties`. The mirrors of a state are the one at the opposite rack travel and,
+/// where the grid has it, the one at the opposite wheel travel. Without the first in the part its
+/// steer against the opposite wheel and its Ackerman stay unwritten, without the second, under
+/// roll, its roll centre.
 void CalculateGridChannels(Suspension& document, const GridPart& part);
+
+/// Why a state could not be calculated, and which; no message when none failed.
+struct StateFailure {
+    std::string Message;
+    int RackStep = 0;
+    int WheelStep = 0;
+};
+
+/// Fills the channels of the states of `part`, which are solved, as far as they can be: states that
+/// fail leave the part, with their whole rack step when they are its static one. Those that stay
+/// come out as they do by the two passes above. `first` takes the first failure, unless it holds
+/// one. Throws Failure as `CalculateStateProperties` where no single state is at fault.
+void CalculateWhatCanBe(Suspension& document, GridPart& part, StateFailure& first);
 
 /// Channels of wheel attitude, steering axis and wishbone planes of one state. Returns false, with
 /// `message` set, when a wishbone's plane stands upright; `GeometryValid` takes the result.

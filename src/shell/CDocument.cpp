@@ -32,16 +32,23 @@ void CDocument::MarkModified() {
     m_program.Modified = !m_history.IsClean();
 }
 
-void CDocument::Begin(const std::string& name, bool saved) {
+void CDocument::Begin(const std::string& name, bool saved, bool again) {
+    const bool ownBaseline = !m_study.Baseline || m_history.IsEmpty() ||
+                             *m_study.Baseline == m_history.Steps().front().Design;
     m_history.Clear();
-    StudyData study;
-    study.Charts = std::move(m_study.Charts); // the user's choice, whatever is open
-    m_study = std::move(study);
+    if (!again) {
+        StudyData study;
+        study.Charts = std::move(m_study.Charts); // the user's choice, whatever is open
+        m_study = std::move(study);
+        ++m_studiesBegun;
+    }
     m_failedOn.reset(); // another document, which the user was told nothing about yet
     m_quiet = false;
     if (m_program.Document.DataLoaded) {
         m_history.Begin(name, DesignOf(m_program.Document), saved);
-        m_study.Baseline = m_history.CurrentDesign();
+        if (!again || ownBaseline) {
+            m_study.Baseline = m_history.CurrentDesign();
+        }
     }
     Tell(DocumentChange::Replaced);
 }
@@ -53,7 +60,7 @@ void CDocument::Record(const std::string& name) {
         return;
     }
     if (m_history.IsEmpty()) {
-        Begin(name, false);
+        Begin(name, false, true);
         return;
     }
     if (m_history.Add(name, DesignOf(m_program.Document), Now())) {

@@ -48,8 +48,8 @@ class CDocument {
     void Unwatch(const DocumentWatcher& watcher);
 
     /// Another document is in the program, loaded or none; `saved` when its file holds it. The
-    /// history begins with it.
-    void Begin(const std::string& name, bool saved);
+    /// history begins with it, and a new study, unless it is the same document read `again`.
+    void Begin(const std::string& name, bool saved, bool again = false);
 
     /// A window has changed the document itself. A document that only now came to be begins its
     /// history.
@@ -86,6 +86,9 @@ class CDocument {
     /// others by `ChangeStudy`.
     [[nodiscard]] const StudyData& Study() const { return m_study; }
     void ChangeStudy(StudyData study);
+
+    /// How many studies have begun; opening a file of one is not counted.
+    [[nodiscard]] int StudiesBegun() const { return m_studiesBegun; }
 
     /// What a solve of any design takes from the program.
     [[nodiscard]] SolveSettings Settings() const { return {m_program.Units, m_program.Channels}; }
@@ -125,6 +128,7 @@ class CDocument {
     std::optional<Design> m_failedOn; ///< what the failure was about
     bool m_quiet = false;
     int m_runs = 0;
+    int m_studiesBegun = 0;
     std::vector<DocumentWatcher*> m_watchers;
 };
 

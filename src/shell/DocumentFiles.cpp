@@ -13,7 +13,6 @@ namespace corvanta {
 
 namespace {
 
-constexpr const char* DocumentFilter = "WSP files (*.wsp)|*.wsp| All files (*.*)|*.*";
 constexpr std::string_view DocumentExtension = ".WSP";
 constexpr const char* DiscardQuestion = "Discard any current data?";
 const AnswerWords DiscardWords{"&Discard"};
@@ -96,6 +95,9 @@ FileOutcome DocumentFiles::New() {
     if (!empty && m_desk.Messages.Ask(DiscardQuestion, DiscardWords) != maYes) {
         return FileOutcome::Nothing;
     }
+    if (!m_main.MayDropStudy()) {
+        return FileOutcome::Nothing;
+    }
     ResetDocument(program.Document, program.Settings);
     Recovery.Drop();
     program.DocumentPath.clear();
@@ -104,27 +106,28 @@ FileOutcome DocumentFiles::New() {
     return FileOutcome::Replaced;
 }
 
-FileOutcome DocumentFiles::AskAndOpen() {
-    return AskAndOpen(m_desk.Program.Options.LastFolder);
+std::optional<std::string> DocumentFiles::AskForFile() {
+    return AskForFile(m_desk.Program.Options.LastFolder);
 }
 
 FileOutcome DocumentFiles::AskAndOpenSample() {
-    return AskAndOpen(SamplesFolder(m_desk.Process));
+    const std::optional<std::string> path = AskForFile(SamplesFolder(m_desk.Process));
+    return path ? OpenAsUser(*path) : FileOutcome::Nothing;
 }
 
-FileOutcome DocumentFiles::AskAndOpen(const std::string& startFolder) {
+std::optional<std::string> DocumentFiles::AskForFile(const std::string& startFolder) {
     ChosenFile chosen;
-    return m_main.GetFileName(FileNameMode::Open, DocumentFilter, startFolder, chosen, false)
-               ? OpenAsUser(chosen.Path)
-               : FileOutcome::Nothing;
+    return m_main.GetFileName(FileNameMode::Open, Filter, startFolder, chosen, false)
+               ? std::optional(chosen.Path)
+               : std::nullopt;
 }
 
-/// Unsaved work that makes room for another file can be recovered. Without a copy it would be lost,
-/// and the user decides.
-bool DocumentFiles::MakeRoom() {
+/// Unsaved work that makes room for another file, or for its own as it is now, can be recovered.
+/// Without a copy it would be lost, and the user decides.
+bool DocumentFiles::MakeRoom(bool forItself) {
     Program& program = m_desk.Program;
     Note.clear();
-    if (!m_main.MayDropEdits()) {
+    if (!m_main.MayDropEdits() || (!forItself && !m_main.MayDropStudy())) {
         return false;
     }
     const bool kept = program.Modified && Recovery.Keep(program);
@@ -171,12 +174,14 @@ FileOutcome DocumentFiles::OpenAsUser(const std::string& path) {
 }
 
 FileOutcome DocumentFiles::Open(const std::string& path, bool asCopy) {
-    if (!MakeRoom()) {
+    Program& program = m_desk.Program;
+    // What stands beside a document stays when its file is read again.
+    const bool again = !asCopy && program.Document.DataLoaded && path == program.DocumentPath;
+    if (!MakeRoom(again)) {
         return FileOutcome::Nothing;
     }
-    Program& program = m_desk.Program;
     const bool read = Read(path);
-    m_desk.Current.Begin("Open " + NameOf(path), true);
+    m_desk.Current.Begin("Open " + NameOf(path), true, again);
     if (!read) {
         return FileOutcome::Replaced;
     }
@@ -193,7 +198,7 @@ FileOutcome DocumentFiles::Open(const std::string& path, bool asCopy) {
 }
 
 FileOutcome DocumentFiles::OpenRecovered(const RecoveredWork& work) {
-    if (!MakeRoom()) {
+    if (!MakeRoom(false)) {
         return FileOutcome::Nothing;
     }
     if (!Recovery.Adopt(work.Place)) {
@@ -266,20 +271,26 @@ FileOutcome DocumentFiles::SaveAs() {
         return FileOutcome::Nothing;
     }
     const Program& program = m_desk.Program;
-    ChosenFile chosen;
+    std::string name;
     // The name of a file that is not in memory is not offered for what is.
     if (program.Document.DataLoaded && !program.DocumentPath.empty()) {
-        chosen.Title =
-            IsOfDocument(program.DocumentPath)
-                ? NameOf(program.DocumentPath)
-                : FileServices::BaseName(program.DocumentPath) + std::string(DocumentExtension);
+        name = IsOfDocument(program.DocumentPath)
+                   ? NameOf(program.DocumentPath)
+                   : FileServices::BaseName(program.DocumentPath) + std::string(DocumentExtension);
     }
+    const std::optional<std::string> path = AskPath(name);
+    return path ? SaveTo(*path) : FileOutcome::Nothing;
+}
+
+std::optional<std::string> DocumentFiles::AskPath(const std::string& name) {
+    ChosenFile chosen;
+    chosen.Title = name;
     chosen.Extension = DocumentExtension.substr(1);
-    return m_main.GetFileName(FileNameMode::Save, DocumentFilter, program.Options.LastFolder,
-                              chosen, false) &&
+    return m_main.GetFileName(FileNameMode::Save, Filter, m_desk.Program.Options.LastFolder, chosen,
+                              false) &&
                    MayWrite(chosen.Path)
-               ? SaveTo(chosen.Path)
-               : FileOutcome::Nothing;
+               ? std::optional(SavePath(chosen.Path))
+               : std::nullopt;
 }
 
 std::string DocumentFiles::SavePath(const std::string& path) const {

@@ -6,6 +6,7 @@
 #include "shell/RecoveryCopy.h"
 #include "shell/ShellHost.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,9 @@ enum class FileOutcome {
 /// main window shows of the outcome is the window's.
 class DocumentFiles {
   public:
+    /// The kinds of files that a document is asked for with.
+    static constexpr const char* Filter = "WSP files (*.wsp)|*.wsp| All files (*.*)|*.*";
+
     /// `recentItems` is the menu of the recent files.
     DocumentFiles(Desk& desk, ShellHost& main, std::vector<MenuItem>& recentItems);
 
@@ -35,8 +39,11 @@ class DocumentFiles {
     /// Asks whether what is there may go, and empties the document.
     FileOutcome New();
 
-    /// Asks for a file and opens it.
-    FileOutcome AskAndOpen();
+    /// Asks for a file to open; the folder it begins in is that of the last one.
+    [[nodiscard]] std::optional<std::string> AskForFile();
+    [[nodiscard]] std::optional<std::string> AskForFile(const std::string& startFolder);
+
+    /// Asks for one of the samples and opens it.
     FileOutcome AskAndOpenSample();
 
     /// Opens an entry of the recent files. One without a file is offered for removal instead.
@@ -70,6 +77,10 @@ class DocumentFiles {
     /// is not overwritten unasked.
     FileOutcome SaveTo(const std::string& path);
 
+    /// Asks for the path of a document to be written, beginning with a name. Nothing when the user
+    /// backs out, and for a sample.
+    [[nodiscard]] std::optional<std::string> AskPath(const std::string& name);
+
     /// Takes what is typed in the open editor and not applied; false when that failed and was told.
     bool ApplyTyped();
 
@@ -81,9 +92,8 @@ class DocumentFiles {
     std::string Note; ///< what the last command has to say, for the status bar
 
   private:
-    [[nodiscard]] FileOutcome AskAndOpen(const std::string& startFolder);
     [[nodiscard]] FileOutcome Open(const std::string& path, bool asCopy);
-    [[nodiscard]] bool MakeRoom();
+    [[nodiscard]] bool MakeRoom(bool forItself);
     [[nodiscard]] bool Read(const std::string& path);
     [[nodiscard]] std::string SavePath(const std::string& path) const;
     [[nodiscard]] bool MayWrite(const std::string& chosenPath);

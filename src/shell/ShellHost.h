@@ -4,6 +4,7 @@
 #include "results/ViewHost.h"
 
 #include <string>
+#include <vector>
 
 namespace corvanta {
 
@@ -16,6 +17,8 @@ struct ChosenFile {
     std::string Extension; ///< behind the last "." of the name, or empty; on asking the one of a
                            ///< name typed without, when writing
     int FilterIndex = 1;
+    bool Several = false;             ///< on asking: any number of files may be chosen
+    std::vector<std::string> Paths{}; ///< all of them; one at least
 };
 
 /// The main window, as far as the other windows need it.
@@ -30,6 +33,9 @@ class ShellHost : public ViewHost {
 
     /// Takes what is typed in the open editor and not applied; false when that failed and was told.
     virtual bool TakeTypedEdits() = 0;
+
+    /// Asks what to do with variants and targets that no study file has; false when they must stay.
+    virtual bool MayDropStudy() = 0;
 
     /// The geometry editor while it is open, none otherwise.
     [[nodiscard]] virtual frmEditGeometry* OpenedEditor() = 0;

@@ -20,7 +20,10 @@ bool HasPosition(std::int32_t view) {
 
 } // namespace
 
-frmMain::frmMain(Desk& desk) : Files(desk, *this, mnuFMRU), m_desk(desk) {
+frmMain::frmMain(Desk& desk)
+    : Files(desk, *this, mnuFMRU),
+      Studies(desk, *this, Files, [this](FileOutcome outcome) { ShowOutcome(outcome); }),
+      m_desk(desk) {
     SetUpMainControls(*this);
     Caption = "Corvanta";
     Frame = {"frmMain", DesignSize};

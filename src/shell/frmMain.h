@@ -9,6 +9,7 @@
 #include "shell/MechanismExample.h"
 #include "shell/PointWords.h"
 #include "shell/ShellHost.h"
+#include "shell/StudyFiles.h"
 #include "shell/ViewMemory.h"
 #include "shell/frmAbout.h"
 #include "shell/frmAdjust.h"
@@ -125,8 +126,9 @@ class frmMain final : public ShellHost,
     /// Opens a document in the place of the current one, and calculates; see `DocumentFiles`.
     void FileOpen(const std::string& path) { ShowOutcome(Files.Open(path)); }
 
-    /// The same, for a file that the user chose; a sample becomes an untitled copy.
-    void OpenFile(const std::string& path) { ShowOutcome(Files.OpenAsUser(path)); }
+    /// The same, for a file that the user chose: a sample becomes an untitled copy, and a study
+    /// brings its document.
+    void OpenFile(const std::string& path);
 
     /// Saves the document under a name; see `DocumentFiles::SaveTo`.
     void FileSave(const std::string& path) { ShowOutcome(Files.SaveTo(path)); }
@@ -138,6 +140,7 @@ class frmMain final : public ShellHost,
 
     void ResetEditDialog() override;
     bool MayDropEdits() override;
+    bool MayDropStudy() override { return Studies.MayGo(); }
     bool TakeTypedEdits() override { return Files.ApplyTyped(); }
 
     [[nodiscard]] frmEditGeometry* OpenedEditor() override;
@@ -171,6 +174,9 @@ class frmMain final : public ShellHost,
 
     /// The files of the document.
     DocumentFiles Files;
+
+    /// The study beside the document and its file.
+    StudyFiles Studies;
 
     /// What view 15 is drawn on, none without a window system. It outlives its use here.
     DrawingSurface* picSurface = nullptr;

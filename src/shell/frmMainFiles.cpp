@@ -33,7 +33,9 @@ bool frmMain::ExecuteFileCommand(int command, int tag) {
         New();
         return true;
     case mcOpen:
-        ShowOutcome(Files.AskAndOpen());
+        if (const std::optional<std::string> path = Files.AskForFile()) {
+            OpenFile(*path);
+        }
         return true;
     case mcSave:
         ShowOutcome(Files.Save());
@@ -110,12 +112,14 @@ bool frmMain::GetFileName(FileNameMode mode, const std::string& filter,
         request.StartFolder = startFolder;
         request.InitialName = chosen.Title;
         request.Extension = chosen.Extension;
+        request.Several = chosen.Several;
         request.Passing = startFolder == SamplesFolder(m_desk.Process);
         const std::optional<FileNameAnswer> answer = m_desk.Windows.Files.Ask(request);
         if (!answer || answer->Path.empty()) {
             return false;
         }
         chosen.Path = answer->Path;
+        chosen.Paths = answer->Paths.empty() ? std::vector{answer->Path} : answer->Paths;
         chosen.FilterIndex = answer->FilterIndex;
         chosen.Title = answer->Path.substr(FileServices::ParentFolder(answer->Path).size());
         const std::size_t dot = chosen.Title.rfind('.');
@@ -129,6 +133,14 @@ bool frmMain::GetFileName(FileNameMode mode, const std::string& filter,
                 msExclamation);
         }
         return false;
+    }
+}
+
+void frmMain::OpenFile(const std::string& path) {
+    if (StudyFiles::IsStudy(path)) {
+        Studies.Open(path);
+    } else {
+        ShowOutcome(Files.OpenAsUser(path));
     }
 }
 
@@ -148,22 +160,32 @@ bool frmMain::QueryUnload() {
     const Program& program = m_desk.Program;
     const frmEditGeometry* const editor = OpenedEditor();
     const bool pending = editor != nullptr && editor->HasUnappliedChanges();
-    if (!program.Modified && !pending) {
-        return true;
+    bool discards = false;
+    if (program.Modified || pending) {
+        switch (m_desk.Messages.Ask("Save changes?", {"&Save", "Do&n't Save"},
+                                    msYesNoCancel + msExclamation)) {
+        case maYes: {
+            const FileOutcome outcome = Files.Save();
+            ShowOutcome(outcome);
+            if (outcome != FileOutcome::Saved) {
+                return false;
+            }
+            break;
+        }
+        case maNo:
+            discards = true;
+            break;
+        default:
+            return false;
+        }
     }
-    switch (m_desk.Messages.Ask("Save changes?", {"&Save", "Do&n't Save"},
-                                msYesNoCancel + msExclamation)) {
-    case maYes: {
-        const FileOutcome outcome = Files.Save();
-        ShowOutcome(outcome);
-        return outcome == FileOutcome::Saved;
-    }
-    case maNo:
-        Files.Recovery.Drop();
-        return true;
-    default:
+    if (!Studies.MayGo()) { // after the document: a study names the file that it has by now
         return false;
     }
+    if (discards) {
+        Files.Recovery.Drop();
+    }
+    return true;
 }
 
 void frmMain::OfferRecovery(bool asked) {

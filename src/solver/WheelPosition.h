@@ -52,6 +52,11 @@ class WheelSearch {
 
     [[nodiscard]] const PointSet& Start() const { return m_start; }
 
+    /// The estimate that the next call begins with; set back to what it was before a call that
+    /// failed, the search goes on as if there had been none.
+    [[nodiscard]] double TravelFactor() const { return m_travelFactor; }
+    void SetTravelFactor(double factor) { m_travelFactor = factor; }
+
     /// How many positions were searched since the search was made.
     [[nodiscard]] std::int64_t Solves() const { return m_solves; }
 

@@ -58,7 +58,8 @@ struct ChannelMap {
     }
 };
 
-/// The map of a channel of a document whose grid is solved; the travels are those of the steps.
+/// The map of a channel of a document whose grid is solved, as a whole or tolerantly; the travels
+/// are those of the steps.
 /// Throws Failure "Subscript out of range" for an id that is no channel.
 [[nodiscard]] ChannelMap MapOf(const Suspension& document, int channel);
 

@@ -25,6 +25,26 @@ void DescribeGrid(DesignResults& results, const Suspension& solved, int wheelSte
     results.StepSize = {solved.Data.WheelTravelStepSize, solved.Data.RackTravelStepSize};
 }
 
+/// The maps of a design that fails somewhere, without values where it does.
+void MapWhatIsReached(DesignResults& results, Suspension& scratch, const Design& design,
+                      const SolveSettings& settings, std::span<const StudyChart> charts) {
+    const auto isMap = [](const StudyChart& chart) { return chart.Kind == ChartKind::Map; };
+    if (std::none_of(charts.begin(), charts.end(), isMap)) {
+        return;
+    }
+    GridCut cut;
+    cut.Tolerant = true;
+    results.Outcome.Reached = Solve(scratch, design, settings, cut).Reached;
+    if (!results.Outcome.Reached.Has(scratch.StaticRack, scratch.StaticWheel)) {
+        return;
+    }
+    for (std::size_t n = 0; n < charts.size(); ++n) {
+        if (isMap(charts[n])) {
+            results.Maps[n] = MapOf(scratch, charts[n].Channel);
+        }
+    }
+}
+
 } // namespace
 
 DesignResults ResultsOf(Suspension& scratch, const Design& design, const SolveSettings& settings,
@@ -38,6 +58,7 @@ DesignResults ResultsOf(Suspension& scratch, const Design& design, const SolveSe
     DescribeGrid(results, scratch, wheel, rack);
     if (!results.Outcome.Solved) {
         results.Faulty = scratch.FaultyPoints;
+        MapWhatIsReached(results, scratch, design, settings, charts);
         return results;
     }
     for (std::size_t n = 0; n < charts.size(); ++n) {

@@ -19,7 +19,8 @@ struct TravelPlace {
     friend bool operator==(const TravelPlace&, const TravelPlace&) = default;
 };
 
-/// What charts show of one design: for each either a curve or a map, none where the design fails.
+/// What charts show of one design: for each either a curve or a map. A design that fails has no
+/// curve; its maps are without values where it fails, and there is none when nothing is reached.
 struct DesignResults {
     SolveResult Outcome;
     std::vector<PointNumber> Faulty; ///< points in play that a failure is about

@@ -145,5 +145,87 @@ TEST(SolveTest, FailsWithThePlaceAndSolvesTheNextDesignAllTheSame) {
     EXPECT_TRUE(Solve(scratch, sound, settings).Solved);
 }
 
+/// How many wheel steps beside static a rack step reached, in bump and in droop.
+struct Reach {
+    int Bump = 0;
+    int Droop = 0;
+};
+
+Reach ReachOf(const Suspension& scratch, const GridPart& reached, int rackStep) {
+    Reach reach;
+    const int centre = scratch.StaticWheel;
+    while (centre - reach.Bump > 2 && reached.Has(rackStep, centre - reach.Bump - 1)) {
+        ++reach.Bump;
+    }
+    while (centre + reach.Droop < scratch.NW + 1 &&
+           reached.Has(rackStep, centre + reach.Droop + 1)) {
+        ++reach.Droop;
+    }
+    return reach;
+}
+
+// Each rack step is solved once more in a design whose travel ends where the rack step, its mirror
+// and the static one are all within reach.
+TEST(SolveTest, ATolerantSolveReachesWhatShorterTravelsGive) {
+    const FundamentalUnits units = MetricUnits();
+    const SolveSettings settings{units, MetricChannels()};
+    GridCut tolerant;
+    tolerant.Tolerant = true;
+    Suspension scratch;
+    Suspension shorter;
+    const std::vector<std::pair<Suspension, double>> corners{
+        {DoubleWishboneCorner(smPushrodToLowerWishbone, abToUpright), 100},
+        {DoubleWishboneCorner(smNone), 400},
+        {StrutCorner(), 400}};
+    for (const auto& [corner, farthest] : corners) {
+        for (const bool inBump : {true, false}) {
+            Design design = DesignOf(corner);
+            design.Data.WheelTravelStepSize = 10;
+            design.Data.Bump = design.Data.Droop =
+                10; // so that no mirror in wheel travel is missing
+            (inBump ? design.Data.Bump : design.Data.Droop) = farthest;
+            const SolveResult strict = Solve(scratch, design, settings);
+            ASSERT_FALSE(strict.Solved);
+            const std::vector<PointNumber> faulty = scratch.FaultyPoints;
+            const SolveResult result = Solve(scratch, design, settings, tolerant);
+            EXPECT_FALSE(result.Solved || scratch.ResultsValid);
+            EXPECT_EQ(result.Failure.Message, strict.Failure.Message);
+            EXPECT_EQ(result.Failure.WheelStep, strict.Failure.WheelStep);
+            EXPECT_EQ(scratch.FaultyPoints, faulty);
+            int compared = 0;
+            int unreached = 0;
+            for (int r = 2; r <= scratch.NR + 1; ++r) {
+                Reach reach = ReachOf(scratch, result.Reached, r);
+                for (const int other : {scratch.StaticRack, 2 * scratch.StaticRack - r}) {
+                    const Reach its = ReachOf(scratch, result.Reached, other);
+                    reach = {std::min(reach.Bump, its.Bump), std::min(reach.Droop, its.Droop)};
+                }
+                Design cut = design;
+                cut.Data.Bump = reach.Bump * 10;
+                cut.Data.Droop = reach.Droop * 10;
+                ASSERT_TRUE(Solve(shorter, cut, settings,
+                                  {false, {RackTravelAtStep(scratch, r)}, {}, false})
+                                .Solved);
+                for (int k = -reach.Bump; k <= reach.Droop; ++k, ++compared) {
+                    ASSERT_EQ(Difference(scratch.WheelStates(r, scratch.StaticWheel + k),
+                                         shorter.WheelStates(r, shorter.StaticWheel + k)),
+                              "")
+                        << "at rack step " << r << ", " << k << " steps from static";
+                }
+                for (int w = 2; w <= scratch.NW + 1; ++w) {
+                    const bool reached = result.Reached.Has(r, w);
+                    const bool mirrored = result.Reached.Has(2 * scratch.StaticRack - r, w);
+                    const ChannelCells& cells = scratch.WheelStates(r, w).Channels;
+                    EXPECT_EQ(cells.Cell(chCamberAngle).has_value(), reached);
+                    EXPECT_EQ(cells.Cell(chAckerman).has_value(), reached && mirrored);
+                    unreached += reached ? 0 : 1;
+                }
+            }
+            EXPECT_GT(compared, 10);
+            EXPECT_GT(unreached, 4);
+        }
+    }
+}
+
 } // namespace
 } // namespace corvanta::test

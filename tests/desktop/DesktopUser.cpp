@@ -31,7 +31,10 @@ std::optional<FileNameAnswer> ScriptedFileDialog::Ask(const FileNameRequest& req
         return std::nullopt;
     }
     FileNameAnswer answer{Paths.front(), 1};
-    Paths.pop_front();
+    do {
+        answer.Paths.push_back(Paths.front());
+        Paths.pop_front();
+    } while (request.Several && !Paths.empty());
     return answer;
 }
 

@@ -19,7 +19,8 @@
 
 namespace corvanta::test {
 
-/// A file dialog that answers from a script; without an answer left it is cancelled.
+/// A file dialog that answers from a script; without an answer left it is cancelled. One that takes
+/// several files takes all that are left.
 class ScriptedFileDialog final : public FileDialog {
   public:
     std::deque<std::string> Paths;

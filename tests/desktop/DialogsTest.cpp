@@ -3,6 +3,7 @@
 #include "desktop/CustomChannelsWindow.h"
 #include "desktop/ExportWindow.h"
 #include "desktop/GridView.h"
+#include "desktop/QtServices.h"
 #include "tests/desktop/DesktopUser.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/TemporaryFolder.h"
@@ -13,7 +14,9 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QEventLoop>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -193,6 +196,29 @@ TEST_F(DialogsTest, TheTableOfPointsTakesCellsByTheKeyboard) {
     EXPECT_EQ(logic.grdPoints.Cell(3, 2) + logic.grdPoints.Cell(3, 3), "-701281");
     EXPECT_TRUE(logic.labPointNotes.Visible);
     EXPECT_TRUE(DesktopUser::Child<QLabel>(*m_user.Desk.EditorView(), "labPointNotes").isVisible());
+}
+
+TEST_F(DialogsTest, SeveralFilesCanBeChosenWhereSeveralAreAskedFor) {
+    const TemporaryFolder folder;
+    m_user.Files.WriteBytes(folder / "a.WSP", "");
+    m_user.Files.WriteBytes(folder / "b.WSP", "");
+    FileNameRequest request;
+    request.Filter = "WSP files (*.wsp)|*.wsp";
+    request.StartFolder = folder.Path();
+    request.Several = true;
+    WaitingUser waiting;
+    waiting.Expect([](QWidget& window) {
+        auto* const dialog = qobject_cast<QFileDialog*>(&window);
+        if (dialog == nullptr) {
+            return false;
+        }
+        dialog->findChild<QLineEdit*>("fileNameEdit")->setText("\"a.WSP\" \"b.WSP\"");
+        dialog->findChild<QDialogButtonBox*>("buttonBox")->button(QDialogButtonBox::Open)->click();
+        return true;
+    });
+    const std::optional<FileNameAnswer> answer = QtFileDialog().Ask(request);
+    ASSERT_TRUE(answer);
+    EXPECT_THAT(answer->Paths, testing::ElementsAre(folder / "a.WSP", folder / "b.WSP"));
 }
 
 } // namespace

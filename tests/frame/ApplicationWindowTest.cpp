@@ -3,6 +3,7 @@
 #include "frame/MSusp.h"
 
 #include "platform/DiskFileServices.h"
+#include "study/StudyFile.h"
 #include "tests/support/FakeProcessServices.h"
 #include "tests/support/FakeWindowSystem.h"
 #include "tests/support/MemoryFileServices.h"
@@ -282,6 +283,15 @@ TEST_F(ApplicationWindowTest, AFileOnTheCommandLineIsOpenedOnceTheWindowIsThere)
     application.Begin();
     EXPECT_EQ(application.Data().DocumentPath, Document);
     EXPECT_TRUE(application.Data().Document.ResultsValid);
+
+    StudyData study;
+    study.Document = "front.WSP";
+    const std::string path = "/cars/corner.study";
+    m_files.Put(path, WriteStudy(study));
+    Application& beside = Started(path);
+    beside.Begin();
+    EXPECT_EQ(beside.Data().DocumentPath, Document);
+    EXPECT_EQ(beside.MainWindow().Studies.Path(), path);
 
     Application& other = Started("/cars/nowhere.WSP");
     other.Begin();

@@ -53,6 +53,8 @@ class FakeShellHost final : public ShellHost {
 
     bool TakeTypedEdits() override { return true; }
 
+    bool MayDropStudy() override { return true; }
+
     frmEditGeometry* Editor = nullptr; ///< the editor that is open
     [[nodiscard]] frmEditGeometry* OpenedEditor() override { return Editor; }
 
