@@ -19,8 +19,10 @@ namespace corvanta {
 
 namespace {
 
-/// How far other windows may be behind a hand that moves something, ms.
-constexpr int FollowTime = 100;
+/// Other windows follow a hand that moves something when it rests for a moment, and when they are
+/// too far behind it, ms.
+constexpr int RestTime = 60;
+constexpr int FarthestBehind = 250;
 
 WindowPlacement SizeOfScreen() {
     const QSize size = QGuiApplication::primaryScreen()->availableSize();
@@ -55,7 +57,7 @@ Desktop::Desktop(FileServices& files, ProcessServices& process, MessageBox& box,
     : m_windows{dialog, m_clipboard, m_help, m_cursor, m_locks, *this, m_pages, SizeOfScreen()},
       m_application(files, box, process, m_windows) {
     m_follow.setSingleShot(true);
-    m_follow.setInterval(FollowTime);
+    m_follow.setInterval(RestTime);
     QObject::connect(&m_follow, &QTimer::timeout,
                      [this] { Handle([this] { Main().FollowMotion(); }); });
 }
@@ -96,6 +98,9 @@ void Desktop::HandleMotion(const std::function<void()>& event) {
         m_workbench->RefreshSoon();
     }
     if (!m_follow.isActive()) {
+        m_behind.start();
+        m_follow.start();
+    } else if (m_behind.elapsed() < FarthestBehind) {
         m_follow.start();
     }
 }

@@ -8,6 +8,7 @@
 #include "platform/FileServices.h"
 #include "platform/NoWindowSystem.h"
 
+#include <QElapsedTimer>
 #include <QList>
 #include <QPointer>
 #include <QTimer>
@@ -101,7 +102,8 @@ class Desktop final : private ScreenUpdate {
     std::unique_ptr<RecoveryWindow> m_recovery;
     std::unique_ptr<WorkbenchWindow> m_workbench;
     std::unique_ptr<AboutWindow> m_about;
-    QTimer m_follow; ///< runs while the other windows are behind a hand that moves something
+    QTimer m_follow;        ///< runs while the other windows are behind a hand that moves something
+    QElapsedTimer m_behind; ///< how long they are
     QList<QPointer<QObject>> m_dying; ///< views that closed and are not gone yet
     int m_running = 0;                ///< events that have not ended, one within the other
 };

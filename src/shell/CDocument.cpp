@@ -85,10 +85,10 @@ void CDocument::Take(const Design& design) {
     m_program.Channels.SetFrontRearTitles(IsFrontCorner(m_program.Document));
 }
 
-void CDocument::Change(const std::string& name, const Design& design) {
+void CDocument::Change(const std::string& name, const Design& design, bool inMotion) {
     Take(design);
     if (m_history.Add(name, DesignOf(m_program.Document), Now())) {
-        Tell(m_history.IsHeld() ? DocumentChange::InMotion : DocumentChange::Changed);
+        Tell(inMotion || m_history.IsHeld() ? DocumentChange::InMotion : DocumentChange::Changed);
     }
 }
 

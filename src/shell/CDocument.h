@@ -58,9 +58,10 @@ class CDocument {
     /// A window has put the document back to what it was before its step of that name.
     void TakeBack(const std::string& name);
 
-    /// Makes the document another design. Throws Failure for one without a grid, and changes
+    /// Makes the document another design. In motion, or while a hand holds something, the other
+    /// windows follow a little later. Throws Failure for a design without a grid, and changes
     /// nothing then.
-    void Change(const std::string& name, const Design& design);
+    void Change(const std::string& name, const Design& design, bool inMotion = false);
 
     /// Until `Release`, changes of one name are one step: a hand moves something. `CallOff` goes
     /// back to where the hand began.

@@ -244,7 +244,7 @@ void WorkbenchPoints::MoveCells(const std::vector<Cell>& cells, const Design& fr
         points == 1 ? MoveName(from.Data, cells.front().Number, oneAxis ? cells.front().Axis : -1)
                     : "Move " + std::to_string(points) + " points" +
                           (oneAxis ? " " + AxisName(cells.front().Axis) : ""),
-        design);
+        design, true);
 }
 
 void WorkbenchPoints::Nudge(int direction, bool byTen) {
