@@ -129,6 +129,8 @@ void VariantsPanel::ShowMenu(const QPoint& at) {
     menu.Add(tr("Restore"), [this, n] { m_desktop.Handle([&] { m_window.RestoreVariant(n); }); });
     menu.Add(tr("Rename"), [this, n] { m_list->editItem(m_list->item(static_cast<int>(n))); });
     menu.Add(tr("Note..."), [this, n] { EditNote(n); });
+    menu.Add(tr("Save As Document..."),
+             [this, n] { m_desktop.Handle([&] { m_desktop.Main().Studies.SaveVariant(n); }); });
     menu.AddSeparator();
     menu.Add(tr("Delete"), [this, n] { m_desktop.Handle([&] { m_window.DeleteVariant(n); }); });
     menu.Run(m_list->mapToGlobal(at));

@@ -15,12 +15,14 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMenu>
 #include <QShortcut>
 #include <QSpinBox>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTimer>
 #include <QToolBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace corvanta {
@@ -178,8 +180,15 @@ void WorkbenchWindow::BuildTools() {
     bar->addSeparator();
     bar->addAction(AddCommand(tr("Open Study..."), tr("Open a study file with its document"),
                               "open", Qt::CTRL | Qt::SHIFT | Qt::Key_O, mcOpenStudy));
-    bar->addAction(AddCommand(tr("Save Study"), tr("Save variants, targets and charts"), "save",
-                              Qt::CTRL | Qt::SHIFT | Qt::Key_S, mcSaveStudy));
+    QAction* save = AddCommand(tr("Save Study"), tr("Save variants, targets and charts"), "save",
+                               Qt::CTRL | Qt::SHIFT | Qt::Key_S, mcSaveStudy);
+    bar->addAction(save);
+    auto* button = static_cast<QToolButton*>(bar->widgetForAction(save));
+    auto* more = new QMenu(button);
+    more->addAction(AddCommand(tr("Save Study As..."), tr("Save under another name"), "save", {},
+                               mcSaveStudyAs));
+    button->setMenu(more);
+    button->setPopupMode(QToolButton::MenuButtonPopup);
     bar->addSeparator();
     bar->addWidget(new QLabel(tr(" Charts "), bar));
     m_count = new QSpinBox(bar);

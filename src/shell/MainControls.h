@@ -35,6 +35,7 @@ enum MainCommand : int {
     mcAddVariants,
     mcOpenStudy,
     mcSaveStudy,
+    mcSaveStudyAs,
     mcOptions,
     mcDefineCustomTable,
     mcTest,

@@ -233,7 +233,11 @@ ChartSheet WorkbenchCharts::MapSheet(const ChartsContent& content, std::size_t n
         record.Title + (chart.Difference ? " less baseline [" : " [") + record.UnitLabel + "]";
     sheet.AxisX.Title = m_program.Channels[chWheelTravel].Title + length;
     sheet.AxisY.Title = m_program.Channels[chRackTravel].Title + length;
-    const ChannelMap* const map = MapIn(content.Now, n);
+    const ChannelMap* const ownMap = MapIn(content.Maps, n);
+    const bool own =
+        ownMap != nullptr && std::any_of(ownMap->Values.begin(), ownMap->Values.end(),
+                                         [](const auto& value) { return bool(value); });
+    const ChannelMap* const map = own ? ownMap : MapIn(content.Now, n);
     if (map == nullptr || map->WheelTravel.size() < 2 || map->RackTravel.size() < 2) {
         sheet.MarkText = map == nullptr ? "" : "one travel has no steps: there is no map";
         return sheet;
@@ -258,7 +262,7 @@ ChartSheet WorkbenchCharts::MapSheet(const ChartsContent& content, std::size_t n
     const double least = m_axes[n].Range.LastDigit();
     shown.Levels = chart.Difference ? LevelsOfDifferences(range.Lower, range.Upper, least)
                                     : LevelsOf(range.Lower, range.Upper, least);
-    const TravelPlace& place = content.Now->Place;
+    const TravelPlace& place = (own ? content.Maps : content.Now)->Place;
     shown.Cross = ChartPoint{place.Wheel * LengthFactor(), place.Rack * LengthFactor()};
     sheet.AxisX.Shown = {shown.X.front(), shown.X.back()};
     sheet.AxisY.Shown = {shown.Y.front(), shown.Y.back()};
@@ -280,7 +284,7 @@ ChartSheet WorkbenchCharts::MapSheet(const ChartsContent& content, std::size_t n
     if (content.Hover) {
         sheet.Hover = readAt(*content.Hover);
     }
-    if (content.Faded) {
+    if (content.Faded && !own) {
         sheet.Cursor.reset();
         sheet.Hover.reset();
         sheet.MarkText = "of the last design that could be solved";

@@ -46,6 +46,18 @@ bool frmMain::ExecuteFileCommand(int command, int tag) {
     case mcRecentFile:
         ShowOutcome(Files.OpenRecent(tag));
         return true;
+    case mcOpenStudy:
+        Studies.AskAndOpen();
+        return true;
+    case mcSaveStudy:
+        Studies.Save();
+        return true;
+    case mcSaveStudyAs:
+        Studies.SaveAs();
+        return true;
+    case mcAddVariants:
+        Studies.AskAndAddVariants();
+        return true;
     case mcRecover:
         OfferRecovery(true);
         return true;

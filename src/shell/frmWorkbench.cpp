@@ -243,6 +243,7 @@ void frmWorkbench::ComposeCharts() {
     // Charts that were chosen since the last good design have nothing in it.
     const bool usable = m_good && m_good->Charts == Charts();
     content.Now = solved ? &m_now->Results : usable ? &m_good->Results : nullptr;
+    content.Maps = m_now ? &m_now->Results : nullptr; // a map shows what can be reached
     content.Faded = !solved;
     content.Beside = beside;
     content.Targets = m_desk.Current.Study().Targets;
