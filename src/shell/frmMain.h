@@ -195,6 +195,7 @@ class frmMain final : public ShellHost,
     void ResetPosition(bool always);
     void FillResultArea(std::int32_t view, std::int32_t viewArgument, std::int32_t variable,
                         int wheel, int rack);
+    void ShowPlot(std::int32_t viewArgument, std::int32_t variable, int wheel, int rack);
     void MarkStaticRow(std::int32_t view, std::int32_t variable);
     void FillPositionLists();
     void FillTypeList(std::int32_t view);
@@ -222,6 +223,8 @@ class frmMain final : public ShellHost,
 
     Desk& m_desk;
     PlotState m_plot;
+    std::unique_ptr<Suspension> m_compared;    ///< where designs beside the document are solved for
+                                               ///< the plot, while that is on show
     int m_runsShown = 0;                       ///< calculations up to the one on show
     std::int32_t m_viewBeforeFailure = vwNone; ///< that comes back when a design is one again
     std::set<std::int32_t> m_toldViews;        ///< views of these results that said they are empty
