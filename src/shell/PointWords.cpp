@@ -1,8 +1,10 @@
 #include "shell/PointWords.h"
 
+#include "model/NumberText.h"
 #include "solver/LocatedStatic.h"
 
 #include <algorithm>
+#include <string_view>
 #include <vector>
 
 namespace corvanta {
@@ -133,6 +135,19 @@ std::string PositionWords(const Suspension& document, const FundamentalUnits& un
                 TravelWords(units, RackTravelAtStep(document, rackStep), "Rack", "Rack");
     }
     return text;
+}
+
+std::string FailureLine(const CalculationFailure& failure, const Suspension& document,
+                        const FundamentalUnits& units) {
+    constexpr std::string_view LeadEnd = "\r\r"; // before it stands that there are no results
+    const std::string& message = failure.Message;
+    const std::size_t lead = message.find(LeadEnd);
+    std::string line = ReplaceAll(
+        lead == std::string::npos ? message : message.substr(lead + LeadEnd.size()), "\r\n", "\r");
+    std::replace(line.begin(), line.end(), '\r', ' ');
+    const std::string position =
+        PositionWords(document, units, failure.WheelStep, failure.RackStep);
+    return position.empty() ? line : line + " (" + position + ")";
 }
 
 } // namespace corvanta

@@ -43,6 +43,9 @@ void frmMain::Unload() {
     if (Workbench) {
         Workbench->Close();
     }
+    if (CompareWindow) {
+        CompareWindow->Close();
+    }
     IsOpen = false;
 }
 
@@ -87,6 +90,9 @@ void frmMain::Refresh(bool resetPosition) {
     DisplayStatus();
     if (AdjustDialog && AdjustDialog->IsOpen) {
         AdjustDialog->FollowDocument();
+    }
+    if (CompareWindow) {
+        CompareWindow->FollowUnits();
     }
 }
 
@@ -326,6 +332,9 @@ void frmMain::ExecuteWindowCommand(int command) {
         CustomChannelsDialog = std::make_unique<frmCustomChannels>(m_desk, *this);
         CustomChannelsDialog->Open();
         break;
+    case mcCompare:
+        OpenCompareWindow();
+        break;
     case mcHelpTopics:
         m_desk.Help.ShowHelpContents();
         break;
@@ -389,6 +398,21 @@ void frmMain::OpenAdjustDialog() {
     AdjustDialog->Raise = true;
 }
 
+void frmMain::OpenCompareWindow() {
+    if (!CompareWindow) {
+        CompareWindow = std::make_unique<frmCompare>(m_desk, *this);
+    }
+    if (!CompareWindow->IsOpen) {
+        CompareWindow->Open();
+    }
+    CompareWindow->Raise = true;
+}
+
+void frmMain::EditTarget(int channel, std::int32_t variable) {
+    TargetDialog = std::make_unique<frmTarget>(m_desk, channel, variable);
+    TargetDialog->Open();
+}
+
 void frmMain::ResetEditDialog() {
     if (frmEditGeometry* const editor = OpenedEditor()) {
         editor->Close();
@@ -422,6 +446,8 @@ void frmMain::ReleaseClosedWindows() {
     release(AdjustDialog);
     release(CustomChannelsDialog);
     release(RecoveryDialog);
+    release(CompareWindow);
+    release(TargetDialog);
     release(Workbench);
 }
 

@@ -12,12 +12,14 @@
 #include "shell/ViewMemory.h"
 #include "shell/frmAbout.h"
 #include "shell/frmAdjust.h"
+#include "shell/frmCompare.h"
 #include "shell/frmCustomChannels.h"
 #include "shell/frmEditGeometry.h"
 #include "shell/frmExport.h"
 #include "shell/frmOptions.h"
 #include "shell/frmPrint.h"
 #include "shell/frmRecovery.h"
+#include "shell/frmTarget.h"
 #include "shell/frmWorkbench.h"
 
 #include <cstdint>
@@ -160,8 +162,13 @@ class frmMain final : public ShellHost,
     std::unique_ptr<frmAdjust> AdjustDialog;
     std::unique_ptr<frmCustomChannels> CustomChannelsDialog;
     std::unique_ptr<frmRecovery> RecoveryDialog;
+    std::unique_ptr<frmCompare> CompareWindow;
+    std::unique_ptr<frmTarget> TargetDialog;
     std::unique_ptr<frmWorkbench> Workbench;
     frmAbout About;
+
+    /// Opens the dialog for the target of a channel along wheel or rack travel.
+    void EditTarget(int channel, std::int32_t variable);
 
     /// Asks for one of the samples and opens it.
     void OpenSample() { ShowOutcome(Files.AskAndOpenSample()); }
@@ -217,6 +224,7 @@ class frmMain final : public ShellHost,
     void OpenEditor();
     void OpenWorkbench();
     void OpenAdjustDialog();
+    void OpenCompareWindow();
     void CopyGrid();
     void ShowNoDocument();
     void TellNothingToShow(std::int32_t view, const std::string& words);

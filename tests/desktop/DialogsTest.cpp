@@ -1,8 +1,10 @@
 #include "desktop/AdjustWindow.h"
+#include "desktop/CompareWindow.h"
 #include "desktop/CornerView.h"
 #include "desktop/CustomChannelsWindow.h"
 #include "desktop/ExportWindow.h"
 #include "desktop/GridView.h"
+#include "desktop/TargetWindow.h"
 #include "tests/desktop/DesktopUser.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/TemporaryFolder.h"
@@ -92,6 +94,33 @@ TEST_F(DialogsTest, AWindowOutlivesTheEventThatClosesIt) {
     m_user.Desk.Show();
     EXPECT_TRUE(view == nullptr);
     EXPECT_EQ(m_user.Logic().CustomChannelsDialog, nullptr);
+}
+
+TEST_F(DialogsTest, DesignsAreComparedAndATargetIsTyped) {
+    m_user.Choose(mcCompare);
+    QWidget& compare = *m_user.Desk.CompareView();
+    auto& designs = DesktopUser::Child<QListWidget>(compare, "lstDesigns");
+    auto& table = DesktopUser::Child<GridView>(compare, "grdCompare");
+    ASSERT_EQ(designs.count(), 2);
+    EXPECT_EQ(table.Model().columnCount(), 3);
+    designs.item(1)->setCheckState(Qt::Unchecked);
+    EXPECT_EQ(table.Model().columnCount(), 1);
+    Press(compare, "cmdCopy");
+    EXPECT_THAT(QApplication::clipboard()->text().toStdString(), HasSubstr("As it stands"));
+
+    m_user.Desk.Handle([&] { m_user.Logic().EditTarget(chCamberAngle, vvAlongWheelTravel); });
+    QWidget& target = *m_user.Desk.TargetView();
+    auto& value = DesktopUser::Child<QLineEdit>(target, "txtValue");
+    value.selectAll();
+    QTest::keyClicks(&value, "-3/2");
+    QTest::keyClick(&value, Qt::Key_Return);
+    EXPECT_EQ(m_user.Desk.TargetView(), nullptr);
+    m_user.Desk.Handle([&] { m_user.Logic().EditTarget(chCamberAngle, vvAlongWheelTravel); });
+    EXPECT_EQ(m_user.Logic().TargetDialog->txtValue.Text, "-1.50"); // as it was stored
+    Press(*m_user.Desk.TargetView(), "cmdRemove");
+    compare.close();
+    EXPECT_EQ(m_user.Desk.CompareView(), nullptr);
+    EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
 }
 
 TEST_F(DialogsTest, TheFreeViewIsTurnedAndSaved) {
