@@ -140,14 +140,14 @@ std::string PositionWords(const Suspension& document, const FundamentalUnits& un
 std::string FailureLine(const CalculationFailure& failure, const Suspension& document,
                         const FundamentalUnits& units) {
     constexpr std::string_view LeadEnd = "\r\r"; // before it stands that there are no results
-    const std::string& message = failure.Message;
-    const std::size_t lead = message.find(LeadEnd);
-    std::string line = ReplaceAll(
-        lead == std::string::npos ? message : message.substr(lead + LeadEnd.size()), "\r\n", "\r");
-    std::replace(line.begin(), line.end(), '\r', ' ');
-    const std::string position =
-        PositionWords(document, units, failure.WheelStep, failure.RackStep);
-    return position.empty() ? line : line + " (" + position + ")";
+    const std::size_t lead = failure.Message.rfind(LeadEnd);
+    const std::string reason =
+        lead == std::string::npos ? failure.Message : failure.Message.substr(lead + LeadEnd.size());
+    const std::string place = PositionWords(document, units, failure.WheelStep, failure.RackStep);
+    const std::string rows = RowWords(document.Catalogue, document.FaultyPoints);
+    return "Can't be solved" + (place.empty() ? "" : " at " + place) + ": " +
+           ReplaceAll(ReplaceAll(reason, "\r", "; "), "\n", "") +
+           (rows.empty() ? "" : ". Look at " + rows);
 }
 
 } // namespace corvanta

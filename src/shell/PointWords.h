@@ -22,7 +22,7 @@ namespace corvanta {
 [[nodiscard]] std::string PositionWords(const Suspension& document, const FundamentalUnits& units,
                                         int wheelStep, int rackStep);
 
-/// Why and at which position a solve of a document failed, in one line.
+/// Why a solve of a document failed, at which position and which rows, in one line.
 [[nodiscard]] std::string FailureLine(const CalculationFailure& failure, const Suspension& document,
                                       const FundamentalUnits& units);
 

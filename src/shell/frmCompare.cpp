@@ -136,13 +136,15 @@ void frmCompare::ShowTable() {
         if (result.Solved) {
             chosen[n].Solved = &solved[n];
         } else {
-            labNote.Caption +=
-                (labNote.Caption.empty() ? "" : "\n") + chosen[n].Name +
-                " has no figures: " + FailureLine(result.Failure, solved[n], m_desk.Program.Units);
+            labNote.Caption += (labNote.Caption.empty() ? "" : "\n") + chosen[n].Name + ": " +
+                               FailureLine(result.Failure, solved[n], m_desk.Program.Units);
         }
     }
     ShowComparison(grdCompare,
                    CompareDesigns(chosen, m_desk.Program.Channels, m_desk.Program.Units));
+    if (grdCompare.Rows() > 0) { // the units go with the values; the names stay in sight
+        grdCompare.SetSize(grdCompare.Rows(), grdCompare.Columns(), 1, 1);
+    }
     grdCompare.Visible = true;
     if (m_designs.empty()) {
         labNote.Caption = "There is no suspension to compare.";

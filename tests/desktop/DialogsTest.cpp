@@ -116,11 +116,35 @@ TEST_F(DialogsTest, DesignsAreComparedAndATargetIsTyped) {
     QTest::keyClick(&value, Qt::Key_Return);
     EXPECT_EQ(m_user.Desk.TargetView(), nullptr);
     m_user.Desk.Handle([&] { m_user.Logic().EditTarget(chCamberAngle, vvAlongWheelTravel); });
-    EXPECT_EQ(m_user.Logic().TargetDialog->txtValue.Text, "-1.50"); // as it was stored
+    EXPECT_EQ(m_user.Logic().TargetDialog->txtValue.Text, "-1.500");
     Press(*m_user.Desk.TargetView(), "cmdRemove");
     compare.close();
     EXPECT_EQ(m_user.Desk.CompareView(), nullptr);
     EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
+}
+
+TEST_F(DialogsTest, ThePreviewFollowsEveryKeyInACell) {
+    m_user.Choose(mcProperties);
+    m_user.Desk.Handle([&] { m_user.Logic().EditGeometry->tabPages_Changed(pgStaticPoints); });
+    const auto solid = [&] {
+        return m_user.Logic().EditGeometry->Preview.Sheet().Curves.front().Points;
+    };
+    const std::vector<ChartPoint> document = solid();
+    GridView& table = *m_user.Desk.EditorView()->Points();
+    table.setCurrentIndex(table.Model().index(2, 0));
+    table.edit(table.currentIndex());
+    auto* const line = table.findChild<QLineEdit*>();
+    ASSERT_NE(line, nullptr);
+    line->selectAll();
+    QTest::keyClicks(line, "-1");
+    const std::vector<ChartPoint> first = solid();
+    QTest::keyClicks(line, "0");
+    EXPECT_NE(first, document);
+    EXPECT_NE(solid(), first);
+    EXPECT_EQ(line->text(), "-10");
+    QTest::keyClick(line, Qt::Key_Escape);
+    EXPECT_EQ(solid(), document);
+    EXPECT_FALSE(m_user.Logic().EditGeometry->HasUnappliedChanges());
 }
 
 TEST_F(DialogsTest, TheFreeViewIsTurnedAndSaved) {

@@ -74,7 +74,7 @@ TEST_F(frmCompareTest, FollowsTheDocumentAndItsTicksChooseTheColumns) {
 
 TEST_F(frmCompareTest, SaysWhatHasNoFiguresAndGoesOutAsText) {
     AddVariant("Impossible", 9000);
-    EXPECT_THAT(Window().labNote.Caption, StartsWith("Impossible has no figures: "));
+    EXPECT_THAT(Window().labNote.Caption, StartsWith("Impossible: Can't be solved"));
     EXPECT_THAT(Row(2), EndsWith("|+9000.00")); // its coordinates are compared all the same
     Window().cmdCopy_Click();
     EXPECT_EQ(m_windowSystem.Board, Window().grdCompare.Text());
