@@ -102,9 +102,9 @@ TEST_F(DialogsTest, DesignsAreComparedAndATargetIsTyped) {
     auto& designs = DesktopUser::Child<QListWidget>(compare, "lstDesigns");
     auto& table = DesktopUser::Child<GridView>(compare, "grdCompare");
     ASSERT_EQ(designs.count(), 2);
-    EXPECT_EQ(table.Model().columnCount(), 3);
+    EXPECT_EQ(table.Model().columnCount(), 4); // unit, two designs, difference
     designs.item(1)->setCheckState(Qt::Unchecked);
-    EXPECT_EQ(table.Model().columnCount(), 1);
+    EXPECT_EQ(table.Model().columnCount(), 2);
     Press(compare, "cmdCopy");
     EXPECT_THAT(QApplication::clipboard()->text().toStdString(), HasSubstr("As it stands"));
 
