@@ -67,6 +67,15 @@ void ChartsPanel::FillMenu(std::size_t n, ContextMenu& menu) {
     add(tr("Map of the Difference to the Baseline"), now.Kind == ChartKind::Map && now.Difference,
         kind(ChartKind::Map, true));
     menu.AddSeparator();
+    if (now.Kind != ChartKind::Map) {
+        menu.Add(tr("Target..."), [this, now] {
+            m_desktop.Handle([&] {
+                m_desktop.Main().EditTarget(now.Channel, now.Kind == ChartKind::AlongRackTravel
+                                                             ? vvAlongRackTravel
+                                                             : vvAlongWheelTravel);
+            });
+        });
+    }
     menu.Add(m_alone ? tr("All Charts") : tr("This Chart Alone"), [this, n] { ToggleAlone(n); });
     menu.AddSeparator();
 }

@@ -2,6 +2,7 @@
 
 #include "desktop/AboutWindow.h"
 #include "desktop/AdjustWindow.h"
+#include "desktop/CompareWindow.h"
 #include "desktop/CustomChannelsWindow.h"
 #include "desktop/EditGeometryWindow.h"
 #include "desktop/ExportWindow.h"
@@ -10,6 +11,7 @@
 #include "desktop/OptionsWindow.h"
 #include "desktop/PrintWindow.h"
 #include "desktop/RecoveryWindow.h"
+#include "desktop/TargetWindow.h"
 #include "desktop/WorkbenchWindow.h"
 
 #include <QGuiApplication>
@@ -128,6 +130,8 @@ void Desktop::ShowChildWindows() {
     Follow(m_export, Main().ExportDialog.get(), *this, m_dying);
     Follow(m_channels, Main().CustomChannelsDialog.get(), *this, m_dying);
     Follow(m_recovery, Main().RecoveryDialog.get(), *this, m_dying);
+    Follow(m_compare, Main().CompareWindow.get(), *this, m_dying);
+    Follow(m_target, Main().TargetDialog.get(), *this, m_dying);
     Follow(m_workbench, Main().Workbench.get(), *this, m_dying);
     Follow(m_about, &Main().About, *this, m_dying);
     if (m_running == 0) {

@@ -20,6 +20,7 @@ namespace corvanta {
 
 class AboutWindow;
 class AdjustWindow;
+class CompareWindow;
 class CustomChannelsWindow;
 class EditGeometryWindow;
 class ExportWindow;
@@ -27,6 +28,7 @@ class MainWindow;
 class OptionsWindow;
 class PrintWindow;
 class RecoveryWindow;
+class TargetWindow;
 class WorkbenchWindow;
 
 /// The program's windows on the screen. They are made, brought up to date and taken away by what
@@ -72,6 +74,8 @@ class Desktop final : private ScreenUpdate {
     [[nodiscard]] AdjustWindow* AdjustView() const { return m_adjust.get(); }
     [[nodiscard]] CustomChannelsWindow* CustomChannelsView() const { return m_channels.get(); }
     [[nodiscard]] RecoveryWindow* RecoveryView() const { return m_recovery.get(); }
+    [[nodiscard]] CompareWindow* CompareView() const { return m_compare.get(); }
+    [[nodiscard]] TargetWindow* TargetView() const { return m_target.get(); }
     [[nodiscard]] WorkbenchWindow* WorkbenchView() const { return m_workbench.get(); }
     [[nodiscard]] AboutWindow* AboutView() const { return m_about.get(); }
     [[nodiscard]] HelpWindow& Help() { return m_help; }
@@ -100,6 +104,8 @@ class Desktop final : private ScreenUpdate {
     std::unique_ptr<AdjustWindow> m_adjust;
     std::unique_ptr<CustomChannelsWindow> m_channels;
     std::unique_ptr<RecoveryWindow> m_recovery;
+    std::unique_ptr<CompareWindow> m_compare;
+    std::unique_ptr<TargetWindow> m_target;
     std::unique_ptr<WorkbenchWindow> m_workbench;
     std::unique_ptr<AboutWindow> m_about;
     QTimer m_follow;        ///< runs while the other windows are behind a hand that moves something

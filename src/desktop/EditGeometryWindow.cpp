@@ -1,5 +1,6 @@
 #include "desktop/EditGeometryWindow.h"
 
+#include "desktop/ChartSheetView.h"
 #include "desktop/Desktop.h"
 #include "desktop/DialogParts.h"
 #include "desktop/DrawingView.h"
@@ -29,6 +30,7 @@ namespace {
 
 constexpr int PageMargin = 16;
 constexpr double DrawingPen = 1.6;
+constexpr int PreviewHeight = 230; ///< of the chart below the drawing, pixels
 
 QVBoxLayout* PageLayout(QWidget* page) {
     auto* layout = new QVBoxLayout(page);
@@ -142,21 +144,31 @@ QWidget* EditGeometryWindow::BuildTypePage() {
 
 QWidget* EditGeometryWindow::BuildPointsPage() {
     auto* page = new QSplitter(Qt::Horizontal, this);
-    auto* left = new QWidget(page);
+    QWidget* const table = BuildPointsTable();
+    page->addWidget(table);
+    page->addWidget(BuildPointsDrawing());
+    page->setStretchFactor(0, 0);
+    page->setStretchFactor(1, 1); // the table has all it needs; more room is the drawing's
+    page->setChildrenCollapsible(false);
+    connect(page, &QSplitter::splitterMoved, this, [this](int tableWidth) {
+        m_window.TableWidth = tableWidth * TwipsPerPixel;
+        ShowDrawings();
+    });
+    m_points->Refresh();
+    const QMargins margins = table->layout()->contentsMargins();
+    const int needed = m_window.TableWidth > 0
+                           ? m_window.TableWidth / TwipsPerPixel
+                           : m_points->NeededWidth() + margins.left() + margins.right();
+    page->setSizes({needed, std::max(1, width() - needed)});
+    return page;
+}
+
+QWidget* EditGeometryWindow::BuildPointsTable() {
+    auto* left = new QWidget(this);
     auto* layout = new QVBoxLayout(left);
     m_points = new GridView(m_window.grdPoints, left);
     m_points->setObjectName("grdPoints");
-    m_points->Model().OnTyped([this](int row, int column, const std::string& text) {
-        m_desktop.Handle([&] { m_window.grdPoints_Edited(row, column, text); });
-    });
-    m_points->Model().OnToolTip([this](int row, int column) {
-        return QString::fromStdString(m_window.grdPoints_ToolTip(row, column));
-    });
-    m_points->OnPaste([this] { m_desktop.Handle([this] { m_window.grdPoints_Paste(); }); });
-    connect(m_points->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this] { ShowDrawings(); });
-    connect(m_points->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            &EditGeometryWindow::RememberSelection);
+    ConnectTable();
     layout->addWidget(m_points, 1);
     auto* notes = new QLabel(left);
     notes->setObjectName("labPointNotes");
@@ -173,23 +185,77 @@ QWidget* EditGeometryWindow::BuildPointsPage() {
     m_binder.Bind(status, m_window.labStatus);
     row->addWidget(status, 1);
     layout->addLayout(row);
-    m_pointsDrawing = new DrawingView(Qt::black, DrawingPen, page);
-    page->addWidget(left);
-    page->addWidget(m_pointsDrawing);
-    page->setStretchFactor(0, 0);
-    page->setStretchFactor(1, 1); // the table has all it needs; more room is the drawing's
-    page->setChildrenCollapsible(false);
-    connect(page, &QSplitter::splitterMoved, this, [this](int tableWidth) {
-        m_window.TableWidth = tableWidth * TwipsPerPixel;
-        ShowDrawings();
+    return left;
+}
+
+void EditGeometryWindow::ConnectTable() {
+    m_points->Model().OnTyped([this](int row, int column, const std::string& text) {
+        m_desktop.Handle([&] { m_window.grdPoints_Edited(row, column, text); });
     });
-    m_points->Refresh();
-    const QMargins margins = layout->contentsMargins();
-    const int table = m_window.TableWidth > 0
-                          ? m_window.TableWidth / TwipsPerPixel
-                          : m_points->NeededWidth() + margins.left() + margins.right();
-    page->setSizes({table, std::max(1, width() - table)});
-    return page;
+    m_points->OnTyping(
+        [this](int row, int column, const std::string& text) {
+            m_desktop.Handle([&] { m_window.grdPoints_Typing(row, column, text); });
+        },
+        [this] { m_desktop.Handle([this] { m_window.grdPoints_TypingEnded(); }); });
+    m_points->Model().OnToolTip([this](int row, int column) {
+        return QString::fromStdString(m_window.grdPoints_ToolTip(row, column));
+    });
+    m_points->OnPaste([this] { m_desktop.Handle([this] { m_window.grdPoints_Paste(); }); });
+    connect(m_points->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this] { ShowDrawings(); });
+    connect(m_points->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &EditGeometryWindow::RememberSelection);
+}
+
+/// The drawing above, the chart below it, which can be dragged away.
+QWidget* EditGeometryWindow::BuildPointsDrawing() {
+    auto* right = new QSplitter(Qt::Vertical, this);
+    right->setObjectName("splPreview");
+    m_pointsDrawing = new DrawingView(Qt::black, DrawingPen, right);
+    right->addWidget(m_pointsDrawing);
+    right->addWidget(BuildPreview());
+    right->setCollapsible(0, false);
+    right->setStretchFactor(0, 1);
+    right->setStretchFactor(1, 0);
+    CurvePreview& preview = m_window.Preview;
+    const int wanted = preview.Height > 0 ? preview.Height / TwipsPerPixel : PreviewHeight;
+    const int chart = preview.Hidden ? 0 : wanted;
+    right->setSizes({std::max(1, height() - chart), chart});
+    connect(right, &QSplitter::splitterMoved, this, [this, right] {
+        m_desktop.Handle([this, right] {
+            const int height = right->sizes().at(1);
+            m_window.Preview.Hidden = height == 0;
+            m_window.Preview.Height = height > 0 ? height * TwipsPerPixel : m_window.Preview.Height;
+            m_window.cboPreviewChannel_Changed();
+        });
+    });
+    return right;
+}
+
+QWidget* EditGeometryWindow::BuildPreview() {
+    auto* panel = new QWidget(this);
+    auto* layout = new QVBoxLayout(panel);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* channels = new QComboBox(panel);
+    channels->setObjectName("cboPreviewChannel");
+    channels->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_binder.Bind(channels, m_window.Preview.cboChannel,
+                  [this] { m_window.cboPreviewChannel_Changed(); });
+    layout->addWidget(channels);
+    auto* fault = new QLabel(panel);
+    fault->setObjectName("labPreviewFault");
+    fault->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); // one line, however long
+    m_binder.Bind(fault, m_window.Preview.labFault);
+    layout->addWidget(fault);
+    const auto hovered = [this](std::optional<ChartPoint> place) {
+        Guarded(m_desktop.Program().MessageService(), [&] {
+            m_window.Preview.Hover(place);
+            m_preview->Show(m_window.Preview.Sheet());
+        });
+    };
+    m_preview = new ChartSheetView({hovered, {}, {}}, panel);
+    layout->addWidget(m_preview, 1);
+    return panel;
 }
 
 QWidget* EditGeometryWindow::Frame(FieldFrame& frame) {
@@ -358,6 +424,7 @@ void EditGeometryWindow::ShowDrawings() {
             Draw(*m_pointsDrawing, m_window.Draft(),
                  current.isValid() ? m_window.PointAtRow(m_points->Model().GridRow(current.row()))
                                    : std::nullopt);
+            m_preview->Show(m_window.Preview.Sheet());
         }
     });
 }

@@ -11,6 +11,7 @@ class QTabWidget;
 
 namespace corvanta {
 
+class ChartSheetView;
 class Desktop;
 class DrawingView;
 class GridView;
@@ -26,6 +27,7 @@ class EditGeometryWindow final : public QWidget {
     [[nodiscard]] bool Shows(const frmEditGeometry& window) const { return &window == &m_window; }
 
     [[nodiscard]] GridView* Points() const { return m_points; }
+    [[nodiscard]] ChartSheetView* Preview() const { return m_preview; }
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -37,6 +39,10 @@ class EditGeometryWindow final : public QWidget {
   private:
     QWidget* BuildTypePage();
     QWidget* BuildPointsPage();
+    QWidget* BuildPointsTable();
+    QWidget* BuildPointsDrawing();
+    QWidget* BuildPreview();
+    void ConnectTable();
     QWidget* BuildTravelPage();
     QWidget* BuildFramesPage(const std::vector<FieldFrame*>& frames);
     QWidget* BuildDescriptionPage();
@@ -58,6 +64,7 @@ class EditGeometryWindow final : public QWidget {
     GridView* m_points = nullptr;
     DrawingView* m_typeDrawing = nullptr;
     DrawingView* m_pointsDrawing = nullptr;
+    ChartSheetView* m_preview = nullptr;
     QPlainTextEdit* m_description = nullptr;
     CWireframe m_wireframe;
     CellRange m_shownSelection;

@@ -107,6 +107,12 @@ GridHeader::GridHeader(const GridModel& model, QWidget* parent)
     setHighlightSections(false);
 }
 
+QFont GridHeader::TitleFont() const {
+    QFont title = font();
+    title.setBold(m_model.Grid().Rows() > 0 && m_model.Grid().Bold(0));
+    return title;
+}
+
 QFont GridHeader::UnitFont() const {
     QFont small = font();
     small.setPointSizeF(small.pointSizeF() * 0.9);
@@ -115,13 +121,14 @@ QFont GridHeader::UnitFont() const {
 
 int GridHeader::NeededWidth(int column) const {
     const QFontMetrics metrics(font());
+    const QFontMetrics titles(TitleFont());
     const int gridColumn = m_model.GridColumn(column);
     int width = LeastWidth;
     const QString title = m_model.Text(0, gridColumn);
     for (const QString& word : title.split(' ')) {
-        width = std::max(width, metrics.horizontalAdvance(word) + 2 * Padding);
+        width = std::max(width, titles.horizontalAdvance(word) + 2 * Padding);
     }
-    width = std::max(width, std::min(metrics.horizontalAdvance(title) + 2 * Padding, WidestTitle));
+    width = std::max(width, std::min(titles.horizontalAdvance(title) + 2 * Padding, WidestTitle));
     for (int row = m_model.Grid().FixedRows(); row < m_model.Grid().Rows(); ++row) {
         width =
             std::max(width, metrics.horizontalAdvance(m_model.Text(row, gridColumn)) + 2 * Padding);
@@ -130,7 +137,7 @@ int GridHeader::NeededWidth(int column) const {
 }
 
 QSize GridHeader::sizeHint() const {
-    const QFontMetrics metrics(font());
+    const QFontMetrics metrics(TitleFont());
     int lines = metrics.height();
     for (int column = 0; column < m_model.Grid().Columns(); ++column) {
         const int section = column - m_model.Grid().FixedColumns();
@@ -148,13 +155,8 @@ QSize GridHeader::sizeHint() const {
 void GridHeader::PaintHeads(QPainter& painter, const QRect& area, int gridColumn,
                             Qt::Alignment sides) const {
     const QRect text = area.adjusted(Padding, RowPadding, -Padding, -RowPadding);
-    painter.setFont(font());
+    painter.setFont(TitleFont());
     painter.setPen(palette().color(QPalette::ButtonText));
-    if (m_model.Grid().Bold(0) && m_model.Grid().Rows() > 0) {
-        QFont bold = font();
-        bold.setBold(true);
-        painter.setFont(bold);
-    }
     painter.drawText(text, static_cast<int>(sides | Qt::AlignTop) | Qt::TextWordWrap,
                      m_model.Text(0, gridColumn));
     if (m_model.Grid().FixedRows() > 1) {
@@ -204,7 +206,9 @@ QSize GridRowHeads::sizeHint() const {
 void GridRowHeads::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const {
     painter->save();
     painter->fillRect(rect, palette().color(QPalette::Button));
-    painter->setFont(font());
+    QFont head = font();
+    head.setBold(m_model.Grid().Bold(m_model.GridRow(logicalIndex)));
+    painter->setFont(head);
     painter->setPen(palette().color(QPalette::ButtonText));
     const Qt::Alignment side = HoldsNumbers() ? Qt::AlignRight : Qt::AlignLeft;
     const QRect place = rect.adjusted(Padding, 0, -Padding, 0);
@@ -266,6 +270,10 @@ QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
     QWidget* const editor = QStyledItemDelegate::createEditor(parent, option, index);
     if (auto* const line = qobject_cast<QLineEdit*>(editor)) {
         line->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        connect(line, &QLineEdit::textEdited, this,
+                [this, cell = QPersistentModelIndex(index)](const QString& text) {
+                    emit Typing(cell, text);
+                });
     }
     return editor;
 }
@@ -288,7 +296,15 @@ GridView::GridView(const DataGrid& grid, QWidget* parent) : QTableView(parent), 
     setVerticalHeader(m_rowHeads);
     m_corner = new Corner(*m_heads, *m_rowHeads, this);
     setModel(&m_model);
-    setItemDelegate(new GridDelegate(m_model, this));
+    auto* const delegate = new GridDelegate(m_model, this);
+    setItemDelegate(delegate);
+    connect(delegate, &GridDelegate::Typing, this,
+            [this](const QModelIndex& index, const QString& text) {
+                if (m_typing && index.isValid()) {
+                    m_typing(m_model.GridRow(index.row()), m_model.GridColumn(index.column()),
+                             text.toStdString());
+                }
+            });
     setCornerButtonEnabled(false);
     setShowGrid(false);
     setWordWrap(false);
@@ -448,6 +464,9 @@ void GridView::keyPressEvent(QKeyEvent* event) {
 void GridView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
     const bool next = hint == QAbstractItemDelegate::SubmitModelCache;
     QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    if (m_typingEnded) {
+        m_typingEnded();
+    }
     if (next || hint == QAbstractItemDelegate::EditNextItem) {
         setCurrentIndex(moveCursor(MoveNext, Qt::NoModifier));
     } else if (hint == QAbstractItemDelegate::EditPreviousItem) {

@@ -32,6 +32,7 @@ class GridHeader final : public QHeaderView {
     void paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const override;
 
   private:
+    [[nodiscard]] QFont TitleFont() const;
     [[nodiscard]] QFont UnitFont() const;
 
     const GridModel& m_model;
@@ -75,6 +76,10 @@ class GridDelegate final : public QStyledItemDelegate {
     /// What was typed stays when the table is brought up to date meanwhile.
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
 
+  signals:
+    /// A keystroke in the open cell.
+    void Typing(const QModelIndex& index, const QString& text) const;
+
   private:
     const GridModel& m_model;
 };
@@ -99,6 +104,14 @@ class GridView final : public QTableView {
 
     /// What pastes from the clipboard into the table, by key and by menu; none until it is told.
     void OnPaste(std::function<void()> paste) { m_paste = std::move(paste); }
+
+    /// Called with the text of the open cell after each keystroke, and when it is closed. Row and
+    /// column are those of the grid.
+    using Typing = std::function<void(int row, int column, const std::string& text)>;
+    void OnTyping(Typing typing, std::function<void()> ended) {
+        m_typing = std::move(typing);
+        m_typingEnded = std::move(ended);
+    }
 
     /// Takes the text of a cell that is still open, as the Enter key does.
     void CommitTyping();
@@ -132,6 +145,8 @@ class GridView final : public QTableView {
 
     GridModel m_model;
     std::function<void()> m_paste;
+    Typing m_typing;
+    std::function<void()> m_typingEnded;
     GridHeader* m_heads;
     GridRowHeads* m_rowHeads;
     QWidget* m_corner; ///< the heads of the first column

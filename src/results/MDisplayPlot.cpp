@@ -98,14 +98,19 @@ void PlotDisplay(PlotState& plot, Chart2D& chart, const Program& program, int ch
     PlotChart(plot, chart, program, columnX, columnY);
 }
 
-void PlotChart(PlotState& plot, Chart2D& chart, const Program& program, const PlotColumn& columnX,
-               const PlotColumn& columnY) {
+std::vector<ChartPoint> PlotPoints(const PlotColumn& columnX, const PlotColumn& columnY) {
     std::vector<ChartPoint> points;
     const std::size_t count = std::min(columnX.Values.size(), columnY.Values.size());
     for (std::size_t n = 0; n < count; ++n) {
         points.push_back({Checked(RoundedValue(columnX.Values[n]) * columnX.Factor),
                           Checked(columnY.Values[n] * columnY.Factor)});
     }
+    return points;
+}
+
+void PlotChart(PlotState& plot, Chart2D& chart, const Program& program, const PlotColumn& columnX,
+               const PlotColumn& columnY) {
+    std::vector<ChartPoint> points = PlotPoints(columnX, columnY);
     plot.PlotTitleX = columnX.Title;
     plot.PlotTitleY = columnY.Title;
     SetUpChart(chart);

@@ -36,10 +36,15 @@ struct PlotColumn {
 void PlotDisplay(PlotState& plot, Chart2D& chart, const Program& program, int channel,
                  std::int32_t variable, int rack, int wheel);
 
+/// The points of a line, as many as both columns have, in the units of the axes. X values count to
+/// five decimals of the stored unit. Throws Failure "Overflow" for a point beyond the range of a
+/// double.
+[[nodiscard]] std::vector<ChartPoint> PlotPoints(const PlotColumn& columnX,
+                                                 const PlotColumn& columnY);
+
 /// Sets the chart up and loads its points, as many as both columns have. Fewer than two make no
-/// line: the points on the chart then stay as they are. X values count to five decimals of the
-/// stored unit. A readout is taken away. Throws Failure "Overflow" for a point beyond the range of
-/// a double; the chart then stays as it is.
+/// line: the points on the chart then stay as they are. A readout is taken away. Throws Failure
+/// "Overflow" for a point beyond the range of a double; the chart then stays as it is.
 void PlotChart(PlotState& plot, Chart2D& chart, const Program& program, const PlotColumn& columnX,
                const PlotColumn& columnY);
 

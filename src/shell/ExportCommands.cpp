@@ -2,6 +2,7 @@
 
 #include "export/CDXF.h"
 #include "export/MExport.h"
+#include "model/Failure.h"
 
 #include <optional>
 #include <string>
@@ -16,8 +17,9 @@ constexpr const char* ComponentFilter = "Sorvent SuspVariable SUSPVAR 2.2 files 
 constexpr int FilterOfVersion1_1 = 2;
 
 std::optional<ChosenFile> AskForName(const Desk& desk, ShellHost& main, const char* filter,
-                                     const char* extension) {
+                                     const char* extension, const std::string& title = {}) {
     ChosenFile chosen;
+    chosen.Title = title;
     chosen.Extension = extension;
     const bool named = main.GetFileName(FileNameMode::SaveAs, filter,
                                         desk.Program.Options.ExportFilePath, chosen, false);
@@ -56,6 +58,26 @@ void AskAndExportComponent(Desk& desk, ShellHost& main) {
         ExportTo(desk, main, file->FilterIndex == FilterOfVersion1_1 ? etSuspvar1_1 : etSuspvar2_2,
                  file->Path);
     }
+}
+
+bool AskAndExportTable(Desk& desk, ShellHost& main, const DataGrid& table,
+                       const std::string& title) {
+    const std::optional<ChosenFile> file =
+        AskForName(desk, main, "CSV table (*.csv)|*.csv", "csv", title);
+    if (!file) {
+        return false;
+    }
+    try {
+        desk.Files.WriteBytes(file->Path, table.CommaSeparated());
+    } catch (...) {
+        desk.Messages.ShowMessage("The table could not be written to " + file->Path +
+                                      ".\rError was: " + FailureInFlight().Description(),
+                                  msExclamation);
+        return false;
+    }
+    desk.Program.Options.ExportFilePath = FileServices::ParentFolder(file->Path);
+    ConfirmWritten(main, file->Path);
+    return true;
 }
 
 void AskAndExportDXF(Desk& desk, ShellHost& main) {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "platform/DataGrid.h"
 #include "shell/Desk.h"
 #include "shell/ShellHost.h"
 
 #include <cstdint>
+#include <string>
 
 namespace corvanta {
 
@@ -20,5 +22,10 @@ void AskAndExportComponent(Desk& desk, ShellHost& main);
 
 /// The corner at the current wheel and rack position as a DXF drawing.
 void AskAndExportDXF(Desk& desk, ShellHost& main);
+
+/// Asks for a name and writes a table as comma-separated values, UTF-8. False when it is not
+/// written; a failure is told.
+bool AskAndExportTable(Desk& desk, ShellHost& main, const DataGrid& table,
+                       const std::string& title);
 
 } // namespace corvanta

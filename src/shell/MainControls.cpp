@@ -59,9 +59,10 @@ void SetUpMenus(MainControls& controls) {
          ViewItem("Link L&oads", vwLinkLoads), ViewItem("Link &Lengths", vwLinkLengths),
          ViewItem("&Dynamics Report", vwDynamicsReport),
          ViewItem("&Quadratic Coefficients", vwQuadraticCoefficients)});
-    controls.mnuTools = MenuOf("&Tools", {Item("&Options...", mcOptions),
-                                          Item("Define Custom Table...", mcDefineCustomTable),
-                                          Line(), Item("&Workbench", mcWorkbench)});
+    controls.mnuTools =
+        MenuOf("&Tools",
+               {Item("&Options...", mcOptions), Item("Define Custom Table...", mcDefineCustomTable),
+                Line(), Item("&Workbench", mcWorkbench), Item("&Compare...", mcCompare)});
 #ifndef NDEBUG
     controls.mnuTools.Items.push_back(Item("Test", mcTest)); // there is no self test to run yet
     controls.mnuTools.Items.back().Enabled = false;

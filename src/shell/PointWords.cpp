@@ -1,8 +1,10 @@
 #include "shell/PointWords.h"
 
+#include "model/NumberText.h"
 #include "solver/LocatedStatic.h"
 
 #include <algorithm>
+#include <string_view>
 #include <vector>
 
 namespace corvanta {
@@ -133,6 +135,19 @@ std::string PositionWords(const Suspension& document, const FundamentalUnits& un
                 TravelWords(units, RackTravelAtStep(document, rackStep), "Rack", "Rack");
     }
     return text;
+}
+
+std::string FailureLine(const CalculationFailure& failure, const Suspension& document,
+                        const FundamentalUnits& units) {
+    constexpr std::string_view LeadEnd = "\r\r"; // before it stands that there are no results
+    const std::size_t lead = failure.Message.rfind(LeadEnd);
+    const std::string reason =
+        lead == std::string::npos ? failure.Message : failure.Message.substr(lead + LeadEnd.size());
+    const std::string place = PositionWords(document, units, failure.WheelStep, failure.RackStep);
+    const std::string rows = RowWords(document.Catalogue, document.FaultyPoints);
+    return "Can't be solved" + (place.empty() ? "" : " at " + place) + ": " +
+           ReplaceAll(ReplaceAll(reason, "\r", "; "), "\n", "") +
+           (rows.empty() ? "" : ". Look at " + rows);
 }
 
 } // namespace corvanta

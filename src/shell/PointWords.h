@@ -1,5 +1,6 @@
 #pragma once
 
+#include "calculation/SCalcs.h"
 #include "model/Suspension.h"
 #include "model/Units.h"
 
@@ -20,6 +21,10 @@ namespace corvanta {
 /// The position of a step on both travels, in words with sign and unit; a step below 2 is none.
 [[nodiscard]] std::string PositionWords(const Suspension& document, const FundamentalUnits& units,
                                         int wheelStep, int rackStep);
+
+/// Why a solve of a document failed, at which position and which rows, in one line.
+[[nodiscard]] std::string FailureLine(const CalculationFailure& failure, const Suspension& document,
+                                      const FundamentalUnits& units);
 
 /// Entered points that the calculation does not find where they were entered.
 struct DisplacementWords {

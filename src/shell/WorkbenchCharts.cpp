@@ -38,10 +38,15 @@ const ChannelMap* MapIn(const DesignResults* results, std::size_t n) {
                                                                               : nullptr;
 }
 
-const DesignResults* BaselineOf(const ChartsContent& content) {
+const BesideResults* BaselineIn(const ChartsContent& content) {
     const auto found = std::find_if(content.Beside.begin(), content.Beside.end(),
                                     [](const BesideResults& each) { return each.IsBaseline; });
-    return found == content.Beside.end() ? nullptr : found->Results;
+    return found == content.Beside.end() ? nullptr : &*found;
+}
+
+const DesignResults* BaselineOf(const ChartsContent& content) {
+    const BesideResults* const baseline = BaselineIn(content);
+    return baseline == nullptr ? nullptr : baseline->Results;
 }
 
 std::vector<double> Scaled(const std::vector<double>& values, double factor) {
@@ -215,8 +220,8 @@ std::optional<SheetReadout> WorkbenchCharts::ReadoutAt(const ChartsContent& cont
                          {Text(record, *value) + " " + record.UnitLabel}};
     const Curve* const baseline = CurveIn(BaselineOf(content), n);
     if (const auto was = baseline == nullptr ? std::nullopt : ValueAt(*baseline, travel)) {
-        readout.Lines.push_back("baseline " + Text(record, *was));
-        readout.Lines.push_back("difference " + std::string(*value > *was ? "+" : "") +
+        readout.Lines.push_back(BaselineIn(content)->Name + " " + Text(record, *was));
+        readout.Lines.push_back("Difference " + std::string(*value > *was ? "+" : "") +
                                 Text(record, *value - *was));
     }
     return readout;

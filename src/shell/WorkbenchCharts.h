@@ -24,13 +24,13 @@ struct BesideResults {
 /// What the charts of the workbench are made from.
 struct ChartsContent {
     std::span<const StudyChart> Charts;
-    const DesignResults* Now = nullptr;  ///< the last good ones while the design fails
-    bool Faded = false;                  ///< the design fails
-    const DesignResults* Maps = nullptr; ///< of the design as it stands, as far as it goes
+    const DesignResults* Now = nullptr; ///< the last good ones while the design fails
+    bool Faded = false;                 ///< the design fails
     std::span<const BesideResults> Beside;
     std::span<const Target> Targets;
     bool Held = false;                ///< a hand moves something: axes don't shrink
     std::optional<TravelPlace> Hover; ///< what the pointer reads out; a travel may be NaN for none
+    const DesignResults* Maps = nullptr; ///< of the design as it stands, as far as it goes
 };
 
 /// Makes the charts of the workbench from results, and keeps their axes calm.

@@ -31,7 +31,10 @@ bool IsFaulty(const NumberBox& box, const Separators& separators) {
 
 } // namespace
 
-frmEditGeometry::frmEditGeometry(Desk& desk, ShellHost& main) : m_desk(desk), m_main(main) {
+frmEditGeometry::frmEditGeometry(Desk& desk, ShellHost& main)
+    : Preview(desk),
+      m_desk(desk),
+      m_main(main) {
     Caption = "Suspension Properties";
     Frame.Name = "frmEditGeometry";
     Frame.Placement = DesignSize;
@@ -88,6 +91,7 @@ void frmEditGeometry::LoadForm() {
         RestoreWindow(Frame, m_desk.Windows.ScreenSize, *m_desk.Store, -1, -1);
         TableWidth = StoredNumber(*m_desk.Store, Frame.Name, TableWidthKey).value_or(0);
     }
+    Preview.Load(Frame.Name);
     Page = pgType;
     ShowUnits();
     {
@@ -158,6 +162,7 @@ void frmEditGeometry::Close() {
         if (TableWidth > 0) {
             m_desk.Store->Write(Frame.Name, TableWidthKey, std::to_string(TableWidth));
         }
+        Preview.Keep(Frame.Name);
     }
     IsOpen = false;
 }
@@ -247,6 +252,7 @@ void frmEditGeometry::EnterPage(int page) {
         txtKThirdSpring.Enabled =
             m_desk.Program.Document.Data.ThirdSpringMechanism != tsCornerSpring;
     }
+    UpdatePreview();
 }
 
 std::string frmEditGeometry::StepName(const Design& before) const {
@@ -366,9 +372,32 @@ Suspension frmEditGeometry::Draft() const {
     draft.Data = document.Data;
     TakeType(draft.Data);
     SetPointsInPlay(draft.Catalogue, draft.Data.SpringMechanism, draft.Data);
-    draft.StaticPoints() = DraftOfCells(grdPoints, m_desk.Program.Units, document.StaticPoints());
+    DataGrid cells = grdPoints;
+    if (m_openCell) {
+        cells.SetCell(m_openCell->Row, m_openCell->Column, m_openCell->Text);
+    }
+    draft.StaticPoints() = DraftOfCells(cells, m_desk.Program.Units, document.StaticPoints());
     DerivePoints(draft.StaticPoints(), draft.Data);
     return draft;
+}
+
+Design frmEditGeometry::DraftDesign() const {
+    Design design = DesignOf(Draft());
+    const auto take = [&](const auto& fields) {
+        SuspensionData data = design.Data;
+        try {
+            fields(data);
+            design.Data = std::move(data);
+        } catch (const Failure&) {
+            return; // half typed: these stay as the document has them
+        }
+    };
+    std::string corrections;
+    take([&](SuspensionData& data) { TakeTravel(data, corrections); });
+    take([&](SuspensionData& data) {
+        TakeFields(data, *this, VehicleFields(), m_desk.Program.Units);
+    });
+    return design;
 }
 
 Suspension frmEditGeometry::Example() {
@@ -431,6 +460,14 @@ void frmEditGeometry::MarkPoints() {
     labPointNotes.Caption =
         MarkPointCells(grdPoints, Draft(), m_desk.Program.Document.FaultyPoints);
     labPointNotes.Visible = !labPointNotes.Caption.empty();
+    UpdatePreview();
+}
+
+/// Only while it is in sight.
+void frmEditGeometry::UpdatePreview() {
+    if (Page == pgStaticPoints && !Preview.Hidden) {
+        Preview.Show(DraftDesign(), m_openCell.has_value());
+    }
 }
 
 void frmEditGeometry::NumberBox_Changed(NumberBox& box) {

@@ -4,6 +4,7 @@
 #include "model/Suspension.h"
 #include "platform/Controls.h"
 #include "platform/DataGrid.h"
+#include "shell/CurvePreview.h"
 #include "shell/Desk.h"
 #include "shell/PointCells.h"
 #include "shell/ShellHost.h"
@@ -87,6 +88,10 @@ class frmEditGeometry final : public Window {
     void NumberBox_LostFocus(NumberBox& box); ///< typing has ended
     void txtDescription_Changed();
     void grdPoints_Edited(int row, int column, const std::string& text);
+    void grdPoints_Typing(int row, int column,
+                          const std::string& text); ///< each keystroke in a cell
+    void grdPoints_TypingEnded();                   ///< whatever became of the text
+    void cboPreviewChannel_Changed() { UpdatePreview(); }
     void cmdOK_Click();
     void cmdApply_Click();
     void cmdCancel_Click();
@@ -103,6 +108,9 @@ class frmEditGeometry final : public Window {
     /// play, and the points typed; a cell that holds no number keeps what is stored. It is not set
     /// up to be solved.
     [[nodiscard]] Suspension Draft() const;
+
+    /// The corner as the controls stand, with the fields that hold numbers, to be solved.
+    [[nodiscard]] Design DraftDesign() const;
 
     /// A corner that shows the mechanisms chosen, for a drawing: a sample, or without one `Draft`.
     /// The sample is read again only when the choice has changed.
@@ -132,6 +140,7 @@ class frmEditGeometry final : public Window {
     DataGrid grdPoints;
     CellRange grdPointsSelection; ///< the window system keeps it up to date
     Control cmdCopy, cmdPaste;
+    CurvePreview Preview;  ///< below the drawing of the points
     Control labStatus;     ///< what the last copy or paste did
     Control labPointNotes; ///< what is to be said of marked cells
 
@@ -155,6 +164,13 @@ class frmEditGeometry final : public Window {
     Control cmdOK, cmdCancel, cmdApply, cmdHelp;
 
   private:
+    /// A cell that is being typed into.
+    struct OpenCell {
+        int Row = 0;
+        int Column = 0;
+        std::string Text;
+    };
+
     void ConfirmApply();
     /// The four lists and the check box as numbers.
     using TypeChoices = std::array<int, 5>;
@@ -174,6 +190,7 @@ class frmEditGeometry final : public Window {
     void EnterPage(int page);
     void MarkFaults();
     void MarkPoints();
+    void UpdatePreview();
     void ShowTaken();
     void TellOfPaste(const PasteResult& result);
     void ShowFirstFault();
@@ -191,7 +208,8 @@ class frmEditGeometry final : public Window {
     std::optional<Suspension> m_example; ///< of the choices in its data
     TypeChoices m_shownType{};           ///< as the document's choices show
     Design m_shown;                      ///< what the controls show but for what is typed
-    bool m_pasted = false;               ///< since the document took the table of points last
+    std::optional<OpenCell> m_openCell;
+    bool m_pasted = false;      ///< since the document took the table of points last
     bool m_resultsLost = false; ///< leaving a page changed a document that had been calculated
 };
 

@@ -229,6 +229,7 @@ void frmEditGeometry::txtDescription_Changed() {
 void frmEditGeometry::PointTableToForm() {
     SetupPointsTableBlank(grdPoints, m_desk.Program.Document, m_desk.Program.Units, true);
     grdPoints.Visible = true;
+    m_openCell.reset();
     grdPointsSelection = {grdPoints.FixedRows(), grdPoints.FixedColumns(), grdPoints.FixedRows(),
                           grdPoints.FixedColumns()};
     PointsToGrid();
@@ -254,9 +255,24 @@ bool frmEditGeometry::PointsFromGrid() {
 
 void frmEditGeometry::grdPoints_Edited(int row, int column, const std::string& text) {
     if (IsPointCell(grdPoints, row, column)) {
+        m_openCell.reset();
         PutPointCell(grdPoints, m_desk.Program.Units, row, column, text);
         labStatus.Caption.clear();
         MarkPoints();
+    }
+}
+
+void frmEditGeometry::grdPoints_Typing(int row, int column, const std::string& text) {
+    if (IsPointCell(grdPoints, row, column)) {
+        m_openCell = {row, column, text};
+        UpdatePreview();
+    }
+}
+
+void frmEditGeometry::grdPoints_TypingEnded() {
+    if (m_openCell) {
+        m_openCell.reset();
+        UpdatePreview();
     }
 }
 

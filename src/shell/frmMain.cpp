@@ -46,6 +46,9 @@ void frmMain::Unload() {
     if (Workbench) {
         Workbench->Close();
     }
+    if (CompareWindow) {
+        CompareWindow->Close();
+    }
     IsOpen = false;
 }
 
@@ -90,6 +93,9 @@ void frmMain::Refresh(bool resetPosition) {
     DisplayStatus();
     if (AdjustDialog && AdjustDialog->IsOpen) {
         AdjustDialog->FollowDocument();
+    }
+    if (CompareWindow) {
+        CompareWindow->FollowUnits();
     }
 }
 
@@ -329,6 +335,9 @@ void frmMain::ExecuteWindowCommand(int command) {
         CustomChannelsDialog = std::make_unique<frmCustomChannels>(m_desk, *this);
         CustomChannelsDialog->Open();
         break;
+    case mcCompare:
+        OpenCompareWindow();
+        break;
     case mcHelpTopics:
         m_desk.Help.ShowHelpContents();
         break;
@@ -392,6 +401,21 @@ void frmMain::OpenAdjustDialog() {
     AdjustDialog->Raise = true;
 }
 
+void frmMain::OpenCompareWindow() {
+    if (!CompareWindow) {
+        CompareWindow = std::make_unique<frmCompare>(m_desk, *this);
+    }
+    if (!CompareWindow->IsOpen) {
+        CompareWindow->Open();
+    }
+    CompareWindow->Raise = true;
+}
+
+void frmMain::EditTarget(int channel, std::int32_t variable) {
+    TargetDialog = std::make_unique<frmTarget>(m_desk, channel, variable);
+    TargetDialog->Open();
+}
+
 void frmMain::ResetEditDialog() {
     if (frmEditGeometry* const editor = OpenedEditor()) {
         editor->Close();
@@ -425,6 +449,8 @@ void frmMain::ReleaseClosedWindows() {
     release(AdjustDialog);
     release(CustomChannelsDialog);
     release(RecoveryDialog);
+    release(CompareWindow);
+    release(TargetDialog);
     release(Workbench);
 }
 

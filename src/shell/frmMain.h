@@ -13,12 +13,14 @@
 #include "shell/ViewMemory.h"
 #include "shell/frmAbout.h"
 #include "shell/frmAdjust.h"
+#include "shell/frmCompare.h"
 #include "shell/frmCustomChannels.h"
 #include "shell/frmEditGeometry.h"
 #include "shell/frmExport.h"
 #include "shell/frmOptions.h"
 #include "shell/frmPrint.h"
 #include "shell/frmRecovery.h"
+#include "shell/frmTarget.h"
 #include "shell/frmWorkbench.h"
 
 #include <cstdint>
@@ -163,8 +165,13 @@ class frmMain final : public ShellHost,
     std::unique_ptr<frmAdjust> AdjustDialog;
     std::unique_ptr<frmCustomChannels> CustomChannelsDialog;
     std::unique_ptr<frmRecovery> RecoveryDialog;
+    std::unique_ptr<frmCompare> CompareWindow;
+    std::unique_ptr<frmTarget> TargetDialog;
     std::unique_ptr<frmWorkbench> Workbench;
     frmAbout About;
+
+    /// Opens the dialog for the target of a channel along wheel or rack travel.
+    void EditTarget(int channel, std::int32_t variable);
 
     /// Asks for one of the samples and opens it.
     void OpenSample() { ShowOutcome(Files.AskAndOpenSample()); }
@@ -201,6 +208,7 @@ class frmMain final : public ShellHost,
     void ResetPosition(bool always);
     void FillResultArea(std::int32_t view, std::int32_t viewArgument, std::int32_t variable,
                         int wheel, int rack);
+    void ShowPlot(std::int32_t viewArgument, std::int32_t variable, int wheel, int rack);
     void MarkStaticRow(std::int32_t view, std::int32_t variable);
     void FillPositionLists();
     void FillTypeList(std::int32_t view);
@@ -222,12 +230,15 @@ class frmMain final : public ShellHost,
     void OpenEditor();
     void OpenWorkbench();
     void OpenAdjustDialog();
+    void OpenCompareWindow();
     void CopyGrid();
     void ShowNoDocument();
     void TellNothingToShow(std::int32_t view, const std::string& words);
 
     Desk& m_desk;
     PlotState m_plot;
+    std::unique_ptr<Suspension> m_compared;    ///< where designs beside the document are solved for
+                                               ///< the plot, while that is on show
     int m_runsShown = 0;                       ///< calculations up to the one on show
     std::int32_t m_viewBeforeFailure = vwNone; ///< that comes back when a design is one again
     std::set<std::int32_t> m_toldViews;        ///< views of these results that said they are empty

@@ -6,6 +6,7 @@
 #include "results/MDisplay3d.h"
 #include "results/MDisplayTable.h"
 #include "results/PointsTable.h"
+#include "shell/ComparedLines.h"
 
 #include <algorithm>
 #include <array>
@@ -52,6 +53,9 @@ void frmMain::ShowViewPanels() {
     panEmptyTable.Visible = view == vwCustomTable && m_desk.Program.CustomChannels.Ids().empty();
     grdDisplay.Visible = IsTableView(view) && !panEmptyTable.Visible;
     chtChart.Visible = view == vwPlot;
+    if (!chtChart.Visible) {
+        m_compared.reset();
+    }
     if (chtSurface != nullptr) {
         chtSurface->ClearSeries();
     }
@@ -114,7 +118,7 @@ void frmMain::FillResultArea(std::int32_t view, std::int32_t viewArgument, std::
     } else if (view == vwQuadraticCoefficients) {
         table = ShowQuadraticCoefficients(program);
     } else if (view == vwPlot && chtSurface != nullptr) {
-        PlotDisplay(m_plot, *chtSurface, program, viewArgument, variable, rack, wheel);
+        ShowPlot(viewArgument, variable, wheel, rack);
     } else if (view == vw3d) {
         DrawAgain();
     }
@@ -124,6 +128,20 @@ void frmMain::FillResultArea(std::int32_t view, std::int32_t viewArgument, std::
     }
     if (!words.Prompt.empty()) {
         TellNothingToShow(view, words.Prompt);
+    }
+}
+
+/// What is asked for from elsewhere, to be printed, is the document's line alone.
+void frmMain::ShowPlot(std::int32_t viewArgument, std::int32_t variable, int wheel, int rack) {
+    const Program& program = m_desk.Program;
+    PlotDisplay(m_plot, *chtSurface, program, viewArgument, variable, rack, wheel);
+    chtSurface->Others.clear();
+    if (m_refreshBusy) {
+        if (!m_compared) {
+            m_compared = std::make_unique<Suspension>();
+        }
+        chtSurface->Others = ComparedLines(*m_compared, program, m_desk.Current.Study(),
+                                           {m_plot.PlotChannelY, variable, rack, wheel});
     }
 }
 

@@ -1,9 +1,11 @@
 #include "desktop/AdjustWindow.h"
+#include "desktop/CompareWindow.h"
 #include "desktop/CornerView.h"
 #include "desktop/CustomChannelsWindow.h"
 #include "desktop/ExportWindow.h"
 #include "desktop/GridView.h"
 #include "desktop/QtServices.h"
+#include "desktop/TargetWindow.h"
 #include "tests/desktop/DesktopUser.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/TemporaryFolder.h"
@@ -95,6 +97,57 @@ TEST_F(DialogsTest, AWindowOutlivesTheEventThatClosesIt) {
     m_user.Desk.Show();
     EXPECT_TRUE(view == nullptr);
     EXPECT_EQ(m_user.Logic().CustomChannelsDialog, nullptr);
+}
+
+TEST_F(DialogsTest, DesignsAreComparedAndATargetIsTyped) {
+    m_user.Choose(mcCompare);
+    QWidget& compare = *m_user.Desk.CompareView();
+    auto& designs = DesktopUser::Child<QListWidget>(compare, "lstDesigns");
+    auto& table = DesktopUser::Child<GridView>(compare, "grdCompare");
+    ASSERT_EQ(designs.count(), 2);
+    EXPECT_EQ(table.Model().columnCount(), 4); // unit, two designs, difference
+    designs.item(1)->setCheckState(Qt::Unchecked);
+    EXPECT_EQ(table.Model().columnCount(), 2);
+    Press(compare, "cmdCopy");
+    EXPECT_THAT(QApplication::clipboard()->text().toStdString(), HasSubstr("As it stands"));
+
+    m_user.Desk.Handle([&] { m_user.Logic().EditTarget(chCamberAngle, vvAlongWheelTravel); });
+    QWidget& target = *m_user.Desk.TargetView();
+    auto& value = DesktopUser::Child<QLineEdit>(target, "txtValue");
+    value.selectAll();
+    QTest::keyClicks(&value, "-3/2");
+    QTest::keyClick(&value, Qt::Key_Return);
+    EXPECT_EQ(m_user.Desk.TargetView(), nullptr);
+    m_user.Desk.Handle([&] { m_user.Logic().EditTarget(chCamberAngle, vvAlongWheelTravel); });
+    EXPECT_EQ(m_user.Logic().TargetDialog->txtValue.Text, "-1.500");
+    Press(*m_user.Desk.TargetView(), "cmdRemove");
+    compare.close();
+    EXPECT_EQ(m_user.Desk.CompareView(), nullptr);
+    EXPECT_THAT(m_user.Box.Prompts(), IsEmpty());
+}
+
+TEST_F(DialogsTest, ThePreviewFollowsEveryKeyInACell) {
+    m_user.Choose(mcProperties);
+    m_user.Desk.Handle([&] { m_user.Logic().EditGeometry->tabPages_Changed(pgStaticPoints); });
+    const auto solid = [&] {
+        return m_user.Logic().EditGeometry->Preview.Sheet().Curves.front().Points;
+    };
+    const std::vector<ChartPoint> document = solid();
+    GridView& table = *m_user.Desk.EditorView()->Points();
+    table.setCurrentIndex(table.Model().index(2, 0));
+    table.edit(table.currentIndex());
+    auto* const line = table.findChild<QLineEdit*>();
+    ASSERT_NE(line, nullptr);
+    line->selectAll();
+    QTest::keyClicks(line, "-1");
+    const std::vector<ChartPoint> first = solid();
+    QTest::keyClicks(line, "0");
+    EXPECT_NE(first, document);
+    EXPECT_NE(solid(), first);
+    EXPECT_EQ(line->text(), "-10");
+    QTest::keyClick(line, Qt::Key_Escape);
+    EXPECT_EQ(solid(), document);
+    EXPECT_FALSE(m_user.Logic().EditGeometry->HasUnappliedChanges());
 }
 
 TEST_F(DialogsTest, TheFreeViewIsTurnedAndSaved) {

@@ -4,10 +4,12 @@
 #include "desktop/AboutWindow.h"
 #include "desktop/AdjustWindow.h"
 #include "desktop/ChartSheetView.h"
+#include "desktop/CompareWindow.h"
 #include "desktop/CustomChannelsWindow.h"
 #include "desktop/ExportWindow.h"
 #include "desktop/GuardedApplication.h"
 #include "desktop/PrintWindow.h"
+#include "desktop/TargetWindow.h"
 #include "tests/desktop/DesktopUser.h"
 #include "tests/desktop/SampleSheets.h"
 #include "tests/support/SampleCorners.h"
@@ -106,6 +108,32 @@ void TakeCharts(const Photographer& camera) {
     }
 }
 
+/// What stands beside the document, in the windows that compare it.
+void TakeComparison(DesktopUser& user, const Photographer& camera) {
+    user.Choose(mcProperties);
+    user.Desk.Handle([&] {
+        frmEditGeometry& editor = *user.Logic().EditGeometry;
+        editor.tabPages_Changed(pgStaticPoints);
+        editor.grdPoints_Edited(4, 3, "250");
+    });
+    camera.Take(user.Desk.EditorView(), "editor-preview");
+    user.Desk.EditorView()->resize(1024, 600);
+    camera.Take(user.Desk.EditorView(), "editor-preview-small");
+    user.Desk.Handle([&] { user.Logic().EditGeometry->grdPoints_Edited(4, 3, "9250"); });
+    camera.Take(user.Desk.EditorView(), "editor-preview-fails");
+    user.Desk.Handle([&] {
+        user.Logic().EditGeometry->grdPoints_Edited(4, 3, "250");
+        user.Logic().EditGeometry->cmdOK_Click();
+    });
+    camera.Take(&user.Window(), "plot-compared");
+    user.Choose(mcCompare);
+    camera.Take(user.Desk.CompareView(), "compare");
+    user.Desk.Handle([&] { user.Logic().CompareWindow->Close(); });
+    user.Desk.Handle([&] { user.Logic().EditTarget(chCamberAngle, vvAlongWheelTravel); });
+    camera.Take(user.Desk.TargetView(), "target");
+    user.Desk.Handle([&] { user.Logic().TargetDialog->cmdCancel_Click(); });
+}
+
 void TakeAll(const std::string& userFolder, const QString& pictures) {
     const Photographer camera(pictures);
     TakeCharts(camera);
@@ -162,6 +190,7 @@ void TakeAll(const std::string& userFolder, const QString& pictures) {
     });
     user.Desk.Pages().SavePdf(camera.Path("plot.pdf"));
     user.Desk.Handle([&] { user.Logic().PrintDialog->Close(); });
+    TakeComparison(user, camera);
     user.Choose(mcAdjust);
     camera.Take(user.Desk.AdjustView(), "adjust");
     user.Desk.Handle([&] { user.Logic().AdjustDialog->cmdCancel_Click(); });

@@ -1,10 +1,13 @@
 // What the main window shows and how the user steers it.
 
 #include "solver/SInitGeo.h"
+#include "tests/support/Corners.h"
 #include "tests/support/MainFormTest.h"
+#include "tests/support/RecordingChart.h"
 #include "tests/support/Testing.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace corvanta::test {
 namespace {
@@ -269,6 +272,79 @@ TEST_F(frmMainViewsTest, TheListOfTypesOffersSubViewsAndChannels) {
         EXPECT_EQ(m_main.cboType.Index(), entry);
     }
     EXPECT_EQ(m_main.cboType.FindData(chLinkLoads), ListControl::NoSelection);
+}
+
+/// The line of a design by a run of its own, at the step of another travel.
+std::vector<ChartPoint> LineOf(Suspension document, std::int32_t variable, int step, int channel) {
+    CalculateCorner(document);
+    std::vector<ChartPoint> line;
+    const bool alongRack = variable == vvAlongRackTravel;
+    for (int n = (alongRack ? document.NR : document.NW) + 1; n >= 2; --n) {
+        const ChannelCells& cells =
+            (alongRack ? document.WheelStates(n, step) : document.WheelStates(step, n)).Channels;
+        line.push_back({cells[alongRack ? chRackTravel : chWheelTravel] / 25.4, cells[channel]});
+    }
+    return line;
+}
+
+TEST_F(frmMainViewsTest, ThePlotShowsBaselineAndTickedVariantsAtTheSameTravel) {
+    RecordingChart chart;
+    m_main.chtSurface = &chart;
+    m_program.Units[ucDisplacement].Label = "in";
+    m_program.Channels.ChannelsSetup(m_program.Units);
+    Open(SampleBytes());
+    m_settings.ViewWheel = m_document.StaticWheel - 1;
+    m_settings.ViewRack = m_document.StaticRack + 2;
+    GoTo(vwPlot);
+    ChooseType(m_main.cboType.FindData(chCamberAngle));
+    EXPECT_THAT(chart.Others, IsEmpty()); // the baseline is what the main line shows
+
+    const Suspension opened = m_document;
+    Suspension coarse = opened; // its steps are others
+    coarse.StaticPoints()[ptTRI].Z += 3;
+    coarse.Data.RackTravelStepSize *= 2;
+    coarse.Data.WheelTravelStepSize *= 2;
+    InitGeometry(coarse, m_program.Channels, m_program.Units, m_messages);
+    Suspension impossible = opened;
+    impossible.StaticPoints()[ptTRO] = {9000, 9000, 9000};
+    StudyData study = m_current.Study();
+    study.Variants = {{"Coarse", "", {1, 2, 3}, true, DesignOf(coarse)},
+                      {"Impossible", "", {}, true, DesignOf(impossible)},
+                      {"Hidden", "", {}, false, DesignOf(coarse)}};
+    m_current.ChangeStudy(study);
+    ASSERT_THAT(chart.Others, SizeIs(1));
+    Edit("20");
+    ASSERT_THAT(chart.Others, SizeIs(2));
+    for (const std::int32_t variable : {vvAlongRackTravel, vvAlongWheelTravel}) {
+        SCOPED_TRACE(variable);
+        m_settings.ViewWheel = m_document.StaticWheel - 2;
+        m_settings.ViewRack = m_document.StaticRack + 2;
+        GoTo(vwPlot, variable);
+        const bool alongRack = variable == vvAlongRackTravel;
+        const int fixed = alongRack ? m_settings.ViewWheel : m_settings.ViewRack;
+        const int fixedCoarse = alongRack ? coarse.StaticWheel - 1 : coarse.StaticRack + 1;
+        const auto same = [](std::vector<ChartPoint> points, std::vector<ChartPoint> expected) {
+            for (auto* line : {&points, &expected}) {
+                std::sort(line->begin(), line->end(),
+                          [](const auto& a, const auto& b) { return a.X < b.X; });
+            }
+            ASSERT_EQ(points.size(), expected.size());
+            for (std::size_t n = 0; n < points.size(); ++n) {
+                EXPECT_NEAR(points[n].X, expected[n].X, 1e-6); // an inch in single precision
+                EXPECT_EQ(points[n].Y, expected[n].Y);
+            }
+        };
+        ASSERT_THAT(chart.Others, SizeIs(2));
+        EXPECT_EQ(chart.Others[0].Name + chart.Others[1].Name, "BaselineCoarse");
+        EXPECT_TRUE(chart.Others[0].Dashed && !chart.Others[1].Dashed);
+        EXPECT_EQ(chart.Others[1].Drawn, (Colour{1, 2, 3}));
+        same(chart.Others[0].Points, LineOf(opened, variable, fixed, chCamberAngle));
+        same(chart.Others[1].Points, LineOf(coarse, variable, fixedCoarse, chCamberAngle));
+        same(chart.Series.Points, LineOf(m_document, variable, fixed, chCamberAngle));
+    }
+    // To be printed, the document alone.
+    m_main.DisplayView(vwPlot, chCamberAngle, vvAlongWheelTravel, 0, 0);
+    EXPECT_THAT(chart.Others, IsEmpty());
 }
 
 TEST_F(frmMainViewsTest, F5RedrawsAndWithCtrlCalculates) {
