@@ -49,7 +49,6 @@ class Application {
     void Begin();
 
     /// True when the command line asks for the workbench.
-    [[nodiscard]] bool WorkbenchAsked() const { return m_request.Workbench; }
 
     [[nodiscard]] const Program& Data() const { return m_program; }
     [[nodiscard]] frmMain& MainWindow() { return m_main; }
