@@ -58,10 +58,10 @@ void Tune(DesktopUser& user) {
     Nudge(user, ptUWO, 3, -8);
     Nudge(user, ptTRI, 3, -3);
     user.Desk.Handle([&] {
-        StudyData study = user.Logic().Current().Study();
+        StudyData study = user.Desk.Program().Current().Study();
         study.Targets.push_back(
             PlainTarget(chSteerAngleBump, vvAlongWheelTravel, 0, 0.02, -25, 25));
-        user.Logic().Current().ChangeStudy(std::move(study));
+        user.Desk.Program().Current().ChangeStudy(std::move(study));
         bench.sldBump_Moved(bench.sldBump.Static + 2);
     });
 }

@@ -301,5 +301,36 @@ TEST_F(ApplicationWindowTest, AFileOnTheCommandLineIsOpenedOnceTheWindowIsThere)
     EXPECT_TRUE(other.MainWindow().IsOpen);
 }
 
+TEST_F(ApplicationWindowTest, TheWorkbenchOpensWhereItIsAskedForWhateverBecomesOfTheFile) {
+    const auto begin = [this](std::vector<std::string> arguments) -> frmMain& {
+        m_process.Called = std::move(arguments);
+        Application& application = NewApplication();
+        EXPECT_EQ(application.AppStart(), StartResult::Interactive);
+        EXPECT_EQ(application.MainWindow().Workbench, nullptr) << "the main window comes first";
+        application.Begin();
+        return application.MainWindow();
+    };
+    frmMain& opened = begin({"--workbench", Document});
+    ASSERT_TRUE(opened.Workbench != nullptr && opened.Workbench->IsOpen);
+    EXPECT_EQ(opened.Workbench->Caption, "front.WSP - Workbench");
+    EXPECT_FALSE(opened.Workbench->panEmpty.Visible);
+    EXPECT_THAT(m_box.Prompts(), IsEmpty());
+
+    m_files.Put("/cars/damaged.WSP", "no document");
+    const std::vector<std::pair<std::vector<std::string>, std::string>> nothings{
+        {{"--workbench"}, ""},
+        {{"/cars/nowhere.WSP", "--workbench"}, "no file of this name"},
+        {{"--workbench", "/cars/damaged.WSP"}, "damaged.WSP"}};
+    for (const auto& [arguments, message] : nothings) {
+        m_box.Shown.clear();
+        frmMain& empty = begin(arguments);
+        ASSERT_TRUE(empty.Workbench != nullptr && empty.Workbench->IsOpen);
+        EXPECT_TRUE(empty.Workbench->panEmpty.Visible);
+        EXPECT_EQ(m_box.Shown.size(), message.empty() ? 0U : 1U);
+        EXPECT_THAT(m_box.Prompts(), testing::Each(HasSubstr(message)));
+    }
+    EXPECT_EQ(begin({Document}).Workbench, nullptr);
+}
+
 } // namespace
 } // namespace corvanta::test
