@@ -9,6 +9,7 @@
 #include "desktop/Icons.h"
 #include "desktop/PointsPanel.h"
 #include "desktop/StepsPanel.h"
+#include "desktop/TourBubble.h"
 #include "desktop/TravelPanel.h"
 #include "desktop/WindowPlaces.h"
 
@@ -16,6 +17,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QPushButton>
 #include <QShortcut>
 #include <QSpinBox>
 #include <QSplitter>
@@ -104,17 +106,53 @@ void WorkbenchWindow::BuildPanels() {
     m_left->setStretchFactor(0, 1);
     layout->addWidget(m_columns, 1);
     m_travel = new TravelPanel(m_desktop, m_window, m_binder, centre);
+    m_travel->setObjectName("panTravel");
     layout->addWidget(m_travel);
+    layout->addWidget(BuildEmptyPage(), 1);
+    m_binder.OnShow([this] {
+        m_columns->setVisible(!m_window.panEmpty.Visible);
+        m_travel->setVisible(!m_window.panEmpty.Visible);
+    });
     setCentralWidget(centre);
+    m_tour = new TourBubble(m_binder, m_window.Tour, this);
     for (QSplitter* splitter : {m_columns, m_left}) {
         connect(splitter, &QSplitter::splitterMoved, this, [this] { RememberPanels(); });
     }
+}
+
+/// What stands there while no document is open.
+QWidget* WorkbenchWindow::BuildEmptyPage() {
+    auto* page = new QWidget(this);
+    page->setObjectName("panEmpty");
+    auto* layout = new QVBoxLayout(page);
+    auto* words = new QLabel(QString::fromStdString(m_window.panEmpty.Caption), page);
+    words->setAlignment(Qt::AlignCenter);
+    words->setWordWrap(true);
+    auto* buttons = new QHBoxLayout;
+    const auto add = [&](const QString& caption, int command) {
+        auto* button = new QPushButton(caption, page);
+        connect(button, &QPushButton::clicked, this, [this, command] {
+            m_desktop.Handle([&] { m_desktop.Main().Execute(command, 0); });
+        });
+        buttons->addWidget(button);
+    };
+    buttons->addStretch(1);
+    add(tr("&Open..."), mcOpen);
+    add(tr("&New"), mcNew);
+    buttons->addStretch(1);
+    layout->addStretch(1);
+    layout->addWidget(words);
+    layout->addLayout(buttons);
+    layout->addStretch(2);
+    m_binder.Bind(page, m_window.panEmpty);
+    return page;
 }
 
 QWidget* WorkbenchWindow::BuildLists() {
     m_lists = new QTabWidget(m_left);
     m_history = new HistoryPanel(m_desktop, m_window, m_lists);
     m_variants = new VariantsPanel(m_desktop, m_window, m_lists);
+    m_lists->setObjectName("tabLists");
     m_lists->addTab(m_history, tr("History"));
     m_lists->addTab(m_variants, tr("Variants"));
     m_lists->setDocumentMode(true);
@@ -207,10 +245,14 @@ void WorkbenchWindow::BuildKeys() {
         connect(shortcut, &QShortcut::activated, this, action);
     };
     add(Qt::CTRL | Qt::Key_F, [this] { m_points->FocusFilter(); });
-    add(Qt::CTRL | Qt::Key_S, [this] {
-        m_points->Table().CommitTyping();
-        m_desktop.Handle([this] { m_desktop.Main().Execute(mcSave, 0); });
-    });
+    for (const auto& [keys, command] : {std::pair{QKeySequence::New, mcNew},
+                                        {QKeySequence::Open, mcOpen},
+                                        {QKeySequence::Save, mcSave}}) {
+        add(keys, [this, command = command] {
+            m_points->Table().CommitTyping();
+            m_desktop.Handle([&] { m_desktop.Main().Execute(command, 0); });
+        });
+    }
     add(Qt::CTRL | Qt::Key_1, [this] { m_points->Table().setFocus(); });
     add(Qt::CTRL | Qt::Key_2, [this] { m_charts->Chart(0)->setFocus(); });
     add(Qt::CTRL | Qt::Key_3, [this] { m_corner->Canvas().setFocus(); });
@@ -240,6 +282,7 @@ void WorkbenchWindow::Refresh() {
     m_count->setValue(static_cast<int>(m_window.Charts().size()));
     setWindowTitle(QString::fromStdString(m_window.Caption) + "[*]");
     setWindowModified(m_desktop.Program().Data().Modified);
+    ShowTour();
     if (m_window.Raise) {
         m_window.Raise = false;
         raise();
@@ -258,6 +301,28 @@ void WorkbenchWindow::ShowHead() {
     }
     m_head->setAutoFillBackground(!words.isEmpty());
     m_head->setPalette(colours);
+}
+
+void WorkbenchWindow::ShowTour() {
+    QWidget* part = nullptr;
+    switch (m_window.Tour.Step().Part) {
+    case TourPart::Points:
+        part = m_points;
+        break;
+    case TourPart::Charts:
+        part = m_charts;
+        break;
+    case TourPart::Corner:
+        part = m_corner;
+        break;
+    case TourPart::Travel:
+        part = m_travel;
+        break;
+    case TourPart::Lists:
+        part = m_lists;
+        break;
+    }
+    m_tour->Refresh(part, !m_window.panEmpty.Visible);
 }
 
 void WorkbenchWindow::RefreshSoon() {
@@ -291,6 +356,8 @@ void WorkbenchWindow::keyPressEvent(QKeyEvent* event) {
         m_desktop.Handle([this] { m_desktop.Main().Execute(mcWorkbenchHelp, 0); });
     } else if (event->key() == Qt::Key_Space) {
         m_travel->TogglePlay();
+    } else if (event->key() == Qt::Key_Escape && m_window.Tour.IsOpen()) {
+        m_desktop.Handle([this] { m_window.Tour.cmdSkip_Click(); });
     } else {
         QMainWindow::keyPressEvent(event);
     }

@@ -19,6 +19,7 @@ class CornerPanelView;
 class Desktop;
 class HistoryPanel;
 class PointsPanel;
+class TourBubble;
 class TravelPanel;
 class VariantsPanel;
 
@@ -57,7 +58,9 @@ class WorkbenchWindow final : public QMainWindow {
     void BuildPanels();
     void BuildKeys();
     QWidget* BuildLists();
+    QWidget* BuildEmptyPage();
     void ShowHead();
+    void ShowTour();
     void RestorePanels();
     void RememberPanels();
 
@@ -75,6 +78,7 @@ class WorkbenchWindow final : public QMainWindow {
     TravelPanel* m_travel = nullptr;
     HistoryPanel* m_history = nullptr;
     VariantsPanel* m_variants = nullptr;
+    TourBubble* m_tour = nullptr;
     bool m_refreshAsked = false;
 };
 

@@ -171,6 +171,9 @@ void Application::RunBatch() {
 void Application::Begin() {
     m_main.Files.Recovery.SetFolder(m_recoveryFolder);
     OpenAsked();
+    if (m_request.Workbench) { // on nothing, too, where there was no file or it could not be read
+        m_main.Execute(mcWorkbench, 0);
+    }
     m_main.OfferRecovery();
 }
 

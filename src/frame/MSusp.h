@@ -45,15 +45,13 @@ class Application {
     void KeepChanges();
 
     /// An interactive start goes on with its window shown: opens what the command line names, or
-    /// says what is wrong with it, and offers the unsaved work of an earlier run.
+    /// says what is wrong with it, shows the workbench where that was asked for, and offers the
+    /// unsaved work of an earlier run.
     void Begin();
 
-    /// True when the command line asks for the workbench.
-    [[nodiscard]] bool WorkbenchAsked() const { return m_request.Workbench; }
-
     [[nodiscard]] const Program& Data() const { return m_program; }
-    [[nodiscard]] frmMain& MainWindow() { return m_main; }
     [[nodiscard]] CDocument& Current() { return m_current; }
+    [[nodiscard]] frmMain& MainWindow() { return m_main; }
     [[nodiscard]] Messages& MessageService() { return m_messages; }
 
   private:

@@ -69,7 +69,8 @@ void SetUpMenus(MainControls& controls) {
 #endif
     controls.mnuHelp =
         MenuOf("&Help", {Item("Corvanta &Help Topics", mcHelpTopics),
-                         Item("&Workbench Help", mcWorkbenchHelp), Item("&About...", mcAbout)});
+                         Item("&Workbench Help", mcWorkbenchHelp),
+                         Item("Workbench &Tour", mcWorkbenchTour), Item("&About...", mcAbout)});
 }
 
 void SetUpSelectionStrip(MainControls& controls) {

@@ -41,6 +41,7 @@ enum MainCommand : int {
     mcTest,
     mcHelpTopics,
     mcWorkbenchHelp,
+    mcWorkbenchTour,
     mcAbout,
 };
 

@@ -327,6 +327,10 @@ void frmMain::ExecuteWindowCommand(int command) {
     case mcWorkbenchHelp:
         m_desk.Help.ShowHelpTopic(htWorkbench);
         break;
+    case mcWorkbenchTour:
+        OpenWorkbench();
+        Workbench->Tour.Begin();
+        break;
     case mcOptions:
         OptionsDialog = std::make_unique<frmOptions>(m_desk, *this);
         OptionsDialog->Open();

@@ -86,6 +86,8 @@ frmWorkbench::frmWorkbench(Desk& desk, ShellHost& main)
     cmdSetBaseline.ToolTip = "The design as it stands becomes what all others are compared with";
     cmdKeepVariant.Caption = "&Keep as Variant";
     cmdKeepVariant.ToolTip = "Keep the design as it stands under a name";
+    panEmpty.Caption = "No document is open.\nOpen one (Ctrl+O), begin one (Ctrl+N), or press F6 "
+                       "for the main window with its samples.";
     txtBump.Caption = "Bump:";
     txtRack.Caption = "Rack:";
     Corner.Events.Picked = [this](PointNumber number) {
@@ -161,6 +163,10 @@ void frmWorkbench::Update() {
     ShowTravel();
     ShowLists();
     ShowHead();
+    panEmpty.Visible = !m_now;
+    if (m_now) { // its steps speak of what can be seen
+        Tour.Offer(m_desk.Store);
+    }
 }
 
 // --- Results ------------------------------------------------------------------------------------

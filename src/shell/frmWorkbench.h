@@ -6,6 +6,7 @@
 #include "shell/ShellHost.h"
 #include "shell/WorkbenchCharts.h"
 #include "shell/WorkbenchPoints.h"
+#include "shell/WorkbenchTour.h"
 #include "study/DesignResults.h"
 
 #include <cstddef>
@@ -125,6 +126,11 @@ class frmWorkbench final : public Window, private DocumentWatcher {
 
     /// What fails and where, or what became of the last typing; empty when all is well.
     Control labHead;
+
+    /// What to do while no document is open; nothing else of the window is visible then.
+    Control panEmpty;
+
+    CWorkbenchTour Tour;
 
     Control cmdUndo, cmdRedo, cmdSetBaseline, cmdKeepVariant;
 

@@ -11,12 +11,11 @@
 #include "desktop/PrintWindow.h"
 #include "desktop/TargetWindow.h"
 #include "tests/desktop/DesktopUser.h"
+#include "tests/desktop/Photographer.h"
 #include "tests/desktop/SampleSheets.h"
+#include "tests/desktop/WorkbenchScreenshots.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/TemporaryFolder.h"
-
-#include <QDir>
-#include <QTest>
 
 #include <iostream>
 
@@ -45,24 +44,6 @@ QPalette DarkPalette() {
     }
     return palette;
 }
-
-/// Takes the pictures, named by their order and what they show.
-class Photographer {
-  public:
-    explicit Photographer(QString folder) : m_folder(std::move(folder)) { QDir().mkpath(m_folder); }
-
-    void Take(QWidget* window, const QString& name) const {
-        QTest::qWait(40); // for what a window does after an event
-        if (window == nullptr || !window->grab().save(m_folder + "/" + name + ".png")) {
-            std::cerr << "no picture of " << name.toStdString() << "\n";
-        }
-    }
-
-    [[nodiscard]] QString Path(const char* name) const { return m_folder + "/" + name; }
-
-  private:
-    QString m_folder;
-};
 
 void TakeViews(DesktopUser& user, const Photographer& camera) {
     for (const MenuItem& item : user.Logic().mnuView.Items) {
@@ -198,6 +179,7 @@ void TakeAll(const std::string& userFolder, const QString& pictures) {
     camera.Take(user.Desk.Help().View(), "help");
     user.Open(SamplePath("SOURCES.md")); // no document at all
     camera.Take(&user.Window(), "start-with-recent-files");
+    TakeWorkbench(user, camera);
 }
 
 } // namespace

@@ -73,7 +73,7 @@ class ApplicationWindowTest : public testing::Test, public ScreenUpdate, public 
 
 TEST_F(ApplicationWindowTest, TheSplashStandsFirstAndTheWindowComesWhenItIsWhole) {
     Application& application = Started("front.WSP");
-    EXPECT_THAT(Seen, ElementsAre("splash ", "splash main 17 buttons waiting"));
+    EXPECT_THAT(Seen, ElementsAre("splash ", "splash main 18 buttons waiting"));
     EXPECT_EQ(m_windows.Current(), DefaultCursor);
     frmMain& main = application.MainWindow();
     EXPECT_EQ(main.Caption, "Corvanta 5.4.5");
@@ -94,9 +94,9 @@ TEST_F(ApplicationWindowTest, AMessageNeverWaitsBelowTheSplash) {
     Application& application = Started();
     application.MessageService().ShowMessage("first");
     application.MessageService().ShowMessage("second");
-    EXPECT_THAT(Seen, ElementsAre("splash ", "splash main 17 buttons waiting", "main 17 buttons ",
-                                  "message over main 17 buttons ",
-                                  "message over message over main 17 buttons "));
+    EXPECT_THAT(Seen, ElementsAre("splash ", "splash main 18 buttons waiting", "main 18 buttons ",
+                                  "message over main 18 buttons ",
+                                  "message over message over main 18 buttons "));
     EXPECT_FALSE(application.MainWindow().About.IsOpen);
 
     // The same in a start that fails.
@@ -110,14 +110,14 @@ TEST_F(ApplicationWindowTest, AMessageNeverWaitsBelowTheSplash) {
     m_files.Put(Ini, "[MRU]\nCount=many\n");
     EXPECT_EQ(NewApplication().AppStart(), StartResult::Interactive);
     EXPECT_THAT(Seen,
-                ElementsAre("message over nothing", "splash ", "splash main 17 buttons waiting"));
+                ElementsAre("message over nothing", "splash ", "splash main 18 buttons waiting"));
     EXPECT_THAT(m_box.Prompts().back(), StartsWith("There was an error while initialising"));
 }
 
 TEST_F(ApplicationWindowTest, ABatchRunShowsItselfUnlessItIsToldNotTo) {
     const std::string keys = "/input=cars\\front.WSP /output=out\\r.txt /type=2 /table=10";
     Started(keys);
-    EXPECT_THAT(Seen, ElementsAre("splash ", "splash main 17 buttons waiting"));
+    EXPECT_THAT(Seen, ElementsAre("splash ", "splash main 18 buttons waiting"));
     EXPECT_FALSE(m_application->MainWindow().IsOpen) << "it closes by itself";
     EXPECT_TRUE(m_files.FileExists("/out/r.txt"));
     EXPECT_THAT(*m_files.Bytes(Ini), HasSubstr("File1=" + Document));
@@ -299,6 +299,37 @@ TEST_F(ApplicationWindowTest, AFileOnTheCommandLineIsOpenedOnceTheWindowIsThere)
                 ElementsAre(HasSubstr("no file of this name:\r/cars/nowhere.WSP")));
     EXPECT_FALSE(other.Data().Document.DataLoaded);
     EXPECT_TRUE(other.MainWindow().IsOpen);
+}
+
+TEST_F(ApplicationWindowTest, TheWorkbenchOpensWhereItIsAskedForWhateverBecomesOfTheFile) {
+    const auto begin = [this](std::vector<std::string> arguments) -> frmMain& {
+        m_process.Called = std::move(arguments);
+        Application& application = NewApplication();
+        EXPECT_EQ(application.AppStart(), StartResult::Interactive);
+        EXPECT_EQ(application.MainWindow().Workbench, nullptr) << "the main window comes first";
+        application.Begin();
+        return application.MainWindow();
+    };
+    frmMain& opened = begin({"--workbench", Document});
+    ASSERT_TRUE(opened.Workbench != nullptr && opened.Workbench->IsOpen);
+    EXPECT_EQ(opened.Workbench->Caption, "front.WSP - Workbench");
+    EXPECT_FALSE(opened.Workbench->panEmpty.Visible);
+    EXPECT_THAT(m_box.Prompts(), IsEmpty());
+
+    m_files.Put("/cars/damaged.WSP", "no document");
+    const std::vector<std::pair<std::vector<std::string>, std::string>> nothings{
+        {{"--workbench"}, ""},
+        {{"/cars/nowhere.WSP", "--workbench"}, "no file of this name"},
+        {{"--workbench", "/cars/damaged.WSP"}, "damaged.WSP"}};
+    for (const auto& [arguments, message] : nothings) {
+        m_box.Shown.clear();
+        frmMain& empty = begin(arguments);
+        ASSERT_TRUE(empty.Workbench != nullptr && empty.Workbench->IsOpen);
+        EXPECT_TRUE(empty.Workbench->panEmpty.Visible);
+        EXPECT_EQ(m_box.Shown.size(), message.empty() ? 0U : 1U);
+        EXPECT_THAT(m_box.Prompts(), testing::Each(HasSubstr(message)));
+    }
+    EXPECT_EQ(begin({Document}).Workbench, nullptr);
 }
 
 } // namespace

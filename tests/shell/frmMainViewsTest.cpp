@@ -427,7 +427,8 @@ TEST_F(frmMainViewsTest, MenusAndToolbarFollowTheResultsAndTheView) {
         for (const ToolButton& button : m_main.tbrMain) {
             const bool always = button.Key == "new" || button.Key == "open" ||
                                 button.Key == "save" || button.Key == "properties" ||
-                                button.Key == "adjust" || button.Key == "options";
+                                button.Key == "adjust" || button.Key == "options" ||
+                                button.Key == "workbench";
             if (!button.Key.empty() && button.Key != "export") {
                 EXPECT_EQ(button.Enabled, always || results) << button.Key;
             }
@@ -476,7 +477,7 @@ TEST_F(frmMainViewsTest, TheToolbarHoldsItsButtonsInOrderAndNoCommandOfItsOwn) {
         EXPECT_TRUE(known(button)) << button.Key;
     }
     EXPECT_THAT(keys, ElementsAre("", "new", "open", "save", "print", "export", "", "properties",
-                                  "adjust", "options", "", "customtable", "plot", "3d",
+                                  "adjust", "options", "workbench", "", "customtable", "plot", "3d",
                                   "deflectedgeo", "lengths", "quad"));
 }
 

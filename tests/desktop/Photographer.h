@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+namespace corvanta::test {
+
+/// Takes pictures of windows, named by their order and what they show.
+class Photographer {
+  public:
+    explicit Photographer(QString folder);
+
+    void Take(QWidget* window, const QString& name) const;
+
+    [[nodiscard]] QString Path(const char* name) const { return m_folder + "/" + name; }
+
+  private:
+    QString m_folder;
+};
+
+} // namespace corvanta::test
