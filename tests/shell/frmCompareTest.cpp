@@ -67,7 +67,8 @@ TEST_F(frmCompareTest, FollowsTheDocumentAndItsTicksChooseTheColumns) {
     const std::string before = Row(2);
     m_current.Release();
     EXPECT_NE(Row(2), before); // once the hand lets go
-    m_main.FileOpen("/none.WSP");
+    ResetDocument(m_document, m_settings);
+    m_current.Begin("None", true);
     EXPECT_EQ(Window().labNote.Caption, "There is no suspension to compare.");
     EXPECT_FALSE(Window().cmdCopy.Enabled);
 }
