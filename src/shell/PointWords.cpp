@@ -141,13 +141,15 @@ std::string FailureLine(const CalculationFailure& failure, const Suspension& doc
                         const FundamentalUnits& units) {
     constexpr std::string_view LeadEnd = "\r\r"; // before it stands that there are no results
     const std::size_t lead = failure.Message.rfind(LeadEnd);
-    const std::string reason =
+    std::string reason =
         lead == std::string::npos ? failure.Message : failure.Message.substr(lead + LeadEnd.size());
+    reason = ReplaceAll(reason, "The following error occurred: ", "");
+    reason = reason.substr(0, reason.find("\r\n")); // advice follows, which a line has no room for
+    reason = reason.substr(0, reason.find_last_not_of(". \r") + 1);
     const std::string place = PositionWords(document, units, failure.WheelStep, failure.RackStep);
     const std::string rows = RowWords(document.Catalogue, document.FaultyPoints);
     return "Can't be solved" + (place.empty() ? "" : " at " + place) + ": " +
-           ReplaceAll(ReplaceAll(reason, "\r", "; "), "\n", "") +
-           (rows.empty() ? "" : ". Look at " + rows);
+           ReplaceAll(reason, "\r", "; ") + (rows.empty() ? "" : ". Look at " + rows);
 }
 
 } // namespace corvanta

@@ -288,25 +288,8 @@ std::string frmWorkbench::FailureWords() const {
     if (!ownFails && !gridFails) {
         return {};
     }
-    const CalculationFailure& failure =
-        ownFails ? m_now->Results.Outcome.Failure : current.LastFailure();
-    std::string reason = failure.Message;
-    for (const std::string_view lead :
-         {"Calculations could not be completed.\r\r",
-          "The following problem/s were found with the input geometry: "
-          "\r\r",
-          "The following error occurred: "}) {
-        reason = ReplaceAll(reason, lead, "");
-    }
-    reason = reason.substr(
-        0, reason.find_first_of("\r\n")); // advice follows that a head has no room for
-    reason = reason.substr(0, reason.find_last_not_of('.') + 1);
-    const Suspension& failed = ownFails ? m_scratch : document;
-    const std::string place =
-        PositionWords(failed, m_desk.Program.Units, failure.WheelStep, failure.RackStep);
-    const std::string rows = RowWords(failed.Catalogue, failed.FaultyPoints);
-    return "Can't be solved" + (place.empty() ? "" : " at " + place) + ": " + reason +
-           (rows.empty() ? "" : ". Look at " + rows);
+    return ownFails ? FailureLine(m_now->Results.Outcome.Failure, m_scratch, m_desk.Program.Units)
+                    : FailureLine(current.LastFailure(), document, m_desk.Program.Units);
 }
 
 void frmWorkbench::ShowHead() {
