@@ -47,6 +47,12 @@ std::optional<double> ValueAt(const Curve& curve, double travel) {
         return curve.Y.back();
     }
     const auto right = static_cast<std::size_t>(above - curve.X.begin());
+    for (const std::size_t step :
+         {right - 1, right}) { // at a step stands what was calculated there
+        if (std::abs(curve.X[step] - travel) <= TravelResolution) {
+            return curve.Y[step];
+        }
+    }
     const double run = curve.X[right] - curve.X[right - 1]; // above 0, as the left one lies below
     const double share = (travel - curve.X[right - 1]) / run;
     return std::lerp(curve.Y[right - 1], curve.Y[right], share);

@@ -33,8 +33,8 @@ struct Curve {
 [[nodiscard]] Curve CurveOf(const Suspension& document, int channel, std::int32_t variable,
                             int rackStep = 0, int wheelStep = 0);
 
-/// Value at a travel, linear between the steps; nothing beyond the ends. A travel that misses an
-/// end by no more than the search for the wheel may (`TravelResolution`) counts as the end.
+/// Value at a travel, linear between the steps; nothing beyond the ends. A travel that misses a
+/// step by no more than the search for the wheel may (`TravelResolution`) counts as the step's.
 [[nodiscard]] std::optional<double> ValueAt(const Curve& curve, double travel);
 
 /// Slope at static, stored units of the channel per mm: the central difference of the neighbouring
