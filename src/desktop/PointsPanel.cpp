@@ -155,6 +155,10 @@ bool PointsPanel::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool PointsPanel::TakeKey(const QKeyEvent& event) {
+    if (event.key() == Qt::Key_Space && event.modifiers() == Qt::NoModifier) {
+        emit SpacePressed(); // a table has no use for it
+        return true;
+    }
     const bool vertical = event.key() == Qt::Key_Up || event.key() == Qt::Key_Down;
     if (m_scrubbing && event.key() == Qt::Key_Escape) {
         EndScrub(false);

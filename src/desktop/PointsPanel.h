@@ -27,6 +27,10 @@ class PointsPanel final : public QWidget {
     [[nodiscard]] GridView& Table() const { return *m_table; }
     void FocusFilter();
 
+  signals:
+    /// The key that plays and stops the travel.
+    void SpacePressed();
+
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -113,6 +113,7 @@ void WorkbenchWindow::BuildPanels() {
         m_columns->setVisible(!m_window.panEmpty.Visible);
         m_travel->setVisible(!m_window.panEmpty.Visible);
     });
+    connect(m_points, &PointsPanel::SpacePressed, m_travel, &TravelPanel::TogglePlay);
     setCentralWidget(centre);
     m_tour = new TourBubble(m_binder, m_window.Tour, this);
     for (QSplitter* splitter : {m_columns, m_left}) {

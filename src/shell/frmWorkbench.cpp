@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <sstream>
 #include <utility>
 
@@ -15,6 +16,7 @@ namespace corvanta {
 namespace {
 
 constexpr WindowPlacement DesignSize{0, 0, 18900, 11400}; // 1260 by 760 pixels
+constexpr double HundredthsPerUnit = 100;
 constexpr const char* ChartsKey = "Charts";
 constexpr const char* PanelsKey = "Panels";
 
@@ -352,7 +354,15 @@ void frmWorkbench::Chart_TravelMoved(std::size_t n, const ChartPoint& place, boo
 
 void frmWorkbench::MovePoint(PointNumber number, const SuspPoint& place) {
     Design design = DesignOf(m_desk.Program.Document);
-    design.Points[number] = place;
+    SuspPoint& point = design.Points[number];
+    // A hand is not as exact as a double: what it moves comes to rest on digits that show.
+    const double perUnit =
+        HundredthsPerUnit * UsableUnit(m_desk.Program.Units, ucDisplacement).Factor;
+    for (const PointAxis& axis : PointAxes()) {
+        if (point.*axis.Member != place.*axis.Member) { // exactly: it was moved along this axis
+            point.*axis.Member = std::round(place.*axis.Member * perUnit) / perUnit;
+        }
+    }
     if (!m_desk.Current.Steps().IsHeld()) {
         m_desk.Current.Hold();
     }
