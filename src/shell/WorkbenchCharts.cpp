@@ -76,6 +76,16 @@ std::vector<std::optional<double>> MapValues(const ChannelMap& map, const Channe
     return values;
 }
 
+/// Titles of tables may end in a blank.
+std::string TitleOf(const ChannelRecord& record) {
+    return record.Title.substr(0, record.Title.find_last_not_of(' ') + 1);
+}
+
+/// A ratio has no unit to name behind its value.
+std::string WithUnit(const std::string& text, const ChannelRecord& record) {
+    return record.UnitLabel == "-" ? text : text + " " + record.UnitLabel;
+}
+
 } // namespace
 
 double WorkbenchCharts::LengthFactor() const {
@@ -83,8 +93,9 @@ double WorkbenchCharts::LengthFactor() const {
 }
 
 std::string WorkbenchCharts::Text(const ChannelRecord& record, double stored) const {
-    return FormatNumber(stored * static_cast<double>(record.Factor), record.Format,
-                        m_program.Units.NumberSeparators);
+    const std::string text = FormatNumber(stored * static_cast<double>(record.Factor),
+                                          record.Format, m_program.Units.NumberSeparators);
+    return text.find_first_of("123456789") == std::string::npos ? ReplaceAll(text, "-", "") : text;
 }
 
 void WorkbenchCharts::KeepAxes(std::span<const StudyChart> charts) {
@@ -114,7 +125,7 @@ ChartSheet WorkbenchCharts::LineSheet(const ChartsContent& content, std::size_t 
     const double factor = UsableUnit(m_program.Units, record.Class).Factor;
     ChartSheet sheet;
     sheet.NumberSeparators = m_program.Units.NumberSeparators;
-    sheet.Title = sheet.AxisY.Title = record.Title + " [" + record.UnitLabel + "]";
+    sheet.Title = sheet.AxisY.Title = TitleOf(record) + " [" + record.UnitLabel + "]";
     sheet.AxisX.Title = m_program.Channels[AlongRack(chart) ? chRackTravel : chWheelTravel].Title +
                         " [" + m_program.Units[ucDisplacement].Label + "]";
     const auto add = [&](const DesignResults* results, const std::string& name, CurveStyle style,
@@ -217,7 +228,7 @@ std::optional<SheetReadout> WorkbenchCharts::ReadoutAt(const ChartsContent& cont
     }
     SheetReadout readout{travel * LengthFactor(),
                          *value * static_cast<double>(record.Factor),
-                         {Text(record, *value) + " " + record.UnitLabel}};
+                         {WithUnit(Text(record, *value), record)}};
     const Curve* const baseline = CurveIn(BaselineOf(content), n);
     if (const auto was = baseline == nullptr ? std::nullopt : ValueAt(*baseline, travel)) {
         readout.Lines.push_back(BaselineIn(content)->Name + " " + Text(record, *was));
@@ -235,7 +246,7 @@ ChartSheet WorkbenchCharts::MapSheet(const ChartsContent& content, std::size_t n
     ChartSheet sheet;
     sheet.NumberSeparators = m_program.Units.NumberSeparators;
     sheet.Title =
-        record.Title + (chart.Difference ? " less baseline [" : " [") + record.UnitLabel + "]";
+        TitleOf(record) + (chart.Difference ? " less baseline [" : " [") + record.UnitLabel + "]";
     sheet.AxisX.Title = m_program.Channels[chWheelTravel].Title + length;
     sheet.AxisY.Title = m_program.Channels[chRackTravel].Title + length;
     const ChannelMap* const ownMap = MapIn(content.Maps, n);
@@ -281,8 +292,8 @@ ChartSheet WorkbenchCharts::MapSheet(const ChartsContent& content, std::size_t n
         return SheetReadout{
             x,
             y,
-            {value ? FormatNumber(*value, record.Format, m_program.Units.NumberSeparators) + " " +
-                         record.UnitLabel
+            {value ? WithUnit(FormatNumber(*value, record.Format, m_program.Units.NumberSeparators),
+                              record)
                    : shown.UnreachedText}};
     };
     sheet.Cursor = readAt(place);
