@@ -174,6 +174,9 @@ void WorkbenchCharts::AddTargets(ChartSheet& sheet, const ChartsContent& content
             band.High.push_back({corner.Travel * LengthFactor(), corner.High * factor});
         }
         sheet.Bands.push_back(std::move(band));
+        if (content.Faded) {
+            continue; // the curve is not that of the design
+        }
         const TravelPlace& place = content.Now->Place;
         if ((AlongRack(chart) ? place.Wheel : place.Rack) != 0) {
             sheet.MarkText =
