@@ -81,6 +81,15 @@ std::string TitleOf(const ChannelRecord& record) {
     return record.Title.substr(0, record.Title.find_last_not_of(' ') + 1);
 }
 
+bool IsZero(const std::string& text) {
+    return text.find_first_of("123456789") == std::string::npos;
+}
+
+/// With its sign, unless it shows as nothing.
+std::string Signed(const std::string& text) {
+    return IsZero(text) || text.front() == '-' ? text : "+" + text;
+}
+
 /// A ratio has no unit to name behind its value.
 std::string WithUnit(const std::string& text, const ChannelRecord& record) {
     return record.UnitLabel == "-" ? text : text + " " + record.UnitLabel;
@@ -95,7 +104,7 @@ double WorkbenchCharts::LengthFactor() const {
 std::string WorkbenchCharts::Text(const ChannelRecord& record, double stored) const {
     const std::string text = FormatNumber(stored * static_cast<double>(record.Factor),
                                           record.Format, m_program.Units.NumberSeparators);
-    return text.find_first_of("123456789") == std::string::npos ? ReplaceAll(text, "-", "") : text;
+    return IsZero(text) ? ReplaceAll(text, "-", "") : text;
 }
 
 void WorkbenchCharts::KeepAxes(std::span<const StudyChart> charts) {
@@ -187,11 +196,10 @@ void WorkbenchCharts::AddTargets(ChartSheet& sheet, const ChartsContent& content
         const bool failed = sheet.Mark == TargetMark::Fails;
         if (result.Judged && !failed) {
             sheet.Mark = result.Holds ? TargetMark::Holds : TargetMark::Fails;
-            sheet.MarkText =
-                result.Holds
-                    ? "within target"
-                    : (result.Deviation > 0 ? "+" : "") + Text(record, result.Deviation) + " at " +
-                          FormatChannelValue(m_program.Units, result.Travel, ucDisplacement);
+            sheet.MarkText = result.Holds ? "within target"
+                                          : Signed(Text(record, result.Deviation)) + " at " +
+                                                FormatChannelValue(m_program.Units, result.Travel,
+                                                                   ucDisplacement);
         }
     }
 }
@@ -235,8 +243,7 @@ std::optional<SheetReadout> WorkbenchCharts::ReadoutAt(const ChartsContent& cont
     const Curve* const baseline = CurveIn(BaselineOf(content), n);
     if (const auto was = baseline == nullptr ? std::nullopt : ValueAt(*baseline, travel)) {
         readout.Lines.push_back(BaselineIn(content)->Name + " " + Text(record, *was));
-        readout.Lines.push_back("Difference " + std::string(*value > *was ? "+" : "") +
-                                Text(record, *value - *was));
+        readout.Lines.push_back("Difference " + Signed(Text(record, *value - *was)));
     }
     return readout;
 }

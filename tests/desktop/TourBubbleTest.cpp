@@ -56,6 +56,7 @@ TEST(TourBubbleTest, StandsBesideThePartsAndBlocksNothing) {
     EXPECT_EQ(user.Logic().Workbench->Tour.labCount.Caption, "2 of 5");
     QTest::keyClick(&next, Qt::Key_Escape);
     EXPECT_FALSE(bubble.isVisible());
+    EXPECT_TRUE(table.hasFocus()) << "as before the tour";
     user.Choose(mcWorkbenchTour);
     EXPECT_TRUE(bubble.isVisible());
     EXPECT_TRUE(next.hasFocus());
