@@ -16,8 +16,8 @@ namespace corvanta {
 namespace {
 
 constexpr QColor LightGrid(222, 224, 228);
-constexpr int LabelDistanceX = 75; ///< between numbers along the axes, pixels
-constexpr int LabelDistanceY = 42;
+constexpr int LabelDistanceX = 50; ///< between numbers along the axes, pixels
+constexpr int LabelDistanceY = 30;
 constexpr int HeightForTitle = 150; ///< of a chart: a smaller one leaves out what its head says
 constexpr QSize SizeForLegend(560, 360);
 constexpr int BarWidth = 12;
@@ -328,8 +328,11 @@ void ChartSheetView::leaveEvent(QEvent* event) {
 }
 
 void ChartSheetView::resizeEvent(QResizeEvent* event) {
-    LoadSize(size()); // before the plot, which paints itself at its new size
     QWidget::resizeEvent(event);
+    LoadSize(size());
+    if (isVisible()) {
+        Replot(); // the layout has given the plot its new size before it knew what has room in it
+    }
 }
 
 void ChartSheetView::showEvent(QShowEvent* event) {

@@ -83,8 +83,8 @@ QPushButton* TourBubble::Button(const Control& control, const char* name, Binder
 void TourBubble::Refresh(QWidget* part, bool visible) {
     const bool shown = visible && m_tour.IsOpen();
     if (!shown) {
-        if (isAncestorOf(parentWidget()->focusWidget()) && m_part) {
-            m_part->setFocus(); // the keyboard goes on where the tour ended
+        if (m_before && isAncestorOf(parentWidget()->focusWidget())) {
+            m_before->setFocus();
         }
         hide();
         m_outline->hide();
@@ -105,6 +105,7 @@ void TourBubble::Refresh(QWidget* part, bool visible) {
     show();
     raise();
     if (appears) {
+        m_before = parentWidget()->focusWidget();
         m_next->setFocus();
     }
 }

@@ -43,8 +43,9 @@ class TourBubble final : public QWidget {
     QLabel* m_text;
     QPushButton* m_next;
     QPointer<QWidget> m_part;
-    Side m_side = Side::None; ///< of the part on which it stands
-    int m_tip = 0;            ///< along the side that is next to the part
+    QPointer<QWidget> m_before; ///< had the keyboard when the tour came
+    Side m_side = Side::None;   ///< of the part on which it stands
+    int m_tip = 0;              ///< along the side that is next to the part
 };
 
 } // namespace corvanta

@@ -72,6 +72,7 @@ WorkbenchWindow::WorkbenchWindow(Desktop& desktop, frmWorkbench& window)
     BuildKeys();
     PlaceWindow(*this, window.Frame);
     RestorePanels();
+    m_points->Table().setFocus();
     Refresh();
     window.Frame.IsMaximised ? showMaximized() : show();
 }

@@ -149,7 +149,8 @@ std::string FailureLine(const CalculationFailure& failure, const Suspension& doc
     const std::string place = PositionWords(document, units, failure.WheelStep, failure.RackStep);
     const std::string rows = RowWords(document.Catalogue, document.FaultyPoints);
     return "Can't be solved" + (place.empty() ? "" : " at " + place) + ": " +
-           ReplaceAll(reason, "\r", "; ") + (rows.empty() ? "" : ". Look at " + rows);
+           ReplaceAll(reason, "\r", "; ") +
+           (rows.empty() ? "" : ". Look at " + ReplaceAll(rows, "  ", " "));
 }
 
 } // namespace corvanta

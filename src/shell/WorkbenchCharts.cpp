@@ -76,6 +76,25 @@ std::vector<std::optional<double>> MapValues(const ChannelMap& map, const Channe
     return values;
 }
 
+/// Titles of tables may end in a blank.
+std::string TitleOf(const ChannelRecord& record) {
+    return record.Title.substr(0, record.Title.find_last_not_of(' ') + 1);
+}
+
+bool IsZero(const std::string& text) {
+    return text.find_first_of("123456789") == std::string::npos;
+}
+
+/// With its sign, unless it shows as nothing.
+std::string Signed(const std::string& text) {
+    return IsZero(text) || text.front() == '-' ? text : "+" + text;
+}
+
+/// A ratio has no unit to name behind its value.
+std::string WithUnit(const std::string& text, const ChannelRecord& record) {
+    return record.UnitLabel == "-" ? text : text + " " + record.UnitLabel;
+}
+
 } // namespace
 
 double WorkbenchCharts::LengthFactor() const {
@@ -83,8 +102,9 @@ double WorkbenchCharts::LengthFactor() const {
 }
 
 std::string WorkbenchCharts::Text(const ChannelRecord& record, double stored) const {
-    return FormatNumber(stored * static_cast<double>(record.Factor), record.Format,
-                        m_program.Units.NumberSeparators);
+    const std::string text = FormatNumber(stored * static_cast<double>(record.Factor),
+                                          record.Format, m_program.Units.NumberSeparators);
+    return IsZero(text) ? ReplaceAll(text, "-", "") : text;
 }
 
 void WorkbenchCharts::KeepAxes(std::span<const StudyChart> charts) {
@@ -114,7 +134,7 @@ ChartSheet WorkbenchCharts::LineSheet(const ChartsContent& content, std::size_t 
     const double factor = UsableUnit(m_program.Units, record.Class).Factor;
     ChartSheet sheet;
     sheet.NumberSeparators = m_program.Units.NumberSeparators;
-    sheet.Title = sheet.AxisY.Title = record.Title + " [" + record.UnitLabel + "]";
+    sheet.Title = sheet.AxisY.Title = TitleOf(record) + " [" + record.UnitLabel + "]";
     sheet.AxisX.Title = m_program.Channels[AlongRack(chart) ? chRackTravel : chWheelTravel].Title +
                         " [" + m_program.Units[ucDisplacement].Label + "]";
     const auto add = [&](const DesignResults* results, const std::string& name, CurveStyle style,
@@ -163,6 +183,9 @@ void WorkbenchCharts::AddTargets(ChartSheet& sheet, const ChartsContent& content
             band.High.push_back({corner.Travel * LengthFactor(), corner.High * factor});
         }
         sheet.Bands.push_back(std::move(band));
+        if (content.Faded) {
+            continue; // the curve is not that of the design
+        }
         const TravelPlace& place = content.Now->Place;
         if ((AlongRack(chart) ? place.Wheel : place.Rack) != 0) {
             sheet.MarkText =
@@ -173,11 +196,10 @@ void WorkbenchCharts::AddTargets(ChartSheet& sheet, const ChartsContent& content
         const bool failed = sheet.Mark == TargetMark::Fails;
         if (result.Judged && !failed) {
             sheet.Mark = result.Holds ? TargetMark::Holds : TargetMark::Fails;
-            sheet.MarkText =
-                result.Holds
-                    ? "within target"
-                    : (result.Deviation > 0 ? "+" : "") + Text(record, result.Deviation) + " at " +
-                          FormatChannelValue(m_program.Units, result.Travel, ucDisplacement);
+            sheet.MarkText = result.Holds ? "within target"
+                                          : Signed(Text(record, result.Deviation)) + " at " +
+                                                FormatChannelValue(m_program.Units, result.Travel,
+                                                                   ucDisplacement);
         }
     }
 }
@@ -217,12 +239,11 @@ std::optional<SheetReadout> WorkbenchCharts::ReadoutAt(const ChartsContent& cont
     }
     SheetReadout readout{travel * LengthFactor(),
                          *value * static_cast<double>(record.Factor),
-                         {Text(record, *value) + " " + record.UnitLabel}};
+                         {WithUnit(Text(record, *value), record)}};
     const Curve* const baseline = CurveIn(BaselineOf(content), n);
     if (const auto was = baseline == nullptr ? std::nullopt : ValueAt(*baseline, travel)) {
         readout.Lines.push_back(BaselineIn(content)->Name + " " + Text(record, *was));
-        readout.Lines.push_back("Difference " + std::string(*value > *was ? "+" : "") +
-                                Text(record, *value - *was));
+        readout.Lines.push_back("Difference " + Signed(Text(record, *value - *was)));
     }
     return readout;
 }
@@ -235,7 +256,7 @@ ChartSheet WorkbenchCharts::MapSheet(const ChartsContent& content, std::size_t n
     ChartSheet sheet;
     sheet.NumberSeparators = m_program.Units.NumberSeparators;
     sheet.Title =
-        record.Title + (chart.Difference ? " less baseline [" : " [") + record.UnitLabel + "]";
+        TitleOf(record) + (chart.Difference ? " less baseline [" : " [") + record.UnitLabel + "]";
     sheet.AxisX.Title = m_program.Channels[chWheelTravel].Title + length;
     sheet.AxisY.Title = m_program.Channels[chRackTravel].Title + length;
     const ChannelMap* const ownMap = MapIn(content.Maps, n);
@@ -281,8 +302,8 @@ ChartSheet WorkbenchCharts::MapSheet(const ChartsContent& content, std::size_t n
         return SheetReadout{
             x,
             y,
-            {value ? FormatNumber(*value, record.Format, m_program.Units.NumberSeparators) + " " +
-                         record.UnitLabel
+            {value ? WithUnit(FormatNumber(*value, record.Format, m_program.Units.NumberSeparators),
+                              record)
                    : shown.UnreachedText}};
     };
     sheet.Cursor = readAt(place);

@@ -1,6 +1,7 @@
 #include "tests/desktop/Photographer.h"
 
 #include <QDir>
+#include <QPixmap>
 #include <QTest>
 
 #include <iostream>
@@ -11,9 +12,13 @@ Photographer::Photographer(QString folder) : m_folder(std::move(folder)) {
     QDir().mkpath(m_folder);
 }
 
-void Photographer::Take(QWidget* window, const QString& name) const {
+void Photographer::Take(QWidget* window, const QString& name, int width) const {
     QTest::qWait(40); // for what a window does after an event
-    if (window == nullptr || !window->grab().save(m_folder + "/" + name + ".png")) {
+    QPixmap picture = window == nullptr ? QPixmap() : window->grab();
+    if (width > 0) {
+        picture = picture.scaledToWidth(width, Qt::SmoothTransformation);
+    }
+    if (!picture.save(m_folder + "/" + name + ".png")) {
         std::cerr << "no picture of " << name.toStdString() << "\n";
     }
 }

@@ -10,7 +10,8 @@ class Photographer {
   public:
     explicit Photographer(QString folder);
 
-    void Take(QWidget* window, const QString& name) const;
+    /// Of a window as it is, or of another width.
+    void Take(QWidget* window, const QString& name, int width = 0) const;
 
     [[nodiscard]] QString Path(const char* name) const { return m_folder + "/" + name; }
 

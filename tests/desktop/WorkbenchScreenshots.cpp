@@ -6,16 +6,19 @@
 #include "desktop/WorkbenchWindow.h"
 #include "tests/support/SampleCorners.h"
 
-#include <array>
+#include <QTabWidget>
+#include <QTest>
 
 namespace corvanta::test {
 
 namespace {
 
 constexpr QSize Usual{1280, 800};
+constexpr int HelpWidth = 800; ///< a page of the help is no wider
 
 /// A picture of the workbench at a size.
 void TakeAt(DesktopUser& user, const Photographer& camera, const QSize& size, const QString& name) {
+    QTest::qWait(40); // a window that has just come up is fitted to the screen
     user.Desk.WorkbenchView()->resize(size);
     camera.Take(user.Desk.WorkbenchView(), name);
 }
@@ -64,6 +67,7 @@ void Tune(DesktopUser& user) {
         user.Desk.Program().Current().ChangeStudy(std::move(study));
         bench.sldBump_Moved(bench.sldBump.Static + 2);
     });
+    user.Desk.WorkbenchView()->findChild<QTabWidget*>("tabLists")->setCurrentIndex(1);
 }
 
 void TakePanels(DesktopUser& user, const Photographer& camera) {
@@ -71,13 +75,17 @@ void TakePanels(DesktopUser& user, const Photographer& camera) {
     camera.Take(&window.Points(), "workbench-points");
     camera.Take(&window.Charts(), "workbench-charts");
     camera.Take(&window.Corner(), "workbench-corner");
-    camera.Take(window.findChild<QWidget*>("panTravel"), "workbench-travel");
+    camera.Take(window.findChild<QWidget*>("panTravel"), "workbench-travel", HelpWidth);
     camera.Take(window.findChild<QWidget*>("tabLists"), "workbench-lists");
 }
 
 } // namespace
 
 void TakeWorkbench(DesktopUser& user, const Photographer& camera) {
+    const auto takeBoth = [&](const QString& name) { // as it is, and for the help
+        camera.Take(user.Desk.WorkbenchView(), name);
+        camera.Take(user.Desk.WorkbenchView(), name + "-help", HelpWidth);
+    };
     user.Choose(mcWorkbench);
     TakeAt(user, camera, Usual, "workbench-empty");
     user.Open(SamplePath("touring-front-wishbone.WSP"));
@@ -86,18 +94,20 @@ void TakeWorkbench(DesktopUser& user, const Photographer& camera) {
     frmWorkbench& bench = *user.Logic().Workbench;
     TakeAt(user, camera, {1920, 1080}, "workbench-1920");
     TakeAt(user, camera, {1024, 640}, "workbench-1024");
-    TakeAt(user, camera, Usual, "workbench");
+    user.Desk.WorkbenchView()->resize(Usual);
+    takeBoth("workbench");
     TakePanels(user, camera);
     user.Desk.Handle([&] {
         bench.SetChartCount(1);
         bench.SetChart(0, {chCamberAngle, ChartKind::Map, true});
     });
-    camera.Take(user.Desk.WorkbenchView(), "workbench-difference");
+    takeBoth("workbench-difference");
     user.Desk.Handle([&] { bench.SetChartCount(frmWorkbench::MostCharts); });
     camera.Take(user.Desk.WorkbenchView(), "workbench-nine");
     user.Desk.Handle([&] { bench.SetChartCount(6); });
     Nudge(user, ptTRI, 2, 800); // far beyond what the trackrod can follow
-    camera.Take(user.Desk.WorkbenchView(), "workbench-failing");
+    user.Desk.WorkbenchView()->findChild<QTabWidget*>("tabLists")->setCurrentIndex(0);
+    takeBoth("workbench-failing");
     user.Desk.Handle([&] { bench.Close(); });
 }
 
