@@ -132,5 +132,30 @@ BENCHMARK_CAPTURE(BM_RunCalculation, tworockers, TwoRockers)
     ->Arg(49)
     ->Unit(benchmark::kMicrosecond);
 
+/// One rack row of a design in a scratch document that has solved another design of the same kind
+/// before: what a study and a hand that moves a point ask for again and again.
+void BM_SolveRow(benchmark::State& state, const char* sample) {
+    constexpr int Steps = 49;
+    LoadedProgram program(sample, Steps);
+    const SolveSettings settings{program->Units, program->Channels};
+    const GridCut row{false, {0}, {}, false};
+    Design design = DesignOf(program->Document);
+    Suspension scratch;
+    std::int64_t allocations = 0;
+    for (auto _ : state) {
+        design.Points[ptTRI].Z += 0.001;
+        const std::int64_t before = Allocations();
+        if (!Solve(scratch, design, settings, row).Solved) {
+            state.SkipWithError("The design can't be solved");
+            return;
+        }
+        allocations = Allocations() - before;
+    }
+    state.counters["allocations"] = static_cast<double>(allocations);
+}
+BENCHMARK_CAPTURE(BM_SolveRow, strut, Strut)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(BM_SolveRow, pushrod, Pushrod)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(BM_SolveRow, tworockers, TwoRockers)->Unit(benchmark::kMicrosecond);
+
 } // namespace
 } // namespace corvanta::benchmarks
