@@ -43,12 +43,8 @@ void frmMain::Load() {
 
 void frmMain::Unload() {
     Files.SaveRecentFiles();
-    if (Workbench) {
-        Workbench->Close();
-    }
-    if (CompareWindow) {
-        CompareWindow->Close();
-    }
+    Workbench.Close();
+    CompareWindow.Close();
     IsOpen = false;
 }
 
@@ -91,11 +87,11 @@ void frmMain::Refresh(bool resetPosition) {
     UpdateToolbar();
     DisplayFormCaption();
     DisplayStatus();
-    if (AdjustDialog && AdjustDialog->IsOpen) {
-        AdjustDialog->FollowDocument();
+    if (frmAdjust* const adjust = AdjustDialog.Opened()) {
+        adjust->FollowDocument();
     }
-    if (CompareWindow) {
-        CompareWindow->FollowUnits();
+    if (frmCompare* const compare = CompareWindow.Opened()) {
+        compare->FollowUnits();
     }
 }
 
@@ -286,8 +282,7 @@ bool frmMain::ExecuteExportCommand(int command) {
     }
     switch (command) {
     case mcPrint:
-        PrintDialog = std::make_unique<frmPrint>(m_desk, *this);
-        PrintDialog->Open();
+        PrintDialog.Open(m_desk, *this);
         return true;
     case mcExportComponent:
         AskAndExportComponent(m_desk, *this);
@@ -296,8 +291,7 @@ bool frmMain::ExecuteExportCommand(int command) {
         AskAndExportDXF(m_desk, *this);
         return true;
     case mcExportResults:
-        ExportDialog = std::make_unique<frmExport>(m_desk, *this);
-        ExportDialog->Open();
+        ExportDialog.Open(m_desk, *this);
         return true;
     default:
         return false;
@@ -316,31 +310,29 @@ void frmMain::ExecuteWindowCommand(int command) {
         CopyGrid();
         break;
     case mcProperties:
-        OpenEditor();
+        EditGeometry.Raise(m_desk, *this);
         break;
     case mcAdjust:
         OpenAdjustDialog();
         break;
     case mcWorkbench:
-        OpenWorkbench();
+        Workbench.Raise(m_desk, *this);
         break;
     case mcWorkbenchHelp:
         m_desk.Help.ShowHelpTopic(htWorkbench);
         break;
     case mcWorkbenchTour:
-        OpenWorkbench();
+        Workbench.Raise(m_desk, *this);
         Workbench->Tour.Begin();
         break;
     case mcOptions:
-        OptionsDialog = std::make_unique<frmOptions>(m_desk, *this);
-        OptionsDialog->Open();
+        OptionsDialog.Open(m_desk, *this);
         break;
     case mcDefineCustomTable:
-        CustomChannelsDialog = std::make_unique<frmCustomChannels>(m_desk, *this);
-        CustomChannelsDialog->Open();
+        CustomChannelsDialog.Open(m_desk, *this);
         break;
     case mcCompare:
-        OpenCompareWindow();
+        CompareWindow.Raise(m_desk, *this);
         break;
     case mcHelpTopics:
         m_desk.Help.ShowHelpContents();
@@ -371,62 +363,24 @@ void frmMain::Confirm(const std::string& done) {
     stbMain.Note += (stbMain.Note.empty() ? "" : "   ") + done;
 }
 
-void frmMain::OpenEditor() {
-    if (!EditGeometry || !EditGeometry->IsOpen) {
-        m_formerEditor = std::move(EditGeometry);
-        EditGeometry = std::make_unique<frmEditGeometry>(m_desk, *this);
-        EditGeometry->Open();
-    }
-    EditGeometry->Raise = true;
-}
-
-void frmMain::OpenWorkbench() {
-    if (!Workbench || !Workbench->IsOpen) {
-        m_formerWorkbench = std::move(Workbench);
-        Workbench = std::make_unique<frmWorkbench>(m_desk, *this);
-        Workbench->Open();
-    }
-    Workbench->Raise = true;
-}
-
 frmEditGeometry* frmMain::OpenedEditor() {
-    return EditGeometry && EditGeometry->IsOpen ? EditGeometry.get() : nullptr;
+    return EditGeometry.Opened();
 }
 
 void frmMain::OpenAdjustDialog() {
     if (!ResultsAtHand() || !ItemOf(mnuEdit, mcAdjust).Enabled) {
         return; // the button of the toolbar stays as it is built
     }
-    if (!AdjustDialog || !AdjustDialog->IsOpen) {
-        m_formerAdjust = std::move(AdjustDialog);
-        AdjustDialog = std::make_unique<frmAdjust>(m_desk, *this);
-        AdjustDialog->Open();
-    }
-    AdjustDialog->Raise = true;
-}
-
-void frmMain::OpenCompareWindow() {
-    if (!CompareWindow) {
-        CompareWindow = std::make_unique<frmCompare>(m_desk, *this);
-    }
-    if (!CompareWindow->IsOpen) {
-        CompareWindow->Open();
-    }
-    CompareWindow->Raise = true;
+    AdjustDialog.Raise(m_desk, *this);
 }
 
 void frmMain::EditTarget(int channel, std::int32_t variable) {
-    TargetDialog = std::make_unique<frmTarget>(m_desk, channel, variable);
-    TargetDialog->Open();
+    TargetDialog.Open(m_desk, channel, variable);
 }
 
 void frmMain::ResetEditDialog() {
-    if (frmEditGeometry* const editor = OpenedEditor()) {
-        editor->Close();
-    }
-    if (AdjustDialog && AdjustDialog->IsOpen) {
-        AdjustDialog->Close();
-    }
+    EditGeometry.Close();
+    AdjustDialog.Close();
 }
 
 bool frmMain::MayDropEdits() {
@@ -435,27 +389,6 @@ bool frmMain::MayDropEdits() {
            m_desk.Messages.Ask("Suspension Properties holds changes that are not "
                                "applied.\rDiscard them?",
                                {"&Discard"}) == maYes;
-}
-
-void frmMain::ReleaseClosedWindows() {
-    m_formerEditor.reset();
-    m_formerAdjust.reset();
-    m_formerWorkbench.reset();
-    const auto release = [](auto& window) {
-        if (window && !window->IsOpen) {
-            window.reset();
-        }
-    };
-    release(EditGeometry);
-    release(OptionsDialog);
-    release(ExportDialog);
-    release(PrintDialog);
-    release(AdjustDialog);
-    release(CustomChannelsDialog);
-    release(RecoveryDialog);
-    release(CompareWindow);
-    release(TargetDialog);
-    release(Workbench);
 }
 
 void frmMain::TakeDownSplash() {

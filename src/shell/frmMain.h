@@ -6,22 +6,12 @@
 #include "shell/Desk.h"
 #include "shell/DocumentFiles.h"
 #include "shell/MainControls.h"
+#include "shell/MainWindows.h"
 #include "shell/MechanismExample.h"
 #include "shell/PointWords.h"
 #include "shell/ShellHost.h"
 #include "shell/StudyFiles.h"
 #include "shell/ViewMemory.h"
-#include "shell/frmAbout.h"
-#include "shell/frmAdjust.h"
-#include "shell/frmCompare.h"
-#include "shell/frmCustomChannels.h"
-#include "shell/frmEditGeometry.h"
-#include "shell/frmExport.h"
-#include "shell/frmOptions.h"
-#include "shell/frmPrint.h"
-#include "shell/frmRecovery.h"
-#include "shell/frmTarget.h"
-#include "shell/frmWorkbench.h"
 
 #include <cstdint>
 #include <memory>
@@ -46,6 +36,7 @@ struct KeyModifiers {
 /// owns the file commands, the menus and the windows that open from it.
 class frmMain final : public ShellHost,
                       public MainControls,
+                      public MainWindows,
                       public Window,
                       private DocumentWatcher {
   public:
@@ -154,22 +145,6 @@ class frmMain final : public ShellHost,
     /// Shows what a hand that moves something in another window has come to, if anything.
     void FollowMotion();
 
-    /// Lets go of the windows that were closed.
-    void ReleaseClosedWindows();
-
-    /// The windows that open from this one; none is there until it is opened.
-    std::unique_ptr<frmEditGeometry> EditGeometry;
-    std::unique_ptr<frmOptions> OptionsDialog;
-    std::unique_ptr<frmExport> ExportDialog;
-    std::unique_ptr<frmPrint> PrintDialog;
-    std::unique_ptr<frmAdjust> AdjustDialog;
-    std::unique_ptr<frmCustomChannels> CustomChannelsDialog;
-    std::unique_ptr<frmRecovery> RecoveryDialog;
-    std::unique_ptr<frmCompare> CompareWindow;
-    std::unique_ptr<frmTarget> TargetDialog;
-    std::unique_ptr<frmWorkbench> Workbench;
-    frmAbout About;
-
     /// Opens the dialog for the target of a channel along wheel or rack travel.
     void EditTarget(int channel, std::int32_t variable);
 
@@ -227,10 +202,7 @@ class frmMain final : public ShellHost,
     void New();
     void ShowOutcome(FileOutcome outcome);
     void TakeRememberedView();
-    void OpenEditor();
-    void OpenWorkbench();
     void OpenAdjustDialog();
-    void OpenCompareWindow();
     void CopyGrid();
     void ShowNoDocument();
     void TellNothingToShow(std::int32_t view, const std::string& words);
@@ -248,10 +220,7 @@ class frmMain final : public ShellHost,
     std::optional<RememberedView> m_viewToCome; ///< of the last start, until a document is shown
     std::int32_t m_viewLastDisplayed = vwNone;
     std::int32_t m_channelLastPlotted = 0;
-    std::unique_ptr<frmEditGeometry> m_formerEditor; ///< until its view on the screen is gone
-    std::unique_ptr<frmAdjust> m_formerAdjust;       ///< the same
-    std::unique_ptr<frmWorkbench> m_formerWorkbench; ///< the same
-    bool m_unprotected = false;                      ///< no copy of the unsaved work could be kept
+    bool m_unprotected = false; ///< no copy of the unsaved work could be kept
     bool m_linkLoadsWarned = false;
     bool m_refreshBusy = false;
     bool m_motionShown = true; ///< nothing has moved since the window was refreshed

@@ -72,7 +72,7 @@ void frmMain::New() {
         m_viewToCome.reset(); // it is of a document that was opened
         RefreshGUI(false);
         ResetEditDialog();
-        OpenEditor();
+        EditGeometry.Raise(m_desk, *this);
     }
 }
 
@@ -201,12 +201,10 @@ bool frmMain::QueryUnload() {
 }
 
 void frmMain::OfferRecovery(bool asked) {
-    RecoveryDialog =
-        std::make_unique<frmRecovery>(m_desk, Files.Recovery, [this](const RecoveredWork& work) {
-            ShowOutcome(Files.OpenRecovered(work));
-        });
-    RecoveryDialog->Open();
-    if (RecoveryDialog->IsOpen) {
+    RecoveryDialog.Open(m_desk, Files.Recovery, [this](const RecoveredWork& work) {
+        ShowOutcome(Files.OpenRecovered(work));
+    });
+    if (RecoveryDialog.Opened() != nullptr) {
         TakeDownSplash();
     } else if (asked) {
         m_desk.Messages.ShowMessage("There is no unsaved work to recover.", msInformation);

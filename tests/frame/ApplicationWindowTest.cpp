@@ -306,12 +306,12 @@ TEST_F(ApplicationWindowTest, TheWorkbenchOpensWhereItIsAskedForWhateverBecomesO
         m_process.Called = std::move(arguments);
         Application& application = NewApplication();
         EXPECT_EQ(application.AppStart(), StartResult::Interactive);
-        EXPECT_EQ(application.MainWindow().Workbench, nullptr) << "the main window comes first";
+        EXPECT_EQ(application.MainWindow().Workbench.get(), nullptr) << "the main window comes first";
         application.Begin();
         return application.MainWindow();
     };
     frmMain& opened = begin({"--workbench", Document});
-    ASSERT_TRUE(opened.Workbench != nullptr && opened.Workbench->IsOpen);
+    ASSERT_TRUE(opened.Workbench.Opened() != nullptr);
     EXPECT_EQ(opened.Workbench->Caption, "front.WSP - Workbench");
     EXPECT_FALSE(opened.Workbench->panEmpty.Visible);
     EXPECT_THAT(m_box.Prompts(), IsEmpty());
@@ -324,12 +324,12 @@ TEST_F(ApplicationWindowTest, TheWorkbenchOpensWhereItIsAskedForWhateverBecomesO
     for (const auto& [arguments, message] : nothings) {
         m_box.Shown.clear();
         frmMain& empty = begin(arguments);
-        ASSERT_TRUE(empty.Workbench != nullptr && empty.Workbench->IsOpen);
+        ASSERT_TRUE(empty.Workbench.Opened() != nullptr);
         EXPECT_TRUE(empty.Workbench->panEmpty.Visible);
         EXPECT_EQ(m_box.Shown.size(), message.empty() ? 0U : 1U);
         EXPECT_THAT(m_box.Prompts(), testing::Each(HasSubstr(message)));
     }
-    EXPECT_EQ(begin({Document}).Workbench, nullptr);
+    EXPECT_EQ(begin({Document}).Workbench.get(), nullptr);
 }
 
 } // namespace
