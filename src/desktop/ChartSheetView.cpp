@@ -16,7 +16,7 @@ namespace corvanta {
 namespace {
 
 constexpr QColor LightGrid(222, 224, 228);
-constexpr int LabelDistanceX = 75; ///< between numbers along the axes, pixels
+constexpr int LabelDistanceX = 52; ///< between numbers along the axes, pixels
 constexpr int LabelDistanceY = 42;
 constexpr int HeightForTitle = 150; ///< of a chart: a smaller one leaves out what its head says
 constexpr QSize SizeForLegend(560, 360);
@@ -328,8 +328,11 @@ void ChartSheetView::leaveEvent(QEvent* event) {
 }
 
 void ChartSheetView::resizeEvent(QResizeEvent* event) {
-    LoadSize(size()); // before the plot, which paints itself at its new size
     QWidget::resizeEvent(event);
+    LoadSize(size());
+    if (isVisible()) {
+        Replot(); // the layout has let the plot paint itself at its new size already
+    }
 }
 
 void ChartSheetView::showEvent(QShowEvent* event) {

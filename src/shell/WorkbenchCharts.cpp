@@ -1,5 +1,8 @@
 #include "shell/WorkbenchCharts.h"
 
+#include "model/NumberText.h"
+#include "study/Figure.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -26,6 +29,18 @@ struct Extent {
         High = std::max(High, value);
     }
 };
+
+/// The wheel is found at its travel but for a hair, which would push the last number of an axis out
+/// of it and back in from one design to the next.
+double RoundTravel(double shown) {
+    constexpr double PerUnit = 1000;
+    return std::round(shown * PerUnit) / PerUnit;
+}
+
+/// A channel without a unit is labelled with a dash, which is no part of its value.
+std::string UnitSuffix(const ChannelRecord& record) {
+    return record.UnitLabel == "-" ? "" : " " + record.UnitLabel;
+}
 
 const Curve* CurveIn(const DesignResults* results, std::size_t n) {
     return results != nullptr && n < results->Curves.size() && results->Curves[n]
@@ -83,8 +98,13 @@ double WorkbenchCharts::LengthFactor() const {
 }
 
 std::string WorkbenchCharts::Text(const ChannelRecord& record, double stored) const {
-    return FormatNumber(stored * static_cast<double>(record.Factor), record.Format,
-                        m_program.Units.NumberSeparators);
+    return FormatUnsignedZero(stored * static_cast<double>(record.Factor), record.Format,
+                              m_program.Units.NumberSeparators);
+}
+
+std::string WorkbenchCharts::SignedText(const ChannelRecord& record, double stored) const {
+    const std::string text = Text(record, stored);
+    return (stored > 0 && text != Text(record, 0) ? "+" : "") + text;
 }
 
 void WorkbenchCharts::KeepAxes(std::span<const StudyChart> charts) {
@@ -114,7 +134,8 @@ ChartSheet WorkbenchCharts::LineSheet(const ChartsContent& content, std::size_t 
     const double factor = UsableUnit(m_program.Units, record.Class).Factor;
     ChartSheet sheet;
     sheet.NumberSeparators = m_program.Units.NumberSeparators;
-    sheet.Title = sheet.AxisY.Title = record.Title + " [" + record.UnitLabel + "]";
+    sheet.Title = sheet.AxisY.Title =
+        std::string(TrimBlanks(record.Title)) + " [" + record.UnitLabel + "]";
     sheet.AxisX.Title = m_program.Channels[AlongRack(chart) ? chRackTravel : chWheelTravel].Title +
                         " [" + m_program.Units[ucDisplacement].Label + "]";
     const auto add = [&](const DesignResults* results, const std::string& name, CurveStyle style,
@@ -173,11 +194,10 @@ void WorkbenchCharts::AddTargets(ChartSheet& sheet, const ChartsContent& content
         const bool failed = sheet.Mark == TargetMark::Fails;
         if (result.Judged && !failed) {
             sheet.Mark = result.Holds ? TargetMark::Holds : TargetMark::Fails;
-            sheet.MarkText =
-                result.Holds
-                    ? "within target"
-                    : (result.Deviation > 0 ? "+" : "") + Text(record, result.Deviation) + " at " +
-                          FormatChannelValue(m_program.Units, result.Travel, ucDisplacement);
+            sheet.MarkText = result.Holds ? "within target"
+                                          : SignedText(record, result.Deviation) + " at " +
+                                                FormatChannelValue(m_program.Units, result.Travel,
+                                                                   ucDisplacement);
         }
     }
 }
@@ -198,7 +218,7 @@ void WorkbenchCharts::FitAxes(ChartSheet& sheet, const ChartsContent& content, s
         }
     }
     if (across.Low < across.High) {
-        sheet.AxisX.Shown = {across.Low, across.High};
+        sheet.AxisX.Shown = {RoundTravel(across.Low), RoundTravel(across.High)};
     }
     sheet.AxisY.Shown = m_axes[n].Range.Take(up.Low, up.High, content.Held);
 }
@@ -217,12 +237,11 @@ std::optional<SheetReadout> WorkbenchCharts::ReadoutAt(const ChartsContent& cont
     }
     SheetReadout readout{travel * LengthFactor(),
                          *value * static_cast<double>(record.Factor),
-                         {Text(record, *value) + " " + record.UnitLabel}};
+                         {Text(record, *value) + UnitSuffix(record)}};
     const Curve* const baseline = CurveIn(BaselineOf(content), n);
     if (const auto was = baseline == nullptr ? std::nullopt : ValueAt(*baseline, travel)) {
         readout.Lines.push_back(BaselineIn(content)->Name + " " + Text(record, *was));
-        readout.Lines.push_back("Difference " + std::string(*value > *was ? "+" : "") +
-                                Text(record, *value - *was));
+        readout.Lines.push_back("Difference " + SignedText(record, *value - *was));
     }
     return readout;
 }
@@ -234,8 +253,8 @@ ChartSheet WorkbenchCharts::MapSheet(const ChartsContent& content, std::size_t n
     const std::string length = " [" + m_program.Units[ucDisplacement].Label + "]";
     ChartSheet sheet;
     sheet.NumberSeparators = m_program.Units.NumberSeparators;
-    sheet.Title =
-        record.Title + (chart.Difference ? " less baseline [" : " [") + record.UnitLabel + "]";
+    sheet.Title = std::string(TrimBlanks(record.Title)) +
+                  (chart.Difference ? " less baseline [" : " [") + record.UnitLabel + "]";
     sheet.AxisX.Title = m_program.Channels[chWheelTravel].Title + length;
     sheet.AxisY.Title = m_program.Channels[chRackTravel].Title + length;
     const ChannelMap* const ownMap = MapIn(content.Maps, n);
@@ -281,8 +300,8 @@ ChartSheet WorkbenchCharts::MapSheet(const ChartsContent& content, std::size_t n
         return SheetReadout{
             x,
             y,
-            {value ? FormatNumber(*value, record.Format, m_program.Units.NumberSeparators) + " " +
-                         record.UnitLabel
+            {value ? FormatUnsignedZero(*value, record.Format, m_program.Units.NumberSeparators) +
+                         UnitSuffix(record)
                    : shown.UnreachedText}};
     };
     sheet.Cursor = readAt(place);

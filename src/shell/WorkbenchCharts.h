@@ -62,6 +62,7 @@ class WorkbenchCharts {
     [[nodiscard]] std::optional<SheetReadout> ReadoutAt(const ChartsContent& content, std::size_t n,
                                                         double travel) const;
     [[nodiscard]] std::string Text(const ChannelRecord& record, double stored) const;
+    [[nodiscard]] std::string SignedText(const ChannelRecord& record, double stored) const;
     [[nodiscard]] double LengthFactor() const;
 
     const Program& m_program;
