@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -16,7 +17,8 @@ namespace corvanta {
 ChannelPicker::ChannelPicker(const ChannelCatalogue& channels, int chosen, QWidget* parent)
     : QDialog(parent),
       m_filter(new QLineEdit(this)),
-      m_list(new QListWidget(this)) {
+      m_list(new QListWidget(this)),
+      m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this)) {
     setWindowTitle(tr("Channel"));
     auto* layout = new QVBoxLayout(this);
     m_filter->setPlaceholderText(tr("Words of a title"));
@@ -27,7 +29,9 @@ ChannelPicker::ChannelPicker(const ChannelCatalogue& channels, int chosen, QWidg
         if (HasCurve(id)) {
             const ChannelRecord& record = channels[id];
             auto* item = new QListWidgetItem(
-                QString::fromStdString(record.Title + " [" + record.UnitLabel + "]"), m_list);
+                QString("%1 [%2]").arg(QString::fromStdString(record.Title).trimmed(),
+                                       QString::fromStdString(record.UnitLabel)),
+                m_list);
             item->setData(Qt::UserRole, id);
         }
     }
@@ -37,10 +41,9 @@ ChannelPicker::ChannelPicker(const ChannelCatalogue& channels, int chosen, QWidg
             m_list->setCurrentRow(row);
         }
     }
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    layout->addWidget(buttons);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    layout->addWidget(m_buttons);
+    connect(m_buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(m_list, &QListWidget::itemActivated, this, &QDialog::accept);
     connect(m_filter, &QLineEdit::textChanged, this, &ChannelPicker::Narrow);
     m_filter->installEventFilter(this);
@@ -63,6 +66,7 @@ void ChannelPicker::Narrow(const QString& words) {
         m_list->item(row)->setHidden(!holds);
         first = holds && first < 0 ? row : first;
     }
+    m_buttons->button(QDialogButtonBox::Ok)->setEnabled(first >= 0);
     if (first >= 0 && m_list->currentItem()->isHidden()) {
         m_list->setCurrentRow(first);
     }

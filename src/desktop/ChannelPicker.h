@@ -4,6 +4,7 @@
 
 #include <QDialog>
 
+class QDialogButtonBox;
 class QLineEdit;
 class QListWidget;
 
@@ -26,6 +27,7 @@ class ChannelPicker final : public QDialog {
 
     QLineEdit* m_filter;
     QListWidget* m_list;
+    QDialogButtonBox* m_buttons;
 };
 
 } // namespace corvanta

@@ -156,7 +156,7 @@ void SheetHead::draw(QCPPainter* painter) {
 /// colour, which not every eye tells apart.
 int SheetHead::PaintMark(QPainter& painter, const QRect& area) const {
     if (m_look.Sheet.Mark == TargetMark::None) {
-        return area.right();
+        return PaintRemark(painter, area);
     }
     const bool holds = m_look.Sheet.Mark == TargetMark::Holds;
     const QColor colour = m_look.Paper.IsDark()
@@ -180,6 +180,22 @@ int SheetHead::PaintMark(QPainter& painter, const QRect& area) const {
         painter.drawLine(at(0.9, 0.1), at(0.1, 0.9));
     }
     return static_cast<int>(sign.left()) - Spacing;
+}
+
+/// Paints what is said without a mark and answers where it begins.
+int SheetHead::PaintRemark(QPainter& painter, const QRect& area) const {
+    if (m_look.Sheet.MarkText.empty()) {
+        return area.right();
+    }
+    QColor colour = m_look.Paper.Ink;
+    colour.setAlphaF(0.65F);
+    painter.setFont(mParentPlot->font());
+    painter.setPen(colour);
+    const QFontMetrics metrics(painter.font());
+    const QString text = metrics.elidedText(QString::fromStdString(m_look.Sheet.MarkText),
+                                            Qt::ElideRight, area.width() / 2);
+    painter.drawText(area, Qt::AlignVCenter | Qt::AlignRight, text);
+    return area.right() - metrics.horizontalAdvance(text) - Spacing;
 }
 
 SheetLegend::SheetLegend(QCustomPlot* plot, const SheetLook& look)

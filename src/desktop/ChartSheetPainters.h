@@ -49,6 +49,7 @@ class SheetHead final : public QCPLayoutElement {
 
   private:
     int PaintMark(QPainter& painter, const QRect& area) const;
+    int PaintRemark(QPainter& painter, const QRect& area) const;
 
     const SheetLook& m_look;
 };

@@ -115,17 +115,22 @@ int ChartsPanel::BestColumns(int count) const {
 void ChartsPanel::Arrange() {
     const int count = static_cast<int>(m_charts.size());
     const int columns = BestColumns(count);
-    if (columns == m_columns && count == m_arranged) {
+    if (columns == m_columns && count == m_arranged && m_alone == m_arrangedAlone) {
         return;
     }
+    m_arrangedAlone = m_alone;
     m_columns = columns;
     m_arranged = count;
     for (int n = 0; n < count; ++n) {
         m_layout->addWidget(m_charts[static_cast<std::size_t>(n)], n / columns, n % columns);
     }
+    const int rows = (count + columns - 1) / columns;
+    const int alone = static_cast<int>(m_alone.value_or(0)); // it gets the lines of the others too
     for (int line = 0; line < frmWorkbench::MostCharts; ++line) {
-        m_layout->setColumnStretch(line, line < columns ? 1 : 0);
-        m_layout->setRowStretch(line, line < (count + columns - 1) / columns ? 1 : 0);
+        const bool column = m_alone ? line == alone % columns : line < columns;
+        const bool row = m_alone ? line == alone / columns : line < rows;
+        m_layout->setColumnStretch(line, column ? 1 : 0);
+        m_layout->setRowStretch(line, row ? 1 : 0);
     }
 }
 
@@ -158,7 +163,7 @@ void ChartsPanel::resizeEvent(QResizeEvent* event) {
     Arrange();
 }
 
-/// A chart with the keyboard focus: Enter chooses its channel, Space shows it alone.
+/// A chart with the keyboard focus: Enter chooses its channel.
 bool ChartsPanel::eventFilter(QObject* watched, QEvent* event) {
     const auto found = std::find_if(m_charts.begin(), m_charts.end(), [&](ChartSheetView* chart) {
         return chart == watched || chart->isAncestorOf(qobject_cast<QWidget*>(watched));

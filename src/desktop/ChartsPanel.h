@@ -46,6 +46,7 @@ class ChartsPanel final : public QWidget {
     std::optional<std::size_t> m_alone;
     int m_columns = 0;
     int m_arranged = 0; ///< charts in the grid
+    std::optional<std::size_t> m_arrangedAlone;
 };
 
 } // namespace corvanta

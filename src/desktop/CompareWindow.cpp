@@ -21,7 +21,7 @@ constexpr int DesignsHeight = 96; ///< of their list: four rows, more are scroll
 } // namespace
 
 CompareWindow::CompareWindow(Desktop& desktop, frmCompare& window)
-    : QWidget(desktop.MainWidget(), Qt::Dialog | Qt::WindowMinMaxButtonsHint),
+    : QWidget(desktop.OwnerOfNew(), Qt::Dialog | Qt::WindowMinMaxButtonsHint),
       m_desktop(desktop),
       m_window(window),
       m_binder([&desktop](const auto& event) { desktop.Handle(event); }) {
@@ -89,6 +89,10 @@ void CompareWindow::Refresh() {
     m_table->Refresh();
     if (m_window.Raise) {
         m_window.Raise = false;
+        if (QWidget* const owner = m_desktop.OwnerOfNew(); owner != parentWidget()) {
+            setParent(owner, windowFlags());
+            show();
+        }
         raise();
         activateWindow();
     }

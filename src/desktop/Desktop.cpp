@@ -14,6 +14,7 @@
 #include "desktop/TargetWindow.h"
 #include "desktop/WorkbenchWindow.h"
 
+#include <QApplication>
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -74,6 +75,25 @@ QWidget* Desktop::MainWidget() const {
     return m_main.get();
 }
 
+QWidget* Desktop::OwnerOfNew() const {
+    for (QWidget* at = QApplication::activeWindow(); at != nullptr; at = at->parentWidget()) {
+        if (at == m_workbench.get()) {
+            return at;
+        }
+    }
+    return m_main.get();
+}
+
+/// Dialogs of the workbench outlive it.
+void Desktop::HandOverDialogs() {
+    for (QWidget* const dialog : m_workbench->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (dialog->windowType() == Qt::Dialog && dialog->isVisible()) {
+            dialog->setParent(m_main.get(), dialog->windowFlags());
+            dialog->show();
+        }
+    }
+}
+
 StartResult Desktop::Start() {
     const StartResult result = m_application.AppStart();
     if (result == StartResult::Interactive) {
@@ -132,6 +152,9 @@ void Desktop::ShowChildWindows() {
     Follow(m_recovery, Main().RecoveryDialog.get(), *this, m_dying);
     Follow(m_compare, Main().CompareWindow.get(), *this, m_dying);
     Follow(m_target, Main().TargetDialog.get(), *this, m_dying);
+    if (m_workbench && (Main().Workbench == nullptr || !Main().Workbench->IsOpen)) {
+        HandOverDialogs();
+    }
     Follow(m_workbench, Main().Workbench.get(), *this, m_dying);
     Follow(m_about, &Main().About, *this, m_dying);
     if (m_running == 0) {

@@ -66,6 +66,10 @@ class Desktop final : private ScreenUpdate {
 
     /// The windows that are up, none otherwise.
     [[nodiscard]] QWidget* MainWidget() const;
+
+    /// The window that one that comes up now belongs to: the workbench where the user is there, so
+    /// that the main window does not come up over it too.
+    [[nodiscard]] QWidget* OwnerOfNew() const;
     [[nodiscard]] MainWindow* MainView() const { return m_main.get(); }
     [[nodiscard]] EditGeometryWindow* EditorView() const { return m_editor.get(); }
     [[nodiscard]] OptionsWindow* OptionsView() const { return m_options.get(); }
@@ -84,6 +88,7 @@ class Desktop final : private ScreenUpdate {
   private:
     void Update() override;
     void ShowChildWindows();
+    void HandOverDialogs();
     void ReleaseClosedWindows();
 
     WidgetRules m_rules;
@@ -97,6 +102,7 @@ class Desktop final : private ScreenUpdate {
     WindowSystem m_windows;
     Application m_application;
     std::unique_ptr<MainWindow> m_main;
+    std::unique_ptr<WorkbenchWindow> m_workbench; ///< goes after the dialogs that it may own
     std::unique_ptr<EditGeometryWindow> m_editor;
     std::unique_ptr<OptionsWindow> m_options;
     std::unique_ptr<ExportWindow> m_export;
@@ -106,7 +112,6 @@ class Desktop final : private ScreenUpdate {
     std::unique_ptr<RecoveryWindow> m_recovery;
     std::unique_ptr<CompareWindow> m_compare;
     std::unique_ptr<TargetWindow> m_target;
-    std::unique_ptr<WorkbenchWindow> m_workbench;
     std::unique_ptr<AboutWindow> m_about;
     QTimer m_follow;        ///< runs while the other windows are behind a hand that moves something
     QElapsedTimer m_behind; ///< how long they are

@@ -38,7 +38,7 @@ class WholeRowTick final : public QStyledItemDelegate {
 } // namespace
 
 ModalDialog::ModalDialog(Desktop& desktop, Window& window, const char* name)
-    : QDialog(desktop.MainWidget()),
+    : QDialog(desktop.OwnerOfNew()),
       m_desktop(desktop),
       m_binder([&desktop](const auto& event) { desktop.Handle(event); }),
       m_frameOf(window) {

@@ -3,6 +3,7 @@
 #include "desktop/Desktop.h"
 #include "desktop/NumberField.h"
 
+#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -164,6 +165,11 @@ bool PointsPanel::TakeKey(const QKeyEvent& event) {
         EndScrub(false);
         return true;
     }
+    if (event.key() == Qt::Key_Space && event.modifiers() == Qt::NoModifier) {
+        QKeyEvent toWindow(event.type(), event.key(), event.modifiers(), event.text());
+        QCoreApplication::sendEvent(window(), &toWindow); // a coordinate begins with no blank
+        return true;
+    }
     if (!vertical || !event.modifiers().testFlag(Qt::ControlModifier)) {
         return false;
     }
@@ -181,9 +187,10 @@ bool PointsPanel::TakeMouse(const QMouseEvent& event) {
         const bool onCell = event.button() == Qt::LeftButton && m_table->indexAt(at).isValid();
         m_pressed = onCell ? std::optional(at) : std::nullopt;
         // Several cells that are selected already are taken together.
-        return onCell && event.modifiers() == Qt::NoModifier &&
-               m_table->selectionModel()->selectedIndexes().size() > 1 &&
-               m_table->selectionModel()->isSelected(m_table->indexAt(at));
+        m_onSelected = onCell && event.modifiers() == Qt::NoModifier &&
+                       m_table->selectionModel()->selectedIndexes().size() > 1 &&
+                       m_table->selectionModel()->isSelected(m_table->indexAt(at));
+        return m_onSelected;
     }
     if (event.type() == QEvent::MouseButtonRelease) {
         const bool scrubbed = m_scrubbing;
@@ -192,6 +199,7 @@ bool PointsPanel::TakeMouse(const QMouseEvent& event) {
             m_table->setCurrentIndex(m_table->indexAt(at)); // a plain click selects its cell
         }
         m_pressed.reset();
+        m_onSelected = false;
         return scrubbed;
     }
     if (!m_pressed || !event.buttons().testFlag(Qt::LeftButton)) {
@@ -206,8 +214,11 @@ bool PointsPanel::TakeMouse(const QMouseEvent& event) {
     if (m_scrubbing) {
         m_desktop.HandleMotion(
             [&] { m_window.Points.ScrubTo(std::trunc(way.x() / double{PixelsPerStep})); });
+    } else if (m_onSelected && std::abs(way.y()) >= ScrubBegins) {
+        m_onSelected = false; // the hand selects anew, from the cell that it pressed
+        m_table->setCurrentIndex(m_table->indexAt(*m_pressed));
     }
-    return m_scrubbing;
+    return m_scrubbing || m_onSelected; // the table would select what the hand passes
 }
 
 void PointsPanel::EndScrub(bool kept) {

@@ -48,6 +48,7 @@ class PointsPanel final : public QWidget {
     GridView* m_table;
     std::vector<QToolButton*> m_steps;
     std::optional<QPoint> m_pressed; ///< where the button went down on a cell
+    bool m_onSelected = false;       ///< on one of several selected cells, which stay so
     bool m_scrubbing = false;
     CellRange m_shownSelection;
 };

@@ -79,6 +79,8 @@ VariantsPanel::VariantsPanel(Desktop& desktop, frmWorkbench& window, QWidget* pa
                           "it, Delete removes it; more in the menu of the right button"));
     m_list->setContextMenuPolicy(Qt::CustomContextMenu);
     m_list->setEditTriggers(QAbstractItemView::EditKeyPressed);
+    connect(m_list->itemDelegate(), &QAbstractItemDelegate::closeEditor, this,
+            &VariantsPanel::Refresh, Qt::QueuedConnection);
     connect(m_list, &QListWidget::itemChanged, this,
             [this](const QListWidgetItem* item) { ItemChanged(*item); });
     connect(m_list, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
@@ -86,7 +88,8 @@ VariantsPanel::VariantsPanel(Desktop& desktop, frmWorkbench& window, QWidget* pa
         m_desktop.Handle([&] { m_window.RestoreVariant(static_cast<std::size_t>(row)); });
     });
     connect(m_list, &QListWidget::customContextMenuRequested, this, &VariantsPanel::ShowMenu);
-    auto* remove = new QShortcut(QKeySequence::Delete, m_list);
+    // Not the standard key: with it goes Ctrl+D on some desktops, which keeps a variant here.
+    auto* remove = new QShortcut(Qt::Key_Delete, m_list);
     remove->setContext(Qt::WidgetShortcut);
     connect(remove, &QShortcut::activated, this, [this] {
         if (const int row = m_list->currentRow(); row >= 0) {
@@ -100,11 +103,11 @@ void VariantsPanel::ItemChanged(const QListWidgetItem& item) {
     const bool ticked = item.checkState() == Qt::Checked;
     const std::string name = item.text().trimmed().toStdString();
     m_desktop.Handle([&] {
-        if (n < m_shown.size() && m_shown[n].Ticked != ticked) {
+        if (m_shown && n < m_shown->size() && (*m_shown)[n].Ticked != ticked) {
             m_window.TickVariant(n, ticked);
         } else {
             m_window.RenameVariant(n, name);
-            m_shown.clear(); // a refused name goes back
+            m_shown.reset(); // a refused name goes back
         }
     });
 }
@@ -112,8 +115,8 @@ void VariantsPanel::ItemChanged(const QListWidgetItem& item) {
 void VariantsPanel::EditNote(std::size_t n) {
     bool taken = false;
     const QString note = QInputDialog::getMultiLineText(
-        this, tr("Note"), tr("Note of %1:").arg(QString::fromStdString(m_shown[n].Name)),
-        QString::fromStdString(m_shown[n].Note), &taken);
+        this, tr("Note"), tr("Note of %1:").arg(QString::fromStdString(m_window.Variants[n].Name)),
+        QString::fromStdString(m_window.Variants[n].Note), &taken);
     if (taken) {
         m_desktop.Handle([&] { m_window.SetVariantNote(n, note.toStdString()); });
     }
@@ -145,7 +148,7 @@ void VariantsPanel::Refresh() {
     const int row = m_list->currentRow();
     m_shown = m_window.Variants;
     m_list->clear();
-    for (const ListedVariant& variant : m_shown) {
+    for (const ListedVariant& variant : *m_shown) {
         auto* item = new QListWidgetItem(Swatch(variant.Drawn),
                                          QString::fromStdString(variant.Name), m_list);
         item->setFlags(item->flags() | Qt::ItemIsUserCheckable | Qt::ItemIsEditable);

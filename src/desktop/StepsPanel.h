@@ -4,6 +4,9 @@
 
 #include <QWidget>
 
+#include <optional>
+#include <vector>
+
 class QListWidget;
 class QListWidgetItem;
 
@@ -44,7 +47,7 @@ class VariantsPanel final : public QWidget {
     Desktop& m_desktop;
     frmWorkbench& m_window;
     QListWidget* m_list;
-    std::vector<ListedVariant> m_shown;
+    std::optional<std::vector<ListedVariant>> m_shown; ///< none: to be listed anew
 };
 
 } // namespace corvanta

@@ -7,6 +7,7 @@
 #include "desktop/GridView.h"
 #include "desktop/Guard.h"
 #include "desktop/Icons.h"
+#include "desktop/NumberField.h"
 #include "desktop/PointsPanel.h"
 #include "desktop/StepsPanel.h"
 #include "desktop/TourBubble.h"
@@ -266,6 +267,9 @@ void WorkbenchWindow::BuildKeys() {
         m_lists->setCurrentWidget(m_variants);
         m_variants->findChild<QWidget*>("lstVariants")->setFocus();
     });
+    for (NumberField* const field : findChildren<NumberField*>()) {
+        field->installEventFilter(this);
+    }
     add(Qt::Key_F6, [this] { m_desktop.MainWidget()->activateWindow(); });
 }
 
@@ -363,6 +367,19 @@ void WorkbenchWindow::keyPressEvent(QKeyEvent* event) {
     } else {
         QMainWindow::keyPressEvent(event);
     }
+}
+
+/// Space stops and plays in the fields of numbers too; a sum that is being typed may hold blanks.
+bool WorkbenchWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space) {
+        const auto* const field = qobject_cast<NumberField*>(watched);
+        if (field != nullptr && (m_window.Playing() != PlayMode::None || !field->isModified())) {
+            m_travel->TogglePlay();
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void WorkbenchWindow::moveEvent(QMoveEvent* event) {

@@ -1,6 +1,7 @@
 #include "model/History.h"
 
 #include <cassert>
+#include <iterator>
 #include <numeric>
 #include <utility>
 
@@ -44,7 +45,12 @@ bool History::Add(std::string name, Design design, Time at) {
             m_open = false;
         }
     } else {
-        m_steps.resize(m_current + 1);
+        const auto undone = m_steps.begin() + static_cast<std::ptrdiff_t>(m_current) + 1;
+        if (m_held == Held::Waiting) {
+            m_setAside.assign(std::make_move_iterator(undone),
+                              std::make_move_iterator(m_steps.end()));
+        }
+        m_steps.erase(undone, m_steps.end());
         m_steps.push_back({std::move(name), std::move(design)});
         ++m_current;
         m_open = true;
@@ -67,14 +73,23 @@ void History::Release() {
     }
     m_open = false;
     if (CanUndo() && !CanRedo() && CurrentDesign() == m_steps[m_current - 1].Design) {
-        Withdraw();
+        WithdrawHeld();
     }
+    m_setAside.clear();
 }
 
 void History::CallOff() {
     if (std::exchange(m_held, Held::No) == Held::Joining) {
-        Withdraw();
+        WithdrawHeld();
     }
+    m_setAside.clear();
+}
+
+/// Nothing was changed after all, so what was undone before can be done again.
+void History::WithdrawHeld() {
+    Withdraw();
+    m_steps.insert(m_steps.end(), std::make_move_iterator(m_setAside.begin()),
+                   std::make_move_iterator(m_setAside.end()));
 }
 
 std::string History::UndoName() const {

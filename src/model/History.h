@@ -46,7 +46,8 @@ class History {
     void Hold();
     void Release();
 
-    /// As `Release`, but what was changed since `Hold` is taken back.
+    /// As `Release`, but what was changed since `Hold` is taken back; what was undone before can
+    /// be done again.
     void CallOff();
     [[nodiscard]] bool IsHeld() const { return m_held != Held::No; }
 
@@ -82,10 +83,12 @@ class History {
     enum class Held { No, Waiting, Joining };
 
     [[nodiscard]] bool Joins(const std::string& name, Time at) const;
+    void WithdrawHeld();
     void Trim();
     void Recheck();
 
     std::vector<HistoryStep> m_steps;
+    std::vector<HistoryStep> m_setAside; ///< undone steps that the held change has replaced
     std::size_t m_current = 0;
     std::optional<Design> m_saved; ///< what the file holds, as far as that is known
     Time m_lastChange;

@@ -1,5 +1,6 @@
 #include "shell/StepNames.h"
 
+#include "model/NumberText.h"
 #include "model/PointsInPlay.h"
 
 #include <algorithm>
@@ -74,7 +75,7 @@ std::string MoveName(const SuspensionData& data, PointNumber number, int axis) {
     constexpr std::array Axes{" X", " Y", " Z"};
     PointCatalogue catalogue;
     SetPointsInPlay(catalogue, data.SpringMechanism, data);
-    return "Move " + catalogue[number].LongName +
+    return "Move " + ReplaceAll(catalogue[number].LongName, "  ", " ") +
            (axis < 0 ? "" : Axes[static_cast<std::size_t>(axis)]);
 }
 

@@ -1,5 +1,8 @@
 #include "shell/WorkbenchCharts.h"
 
+#include "model/NumberText.h"
+#include "study/Figure.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -26,6 +29,13 @@ struct Extent {
         High = std::max(High, value);
     }
 };
+
+/// The wheel is found at its travel but for a hair, which would push the last number of an axis out
+/// of it and back in from one design to the next.
+double RoundTravel(double shown) {
+    constexpr double PerUnit = 1000;
+    return std::round(shown * PerUnit) / PerUnit;
+}
 
 const Curve* CurveIn(const DesignResults* results, std::size_t n) {
     return results != nullptr && n < results->Curves.size() && results->Curves[n]
@@ -81,13 +91,10 @@ std::string TitleOf(const ChannelRecord& record) {
     return record.Title.substr(0, record.Title.find_last_not_of(' ') + 1);
 }
 
-bool IsZero(const std::string& text) {
-    return text.find_first_of("123456789") == std::string::npos;
-}
-
 /// With its sign, unless it shows as nothing.
 std::string Signed(const std::string& text) {
-    return IsZero(text) || text.front() == '-' ? text : "+" + text;
+    const bool isZero = text.find_first_of("123456789") == std::string::npos;
+    return isZero || text.front() == '-' ? text : "+" + text;
 }
 
 /// A ratio has no unit to name behind its value.
@@ -102,9 +109,8 @@ double WorkbenchCharts::LengthFactor() const {
 }
 
 std::string WorkbenchCharts::Text(const ChannelRecord& record, double stored) const {
-    const std::string text = FormatNumber(stored * static_cast<double>(record.Factor),
-                                          record.Format, m_program.Units.NumberSeparators);
-    return IsZero(text) ? ReplaceAll(text, "-", "") : text;
+    return FormatUnsignedZero(stored * static_cast<double>(record.Factor), record.Format,
+                              m_program.Units.NumberSeparators);
 }
 
 void WorkbenchCharts::KeepAxes(std::span<const StudyChart> charts) {
@@ -220,7 +226,7 @@ void WorkbenchCharts::FitAxes(ChartSheet& sheet, const ChartsContent& content, s
         }
     }
     if (across.Low < across.High) {
-        sheet.AxisX.Shown = {across.Low, across.High};
+        sheet.AxisX.Shown = {RoundTravel(across.Low), RoundTravel(across.High)};
     }
     sheet.AxisY.Shown = m_axes[n].Range.Take(up.Low, up.High, content.Held);
 }
@@ -299,12 +305,12 @@ ChartSheet WorkbenchCharts::MapSheet(const ChartsContent& content, std::size_t n
             return std::nullopt;
         }
         const std::optional<double> value = ValueAt(shown, x, y);
-        return SheetReadout{
-            x,
-            y,
-            {value ? WithUnit(FormatNumber(*value, record.Format, m_program.Units.NumberSeparators),
-                              record)
-                   : shown.UnreachedText}};
+        return SheetReadout{x,
+                            y,
+                            {value ? WithUnit(FormatUnsignedZero(*value, record.Format,
+                                                                 m_program.Units.NumberSeparators),
+                                              record)
+                                   : shown.UnreachedText}};
     };
     sheet.Cursor = readAt(place);
     if (content.Hover) {

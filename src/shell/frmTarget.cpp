@@ -72,7 +72,8 @@ void frmTarget::Open() {
     const ChannelRecord& record = m_desk.Program.Channels[m_channel];
     const std::string& length = m_desk.Program.Units[ucDisplacement].Label;
     const bool alongRack = m_variable == vvAlongRackTravel;
-    labCurve.Caption = record.Title + (alongRack ? " along rack travel" : " along wheel travel");
+    labCurve.Caption = std::string(TrimBlanks(record.Title)) +
+                       (alongRack ? " along rack travel" : " along wheel travel");
     txtValue.Unit = txtTolerance.Unit = record.UnitLabel;
     txtFrom.Unit = txtTo.Unit = length;
     txtFrom.ToolTip = txtTo.ToolTip =

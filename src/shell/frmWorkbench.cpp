@@ -296,7 +296,9 @@ std::string frmWorkbench::FailureWords() const {
 
 void frmWorkbench::ShowHead() {
     const std::string failure = m_now ? FailureWords() : "";
-    labHead.Caption = failure.empty() ? Points.Note : failure;
+    // What became of the last typing is the news, what fails stood there before it.
+    labHead.Caption = Points.Note.empty() || failure.empty() ? Points.Note + failure
+                                                             : Points.Note + ". " + failure;
     const std::string& path = m_desk.Program.DocumentPath;
     Caption = "Workbench";
     if (m_now) {

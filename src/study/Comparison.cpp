@@ -81,8 +81,8 @@ ComparisonRow NumberRow(std::string name, std::string unit, Designs designs,
     const std::optional<double> first = numberOf(designs.front());
     for (const ComparedDesign& design : designs) {
         const std::optional<double> value = numberOf(design);
-        row.Texts.push_back(value ? FormatNumber(*value * look.Factor, look.Format, separators)
-                                  : Missing);
+        row.Texts.push_back(
+            value ? FormatUnsignedZero(*value * look.Factor, look.Format, separators) : Missing);
         const bool compared = first && value && &design != &designs.front();
         row.Differences.push_back(compared ? DifferenceText(*first, *value, look, separators) : "");
     }

@@ -23,6 +23,18 @@ bool HasChannel(const SuspensionData& data, int channel) {
 
 } // namespace
 
+std::string FormatUnsignedZero(double value, std::string_view format,
+                               const Separators& separators) {
+    std::string text = FormatNumber(value, format, separators);
+    if (value < 0) {
+        std::string zero = FormatNumber(0, format, separators);
+        if (text == "-" + zero) {
+            return zero;
+        }
+    }
+    return text;
+}
+
 std::optional<double> FigureValue(const Suspension& document, Figure figure) {
     if (!HasChannel(document.Data, figure.Channel)) {
         return std::nullopt;

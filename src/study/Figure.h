@@ -1,12 +1,14 @@
 #pragma once
 
 #include "model/Channels.h"
+#include "model/NumberText.h"
 #include "model/Suspension.h"
 #include "model/Units.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace corvanta {
 
@@ -40,5 +42,9 @@ struct FigureDisplay {
 /// Throws Failure 1000 when a unit has no factor.
 [[nodiscard]] FigureDisplay DisplayOf(Figure figure, const ChannelCatalogue& channels,
                                       const FundamentalUnits& units);
+
+/// As `FormatNumber`, but what rounds to zero has no sign: beside other numbers it says nothing.
+[[nodiscard]] std::string FormatUnsignedZero(double value, std::string_view format,
+                                             const Separators& separators);
 
 } // namespace corvanta

@@ -104,7 +104,9 @@ TEST_F(HistoryTest, WhatAHandMovesIsOneStepHoweverLongItTakes) {
     Add("Drag", 8);
     Add("Drag", 5);
     m_history.Release();
-    EXPECT_THAT(Names(), ElementsAre("Open", "Drag", "Drag")) << "it ended where it began";
+    EXPECT_THAT(Names(), ElementsAre("Open", "Drag", "Drag", "Drag"))
+        << "it ended where it began, and what was undone before can still be done again";
+    EXPECT_EQ(m_history.Current(), 2U);
 }
 
 TEST_F(HistoryTest, KeepsToItsBoundsAndForgetsTheOldest) {
