@@ -151,9 +151,6 @@ class frmMain final : public ShellHost,
     /// is none.
     void OfferRecovery(bool asked = false);
 
-    /// Shows what a hand that moves something in another window has come to, if anything.
-    void FollowMotion();
-
     /// Lets go of the windows that were closed.
     void ReleaseClosedWindows();
 
@@ -254,7 +251,6 @@ class frmMain final : public ShellHost,
     bool m_unprotected = false;                      ///< no copy of the unsaved work could be kept
     bool m_linkLoadsWarned = false;
     bool m_refreshBusy = false;
-    bool m_motionShown = true; ///< nothing has moved since the window was refreshed
 };
 
 } // namespace corvanta
