@@ -12,6 +12,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <fstream>
+#include <string>
 #include <vector>
 
 namespace corvanta::benchmarks {
@@ -75,6 +77,12 @@ class OpenWorkbench {
     [[nodiscard]] CDocument& Document() { return m_window.User().Desk.Program().Current(); }
 
     void Nudge(Qt::Key key) { QTest::keyClick(&View().Points().Table(), key, Qt::ControlModifier); }
+
+    /// Brings what was changed below the window to the screen.
+    void Show() {
+        m_window.User().Desk.HandleMotion([] {});
+        Settle();
+    }
 
     /// Until everything that was asked for is painted.
     void Settle() {
@@ -152,6 +160,53 @@ void BM_WorkbenchDrag(benchmark::State& state) {
     state.counters["behind"] = Median(behind);
 }
 BENCHMARK(BM_WorkbenchDrag)->Unit(benchmark::kMillisecond)->Iterations(20);
+
+/// Resident memory of the process, MB.
+double Resident() {
+    constexpr double KilobytesInMegabyte = 1024;
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        double kilobytes = 0;
+        if (word == "VmRSS:" && status >> kilobytes) {
+            return kilobytes / KilobytesInMegabyte;
+        }
+    }
+    std::abort(); // there is nothing to measure with
+}
+
+/// What a thousand steps of the history take beside six charts of lines, and twenty ticked variants
+/// after them, in MB of resident memory. Runs once: what one run has taken the next one has.
+void BM_WorkbenchMemory(benchmark::State& state) {
+    constexpr int Steps = 1000;
+    constexpr int Variants = 20;
+    OpenWorkbench workbench(false);
+    CDocument& document = workbench.Document();
+    int moved = 0;
+    const auto move = [&] {
+        Design design = DesignOf(workbench.Data().Document);
+        design.Points[ptTRI].Z += moved % 2 == 0 ? 0.01 : -0.01;
+        document.Change("Move " + std::to_string(++moved), design, true);
+        workbench.Show();
+    };
+    for (int warm = 0; warm < Variants; ++warm) {
+        move();
+    }
+    for (auto _ : state) {
+        const double before = Resident();
+        for (int step = 0; step < Steps; ++step) {
+            move();
+        }
+        const double stepped = Resident();
+        for (int variant = 0; variant < Variants; ++variant) {
+            workbench.Logic().KeepVariant();
+            move();
+        }
+        state.counters["steps"] = static_cast<double>(document.Steps().Steps().size());
+        state.counters["MB_of_steps"] = stepped - before;
+        state.counters["MB_of_variants"] = Resident() - stepped;
+    }
+}
+BENCHMARK(BM_WorkbenchMemory)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 } // namespace
 } // namespace corvanta::benchmarks

@@ -62,7 +62,7 @@ Desktop::Desktop(FileServices& files, ProcessServices& process, MessageBox& box,
     m_follow.setSingleShot(true);
     m_follow.setInterval(RestTime);
     QObject::connect(&m_follow, &QTimer::timeout,
-                     [this] { Handle([this] { Main().FollowMotion(); }); });
+                     [this] { Handle([] {}); }); // which lets all windows catch up
 }
 
 Desktop::~Desktop() {
@@ -103,8 +103,12 @@ StartResult Desktop::Start() {
     return result;
 }
 
+/// What other windows show is up to date before the event: a table that is behind would look as if
+/// something were typed in it.
 void Desktop::Handle(const std::function<void()>& event) {
-    ++m_running;
+    if (m_running++ == 0) {
+        Guarded(m_application.MessageService(), [this] { m_application.Current().CatchUp(); });
+    }
     Guarded(m_application.MessageService(), event);
     if (--m_running == 0) {
         m_application.KeepChanges();

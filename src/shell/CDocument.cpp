@@ -23,6 +23,11 @@ void CDocument::Unwatch(const DocumentWatcher& watcher) {
 
 void CDocument::Tell(DocumentChange change) {
     MarkModified();
+    if (change == DocumentChange::InMotion) {
+        m_inMotion = true;
+    } else if (change == DocumentChange::Changed || change == DocumentChange::Replaced) {
+        m_inMotion = false;
+    }
     for (DocumentWatcher* const watcher : std::vector(m_watchers)) {
         watcher->DocumentChanged(change);
     }
@@ -106,6 +111,12 @@ void CDocument::CallOff() {
         if (m_history.CurrentDesign() != reached) {
             Take(m_history.CurrentDesign());
         }
+        Tell(DocumentChange::Changed);
+    }
+}
+
+void CDocument::CatchUp() {
+    if (m_inMotion) {
         Tell(DocumentChange::Changed);
     }
 }

@@ -69,6 +69,9 @@ class CDocument {
     void Release();
     void CallOff();
 
+    /// Tells the windows that don't follow a motion what it has come to, if there was one.
+    void CatchUp();
+
     /// Brings all windows to a position of the grid.
     void ShowPosition(int wheelStep, int rackStep);
 
@@ -128,6 +131,7 @@ class CDocument {
     DisplacementWords m_displaced;
     std::optional<Design> m_failedOn; ///< what the failure was about
     bool m_quiet = false;
+    bool m_inMotion = false; ///< windows that don't follow a motion show what was before it
     int m_runs = 0;
     int m_studiesBegun = 0;
     std::vector<DocumentWatcher*> m_watchers;

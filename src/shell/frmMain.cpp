@@ -71,7 +71,6 @@ void frmMain::Refresh(bool resetPosition) {
     const BusyScope busy(m_refreshBusy);
     Suspension& document = m_desk.Program.Document;
     ViewSettings& settings = m_desk.Program.Settings;
-    m_motionShown = true;
     if (m_desk.Current.NeedsCalculation()) {
         Calculate();
     }
@@ -138,21 +137,13 @@ void frmMain::ShowNoView() {
 }
 
 void frmMain::DocumentChanged(DocumentChange change) {
-    if (change == DocumentChange::InMotion) {
-        m_motionShown = false;
-    } else if (change == DocumentChange::Beside) {
+    if (change == DocumentChange::Beside) {
         RefreshGUI(false);
     } else if (change == DocumentChange::Changed) {
         if (frmEditGeometry* const editor = OpenedEditor()) {
             editor->FollowDocument();
         }
         RefreshGUI(false);
-    }
-}
-
-void frmMain::FollowMotion() {
-    if (!m_motionShown) {
-        DocumentChanged(DocumentChange::Changed);
     }
 }
 

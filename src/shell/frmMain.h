@@ -142,9 +142,6 @@ class frmMain final : public ShellHost,
     /// is none.
     void OfferRecovery(bool asked = false);
 
-    /// Shows what a hand that moves something in another window has come to, if anything.
-    void FollowMotion();
-
     /// Opens the dialog for the target of a channel along wheel or rack travel.
     void EditTarget(int channel, std::int32_t variable);
 
@@ -223,7 +220,6 @@ class frmMain final : public ShellHost,
     bool m_unprotected = false; ///< no copy of the unsaved work could be kept
     bool m_linkLoadsWarned = false;
     bool m_refreshBusy = false;
-    bool m_motionShown = true; ///< nothing has moved since the window was refreshed
 };
 
 } // namespace corvanta

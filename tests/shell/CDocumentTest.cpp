@@ -115,13 +115,15 @@ TEST_F(CDocumentTest, TheClassicWindowsFollowAndTypedCellsStay) {
     Move(1);
     Move(1);
     EXPECT_FALSE(m_document.ResultsValid) << "the main window waits for the hand";
-    m_main.FollowMotion();
+    m_current.CatchUp();
     EXPECT_TRUE(m_document.ResultsValid);
     Move(1);
     m_current.Release();
     EXPECT_TRUE(m_document.ResultsValid);
+    m_current.CatchUp();
     EXPECT_THAT(m_watcher.Told, ElementsAre(DocumentChange::InMotion, DocumentChange::InMotion,
-                                            DocumentChange::InMotion, DocumentChange::Changed));
+                                            DocumentChange::Changed, DocumentChange::InMotion,
+                                            DocumentChange::Changed));
     EXPECT_EQ(m_document.StaticPoints()[ptTRI].Z, before + 3);
     EXPECT_TRUE(m_main.EditGeometry->HasUnappliedChanges());
     m_main.EditGeometry->cmdOK_Click();
@@ -135,7 +137,7 @@ TEST_F(CDocumentTest, ADesignThatFailsOnTheWayIsToldWithoutABoxAndTheViewComesBa
     m_box.Shown.clear();
     m_current.Hold();
     Move(2000);
-    m_main.FollowMotion();
+    m_current.CatchUp();
     EXPECT_TRUE(m_main.panFailure.Visible);
     EXPECT_THAT(m_main.panFailure.Caption, HasSubstr("could not be completed"));
     m_current.CallOff();

@@ -67,6 +67,11 @@ TEST_F(frmCompareTest, FollowsTheDocumentAndItsTicksChooseTheColumns) {
     const std::string before = Row(2);
     m_current.Release();
     EXPECT_NE(Row(2), before); // once the hand lets go
+    moved.Points[ptTRI].Z += 1;
+    const std::string released = Row(2);
+    m_current.Change("Nudge", moved, true);
+    m_current.CatchUp();
+    EXPECT_NE(Row(2), released); // and once it rests
     ResetDocument(m_document, m_settings);
     m_current.Begin("None", true);
     EXPECT_EQ(Window().labNote.Caption, "There is no suspension to compare.");
