@@ -59,5 +59,17 @@ TEST_F(WorkbenchFaultsTest, AChannelThatTheCornerLacksIsSaidToBeMissing) {
     EXPECT_EQ(bench.Sheets()[3].MarkText, "none in this corner");
 }
 
+TEST_F(WorkbenchFaultsTest, AnotherDocumentIsFittedIntoTheCorner) {
+    frmWorkbench& bench = OpenBench("formula-front-pushrod.WSP");
+    bench.Corner.Resize(340, 600);
+    const double scale = bench.Corner.Projection().Scale;
+    Open(SampleBytes("published/STRUTGEN.WSP"));
+    bench.Update();
+    EXPECT_LT(bench.Corner.Projection().Scale, scale) << "a larger car";
+    const double fitted = bench.Corner.Projection().Scale;
+    bench.Corner.Fit();
+    EXPECT_EQ(bench.Corner.Projection().Scale, fitted);
+}
+
 } // namespace
 } // namespace corvanta::test
