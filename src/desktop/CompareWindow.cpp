@@ -17,6 +17,7 @@ namespace corvanta {
 namespace {
 
 constexpr int DesignsHeight = 96; ///< of their list: four rows, more are scrolled to
+constexpr int MostColumn = 150;   ///< width of a design, whatever its description says
 
 } // namespace
 
@@ -43,6 +44,7 @@ CompareWindow::CompareWindow(Desktop& desktop, frmCompare& window)
     layout->addWidget(note);
     m_table = new GridView(window.grdCompare, this);
     m_table->setObjectName("grdCompare");
+    m_table->BoundColumns(MostColumn);
     layout->addWidget(m_table, 1);
     layout->addWidget(BuildButtons());
     AddHistoryKeys(m_desktop, *this);

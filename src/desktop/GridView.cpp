@@ -133,7 +133,7 @@ int GridHeader::NeededWidth(int column) const {
         width =
             std::max(width, metrics.horizontalAdvance(m_model.Text(row, gridColumn)) + 2 * Padding);
     }
-    return width;
+    return std::min(width, MostWidth);
 }
 
 QSize GridHeader::sizeHint() const {
@@ -326,6 +326,14 @@ void GridView::Refresh() {
 void GridView::MakeNarrow(int firstColumn) {
     m_heads->LeastWidth = 0;
     m_rowHeads->MostWidth = firstColumn;
+}
+
+void GridView::BoundColumns(int most) {
+    m_heads->MostWidth = most;
+    m_model.OnToolTip([this, most](int row, int column) {
+        const QString text = m_model.Text(row, column);
+        return fontMetrics().horizontalAdvance(text) + 2 * Padding > most ? text : QString();
+    });
 }
 
 void GridView::FitColumns() {

@@ -6,6 +6,7 @@
 #include <QStyledItemDelegate>
 #include <QTableView>
 
+#include <limits>
 #include <optional>
 
 namespace corvanta {
@@ -27,6 +28,7 @@ class GridHeader final : public QHeaderView {
     [[nodiscard]] QSize sizeHint() const override;
 
     int LeastWidth = 72; ///< of a column
+    int MostWidth = std::numeric_limits<int>::max();
 
   protected:
     void paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const override;
@@ -98,6 +100,10 @@ class GridView final : public QTableView {
     /// Makes the most of a narrow place: the first column is no wider than this, its longer texts
     /// shortened, and the others are as narrow as their numbers.
     void MakeNarrow(int firstColumn);
+
+    /// No column of values is wider than this, longer texts are shortened; tooltips hold them
+    /// whole.
+    void BoundColumns(int most);
 
     /// Shows the grid as it is now.
     void Refresh();

@@ -3,7 +3,6 @@
 #include "desktop/Desktop.h"
 #include "desktop/NumberField.h"
 
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -163,11 +162,6 @@ bool PointsPanel::TakeKey(const QKeyEvent& event) {
     const bool vertical = event.key() == Qt::Key_Up || event.key() == Qt::Key_Down;
     if (m_scrubbing && event.key() == Qt::Key_Escape) {
         EndScrub(false);
-        return true;
-    }
-    if (event.key() == Qt::Key_Space && event.modifiers() == Qt::NoModifier) {
-        QKeyEvent toWindow(event.type(), event.key(), event.modifiers(), event.text());
-        QCoreApplication::sendEvent(window(), &toWindow); // a coordinate begins with no blank
         return true;
     }
     if (!vertical || !event.modifiers().testFlag(Qt::ControlModifier)) {

@@ -36,7 +36,7 @@ constexpr QSize LeastSize{800, 480};
 constexpr int IconSize = 20;
 
 /// Widths of the three columns and heights at the left as they are at first, in parts.
-constexpr std::array FirstColumns{382, 535, 343};
+constexpr std::array FirstColumns{394, 523, 343};
 constexpr std::array FirstLeft{430, 190};
 
 QString SizesText(const QSplitter& splitter) {

@@ -158,6 +158,9 @@ ChartSheet WorkbenchCharts::LineSheet(const ChartsContent& content, std::size_t 
         add(beside.Results, beside.Name, beside.IsBaseline ? CurveStyle::Dashed : CurveStyle::Thin,
             beside.Drawn, false);
     }
+    if (const Curve* const own = CurveIn(content.Now, n); own != nullptr && own->X.empty()) {
+        sheet.MarkText = "none in this corner";
+    }
     AddTargets(sheet, content, n);
     FitAxes(sheet, content, n);
     if (content.Now != nullptr) {

@@ -145,6 +145,7 @@ void frmWorkbench::DocumentChanged(DocumentChange change) {
     if (change == DocumentChange::Replaced) {
         Points.Note.clear();
         m_good.reset();
+        m_fitCorner = true; // another car stands elsewhere and is larger or smaller
         StopPlay();
     }
 }
@@ -280,6 +281,9 @@ void frmWorkbench::ShowCorner() {
     content.Selected = Points.SelectedPoints();
     content.Faulty = results.Faulty;
     Corner.Show(std::move(content));
+    if (std::exchange(m_fitCorner, false)) {
+        Corner.Fit();
+    }
 }
 
 std::string frmWorkbench::FailureWords() const {

@@ -179,6 +179,7 @@ class frmWorkbench final : public Window, private DocumentWatcher {
     PlayMode m_play = PlayMode::None;
     double m_phase = 0;  ///< of playing, in full turns
     bool m_held = false; ///< a hand moves the cursor
+    bool m_fitCorner = false;
     bool m_stale = true;
 };
 
