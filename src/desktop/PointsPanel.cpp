@@ -68,7 +68,7 @@ QWidget* PointsPanel::BuildSteps(Binder& binder) {
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
-    auto* label = new QLabel(tr("Step"), row);
+    auto* label = new QLabel(tr("&Step"), row);
     layout->addWidget(label);
     WorkbenchPoints& points = m_window.Points;
     for (int n = 0; n < Offered; ++n) {

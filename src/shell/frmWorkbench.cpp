@@ -90,8 +90,8 @@ frmWorkbench::frmWorkbench(Desk& desk, ShellHost& main)
     cmdKeepVariant.ToolTip = "Keep the design as it stands under a name";
     panEmpty.Caption = "No document is open.\nOpen one (Ctrl+O), begin one (Ctrl+N), or press F6 "
                        "for the main window with its samples.";
-    txtBump.Caption = "Bump:";
-    txtRack.Caption = "Rack:";
+    txtBump.Caption = "&Bump:";
+    txtRack.Caption = "&Rack:";
     Corner.Events.Picked = [this](PointNumber number) {
         Points.Select(number);
         m_stale = true;
@@ -302,9 +302,7 @@ void frmWorkbench::ShowHead() {
     const std::string& path = m_desk.Program.DocumentPath;
     Caption = "Workbench";
     if (m_now) {
-        Caption = (path.empty() ? "New suspension"
-                                : path.substr(FileServices::ParentFolder(path).size())) +
-                  " - Workbench";
+        Caption = (path.empty() ? "New suspension" : FileServices::FileName(path)) + " - Workbench";
     }
 }
 
