@@ -96,8 +96,8 @@ class frmWorkbench final : public Window, private DocumentWatcher {
     NumberBox txtBump, txtRack;
     void sldBump_Moved(int value);
     void sldRack_Moved(int value);
-    void txtTravel_Changed(NumberBox& box);   ///< after each keystroke
-    void txtTravel_LostFocus(NumberBox& box); ///< typing has ended
+    void txtTravel_Changed(NumberBox& box) const; ///< after each keystroke
+    void txtTravel_LostFocus(NumberBox& box);     ///< typing has ended
 
     void Play(PlayMode mode);
     void StopPlay() { m_play = PlayMode::None; }

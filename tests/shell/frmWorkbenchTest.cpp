@@ -113,7 +113,7 @@ TEST_F(frmWorkbenchTest, CellsAreTypedNudgedAndScrubbedAsStepsOfTheHistory) {
     EXPECT_EQ(m_document.StaticPoints()[ptUWIR].X, 282.5);
 
     Bench().Points.txtFilter.Text = "lower inner";
-    Bench().Points.txtFilter_Changed();
+    Bench().Points_Selected();
     EXPECT_EQ(Bench().Points.grdPoints.Rows(), 4);
     Bench().Points.Selection = {2, 3, 3, 3};
     const double front = Z(ptLWIF);
