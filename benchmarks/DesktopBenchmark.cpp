@@ -4,6 +4,7 @@
 #include "desktop/CornerPanelView.h"
 #include "desktop/GuardedApplication.h"
 #include "results/MDisplay3d.h"
+#include "tests/support/CornerShapes.h"
 
 #include <benchmark/benchmark.h>
 
@@ -70,8 +71,11 @@ void BM_CornerPanel(benchmark::State& state) {
     if (!QTest::qWaitForWindowExposed(&view)) {
         std::abort(); // nothing would be painted
     }
-    CornerContent content{
-        ShapeOf(document, 0, 0), ShapeOf(document, 0, 2), document.Catalogue, {ptLWO}, {}};
+    CornerContent content{test::ShapeOf(document, 0, 0),
+                          test::ShapeOf(document, 0, 2),
+                          document.Catalogue,
+                          {ptLWO},
+                          {}};
     panel.Show(content);
     panel.Press(panel.PlaceOf(ptLWO));
     int wheelStep = 2;

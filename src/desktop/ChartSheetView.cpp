@@ -5,8 +5,10 @@
 #include "desktop/QtServices.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -64,8 +66,9 @@ ChartSheetView::ChartSheetView(Events events, QWidget* parent)
       m_body(new QCPLayoutGrid),
       m_surface(new SheetMapSurface(m_plot, *m_look)) {
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setContentsMargins(1, 1, 1, 1); // for the frame of the focus
     layout->addWidget(m_plot);
+    m_plot->setFocusProxy(this);
     m_plot->setInteractions({});
     m_plot->setContextMenuPolicy(Qt::CustomContextMenu);
     QCPLayoutGrid* const page = m_plot->plotLayout();
@@ -127,7 +130,8 @@ void ChartSheetView::ConnectPointer() {
             PressOrDrag(event->position(), false);
         }
     });
-    connect(m_plot, &QWidget::customContextMenuRequested, this, &ChartSheetView::ShowMenu);
+    connect(m_plot, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint& at) { ShowMenu(m_plot->mapToGlobal(at)); });
 }
 
 void ChartSheetView::SetColours() {
@@ -309,7 +313,7 @@ void ChartSheetView::ShowMenu(const QPoint& at) {
                      {[this](const QSize& size, double density) { return Picture(size, density); },
                       [this] { return QString::fromStdString(DataText(m_look->Sheet)); },
                       [this](const QString& path) { SaveAs(path); }});
-    menu.Run(m_plot->mapToGlobal(at));
+    menu.Run(at);
 }
 
 void ChartSheetView::changeEvent(QEvent* event) {
@@ -319,6 +323,30 @@ void ChartSheetView::changeEvent(QEvent* event) {
         if (isVisible()) {
             Replot();
         }
+    }
+}
+
+/// The menu by its key; the plot lets nothing of the mouse through.
+void ChartSheetView::contextMenuEvent(QContextMenuEvent* event) {
+    ShowMenu(event->globalPos());
+}
+
+void ChartSheetView::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    update();
+}
+
+void ChartSheetView::focusOutEvent(QFocusEvent* event) {
+    QWidget::focusOutEvent(event);
+    update();
+}
+
+void ChartSheetView::paintEvent(QPaintEvent* event) {
+    QWidget::paintEvent(event);
+    if (hasFocus()) {
+        QPainter painter(this);
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
     }
 }
 

@@ -38,7 +38,7 @@ PointsPanel::PointsPanel(Desktop& desktop, frmWorkbench& window, Binder& binder,
     connect(m_filter, &QLineEdit::textChanged, this, [this](const QString& text) {
         m_desktop.Handle([&] {
             m_window.Points.txtFilter.Text = text.toStdString();
-            m_window.Points_Selected();
+            m_window.Points_Changed();
         });
     });
     m_table->setObjectName("grdWorkbenchPoints");
@@ -46,7 +46,7 @@ PointsPanel::PointsPanel(Desktop& desktop, frmWorkbench& window, Binder& binder,
     m_table->Model().OnTyped([this](int row, int column, const std::string& text) {
         m_desktop.Handle([&] {
             m_window.Points.grdPoints_Edited(row, column, text);
-            m_window.Points_Selected();
+            m_window.Points_Changed();
         });
     });
     m_table->Model().OnToolTip([this](int row, int column) {
@@ -67,7 +67,7 @@ QWidget* PointsPanel::BuildSteps(Binder& binder) {
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
-    auto* label = new QLabel(tr("Step"), row);
+    auto* label = new QLabel(tr("&Step"), row);
     layout->addWidget(label);
     WorkbenchPoints& points = m_window.Points;
     for (int n = 0; n < Offered; ++n) {
@@ -80,7 +80,7 @@ QWidget* PointsPanel::BuildSteps(Binder& binder) {
                 m_window.Points.txtStep.Text =
                     m_window.Points.StepTexts()[static_cast<std::size_t>(n)];
                 m_window.Points.txtStep_LostFocus();
-                m_window.Points_Selected();
+                m_window.Points_Changed();
             });
         });
         layout->addWidget(button);
@@ -134,7 +134,7 @@ void PointsPanel::SelectionChanged() {
         if (m_window.Points.Selection != *range) {
             m_desktop.HandleMotion([&] {
                 m_window.Points.Selection = *range;
-                m_window.Points_Selected();
+                m_window.Points_Changed();
             });
         }
     }

@@ -114,8 +114,8 @@ TravelPanel::TravelPanel(Desktop& desktop, frmWorkbench& window, Binder& binder,
         layout->addWidget(field, row, 2);
         layout->addWidget(unit, row, 3);
     };
-    addRow(0, m_bump, window.txtBump, tr("Wheel travel, bump positive"));
-    addRow(1, m_rack, window.txtRack, tr("Rack travel"));
+    addRow(0, m_bump, window.txtBump, tr("Wheel travel, bump positive (Alt+B)"));
+    addRow(1, m_rack, window.txtRack, tr("Rack travel (Alt+R)"));
     layout->addWidget(m_pad, 0, 4, 2, 1);
     m_buttons = {PlayButton(PlayMode::Heave, tr("Heave"), tr("Play wheel travel")),
                  PlayButton(PlayMode::Steer, tr("Steer"), tr("Play rack travel")),

@@ -158,6 +158,8 @@ QWidget* WorkbenchWindow::BuildLists() {
     m_lists->setObjectName("tabLists");
     m_lists->addTab(m_history, tr("History"));
     m_lists->addTab(m_variants, tr("Variants"));
+    m_lists->setTabToolTip(0, tr("The steps of the document (Ctrl+4)"));
+    m_lists->setTabToolTip(1, tr("Designs kept beside the document (Ctrl+5)"));
     m_lists->setDocumentMode(true);
     return m_lists;
 }
@@ -231,10 +233,12 @@ void WorkbenchWindow::BuildTools() {
     button->setMenu(more);
     button->setPopupMode(QToolButton::MenuButtonPopup);
     bar->addSeparator();
-    bar->addWidget(new QLabel(tr(" Charts "), bar));
+    auto* charts = new QLabel(tr(" &Charts "), bar);
+    bar->addWidget(charts);
     m_count = new QSpinBox(bar);
+    charts->setBuddy(m_count);
     m_count->setRange(1, frmWorkbench::MostCharts);
-    m_count->setToolTip(tr("Number of charts"));
+    m_count->setToolTip(tr("Number of charts (Alt+C)"));
     connect(m_count, &QSpinBox::valueChanged, this, [this](int count) {
         m_desktop.Handle([&] { m_window.SetChartCount(static_cast<std::size_t>(count)); });
     });

@@ -187,7 +187,7 @@ void Application::OpenAsked() {
         m_messages.ShowMessage(
             "There is no file of this name:\r" + m_files.FullPath(m_request.File), msExclamation);
     } else if (StudyFiles::IsStudy(m_request.File)) {
-        m_main.Studies.Open(m_files.FullPath(m_request.File));
+        m_main.OpenStudy(m_files.FullPath(m_request.File));
     } else {
         m_main.FileOpen(m_files.FullPath(m_request.File));
     }

@@ -48,8 +48,12 @@ std::string FileServices::ParentFolder(const std::string& path) {
     return path.substr(0, NameStart(path));
 }
 
+std::string FileServices::FileName(const std::string& path) {
+    return path.substr(NameStart(path));
+}
+
 std::string FileServices::BaseName(const std::string& path) {
-    std::string name = path.substr(NameStart(path));
+    std::string name = FileName(path);
     if (name == "." || name == "..") {
         return {};
     }

@@ -76,6 +76,9 @@ class FileServices {
     /// The folder of a path, ending in a separator; the empty string when the path names none.
     [[nodiscard]] static std::string ParentFolder(const std::string& path);
 
+    /// The file name of a path without folder.
+    [[nodiscard]] static std::string FileName(const std::string& path);
+
     /// The file name of a path without folder and extension.
     [[nodiscard]] static std::string BaseName(const std::string& path);
 

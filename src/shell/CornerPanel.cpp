@@ -76,14 +76,6 @@ Point2D Between(const Point2D& from, const Point2D& to) {
 
 } // namespace
 
-CornerShape ShapeOf(const Suspension& document, int rackStep, int wheelStep) {
-    CornerShape shape{DesignOf(document), std::nullopt};
-    if (document.ResultsValid) {
-        shape.Solved = PositionAt(document, rackStep, wheelStep).Points;
-    }
-    return shape;
-}
-
 void CornerPanel::Show(CornerContent content) {
     const bool first = !m_content;
     const bool edited = first || m_content->Now.Entered != content.Now.Entered;

@@ -22,10 +22,6 @@ struct CornerShape {
                                     ///< that can't be solved
 };
 
-/// The design of a document at a rack and wheel step; a step of 0 is the static one. Not solved
-/// when the document has no valid results.
-[[nodiscard]] CornerShape ShapeOf(const Suspension& document, int rackStep, int wheelStep);
-
 /// What the panel shows.
 struct CornerContent {
     CornerShape Now;

@@ -18,11 +18,6 @@ constexpr const char* DiscardQuestion = "Discard any current data?";
 const AnswerWords DiscardWords{"&Discard"};
 constexpr int RecentFileCount = 4;
 
-/// The name of a path without its folder.
-std::string NameOf(const std::string& path) {
-    return path.substr(FileServices::ParentFolder(path).size());
-}
-
 bool IsOfDocument(const std::string& path) {
     return UpperCase(path).ends_with(DocumentExtension);
 }
@@ -181,14 +176,14 @@ FileOutcome DocumentFiles::Open(const std::string& path, bool asCopy) {
         return FileOutcome::Nothing;
     }
     const bool read = Read(path);
-    m_desk.Current.Begin("Open " + NameOf(path), true, again);
+    m_desk.Current.Begin("Open " + FileServices::FileName(path), true, again);
     if (!read) {
         return FileOutcome::Replaced;
     }
     if (asCopy) {
         program.DocumentPath.clear();
         program.FileMark.clear();
-        Note += (Note.empty() ? "" : "   ") + ("Untitled copy of " + NameOf(path));
+        Note += (Note.empty() ? "" : "   ") + ("Untitled copy of " + FileServices::FileName(path));
     } else {
         program.DocumentPath = path;
         program.Options.LastFolder = FileServices::ParentFolder(path);
@@ -234,7 +229,8 @@ FileOutcome DocumentFiles::OfferReload() {
     const Program& program = m_desk.Program;
     const std::string path = program.DocumentPath;
     m_offeredMark = MarkOf(path);
-    std::string question = NameOf(path) + " was changed by another program. Reload it?";
+    std::string question =
+        FileServices::FileName(path) + " was changed by another program. Reload it?";
     if (program.Modified) {
         question += "\r\rYour own unsaved changes are then kept under Recover Unsaved Work in the "
                     "File menu.";
@@ -275,7 +271,7 @@ FileOutcome DocumentFiles::SaveAs() {
     // The name of a file that is not in memory is not offered for what is.
     if (program.Document.DataLoaded && !program.DocumentPath.empty()) {
         name = IsOfDocument(program.DocumentPath)
-                   ? NameOf(program.DocumentPath)
+                   ? FileServices::FileName(program.DocumentPath)
                    : FileServices::BaseName(program.DocumentPath) + std::string(DocumentExtension);
     }
     const std::optional<std::string> path = AskPath(name);
@@ -315,8 +311,9 @@ bool DocumentFiles::MayWrite(const std::string& chosenPath) {
                                     msExclamation);
         return false;
     }
-    return path == chosenPath || m_desk.Messages.Ask(NameOf(path) + " exists already.\rReplace it?",
-                                                     {"&Replace"}) == maYes;
+    return path == chosenPath ||
+           m_desk.Messages.Ask(FileServices::FileName(path) + " exists already.\rReplace it?",
+                               {"&Replace"}) == maYes;
 }
 
 /// The format of the file ends a text at a "[".
@@ -347,7 +344,7 @@ FileOutcome DocumentFiles::SaveTo(const std::string& path) {
     const std::string mark = target == program.DocumentPath ? MarkOf(target) : "";
     if (!mark.empty() && !program.FileMark.empty() && mark != program.FileMark) {
         enum { Overwrite, UnderAnotherName, Reload };
-        switch (m_desk.Messages.Choose(NameOf(target) +
+        switch (m_desk.Messages.Choose(FileServices::FileName(target) +
                                            " was changed by another program since it was opened "
                                            "or saved here.",
                                        {"&Overwrite", "Save &As...", "&Reload"})) {
@@ -382,7 +379,7 @@ void DocumentFiles::Write(const std::string& path, bool& written) {
         program.Options.LastFolder = FileServices::ParentFolder(path);
         Recovery.Drop();
         EnterRecentFile(path);
-        Note = NameOf(path) + " saved";
+        Note = FileServices::FileName(path) + " saved";
     } catch (...) {
         m_desk.Messages.ShowMessage("There was an error while processing file\r\rError was " +
                                         FailureInFlight().Description(),

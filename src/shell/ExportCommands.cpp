@@ -33,7 +33,7 @@ std::optional<ChosenFile> AskForName(const Desk& desk, ShellHost& main, const ch
 }
 
 void ConfirmWritten(ShellHost& main, const std::string& path) {
-    main.Confirm(path.substr(FileServices::ParentFolder(path).size()) + " written");
+    main.Confirm(FileServices::FileName(path) + " written");
 }
 
 void ExportTo(Desk& desk, ShellHost& main, std::int32_t exportType, const std::string& path) {

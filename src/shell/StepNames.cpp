@@ -62,7 +62,7 @@ std::string DescribeMove(const Design& before, const Design& after) {
             return "Move points";
         }
         const std::array moved{from.X != to.X, from.Y != to.Y, from.Z != to.Z};
-        const auto first = std::find(moved.begin(), moved.end(), true);
+        const auto* const first = std::find(moved.begin(), moved.end(), true);
         const bool one = std::count(moved.begin(), moved.end(), true) == 1;
         name = MoveName(after.Data, number, one ? static_cast<int>(first - moved.begin()) : -1);
     }

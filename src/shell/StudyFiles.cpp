@@ -16,10 +16,6 @@ namespace {
 constexpr const char* StudyFilter = "Study files (*.study)|*.study| All files (*.*)|*.*";
 constexpr std::string_view StudyExtension = ".study";
 
-std::string NameOf(const std::string& path) {
-    return path.substr(FileServices::ParentFolder(path).size());
-}
-
 /// Keeps what is said while nobody is to be asked.
 class ListeningBox final : public MessageBox {
   public:
@@ -117,7 +113,7 @@ void StudyFiles::Open(const std::string& path) {
     std::string bytes;
     try {
         bytes = m_desk.Files.ReadBytes(path);
-        study = ReadStudy(bytes, NameOf(path));
+        study = ReadStudy(bytes, FileServices::FileName(path));
     } catch (...) {
         m_desk.Messages.ShowMessage("The study could not be opened.\r\r" +
                                         FailureInFlight().Description() + "\r\rThe file: " + path,
@@ -140,7 +136,7 @@ void StudyFiles::Open(const std::string& path) {
     m_kept = study;
     m_desk.Current.ChangeStudy(std::move(study));
     const std::string& note = m_documents.Note; // of its document, if that had to be opened
-    m_main.Confirm(note + (note.empty() ? "" : "   ") + NameOf(path) + " opened");
+    m_main.Confirm(note + (note.empty() ? "" : "   ") + FileServices::FileName(path) + " opened");
 }
 
 /// The document of a study becomes the open one; the study before may go then. False when it is
@@ -155,10 +151,10 @@ bool StudyFiles::BringDocument(const std::string& path, const StudyData& study) 
 }
 
 bool StudyFiles::AskForDocument(const std::string& path, const StudyData& study) {
-    const std::string question =
-        study.Document.empty()
-            ? NameOf(path) + " names no document."
-            : "The document " + study.Document + " of " + NameOf(path) + " is not there.";
+    const std::string question = study.Document.empty()
+                                     ? FileServices::FileName(path) + " names no document."
+                                     : "The document " + study.Document + " of " +
+                                           FileServices::FileName(path) + " is not there.";
     std::vector<std::string> ways{"&Choose Document..."};
     if (m_desk.Program.Document.DataLoaded) {
         ways.emplace_back("&Use Open Document");
@@ -204,7 +200,7 @@ bool StudyFiles::Save() {
     }
     if (onDisk != m_bytes) {
         enum { Overwrite, UnderAnotherName };
-        switch (m_desk.Messages.Choose(NameOf(m_path) +
+        switch (m_desk.Messages.Choose(FileServices::FileName(m_path) +
                                            " was changed by another program since it was opened "
                                            "or saved here.",
                                        {"&Overwrite", "Save &As..."})) {
@@ -220,7 +216,7 @@ bool StudyFiles::Save() {
 }
 
 bool StudyFiles::SaveAs() {
-    std::string name = NameOf(m_path);
+    std::string name = FileServices::FileName(m_path);
     if (m_path.empty() && !m_desk.Program.DocumentPath.empty()) {
         name = FileServices::BaseName(m_desk.Program.DocumentPath) + std::string(StudyExtension);
     }
@@ -235,8 +231,8 @@ bool StudyFiles::SaveAs() {
 /// The file dialog asked about the name that was typed; the file may get its extension.
 bool StudyFiles::MayWrite(const std::string& chosen, const std::string& path) {
     return path == chosen || !m_desk.Files.FileExists(path) ||
-           m_desk.Messages.Ask(NameOf(path) + " exists already.\rReplace it?", {"&Replace"}) ==
-               maYes;
+           m_desk.Messages.Ask(FileServices::FileName(path) + " exists already.\rReplace it?",
+                               {"&Replace"}) == maYes;
 }
 
 /// What a study file calls the open document; empty for one without a file.
@@ -263,7 +259,7 @@ bool StudyFiles::Write(const std::string& path) {
     m_path = path;
     m_kept = study;
     m_desk.Current.ChangeStudy(std::move(study));
-    m_main.Confirm(NameOf(path) + " saved");
+    m_main.Confirm(FileServices::FileName(path) + " saved");
     if (m_kept.Document.empty()) {
         m_desk.Messages.ShowMessage("The study is saved, but names no document, as this one has no "
                                     "file yet.\rSave the document, then the study again.",
@@ -275,15 +271,6 @@ bool StudyFiles::Write(const std::string& path) {
 bool StudyFiles::HoldsUnsaved() const {
     const StudyData& study = m_desk.Current.Study();
     return HasMore(study.Variants, m_kept.Variants) || HasMore(study.Targets, m_kept.Targets);
-}
-
-bool StudyFiles::IsModified() const {
-    if (m_path.empty()) {
-        return HoldsUnsaved();
-    }
-    StudyData study = m_desk.Current.Study();
-    study.Document = NameOfDocument(m_path);
-    return study != m_kept;
 }
 
 bool StudyFiles::MayGo() {
@@ -332,7 +319,7 @@ void StudyFiles::AddVariants(const std::vector<std::string>& paths) {
             ++added;
         }
         if (!design || !words.empty()) {
-            (design ? doubtful : failed) += "\r\r" + NameOf(path) + ": " + words;
+            (design ? doubtful : failed) += "\r\r" + FileServices::FileName(path) + ": " + words;
         }
     }
     if (added > 0) {
@@ -358,8 +345,9 @@ void StudyFiles::SaveVariant(std::size_t variant) {
     const std::optional<std::string> path =
         m_documents.AskPath(WithoutSeparators(saved.Name) + ".WSP");
     if (!path || (IsOpenDocument(*path) &&
-                  m_desk.Messages.Ask(NameOf(*path) + " is the open document.\rReplace its file by "
-                                                      "the variant?",
+                  m_desk.Messages.Ask(FileServices::FileName(*path) +
+                                          " is the open document.\rReplace its file by "
+                                          "the variant?",
                                       {"&Replace"}) != maYes)) {
         return;
     }
@@ -372,7 +360,7 @@ void StudyFiles::SaveVariant(std::size_t variant) {
             throw Failure(fnFileAccess, "The file has no name");
         }
         if (written) {
-            m_main.Confirm(NameOf(*path) + " saved");
+            m_main.Confirm(FileServices::FileName(*path) + " saved");
         }
     } catch (...) {
         m_desk.Messages.ShowMessage(

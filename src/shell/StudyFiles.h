@@ -50,10 +50,6 @@ class StudyFiles final : private DocumentWatcher {
     /// Asks for a name and saves a variant as a document of its own. `variant` counts from 0.
     void SaveVariant(std::size_t variant);
 
-    /// True when the file would hold something else if the study was saved now. Without a file that
-    /// is the case with work that would be lost.
-    [[nodiscard]] bool IsModified() const;
-
     /// Asks what to do with variants and targets that no file has. False when they must stay.
     [[nodiscard]] bool MayGo();
 

@@ -154,10 +154,6 @@ void WorkbenchPoints::ShowCell(int row, int column, const Design& now) {
     }
 }
 
-void WorkbenchPoints::txtFilter_Changed() {
-    Show({});
-}
-
 void WorkbenchPoints::txtStep_Changed() {
     const auto typed = ReadTypedNumber(txtStep.Text, Units().NumberSeparators, txtStep.Unit);
     const double step = typed ? ParseChannelValue(Units(), typed->Text, ucDisplacement) : 0;

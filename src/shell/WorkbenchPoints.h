@@ -35,7 +35,6 @@ class WorkbenchPoints {
     [[nodiscard]] double Step() const { return m_step; }
 
     // Events.
-    void txtFilter_Changed();
     void txtStep_Changed();   ///< after each keystroke
     void txtStep_LostFocus(); ///< typing has ended
 

@@ -123,6 +123,9 @@ class frmMain final : public ShellHost,
     /// brings its document.
     void OpenFile(const std::string& path);
 
+    /// Opens a study with its document, and the workbench on both.
+    void OpenStudy(const std::string& path);
+
     /// Saves the document under a name; see `DocumentFiles::SaveTo`.
     void FileSave(const std::string& path) { ShowOutcome(Files.SaveTo(path)); }
 

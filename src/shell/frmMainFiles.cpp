@@ -133,7 +133,7 @@ bool frmMain::GetFileName(FileNameMode mode, const std::string& filter,
         chosen.Path = answer->Path;
         chosen.Paths = answer->Paths.empty() ? std::vector{answer->Path} : answer->Paths;
         chosen.FilterIndex = answer->FilterIndex;
-        chosen.Title = answer->Path.substr(FileServices::ParentFolder(answer->Path).size());
+        chosen.Title = FileServices::FileName(answer->Path);
         const std::size_t dot = chosen.Title.rfind('.');
         chosen.Extension = dot == std::string::npos ? "" : chosen.Title.substr(dot + 1);
         return true;
@@ -150,9 +150,16 @@ bool frmMain::GetFileName(FileNameMode mode, const std::string& filter,
 
 void frmMain::OpenFile(const std::string& path) {
     if (StudyFiles::IsStudy(path)) {
-        Studies.Open(path);
+        OpenStudy(path);
     } else {
         ShowOutcome(Files.OpenAsUser(path));
+    }
+}
+
+void frmMain::OpenStudy(const std::string& path) {
+    Studies.Open(path);
+    if (Studies.Path() == path) {
+        Workbench.Raise(m_desk, *this); // where all of it is in sight
     }
 }
 

@@ -357,8 +357,7 @@ void frmMain::DisplayStatus() {
     stbMain.Document = "No suspension";
     if (program.Document.DataLoaded) {
         const std::string& path = program.DocumentPath;
-        stbMain.Document =
-            path.empty() ? "New suspension" : path.substr(FileServices::ParentFolder(path).size());
+        stbMain.Document = path.empty() ? "New suspension" : FileServices::FileName(path);
     }
     stbMain.Document += program.Modified ? "  modified" : "";
     const bool strip = picComboContainer.Visible;

@@ -99,11 +99,7 @@ void frmOptions::TakeUnits() {
     program.Channels.ChannelsSetup(program.Units);
     // The fitted curves hold the former units, whether the geometry can be set up or not.
     program.Document.ResultsValid = false;
-    const Design before = DesignOf(program.Document);
     InitGeometry(program.Document, program.Channels, program.Units, m_desk.Messages);
-    if (DesignOf(program.Document) != before) { // a step size has grown
-        m_desk.Current.Record("Change units");
-    }
 }
 
 void frmOptions::cmdHelp_Click() {

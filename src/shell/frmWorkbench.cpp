@@ -90,8 +90,8 @@ frmWorkbench::frmWorkbench(Desk& desk, ShellHost& main)
     cmdKeepVariant.ToolTip = "Keep the design as it stands under a name";
     panEmpty.Caption = "No document is open.\nOpen one (Ctrl+O), begin one (Ctrl+N), or press F6 "
                        "for the main window with its samples.";
-    txtBump.Caption = "Bump:";
-    txtRack.Caption = "Rack:";
+    txtBump.Caption = "&Bump:";
+    txtRack.Caption = "&Rack:";
     Corner.Events.Picked = [this](PointNumber number) {
         Points.Select(number);
         m_stale = true;
@@ -183,13 +183,21 @@ TravelPlace frmWorkbench::Place() const {
 
 bool frmWorkbench::IsUpToDate(const std::optional<Cached>& cached, const Design& design,
                               const std::vector<StudyChart>& charts) const {
-    return cached && cached->Place == Place() && cached->LengthUnit == m_shownUnit &&
-           cached->Charts == charts && cached->Design == design;
+    return cached && cached->LengthUnit == m_shownUnit && cached->Charts == charts &&
+           cached->Design == design;
 }
 
 void frmWorkbench::Renew(std::optional<Cached>& cached, Suspension& scratch, const Design& design,
                          const std::vector<StudyChart>& charts) {
-    if (!IsUpToDate(cached, design, charts)) {
+    const bool same = IsUpToDate(cached, design, charts);
+    if (same && cached->Place == Place()) {
+        return;
+    }
+    // The scratch document of the design in hand holds no other one.
+    if (same && &scratch == &m_scratch && TakeWholeGrid(charts)) {
+        ReadAt(cached->Results, scratch, charts, Place());
+        cached->Place = Place();
+    } else {
         cached = Cached{design, charts, Place(), m_shownUnit,
                         ResultsOf(scratch, design, m_desk.Current.Settings(), charts, Place())};
     }
@@ -306,9 +314,7 @@ void frmWorkbench::ShowHead() {
     const std::string& path = m_desk.Program.DocumentPath;
     Caption = "Workbench";
     if (m_now) {
-        Caption = (path.empty() ? "New suspension"
-                                : path.substr(FileServices::ParentFolder(path).size())) +
-                  " - Workbench";
+        Caption = (path.empty() ? "New suspension" : FileServices::FileName(path)) + " - Workbench";
     }
 }
 

@@ -72,7 +72,7 @@ class frmWorkbench final : public Window, private DocumentWatcher {
 
     // The points.
     WorkbenchPoints Points;
-    void Points_Selected() { m_stale = true; }
+    void Points_Changed() { m_stale = true; }
 
     // The charts.
     [[nodiscard]] const std::vector<ChartSheet>& Sheets() const { return m_charts.Sheets(); }
@@ -96,8 +96,8 @@ class frmWorkbench final : public Window, private DocumentWatcher {
     NumberBox txtBump, txtRack;
     void sldBump_Moved(int value);
     void sldRack_Moved(int value);
-    void txtTravel_Changed(NumberBox& box);   ///< after each keystroke
-    void txtTravel_LostFocus(NumberBox& box); ///< typing has ended
+    void txtTravel_Changed(NumberBox& box) const; ///< after each keystroke
+    void txtTravel_LostFocus(NumberBox& box);     ///< typing has ended
 
     void Play(PlayMode mode);
     void StopPlay() { m_play = PlayMode::None; }

@@ -63,7 +63,7 @@ void frmWorkbench::sldRack_Moved(int value) {
     MoveTo({Place().Wheel, RackTravelAtStep(m_desk.Program.Document, value + 2)});
 }
 
-void frmWorkbench::txtTravel_Changed(NumberBox& box) {
+void frmWorkbench::txtTravel_Changed(NumberBox& box) const {
     box.Fault = !ReadTypedNumber(box.Text, m_desk.Program.Units.NumberSeparators, box.Unit);
 }
 

@@ -7,9 +7,8 @@ namespace corvanta {
 namespace {
 
 GridCut CutFor(std::span<const StudyChart> charts, const TravelPlace& place) {
-    GridCut cut{false, {place.Rack}, {}, false};
+    GridCut cut{TakeWholeGrid(charts), {place.Rack}, {}, false};
     for (const StudyChart& chart : charts) {
-        cut.Whole = cut.Whole || chart.Kind == ChartKind::Map;
         cut.BarRotation = cut.BarRotation || chart.Channel == chARBRotation;
         if (chart.Kind == ChartKind::AlongRackTravel) {
             cut.WheelTravels = {place.Wheel};
@@ -28,8 +27,7 @@ void DescribeGrid(DesignResults& results, const Suspension& solved, int wheelSte
 /// The maps of a design that fails somewhere, without values where it does.
 void MapWhatIsReached(DesignResults& results, Suspension& scratch, const Design& design,
                       const SolveSettings& settings, std::span<const StudyChart> charts) {
-    const auto isMap = [](const StudyChart& chart) { return chart.Kind == ChartKind::Map; };
-    if (std::none_of(charts.begin(), charts.end(), isMap)) {
+    if (!TakeWholeGrid(charts)) {
         return;
     }
     GridCut cut;
@@ -39,7 +37,7 @@ void MapWhatIsReached(DesignResults& results, Suspension& scratch, const Design&
         return;
     }
     for (std::size_t n = 0; n < charts.size(); ++n) {
-        if (isMap(charts[n])) {
+        if (charts[n].Kind == ChartKind::Map) {
             results.Maps[n] = MapOf(scratch, charts[n].Channel);
         }
     }
@@ -47,25 +45,22 @@ void MapWhatIsReached(DesignResults& results, Suspension& scratch, const Design&
 
 } // namespace
 
-DesignResults ResultsOf(Suspension& scratch, const Design& design, const SolveSettings& settings,
-                        std::span<const StudyChart> charts, const TravelPlace& place) {
-    DesignResults results;
-    results.Outcome = Solve(scratch, design, settings, CutFor(charts, place));
-    results.Curves.resize(charts.size());
-    results.Maps.resize(charts.size());
+bool TakeWholeGrid(std::span<const StudyChart> charts) {
+    return std::any_of(charts.begin(), charts.end(),
+                       [](const StudyChart& chart) { return chart.Kind == ChartKind::Map; });
+}
+
+void ReadAt(DesignResults& results, const Suspension& scratch, std::span<const StudyChart> charts,
+            const TravelPlace& place) {
     const int wheel = NearestWheelStep(scratch, place.Wheel);
     const int rack = NearestRackStep(scratch, place.Rack);
     DescribeGrid(results, scratch, wheel, rack);
     if (!results.Outcome.Solved) {
-        results.Faulty = scratch.FaultyPoints;
-        MapWhatIsReached(results, scratch, design, settings, charts);
-        return results;
+        return;
     }
     for (std::size_t n = 0; n < charts.size(); ++n) {
         const StudyChart& chart = charts[n];
-        if (chart.Kind == ChartKind::Map) {
-            results.Maps[n] = MapOf(scratch, chart.Channel);
-        } else {
+        if (chart.Kind != ChartKind::Map) {
             const bool alongRack = chart.Kind == ChartKind::AlongRackTravel;
             results.Curves[n] =
                 CurveOf(scratch, chart.Channel, alongRack ? vvAlongRackTravel : vvAlongWheelTravel,
@@ -73,6 +68,25 @@ DesignResults ResultsOf(Suspension& scratch, const Design& design, const SolveSe
         }
     }
     results.Points = scratch.WheelStates(rack, wheel).Points;
+}
+
+DesignResults ResultsOf(Suspension& scratch, const Design& design, const SolveSettings& settings,
+                        std::span<const StudyChart> charts, const TravelPlace& place) {
+    DesignResults results;
+    results.Outcome = Solve(scratch, design, settings, CutFor(charts, place));
+    results.Curves.resize(charts.size());
+    results.Maps.resize(charts.size());
+    ReadAt(results, scratch, charts, place);
+    if (!results.Outcome.Solved) {
+        results.Faulty = scratch.FaultyPoints;
+        MapWhatIsReached(results, scratch, design, settings, charts);
+        return results;
+    }
+    for (std::size_t n = 0; n < charts.size(); ++n) {
+        if (charts[n].Kind == ChartKind::Map) {
+            results.Maps[n] = MapOf(scratch, charts[n].Channel);
+        }
+    }
     return results;
 }
 

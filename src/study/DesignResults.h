@@ -41,6 +41,14 @@ struct DesignResults {
                                       const SolveSettings& settings,
                                       std::span<const StudyChart> charts, const TravelPlace& place);
 
+/// Reads the same anew at another place from a scratch document that still holds the whole grid of
+/// a design that was solved: nothing is solved again.
+void ReadAt(DesignResults& results, const Suspension& scratch, std::span<const StudyChart> charts,
+            const TravelPlace& place);
+
+/// True when charts take the whole grid.
+[[nodiscard]] bool TakeWholeGrid(std::span<const StudyChart> charts);
+
 /// The curve of a channel of a design; none when it can't be solved.
 [[nodiscard]] std::optional<Curve> CurveOfDesign(Suspension& scratch, const Design& design,
                                                  const SolveSettings& settings, int channel,

@@ -51,7 +51,8 @@ class ChartSheetViewTest : public testing::Test {
             }
             menu->close();
         });
-        emit m_plot.customContextMenuRequested({100, 100});
+        QContextMenuEvent key(QContextMenuEvent::Keyboard, {100, 100}, {100, 100});
+        QApplication::sendEvent(&m_view, &key);
     }
 
     std::vector<std::pair<ChartPoint, bool>> m_moves;

@@ -1,5 +1,6 @@
 #include "desktop/CornerPanelView.h"
 
+#include "tests/support/CornerShapes.h"
 #include "tests/support/SampleCorners.h"
 
 #include <QPixmap>

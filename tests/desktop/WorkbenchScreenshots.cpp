@@ -32,7 +32,7 @@ void Nudge(DesktopUser& user, PointNumber number, int column, int steps) {
         for (int n = 0; n < std::abs(steps); ++n) {
             bench.Points.Nudge(steps < 0 ? -1 : 1, false);
         }
-        bench.Points_Selected();
+        bench.Points_Changed();
     });
 }
 

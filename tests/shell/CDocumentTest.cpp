@@ -92,6 +92,19 @@ TEST_F(CDocumentTest, ResultsAfterUndoAreThoseOfTheFileToTheLastBit) {
     }
 }
 
+TEST_F(CDocumentTest, RecoveredWorkBeginsAHistoryThatNoFileHolds) {
+    Open(SampleBytes());
+    Edit("1.25");
+    m_main.Files.Recovery.SetAside();
+    Open(SampleBytes("saloon-front-strut.WSP"), "/cars/strut.WSP");
+    EXPECT_FALSE(m_program.Modified);
+    m_main.OfferRecovery(true);
+    m_main.RecoveryDialog->cmdOpen_Click();
+    EXPECT_THAT(Names(), ElementsAre("Recover unsaved work"));
+    EXPECT_TRUE(m_program.Modified) << "no file holds it";
+    EXPECT_EQ(m_document.StaticPoints()[ptWTCP].X, 1.25);
+}
+
 TEST_F(CDocumentTest, UndoKeepsWhatIsTypedAndNotAppliedAsAStep) {
     Open(SampleBytes());
     TypeInEditor("1.25");

@@ -1,5 +1,6 @@
 #include "shell/CornerPanel.h"
 
+#include "tests/support/CornerShapes.h"
 #include "tests/support/RecordingSurface.h"
 #include "tests/support/SampleCorners.h"
 

@@ -48,7 +48,7 @@ TEST_F(WorkbenchFaultsTest, WhatBecameOfTheTypingIsSaidBesideAFailure) {
     const std::string failure = bench.labHead.Caption;
     ASSERT_THAT(failure, HasSubstr("Can't be solved"));
     bench.Points.grdPoints_Edited(4, 3, "abc");
-    bench.Points_Selected();
+    bench.Points_Changed();
     bench.Update();
     EXPECT_THAT(bench.labHead.Caption, AllOf(HasSubstr("abc"), HasSubstr(failure)));
 }

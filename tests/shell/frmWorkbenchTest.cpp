@@ -42,7 +42,7 @@ class frmWorkbenchTest : public MainFormTest {
     void TypeCell(PointNumber number, int axis, const std::string& text) {
         Bench().Points.Select(number);
         Bench().Points.grdPoints_Edited(Bench().Points.Selection.FirstRow, axis + 1, text);
-        Bench().Points_Selected();
+        Bench().Points_Changed();
     }
     [[nodiscard]] double& Z(PointNumber number) { return m_document.StaticPoints()[number].Z; }
     [[nodiscard]] std::vector<std::string> StepNames() {
@@ -64,7 +64,7 @@ TEST_F(frmWorkbenchTest, ChartsShowWhatARunGivesAtTheCursorOfAllWindows) {
     m_settings.ViewRack = m_document.StaticRack + 1;
     m_settings.ViewWheel = m_document.StaticWheel - 2;
     m_main.RefreshGUI(false);
-    Bench().Points_Selected();
+    Bench().Points_Changed();
     const ChartSheet& camber = Sheet(0);
     EXPECT_EQ(camber.Title, "Camber Angle [deg]");
     const std::vector<ChartPoint>& line = camber.Curves.front().Points;
@@ -113,7 +113,7 @@ TEST_F(frmWorkbenchTest, CellsAreTypedNudgedAndScrubbedAsStepsOfTheHistory) {
     EXPECT_EQ(m_document.StaticPoints()[ptUWIR].X, 282.5);
 
     Bench().Points.txtFilter.Text = "lower inner";
-    Bench().Points.txtFilter_Changed();
+    Bench().Points_Changed();
     EXPECT_EQ(Bench().Points.grdPoints.Rows(), 4);
     Bench().Points.Selection = {2, 3, 3, 3};
     const double front = Z(ptLWIF);
