@@ -134,6 +134,7 @@ void ChartView::Refresh() {
     if (other || Series.Points != m_shown) {
         m_read.reset();
     }
+    LoadOthers(); // another range shows the lines again, and there may be fewer of them now
     if (!Series.Points.empty()) {
         ShowRanges(RangesOfLine(other));
     }

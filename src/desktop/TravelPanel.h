@@ -54,7 +54,7 @@ class TravelPanel final : public QWidget {
     QSlider* Slider(TravelSlider& travel, void (frmWorkbench::*moved)(int), const char* name);
     QToolButton* PlayButton(PlayMode mode, const QString& text, const QString& hint);
     void Play(PlayMode mode);
-    void Show(QSlider& slider, const TravelSlider& travel);
+    static void Show(QSlider& slider, const TravelSlider& travel);
 
     Desktop& m_desktop;
     frmWorkbench& m_window;

@@ -306,7 +306,8 @@ TEST_F(ApplicationWindowTest, TheWorkbenchOpensWhereItIsAskedForWhateverBecomesO
         m_process.Called = std::move(arguments);
         Application& application = NewApplication();
         EXPECT_EQ(application.AppStart(), StartResult::Interactive);
-        EXPECT_EQ(application.MainWindow().Workbench.get(), nullptr) << "the main window comes first";
+        EXPECT_EQ(application.MainWindow().Workbench.get(), nullptr)
+            << "the main window comes first";
         application.Begin();
         return application.MainWindow();
     };

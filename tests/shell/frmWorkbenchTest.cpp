@@ -65,7 +65,7 @@ TEST_F(frmWorkbenchTest, ChartsShowWhatARunGivesAtTheCursorOfAllWindows) {
     m_settings.ViewWheel = m_document.StaticWheel - 2;
     m_main.RefreshGUI(false);
     Bench().Points_Changed();
-    const ChartSheet& camber = Sheet(0);
+    const ChartSheet camber = Sheet(0);
     EXPECT_EQ(camber.Title, "Camber Angle [deg]");
     const std::vector<ChartPoint>& line = camber.Curves.front().Points;
     ASSERT_EQ(line.size(), static_cast<std::size_t>(m_document.NW));
@@ -79,7 +79,7 @@ TEST_F(frmWorkbenchTest, ChartsShowWhatARunGivesAtTheCursorOfAllWindows) {
         m_document.WheelStates(m_settings.ViewRack, m_settings.ViewWheel).Channels[chCamberAngle];
     ASSERT_TRUE(camber.Cursor && camber.Cursor->Y);
     EXPECT_EQ(*camber.Cursor->Y, shown);
-    const SheetMap& map = *Sheet(5).Map;
+    const SheetMap map = *Sheet(5).Map;
     const auto columns = static_cast<std::size_t>(m_document.NW);
     EXPECT_EQ(map.Values[0], m_document.WheelStates(2, m_document.NW + 1).Channels[chCamberAngle]);
     EXPECT_EQ(map.Values[columns - 1], m_document.WheelStates(2, 2).Channels[chCamberAngle]);
