@@ -260,7 +260,6 @@ std::optional<SheetReadout> WorkbenchCharts::ReadoutAt(const ChartsContent& cont
 ChartSheet WorkbenchCharts::MapSheet(const ChartsContent& content, std::size_t n) {
     const StudyChart& chart = content.Charts[n];
     const ChannelRecord& record = m_program.Channels[chart.Channel];
-    const double factor = UsableUnit(m_program.Units, record.Class).Factor;
     const std::string length = " [" + m_program.Units[ucDisplacement].Label + "]";
     ChartSheet sheet;
     sheet.NumberSeparators = m_program.Units.NumberSeparators;
@@ -277,13 +276,36 @@ ChartSheet WorkbenchCharts::MapSheet(const ChartsContent& content, std::size_t n
         sheet.MarkText = map == nullptr ? "" : "one travel has no steps: there is no map";
         return sheet;
     }
+    SheetMap shown = MapOn(content, n, *map);
+    const TravelPlace& place = (own ? content.Maps : content.Now)->Place;
+    shown.Cross = ChartPoint{place.Wheel * LengthFactor(), place.Rack * LengthFactor()};
+    sheet.AxisX.Shown = {shown.X.front(), shown.X.back()};
+    sheet.AxisY.Shown = {shown.Y.front(), shown.Y.back()};
+    if (content.Faded && !own) {
+        sheet.MarkText = "of the last design that could be solved";
+    } else {
+        sheet.Cursor = ReadoutOn(shown, record, place);
+        if (content.Hover) {
+            sheet.Hover = ReadoutOn(shown, record, *content.Hover);
+        }
+    }
+    sheet.Map = std::move(shown);
+    return sheet;
+}
+
+/// A map in the units of its axes, with even steps of colour that stay while a hand moves
+/// something.
+SheetMap WorkbenchCharts::MapOn(const ChartsContent& content, std::size_t n,
+                                const ChannelMap& map) {
+    const StudyChart& chart = content.Charts[n];
+    const ChannelRecord& record = m_program.Channels[chart.Channel];
     const ChannelMap* const from = MapIn(BaselineOf(content), n);
     SheetMap shown;
-    shown.X = Scaled(map->WheelTravel, LengthFactor());
-    shown.Y = Scaled(map->RackTravel, LengthFactor());
+    shown.X = Scaled(map.WheelTravel, LengthFactor());
+    shown.Y = Scaled(map.RackTravel, LengthFactor());
     // Without a baseline beside it, the design is its own.
-    shown.Values =
-        MapValues(*map, chart.Difference ? (from != nullptr ? from : map) : nullptr, factor);
+    shown.Values = MapValues(map, chart.Difference ? (from != nullptr ? from : &map) : nullptr,
+                             UsableUnit(m_program.Units, record.Class).Factor);
     shown.Differences = chart.Difference;
     shown.BarTitle = record.UnitLabel;
     shown.UnreachedText = "can't be reached";
@@ -297,35 +319,24 @@ ChartSheet WorkbenchCharts::MapSheet(const ChartsContent& content, std::size_t n
     const double least = m_axes[n].Range.LastDigit();
     shown.Levels = chart.Difference ? LevelsOfDifferences(range.Lower, range.Upper, least)
                                     : LevelsOf(range.Lower, range.Upper, least);
-    const TravelPlace& place = (own ? content.Maps : content.Now)->Place;
-    shown.Cross = ChartPoint{place.Wheel * LengthFactor(), place.Rack * LengthFactor()};
-    sheet.AxisX.Shown = {shown.X.front(), shown.X.back()};
-    sheet.AxisY.Shown = {shown.Y.front(), shown.Y.back()};
-    const auto readAt = [&](const TravelPlace& at) -> std::optional<SheetReadout> {
-        const double x = at.Wheel * LengthFactor();
-        const double y = at.Rack * LengthFactor();
-        if (std::isnan(x) || std::isnan(y)) {
-            return std::nullopt;
-        }
-        const std::optional<double> value = ValueAt(shown, x, y);
-        return SheetReadout{x,
-                            y,
-                            {value ? WithUnit(FormatUnsignedZero(*value, record.Format,
-                                                                 m_program.Units.NumberSeparators),
-                                              record)
-                                   : shown.UnreachedText}};
-    };
-    sheet.Cursor = readAt(place);
-    if (content.Hover) {
-        sheet.Hover = readAt(*content.Hover);
+    return shown;
+}
+
+std::optional<SheetReadout> WorkbenchCharts::ReadoutOn(const SheetMap& map,
+                                                       const ChannelRecord& record,
+                                                       const TravelPlace& at) const {
+    const double x = at.Wheel * LengthFactor();
+    const double y = at.Rack * LengthFactor();
+    if (std::isnan(x) || std::isnan(y)) {
+        return std::nullopt;
     }
-    if (content.Faded && !own) {
-        sheet.Cursor.reset();
-        sheet.Hover.reset();
-        sheet.MarkText = "of the last design that could be solved";
-    }
-    sheet.Map = std::move(shown);
-    return sheet;
+    const std::optional<double> value = ValueAt(map, x, y);
+    return SheetReadout{x,
+                        y,
+                        {value ? WithUnit(FormatUnsignedZero(*value, record.Format,
+                                                             m_program.Units.NumberSeparators),
+                                          record)
+                               : map.UnreachedText}};
 }
 
 TravelPlace WorkbenchCharts::TravelAt(const Program& program, const StudyChart& chart,

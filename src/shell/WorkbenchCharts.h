@@ -57,6 +57,10 @@ class WorkbenchCharts {
     void KeepAxes(std::span<const StudyChart> charts);
     [[nodiscard]] ChartSheet LineSheet(const ChartsContent& content, std::size_t n);
     [[nodiscard]] ChartSheet MapSheet(const ChartsContent& content, std::size_t n);
+    [[nodiscard]] SheetMap MapOn(const ChartsContent& content, std::size_t n,
+                                 const ChannelMap& map);
+    [[nodiscard]] std::optional<SheetReadout>
+    ReadoutOn(const SheetMap& map, const ChannelRecord& record, const TravelPlace& at) const;
     void AddTargets(ChartSheet& sheet, const ChartsContent& content, std::size_t n) const;
     void FitAxes(ChartSheet& sheet, const ChartsContent& content, std::size_t n);
     [[nodiscard]] std::optional<SheetReadout> ReadoutAt(const ChartsContent& content, std::size_t n,
