@@ -1,7 +1,8 @@
 #include "study/Figure.h"
 
 #include "model/NumberText.h"
-#include "study/Curve.h"
+
+#include <algorithm>
 
 namespace corvanta {
 
@@ -35,11 +36,10 @@ std::string FormatUnsignedZero(double value, std::string_view format,
     return text;
 }
 
-std::optional<double> FigureValue(const Suspension& document, Figure figure) {
-    if (!HasChannel(document.Data, figure.Channel)) {
-        return std::nullopt;
+std::optional<double> FigureOf(const Curve& curve, const Figure& figure) {
+    if (figure.Kind == FigureKind::AtTravel) {
+        return ValueAt(curve, figure.Travel);
     }
-    const Curve curve = CurveOf(document, figure.Channel, vvAlongWheelTravel);
     if (!curve.Static) {
         return std::nullopt;
     }
@@ -48,12 +48,22 @@ std::optional<double> FigureValue(const Suspension& document, Figure figure) {
         return GainAtStatic(curve);
     case FigureKind::ChangeOverTravel:
         return curve.Y.back() - curve.Y.front();
+    case FigureKind::RangeOverTravel: {
+        const auto [least, greatest] = std::minmax_element(curve.Y.begin(), curve.Y.end());
+        return *greatest - *least;
+    }
     default:
         return curve.Y[*curve.Static];
     }
 }
 
-FigureDisplay DisplayOf(Figure figure, const ChannelCatalogue& channels,
+std::optional<double> FigureValue(const Suspension& document, const Figure& figure) {
+    return HasChannel(document.Data, figure.Channel)
+               ? FigureOf(CurveOf(document, figure.Channel, figure.Variable), figure)
+               : std::nullopt;
+}
+
+FigureDisplay DisplayOf(const Figure& figure, const ChannelCatalogue& channels,
                         const FundamentalUnits& units) {
     const ChannelRecord& record = channels[figure.Channel];
     const UnitRecord& unit = UsableUnit(units, record.Class);
@@ -67,7 +77,18 @@ FigureDisplay DisplayOf(Figure figure, const ChannelCatalogue& channels,
                 factor / static_cast<double>(length.Factor), GainFormat};
     }
     case FigureKind::ChangeOverTravel:
-        return {title + " change, droop to bump", unit.Label, factor, format};
+        return {title + (figure.Variable == vvAlongRackTravel ? " change over rack travel"
+                                                              : " change, droop to bump"),
+                unit.Label, factor, format};
+    case FigureKind::RangeOverTravel:
+        return {title + " range", unit.Label, factor, format};
+    case FigureKind::AtTravel: {
+        const double travel =
+            figure.Travel * static_cast<double>(UsableUnit(units, ucDisplacement).Factor);
+        return {title + " at " + NumberToText(travel, units.NumberSeparators) + " " +
+                    units[ucDisplacement].Label,
+                unit.Label, factor, format};
+    }
     default:
         return {title, unit.Label, factor, format};
     }

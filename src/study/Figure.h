@@ -4,6 +4,8 @@
 #include "model/NumberText.h"
 #include "model/Suspension.h"
 #include "model/Units.h"
+#include "model/Views.h"
+#include "study/Curve.h"
 
 #include <cstdint>
 #include <optional>
@@ -12,24 +14,32 @@
 
 namespace corvanta {
 
-/// What a figure says of a channel along wheel travel at static rack travel.
+/// What a figure says of a channel along a travel, the other travel static.
 enum class FigureKind : std::uint8_t {
     AtStatic,
-    GainAtStatic,     ///< slope per length of wheel travel
-    ChangeOverTravel, ///< from full droop to full bump
+    GainAtStatic,     ///< slope per length of travel
+    ChangeOverTravel, ///< from the lowest travel to the highest
+    RangeOverTravel,  ///< from the least value to the greatest
+    AtTravel,
 };
 
 /// One number that stands for a design.
 struct Figure {
     int Channel = 0;
     FigureKind Kind = FigureKind::AtStatic;
+    std::int32_t Variable = vvAlongWheelTravel;
+    double Travel = 0; ///< of `AtTravel`, mm
 
     friend bool operator==(const Figure&, const Figure&) = default;
 };
 
+/// The figure of a curve of its channel along its travel, stored units (a gain per mm). Nothing
+/// without a value at static or, for `AtTravel`, at that travel.
+[[nodiscard]] std::optional<double> FigureOf(const Curve& curve, const Figure& figure);
+
 /// The figure of a solved document, stored units (a gain per mm). Nothing when the corner does not
 /// have the channel.
-[[nodiscard]] std::optional<double> FigureValue(const Suspension& document, Figure figure);
+[[nodiscard]] std::optional<double> FigureValue(const Suspension& document, const Figure& figure);
 
 /// How a figure is called and shown; a display value is the stored value times the factor.
 struct FigureDisplay {
@@ -40,7 +50,7 @@ struct FigureDisplay {
 };
 
 /// Throws Failure 1000 when a unit has no factor.
-[[nodiscard]] FigureDisplay DisplayOf(Figure figure, const ChannelCatalogue& channels,
+[[nodiscard]] FigureDisplay DisplayOf(const Figure& figure, const ChannelCatalogue& channels,
                                       const FundamentalUnits& units);
 
 /// As `FormatNumber`, but what rounds to zero has no sign: beside other numbers it says nothing.

@@ -72,7 +72,10 @@ TEST(IncludesTest, NameTheStandardLibraryAloneBelowTheDesktop) {
     for (const Include& include : AllIncludes()) {
         const bool asksTheSystem = include.File.filename() == "DiskFile.cpp";
         const bool readsJson = include.Folder == "study" && include.Target == "nlohmann/json.hpp";
-        if (!include.Quoted && include.Folder != "desktop" && !asksTheSystem && !readsJson) {
+        const bool fits =
+            include.File.filename() == "LeastSquares.cpp" && include.Target == "ceres/ceres.h";
+        if (!include.Quoted && include.Folder != "desktop" && !asksTheSystem && !readsJson &&
+            !fits) {
             EXPECT_TRUE(std::regex_match(include.Target, standard))
                 << include.File << " includes " << include.Target;
         }

@@ -1,0 +1,142 @@
+#include "study/DesignVariable.h"
+
+#include "model/Failure.h"
+#include "study/DesignFields.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+namespace corvanta {
+
+namespace {
+
+constexpr const char* PlainFormat = "0.00";
+
+const PointAxis& AxisOf(const PointCoordinate& coordinate) {
+    return PointAxes()[static_cast<std::size_t>(coordinate.Axis)];
+}
+
+struct NumberField {
+    const DesignField* Field = nullptr;
+    const NumberPlace* Place = nullptr;
+};
+
+template <typename Fits>
+NumberField FindNumber(Fits fits) {
+    for (const DesignField& field : DesignFields()) {
+        const NumberPlace* const place = std::get_if<NumberPlace>(&field.Place);
+        if (place != nullptr && fits(field, *place)) {
+            return {&field, place};
+        }
+    }
+    return {};
+}
+
+NumberField FieldOf(const DataNumber& number) {
+    return FindNumber([&](const DesignField&, const NumberPlace& place) {
+        return place.Member == number.Member;
+    });
+}
+
+} // namespace
+
+double ValueOf(const Design& design, const DesignVariable& variable) {
+    if (const auto* const coordinate = std::get_if<PointCoordinate>(&variable)) {
+        return design.Points[coordinate->Point].*AxisOf(*coordinate).Member;
+    }
+    return design.Data.*std::get<DataNumber>(variable).Member;
+}
+
+void SetValue(Design& design, const DesignVariable& variable, double value) {
+    if (const auto* const coordinate = std::get_if<PointCoordinate>(&variable)) {
+        design.Points[coordinate->Point].*AxisOf(*coordinate).Member = value;
+    } else {
+        design.Data.*std::get<DataNumber>(variable).Member = value;
+    }
+}
+
+std::string KeyOf(const DesignVariable& variable) {
+    if (const auto* const coordinate = std::get_if<PointCoordinate>(&variable)) {
+        return std::string(PointShortName(coordinate->Point)) + "." +
+               std::string(AxisOf(*coordinate).Name);
+    }
+    return std::string(FieldOf(std::get<DataNumber>(variable)).Field->Key);
+}
+
+std::optional<DesignVariable> VariableOf(std::string_view key) {
+    for (const PointNumber number : AllPoints) {
+        for (int axis = 0; axis < 3; ++axis) {
+            if (const PointCoordinate coordinate{number, axis}; KeyOf(coordinate) == key) {
+                return coordinate;
+            }
+        }
+    }
+    const NumberField found =
+        FindNumber([&](const DesignField& field, const NumberPlace&) { return field.Key == key; });
+    return found.Place == nullptr ? std::nullopt
+                                  : std::optional<DesignVariable>(DataNumber{found.Place->Member});
+}
+
+std::string NameOf(const SuspensionData& data, const DesignVariable& variable) {
+    if (const auto* const coordinate = std::get_if<PointCoordinate>(&variable)) {
+        return CatalogueOf(data)[coordinate->Point].LongName + " " +
+               std::string(AxisOf(*coordinate).Name);
+    }
+    return std::string(FieldOf(std::get<DataNumber>(variable)).Field->Caption);
+}
+
+bool HasVariable(const SuspensionData& data, const DesignVariable& variable) {
+    const auto* const coordinate = std::get_if<PointCoordinate>(&variable);
+    return coordinate == nullptr || CatalogueOf(data)[coordinate->Point].Enabled;
+}
+
+std::vector<PointCoordinate> CoordinatesInPlay(const SuspensionData& data) {
+    const PointCatalogue catalogue = CatalogueOf(data);
+    std::vector<PointCoordinate> coordinates;
+    for (const PointNumber number : AllPoints) {
+        for (int axis = 0; axis < 3 && catalogue[number].Enabled; ++axis) {
+            coordinates.push_back({number, axis});
+        }
+    }
+    return coordinates;
+}
+
+VariableDisplay DisplayOf(const DesignVariable& variable, const FundamentalUnits& units) {
+    const auto ofClass = [&](std::int32_t unitClass) {
+        const UnitRecord& unit = UsableUnit(units, unitClass);
+        return VariableDisplay{unit.Label, static_cast<double>(unit.Factor), unit.Format};
+    };
+    const auto* const number = std::get_if<DataNumber>(&variable);
+    if (number == nullptr) {
+        return ofClass(ucDisplacement);
+    }
+    const NumberPlace& place = *FieldOf(*number).Place;
+    VariableDisplay display =
+        place.Class == PlainNumber ? VariableDisplay{"", 1, PlainFormat} : ofClass(place.Class);
+    display.UnitLabel += place.UnitSuffix;
+    return display;
+}
+
+std::string FaultOfFreeVariables(const Design& design, const std::vector<FreeVariable>& free) {
+    if (free.empty()) {
+        return "no coordinate is free";
+    }
+    for (auto each = free.begin(); each != free.end(); ++each) {
+        if (!HasVariable(design.Data, each->Variable)) {
+            return KeyOf(each->Variable) + " is not in play";
+        }
+        const std::string name = NameOf(design.Data, each->Variable);
+        if (!std::isfinite(each->Low) || !std::isfinite(each->High) || each->Low >= each->High) {
+            return "the box of " + name + " is empty";
+        }
+        if (std::any_of(free.begin(), each, [&](const FreeVariable& other) {
+                return other.Variable == each->Variable;
+            })) {
+            return name + " is free twice";
+        }
+    }
+    return {};
+}
+
+} // namespace corvanta
