@@ -115,6 +115,19 @@ TargetResult JudgeTarget(const Target& target, const Curve& curve) {
     return result;
 }
 
+std::optional<double> ExcessOf(const Target& target, const Curve& curve) {
+    std::optional<double> excess;
+    for (const double travel : TravelsToJudge(target, curve)) {
+        const std::optional<BandCorner> band = BandAt(target, travel);
+        const std::optional<double> value = ValueAt(curve, travel);
+        if (band && value) {
+            const double here = std::max(*value - band->High, band->Low - *value);
+            excess = std::max(excess.value_or(here), here);
+        }
+    }
+    return excess;
+}
+
 bool Holds(const Target& target, const Curve& curve) {
     return JudgeTarget(target, curve).Holds;
 }

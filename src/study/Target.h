@@ -56,6 +56,11 @@ struct TargetResult {
 /// step of the curve, at a corner of the band, or at an end of what they have in common.
 [[nodiscard]] TargetResult JudgeTarget(const Target& target, const Curve& curve);
 
+/// How far a curve goes beyond a band: the most that it stands over the upper end or under the
+/// lower one. Above 0 outside; within, below 0, the least room that is left, so that it tells
+/// something there too. Nothing where `JudgeTarget` finds no travel in common.
+[[nodiscard]] std::optional<double> ExcessOf(const Target& target, const Curve& curve);
+
 /// True when the curve has a travel in common with the band and is within it there.
 [[nodiscard]] bool Holds(const Target& target, const Curve& curve);
 
