@@ -1,0 +1,75 @@
+#pragma once
+
+#include "study/Curve.h"
+#include "study/DesignVariable.h"
+#include "study/StudyFile.h"
+#include "study/StudyNumber.h"
+#include "study/StudyWork.h"
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace corvanta {
+
+/// What a sweep runs through: a variable, stored units. A variant, so that what is no number of a
+/// design, such as the length of a link, finds its place beside it.
+using SweptValue = std::variant<DesignVariable>;
+
+struct SweepAxis {
+    SweptValue What;
+    std::vector<double> Values; ///< in any order, stored units
+
+    friend bool operator==(const SweepAxis&, const SweepAxis&) = default;
+};
+
+/// `count` values at even distances, both ends among them; the start alone for a count of 1.
+[[nodiscard]] std::vector<double> EvenlySpaced(double from, double to, std::size_t count);
+
+/// What if this runs from a to b?
+struct SweepQuestion {
+    std::vector<SweepAxis> Axes;       ///< one or two
+    std::vector<StudyChart> Charts;    ///< maps among them have no curve and are passed over
+    std::optional<StudyNumber> Number; ///< one that stands for each design
+    bool CurvesOverTwoAxes = false;    ///< over one axis curves are always kept
+
+    friend bool operator==(const SweepQuestion&, const SweepQuestion&) = default;
+};
+
+inline constexpr std::size_t MostSweptDesigns = 10'000;
+
+/// One design of a sweep.
+struct SweptDesign {
+    std::array<double, 2> Values{};           ///< along the axes; 0 for an axis that is not there
+    std::optional<double> Number;             ///< stored units
+    std::vector<std::optional<Curve>> Curves; ///< one for each chart; empty when none are kept
+    bool Solved = false;
+    std::string Failure; ///< why it is not solved; empty where a stop came first
+};
+
+/// The designs, those of the second axis behind each other.
+struct SweepAnswer {
+    std::size_t FirstCount = 0;  ///< values of the first axis
+    std::size_t SecondCount = 1; ///< values of the second; 1 without it
+    std::vector<SweptDesign> Designs;
+    std::size_t FailedDesigns = 0;
+    bool Stopped = false; ///< on request: designs that were not come to are not solved
+
+    /// Of the values `first` and `second` of the axes, from 0.
+    [[nodiscard]] const SweptDesign& At(std::size_t first, std::size_t second = 0) const {
+        return Designs[first * SecondCount + second];
+    }
+};
+
+/// Why a sweep of a design can't be made; empty when it can.
+[[nodiscard]] std::string FaultOf(const SweepQuestion& question, const Design& design);
+
+/// Solves the design with every value of the axes in its place. Throws Failure `fnInvalidCall` with
+/// the fault of the question.
+[[nodiscard]] SweepAnswer RunSweep(CSampleRunner& runner, const Design& design,
+                                   const SweepQuestion& question, const SolveSettings& settings);
+
+} // namespace corvanta
