@@ -221,6 +221,9 @@ int SheetLegend::Flow(
     }
     QPoint at(Spacing, 0);
     for (const SheetCurve& curve : sheet.Curves) {
+        if (curve.Name.empty()) {
+            continue;
+        }
         const int width = SwatchWidth + SwatchDistance +
                           metrics.horizontalAdvance(QString::fromStdString(curve.Name));
         if (at.x() > Spacing && at.x() + width > mParentPlot->plotLayout()->rect().width()) {

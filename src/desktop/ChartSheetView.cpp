@@ -287,19 +287,24 @@ void ChartSheetView::OnWhitePaper(const PaintOnArea& paint, QPainter& painter, c
 }
 
 QImage ChartSheetView::Picture(const QSize& size, double density) {
-    return PictureOf(size, density, [this](QPainter& painter, const QSize& area) {
-        OnWhitePaper(
-            [this](QPainter& paper, const QSize& whole) { PaintPlot(*m_plot, paper, whole); },
-            painter, area);
-    });
+    return PictureOf(size, density,
+                     [this](QPainter& painter, const QSize& area) { PaintOnPaper(painter, area); });
+}
+
+void ChartSheetView::PaintOnPaper(QPainter& painter, const QSize& size) {
+    OnWhitePaper([this](QPainter& paper, const QSize& whole) { PaintPlot(*m_plot, paper, whole); },
+                 painter, size);
+}
+
+void PaintSheet(const ChartSheet& sheet, QPainter& painter, const QSize& size) {
+    ChartSheetView view({});
+    view.Show(sheet);
+    view.PaintOnPaper(painter, size);
 }
 
 void ChartSheetView::SaveAs(const QString& path) {
-    const QByteArray file = PictureFileOf(path, [this](QPainter& painter, const QSize& area) {
-        OnWhitePaper(
-            [this](QPainter& paper, const QSize& whole) { PaintPlot(*m_plot, paper, whole); },
-            painter, area);
-    });
+    const QByteArray file = PictureFileOf(
+        path, [this](QPainter& painter, const QSize& area) { PaintOnPaper(painter, area); });
     WriteFile(path, file.isEmpty() ? QByteArray::fromStdString(DataText(m_look->Sheet)) : file);
 }
 

@@ -49,6 +49,9 @@ class ChartSheetView final : public QWidget {
     /// The sheet as a picture, black on white, without cursor and hover, its lines named.
     [[nodiscard]] QImage Picture(const QSize& size, double density);
 
+    /// Paints the same on any painter, as large as told.
+    void PaintOnPaper(QPainter& painter, const QSize& size);
+
     /// Saves a picture or the data, by the extension: ".png", ".svg" or any other for text. Throws
     /// Failure when the file can't be written.
     void SaveAs(const QString& path);
@@ -92,5 +95,8 @@ class ChartSheetView final : public QWidget {
     bool m_held = false;
     bool m_late = true; ///< the plot does not show the sheet yet
 };
+
+/// Paints a sheet on any painter as large as told, black on white, its lines named.
+void PaintSheet(const ChartSheet& sheet, QPainter& painter, const QSize& size);
 
 } // namespace corvanta

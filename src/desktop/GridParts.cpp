@@ -7,6 +7,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 
 namespace corvanta {
 
@@ -44,6 +45,18 @@ void PaintNoteMark(QPainter& painter, const QRect& cell) {
     painter.drawPolygon(QPolygon(
         {cell.topLeft(), cell.topLeft() + QPoint(Side, 0), cell.topLeft() + QPoint(0, Side)}));
     painter.restore();
+}
+
+void PaintBar(QPainter& painter, const QRect& cell, double share, const QPalette& palette) {
+    constexpr int Above = 3;
+    const QRect half(cell.center().x(), cell.top() + Above, cell.width() / 2 - Above,
+                     cell.height() - 2 * Above);
+    const int length = static_cast<int>(std::lround(half.width() * std::abs(share)));
+    const int left = share < 0 ? half.left() - length : half.left();
+    painter.fillRect(QRect(left, half.top(), length, half.height()),
+                     Blend(palette.color(QPalette::Base), QColor(31, 119, 180), 0.75));
+    painter.setPen(LineColour(palette));
+    painter.drawLine(half.left(), cell.top(), half.left(), cell.bottom());
 }
 
 /// The fine lines above and below the marked row.
@@ -234,6 +247,9 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     }
     if (!grid.Note(row, column).empty()) {
         PaintNoteMark(*painter, option.rect);
+    }
+    if (const std::optional<double> share = grid.Bar(row, column)) {
+        PaintBar(*painter, option.rect, *share, option.palette);
     }
     painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
     painter->drawText(option.rect.adjusted(0, 0, -GridPadding, 0),

@@ -1,5 +1,6 @@
 #include "desktop/QtPageWriter.h"
 
+#include "desktop/ChartSheetView.h"
 #include "desktop/ChartView.h"
 #include "desktop/QtServices.h"
 #include "model/Failure.h"
@@ -30,9 +31,12 @@ constexpr double RowPadding = 12;
 constexpr double LeastColumn = 270;
 constexpr double WidestHead = 400; ///< a longer head is wrapped
 constexpr double PixelsPerInch = 96;
-constexpr int RowsBelowHeads = 3; ///< at least, at the foot of a page
+constexpr int RowsBelowHeads = 3;  ///< at least, at the foot of a page
+constexpr double SheetHeight = 58; ///< of a chart of the workbench, mm
+constexpr double SheetGap = 4;     ///< between two of them, mm
+constexpr QSize SheetSize{480, 300};
 
-QFont FontOf(const PageFont& font) {
+QFont PageFontOf(const PageFont& font) {
     QFont shown(QString::fromStdString(font.Family));
     shown.setStyleHint(QFont::SansSerif);
     shown.setPixelSize(static_cast<int>(font.Size * UnitsPerPoint));
@@ -185,7 +189,7 @@ QPainter& QtPageWriter::Brush() {
 }
 
 double QtPageWriter::LineHeight(const ParagraphStyle& look, const QString& line) const {
-    const QFontMetricsF metrics(FontOf(look.Font));
+    const QFontMetricsF metrics(PageFontOf(look.Font));
     const QRectF room(0, 0, LineEnd() - Current().Left, 1e6);
     const double height = metrics.height() + metrics.leading() * look.LineSpacing / 100;
     return std::max(
@@ -247,7 +251,7 @@ void QtPageWriter::WriteParagraph(const Paragraph& paragraph) {
         if (full) {
             BeginPage();
         }
-        Brush().setFont(FontOf(look.Font));
+        Brush().setFont(PageFontOf(look.Font));
         Brush().drawText(QRectF(Current().Left, m_y, LineEnd() - Current().Left, height),
                          Qt::TextWordWrap | Qt::TextExpandTabs, line);
         m_y += height;
@@ -371,7 +375,7 @@ void QtPageWriter::AddTable(const std::string& style, const DataGrid& grid) {
         return;
     }
     const ParagraphStyle& look = m_styles.at(style);
-    const QFont font = FontOf(look.Font);
+    const QFont font = PageFontOf(look.Font);
     for (const std::vector<TableColumn>& columns : TableBlocks(grid, font)) {
         const double before = look.SpaceBefore * UnitsPerPoint;
         // A table that fits on a page is not cut, and its title goes with it.
@@ -403,6 +407,36 @@ void QtPageWriter::DrawPicture(const Chart2D& chart, const PageRectangle& place)
     brush.scale(Scale, Scale);
     view->PaintOnPaper(brush, size);
     brush.restore();
+}
+
+void QtPageWriter::AddSheets(std::span<const ChartSheet> sheets) {
+    constexpr double Scale = UnitsPerInch / PixelsPerInch;
+    const double gap = SheetGap * UnitsPerMillimetre;
+    const double height = SheetHeight * UnitsPerMillimetre;
+    for (std::size_t n = 0; n < sheets.size(); ++n) {
+        if (n % 2 == 0) {
+            WriteWaiting(height);
+            if (m_y + height > PageEnd()) {
+                BeginPage();
+            }
+        }
+        const double width = (LineEnd() - Current().Left - gap) / 2;
+        QPainter& brush = Brush();
+        brush.save();
+        brush.translate(Current().Left + static_cast<double>(n % 2) * (width + gap), m_y);
+        brush.scale(Scale, Scale);
+        PaintSheet(sheets[n], brush, QSizeF(width / Scale, height / Scale).toSize());
+        brush.restore();
+        if (n % 2 == 1 || n + 1 == sheets.size()) {
+            m_y += height + gap;
+        }
+    }
+}
+
+std::string QtPageWriter::SvgOf(const ChartSheet& sheet) const {
+    return corvanta::SvgOf(SheetSize,
+                           [&](QPainter& painter) { PaintSheet(sheet, painter, SheetSize); })
+        .toStdString();
 }
 
 std::string QtPageWriter::ShortTime() const {
@@ -439,7 +473,7 @@ bool QtPageWriter::Print() {
     }
     const QString file = Printer().outputFileName();
     if (Printer().outputFormat() == QPrinter::PdfFormat && !file.isEmpty()) {
-        SavePdf(file);
+        SavePdf(file.toStdString());
     } else {
         Printer().setDocName(m_name);
         PaintAll(Printer());
@@ -447,7 +481,7 @@ bool QtPageWriter::Print() {
     return true;
 }
 
-void QtPageWriter::SavePdf(const QString& path) {
+void QtPageWriter::SavePdf(const std::string& path) {
     QBuffer file;
     if (!file.open(QIODevice::WriteOnly)) {
         throw Failure(fnInternal, "The report could not be made");
@@ -458,7 +492,7 @@ void QtPageWriter::SavePdf(const QString& path) {
     pdf.setPageSize(m_paper);
     pdf.setPageMargins({});
     PaintAll(pdf);
-    WriteFile(path, file.data());
+    WriteFile(QString::fromStdString(path), file.data());
 }
 
 void QtPageWriter::PaintAll(QPagedPaintDevice& paper) const {
@@ -496,7 +530,7 @@ void QtPageWriter::PaintPage(QPainter& painter, int page) const {
 void QtPageWriter::PaintHeader(QPainter& painter, int page) const {
     const Page& shown = *m_pages.at(static_cast<std::size_t>(page));
     const QSizeF size = SizeOf(shown);
-    const QFont font = FontOf(shown.Header.Font);
+    const QFont font = PageFontOf(shown.Header.Font);
     const QRectF line(shown.Left, HeaderTop, size.width() - shown.Left - shown.Right,
                       QFontMetricsF(font).height());
     const QString right =

@@ -42,10 +42,13 @@ class QtPageWriter final : public PageWriter {
     void AddParagraph(const std::string& style, const std::string& text) override;
     void AddTable(const std::string& style, const DataGrid& grid) override;
     void DrawPicture(const Chart2D& chart, const PageRectangle& place) override;
+    void AddSheets(std::span<const ChartSheet> sheets) override;
+    [[nodiscard]] std::string SvgOf(const ChartSheet& sheet) const override;
     [[nodiscard]] std::string ShortTime() const override;
     [[nodiscard]] std::string MediumDate() const override;
     void SetUpPrinter() override;
     bool Print() override;
+    void SavePdf(const std::string& path) override;
 
     [[nodiscard]] int PageCount() const { return static_cast<int>(m_pages.size()); }
 
@@ -54,9 +57,6 @@ class QtPageWriter final : public PageWriter {
 
     /// Paints a page; the painter is scaled to tenths of a point.
     void PaintPage(QPainter& painter, int page) const;
-
-    /// Writes the document that ended as a PDF file. Throws Failure when it can't be written.
-    void SavePdf(const QString& path);
 
   private:
     /// Where and how a page is written. The header is drawn when the page is done.

@@ -10,6 +10,7 @@
 #include "desktop/NumberField.h"
 #include "desktop/PointsPanel.h"
 #include "desktop/StepsPanel.h"
+#include "desktop/StudiesPanel.h"
 #include "desktop/TourBubble.h"
 #include "desktop/TravelPanel.h"
 #include "desktop/WindowPlaces.h"
@@ -36,8 +37,10 @@ constexpr QSize LeastSize{800, 480};
 constexpr int IconSize = 20;
 
 /// Widths of the three columns and heights at the left as they are at first, in parts.
-constexpr std::array FirstColumns{394, 523, 343};
+constexpr std::array FirstColumns{394, 866};
+constexpr std::array FirstViews{523, 343};
 constexpr std::array FirstLeft{430, 190};
+constexpr std::array FirstRight{340, 280};
 
 QString SizesText(const QSplitter& splitter) {
     QStringList parts;
@@ -95,15 +98,10 @@ void WorkbenchWindow::BuildPanels() {
     m_points = new PointsPanel(m_desktop, m_window, m_binder, m_left);
     m_left->addWidget(m_points);
     m_left->addWidget(BuildLists());
-    m_charts = new ChartsPanel(m_desktop, m_window, m_columns);
-    m_corner = new CornerPanelView(
-        m_window.Corner, [this](const auto& event) { m_desktop.HandleMotion(event); }, m_columns);
     m_columns->addWidget(m_left);
-    m_columns->addWidget(m_charts);
-    m_columns->addWidget(m_corner);
+    m_columns->addWidget(BuildViews());
     m_columns->setStretchFactor(0, 0);
-    m_columns->setStretchFactor(1, 3);
-    m_columns->setStretchFactor(2, 2);
+    m_columns->setStretchFactor(1, 1);
     m_columns->setChildrenCollapsible(false);
     m_left->setStretchFactor(0, 1);
     layout->addWidget(m_columns, 1);
@@ -118,9 +116,29 @@ void WorkbenchWindow::BuildPanels() {
     connect(m_points, &PointsPanel::SpacePressed, m_travel, &TravelPanel::TogglePlay);
     setCentralWidget(centre);
     m_tour = new TourBubble(m_binder, m_window.Tour, this);
-    for (QSplitter* splitter : {m_columns, m_left}) {
+    for (QSplitter* splitter : {m_columns, m_left, m_views, m_right}) {
         connect(splitter, &QSplitter::splitterMoved, this, [this] { RememberPanels(); });
     }
+}
+
+QWidget* WorkbenchWindow::BuildViews() {
+    m_right = new QSplitter(Qt::Vertical, m_columns);
+    m_views = new QSplitter(Qt::Horizontal, m_right);
+    m_charts = new ChartsPanel(m_desktop, m_window, m_views);
+    m_corner = new CornerPanelView(
+        m_window.Corner, [this](const auto& event) { m_desktop.HandleMotion(event); }, m_views);
+    m_views->addWidget(m_charts);
+    m_views->addWidget(m_corner);
+    m_views->setStretchFactor(0, 3);
+    m_views->setStretchFactor(1, 2);
+    m_views->setChildrenCollapsible(false);
+    m_studies = new StudiesPanel(m_desktop, m_window, m_right);
+    connect(m_studies, &StudiesPanel::Changed, this, &WorkbenchWindow::RefreshSoon);
+    m_right->addWidget(m_views);
+    m_right->addWidget(m_studies);
+    m_right->setStretchFactor(0, 1);
+    m_right->setChildrenCollapsible(false);
+    return m_right;
 }
 
 /// What stands there while no document is open.
@@ -233,6 +251,9 @@ void WorkbenchWindow::BuildTools() {
     button->setMenu(more);
     button->setPopupMode(QToolButton::MenuButtonPopup);
     bar->addSeparator();
+    bar->addAction(
+        AddTool(m_window.cmdStudies, "studies", Qt::Key_F7, [this] { m_window.ToggleStudies(); }));
+    bar->addSeparator();
     auto* charts = new QLabel(tr(" &Charts "), bar);
     bar->addWidget(charts);
     m_count = new QSpinBox(bar);
@@ -286,6 +307,7 @@ void WorkbenchWindow::Refresh() {
     m_charts->Refresh();
     m_corner->Refresh();
     m_travel->Refresh();
+    m_studies->Refresh();
     m_history->Refresh();
     m_variants->Refresh();
     const QSignalBlocker quiet(m_count);
@@ -350,10 +372,16 @@ void WorkbenchWindow::RestorePanels() {
     const QStringList parts = QString::fromStdString(m_window.Panels).split(';');
     SetSizes(*m_columns, parts.value(0), FirstColumns);
     SetSizes(*m_left, parts.value(1), FirstLeft);
+    SetSizes(*m_views, parts.value(2), FirstViews);
+    SetSizes(*m_right, parts.value(3), FirstRight);
 }
 
 void WorkbenchWindow::RememberPanels() {
-    m_window.Panels = (SizesText(*m_columns) + ";" + SizesText(*m_left)).toStdString();
+    QStringList sizes;
+    for (const QSplitter* const splitter : {m_columns, m_left, m_views, m_right}) {
+        sizes << SizesText(*splitter);
+    }
+    m_window.Panels = sizes.join(';').toStdString();
 }
 
 void WorkbenchWindow::closeEvent(QCloseEvent* event) {

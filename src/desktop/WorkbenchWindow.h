@@ -19,6 +19,7 @@ class CornerPanelView;
 class Desktop;
 class HistoryPanel;
 class PointsPanel;
+class StudiesPanel;
 class TourBubble;
 class TravelPanel;
 class VariantsPanel;
@@ -58,6 +59,7 @@ class WorkbenchWindow final : public QMainWindow {
                         const QKeySequence& keys, int command);
     void BuildPanels();
     void BuildKeys();
+    QWidget* BuildViews();
     QWidget* BuildLists();
     QWidget* BuildEmptyPage();
     void ShowHead();
@@ -72,11 +74,14 @@ class WorkbenchWindow final : public QMainWindow {
     QSpinBox* m_count = nullptr;
     QSplitter* m_columns = nullptr;
     QSplitter* m_left = nullptr;
+    QSplitter* m_right = nullptr; ///< charts and corner above, the studies below
+    QSplitter* m_views = nullptr; ///< charts and corner
     QTabWidget* m_lists = nullptr;
     PointsPanel* m_points = nullptr;
     ChartsPanel* m_charts = nullptr;
     CornerPanelView* m_corner = nullptr;
     TravelPanel* m_travel = nullptr;
+    StudiesPanel* m_studies = nullptr;
     HistoryPanel* m_history = nullptr;
     VariantsPanel* m_variants = nullptr;
     TourBubble* m_tour = nullptr;

@@ -14,7 +14,7 @@ enum class CurveStyle { Solid, Dashed, Thin };
 
 /// A line; its points by rising X.
 struct SheetCurve {
-    std::string Name;
+    std::string Name; ///< empty for one that no legend lists
     CurveStyle Style = CurveStyle::Solid;
     Colour Drawn;
     bool Faded = false; ///< the last good line of something that fails as it stands now

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -88,6 +89,17 @@ class DataGrid {
     }
     void ClearNotes();
 
+    /// A bar that is drawn in a cell from its middle, as long as a share of half its width: -1 to
+    /// 1, to the left below 0. None in most.
+    [[nodiscard]] std::optional<double> Bar(int row, int column) const {
+        const auto& bars = m_rows[SlotOf(row, Rows())].Bars;
+        const auto found = bars.find(column);
+        return found == bars.end() ? std::nullopt : std::optional(found->second);
+    }
+    void SetBar(int row, int column, double share) {
+        m_rows[SlotOf(row, Rows())].Bars[column] = share;
+    }
+
     /// A text kept with a row and not shown.
     [[nodiscard]] const std::string& RowData(int row) const {
         return m_rows[SlotOf(row, Rows())].Data;
@@ -110,6 +122,7 @@ class DataGrid {
         std::string Data;
         std::set<int> FaultyColumns;
         std::map<int, std::string> Notes; ///< by column
+        std::map<int, double> Bars;       ///< the same
         bool Shaded = false;
         bool Bold = false;
     };

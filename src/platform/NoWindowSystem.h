@@ -31,10 +31,13 @@ class NoPageWriter final : public PageWriter {
     void AddParagraph(const std::string& /*style*/, const std::string& /*text*/) override {}
     void AddTable(const std::string& /*style*/, const DataGrid& /*grid*/) override {}
     void DrawPicture(const Chart2D& /*chart*/, const PageRectangle& /*place*/) override {}
+    void AddSheets(std::span<const ChartSheet> /*sheets*/) override {}
+    [[nodiscard]] std::string SvgOf(const ChartSheet& /*sheet*/) const override { return {}; }
     [[nodiscard]] std::string ShortTime() const override { return {}; }
     [[nodiscard]] std::string MediumDate() const override { return {}; }
     void SetUpPrinter() override {}
     bool Print() override { return false; }
+    void SavePdf(const std::string& /*path*/) override {}
 
   private:
     PageOrientation m_orientation = poPortrait;

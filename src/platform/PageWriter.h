@@ -1,10 +1,12 @@
 #pragma once
 
 #include "platform/Chart2D.h"
+#include "platform/ChartSheet.h"
 #include "platform/DataGrid.h"
 #include "platform/WindowServices.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
 
 namespace corvanta {
@@ -108,6 +110,12 @@ class PageWriter : public virtual WindowService {
     /// next does not move.
     virtual void DrawPicture(const Chart2D& chart, const PageRectangle& place) = 0;
 
+    /// Draws charts of the workbench, dark on white, two in a row, as what is written next.
+    virtual void AddSheets(std::span<const ChartSheet> sheets) = 0;
+
+    /// A chart of the workbench as an SVG drawing, dark on white.
+    [[nodiscard]] virtual std::string SvgOf(const ChartSheet& sheet) const = 0;
+
     /// The time of the day in the short form, hours and minutes, and the date in the medium form,
     /// day, short name of the month and year.
     [[nodiscard]] virtual std::string ShortTime() const = 0;
@@ -120,6 +128,9 @@ class PageWriter : public virtual WindowService {
     /// Prints the document that ended, on the printer or into the file that was set up. False when
     /// the user calls it off. Throws Failure when it can't be printed.
     virtual bool Print() = 0;
+
+    /// Writes the document that ended as a PDF file. Throws Failure when it can't be written.
+    virtual void SavePdf(const std::string& path) = 0;
 };
 
 } // namespace corvanta

@@ -9,30 +9,13 @@ namespace corvanta {
 
 namespace {
 
+using namespace reportstyles;
+
 constexpr const char* Product = "Corvanta";
-
-constexpr const char* NormalStyle = "Normal";
-constexpr const char* CloseSpacedStyle = "CloseSpaced"; ///< lines that stay close under a title
-constexpr const char* TitleStyle = "Title1";
-
 constexpr const char* Blank = " ";
 
-/// Margins and header, and the styles afresh. The header keeps the time of this moment.
 void PageSetup(const ReportPlace& place) {
-    constexpr double LeftMargin = 20;
-    constexpr double RightMargin = 10;
-    constexpr double BodySpace = 8;
-    constexpr double TitleSpace = 20;
-    const PageFont body{"Arial", 8, false};
-    const PageFont heading{"Arial", 10, true};
-    PageWriter& pages = place.Pages;
-    pages.SetSideMargins(LeftMargin, RightMargin);
-    pages.SetStyle(NormalStyle, {body, BodySpace, 0, 100});
-    pages.SetStyle(CloseSpacedStyle, {body, BodySpace, 0, 0});
-    pages.SetStyle(TitleStyle, {heading, TitleSpace, 0, 100});
-    pages.SetHeader({std::string(Product) + " " + place.Version.Text(),
-                     FileServices::BaseName(place.Program_.DocumentPath),
-                     pages.ShortTime() + "  " + pages.MediumDate() + "      Page %d", heading});
+    SetUpReportPages(place.Pages, place.Version, place.Program_.DocumentPath);
 }
 
 void PrintTitles(const ReportPlace& place, const ViewSettings& shown) {
@@ -160,6 +143,23 @@ void WriteDocument(const ReportPlace& place, const ViewSettings& current) {
 }
 
 } // namespace
+
+void SetUpReportPages(PageWriter& pages, const ProductVersion& version,
+                      const std::string& documentPath) {
+    constexpr double LeftMargin = 20;
+    constexpr double RightMargin = 10;
+    constexpr double BodySpace = 8;
+    constexpr double TitleSpace = 20;
+    const PageFont body{"Arial", 8, false};
+    const PageFont heading{"Arial", 10, true};
+    pages.SetSideMargins(LeftMargin, RightMargin);
+    pages.SetStyle(NormalStyle, {body, BodySpace, 0, 100});
+    pages.SetStyle(CloseSpacedStyle, {body, BodySpace, 0, 0});
+    pages.SetStyle(TitleStyle, {heading, TitleSpace, 0, 100});
+    pages.SetHeader({std::string(Product) + " " + version.Text(),
+                     FileServices::BaseName(documentPath),
+                     pages.ShortTime() + "  " + pages.MediumDate() + "      Page %d", heading});
+}
 
 void BuildReport(const ReportPlace& place) {
     ViewSettings& settings = place.Program_.Settings;

@@ -22,6 +22,12 @@ struct CornerShape {
                                     ///< that can't be solved
 };
 
+/// A place that is marked in the drawing, mm.
+struct MarkedPlace {
+    SuspPoint Place;
+    Colour Drawn;
+};
+
 /// What the panel shows.
 struct CornerContent {
     CornerShape Now;
@@ -29,6 +35,7 @@ struct CornerContent {
     PointCatalogue Catalogue;          ///< the points in play have handles
     std::vector<PointNumber> Selected; ///< are ringed
     std::vector<PointNumber> Faulty;   ///< are ringed in red
+    std::vector<MarkedPlace> Places{}; ///< are dots
 };
 
 enum CornerAxis { caX, caY, caZ };

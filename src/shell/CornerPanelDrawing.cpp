@@ -25,6 +25,7 @@ constexpr Colour ColourSelected{255, 220, 120};
 constexpr Colour ColourFaulty{255, 70, 70};
 constexpr Colour ColourAxes{150, 150, 150};
 
+constexpr double DotRadius = 1.2;
 constexpr double HandleRadius = 3.5;
 constexpr double HoveredRadius = 6;
 constexpr double RingRadius = 9;
@@ -57,6 +58,10 @@ void CornerPanel::Draw(DrawingSurface& surface) const {
     m_now.DrawThrough(surface, m_projection,
                       m_content->Now.Solved ? std::nullopt : std::optional(ColourUnsolved));
     DrawHeldAxis(surface);
+    for (const MarkedPlace& marked : m_content->Places) {
+        const Point2D at = m_projection.Place(marked.Place);
+        surface.DrawCircle(at.X, at.Y, DotRadius, marked.Drawn);
+    }
     for (const PointNumber point : AllPoints) {
         if (HasHandle(point) && IsInFrame(PlaceOf(point))) {
             DrawHandle(surface, point);

@@ -16,8 +16,21 @@ constexpr const char* ComponentFilter = "Sorvent SuspVariable SUSPVAR 2.2 files 
                                         "Sorvent SuspVariable SUSPVAR 1.1 files (*.svr)|*.svr";
 constexpr int FilterOfVersion1_1 = 2;
 
-std::optional<ChosenFile> AskForName(const Desk& desk, ShellHost& main, const char* filter,
-                                     const char* extension, const std::string& title = {}) {
+void ConfirmWritten(ShellHost& main, const std::string& path) {
+    main.Confirm(FileServices::FileName(path) + " written");
+}
+
+void ExportTo(Desk& desk, ShellHost& main, std::int32_t exportType, const std::string& path) {
+    if (ExportResults({desk.Program, main, desk.Files, desk.Messages, desk.Process}, exportType,
+                      path, nullptr)) {
+        ConfirmWritten(main, path);
+    }
+}
+
+} // namespace
+
+std::optional<ChosenFile> AskForExport(const Desk& desk, ShellHost& main, const char* filter,
+                                       const char* extension, const std::string& title) {
     ChosenFile chosen;
     chosen.Title = title;
     chosen.Extension = extension;
@@ -32,28 +45,20 @@ std::optional<ChosenFile> AskForName(const Desk& desk, ShellHost& main, const ch
     return named ? std::optional(chosen) : std::nullopt;
 }
 
-void ConfirmWritten(ShellHost& main, const std::string& path) {
-    main.Confirm(FileServices::FileName(path) + " written");
+void ExportedTo(Desk& desk, ShellHost& main, const std::string& path) {
+    desk.Program.Options.ExportFilePath = FileServices::ParentFolder(path);
+    ConfirmWritten(main, path);
 }
-
-void ExportTo(Desk& desk, ShellHost& main, std::int32_t exportType, const std::string& path) {
-    if (ExportResults({desk.Program, main, desk.Files, desk.Messages, desk.Process}, exportType,
-                      path, nullptr)) {
-        ConfirmWritten(main, path);
-    }
-}
-
-} // namespace
 
 void AskAndExportResults(Desk& desk, ShellHost& main, std::int32_t exportType) {
-    const std::optional<ChosenFile> file = AskForName(desk, main, "*.txt|*.txt", "txt");
+    const std::optional<ChosenFile> file = AskForExport(desk, main, "*.txt|*.txt", "txt");
     if (file) {
         ExportTo(desk, main, exportType, file->Path);
     }
 }
 
 void AskAndExportComponent(Desk& desk, ShellHost& main) {
-    const std::optional<ChosenFile> file = AskForName(desk, main, ComponentFilter, "svr");
+    const std::optional<ChosenFile> file = AskForExport(desk, main, ComponentFilter, "svr");
     if (file) {
         ExportTo(desk, main, file->FilterIndex == FilterOfVersion1_1 ? etSuspvar1_1 : etSuspvar2_2,
                  file->Path);
@@ -63,7 +68,7 @@ void AskAndExportComponent(Desk& desk, ShellHost& main) {
 bool AskAndExportTable(Desk& desk, ShellHost& main, const DataGrid& table,
                        const std::string& title) {
     const std::optional<ChosenFile> file =
-        AskForName(desk, main, "CSV table (*.csv)|*.csv", "csv", title);
+        AskForExport(desk, main, "CSV table (*.csv)|*.csv", "csv", title);
     if (!file) {
         return false;
     }
@@ -75,13 +80,12 @@ bool AskAndExportTable(Desk& desk, ShellHost& main, const DataGrid& table,
                                   msExclamation);
         return false;
     }
-    desk.Program.Options.ExportFilePath = FileServices::ParentFolder(file->Path);
-    ConfirmWritten(main, file->Path);
+    ExportedTo(desk, main, file->Path);
     return true;
 }
 
 void AskAndExportDXF(Desk& desk, ShellHost& main) {
-    const std::optional<ChosenFile> file = AskForName(desk, main, "*.dxf|*.dxf", "dxf");
+    const std::optional<ChosenFile> file = AskForExport(desk, main, "*.dxf|*.dxf", "dxf");
     if (file) {
         const ViewSettings& settings = desk.Program.Settings;
         if (ExportDXF(desk.Program.Document, settings.ViewRack, settings.ViewWheel, file->Path,

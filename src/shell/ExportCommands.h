@@ -5,6 +5,7 @@
 #include "shell/ShellHost.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace corvanta {
@@ -22,6 +23,15 @@ void AskAndExportComponent(Desk& desk, ShellHost& main);
 
 /// The corner at the current wheel and rack position as a DXF drawing.
 void AskAndExportDXF(Desk& desk, ShellHost& main);
+
+/// Asks for the name of a file to export to, beginning with `title`; nothing on cancel, and for the
+/// file of the suspension itself, which is told.
+[[nodiscard]] std::optional<ChosenFile> AskForExport(const Desk& desk, ShellHost& main,
+                                                     const char* filter, const char* extension,
+                                                     const std::string& title = {});
+
+/// A file was exported: says so, and remembers its folder.
+void ExportedTo(Desk& desk, ShellHost& main, const std::string& path);
 
 /// Asks for a name and writes a table as comma-separated values, UTF-8. False when it is not
 /// written; a failure is told.

@@ -13,6 +13,7 @@ namespace {
 
 constexpr Colour CurveColour{214, 39, 40};
 constexpr Colour TargetColour{44, 160, 44};
+constexpr Colour StudyColour{31, 119, 180};
 constexpr double Nowhere = std::numeric_limits<double>::quiet_NaN();
 
 bool AlongRack(const StudyChart& chart) {
@@ -162,6 +163,7 @@ ChartSheet WorkbenchCharts::LineSheet(const ChartsContent& content, std::size_t 
         sheet.MarkText = "none in this corner";
     }
     AddTargets(sheet, content, n);
+    AddStudy(sheet, content, n);
     FitAxes(sheet, content, n);
     if (content.Now != nullptr) {
         const TravelPlace& place = content.Now->Place;
@@ -209,6 +211,38 @@ void WorkbenchCharts::AddTargets(ChartSheet& sheet, const ChartsContent& content
                                           : Signed(Text(record, result.Deviation)) + " at " +
                                                 FormatChannelValue(m_program.Units, result.Travel,
                                                                    ucDisplacement);
+        }
+    }
+}
+
+/// What the study in sight has found of this channel along this travel.
+void WorkbenchCharts::AddStudy(ChartSheet& sheet, const ChartsContent& content,
+                               std::size_t n) const {
+    if (content.Study == nullptr) {
+        return;
+    }
+    const StudyChart& chart = content.Charts[n];
+    const double factor = m_program.Channels[chart.Channel].Factor;
+    const auto isHere = [&](const StudyChart& other) {
+        return other.Channel == chart.Channel && other.Kind == chart.Kind;
+    };
+    const auto line = [&](const std::vector<double>& travel, const std::vector<double>& values) {
+        std::vector<ChartPoint> points;
+        for (std::size_t k = 0; k < travel.size(); ++k) {
+            points.push_back({travel[k] * LengthFactor(), values[k] * factor});
+        }
+        return points;
+    };
+    for (const OverlayBand& band : content.Study->Bands) {
+        if (isHere(band.Chart)) {
+            sheet.Bands.push_back({band.Name, BandKind::Tolerance, StudyColour,
+                                   line(band.Travel, band.Low), line(band.Travel, band.High)});
+        }
+    }
+    for (const OverlayCurve& curve : content.Study->Curves) {
+        if (isHere(curve.Chart)) {
+            sheet.Curves.push_back({curve.Name, CurveStyle::Thin, curve.Drawn, false,
+                                    line(curve.Travel, curve.Values)});
         }
     }
 }

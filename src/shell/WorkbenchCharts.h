@@ -3,6 +3,7 @@
 #include "platform/ChartSheet.h"
 #include "shell/AxisRange.h"
 #include "shell/Desk.h"
+#include "shell/StudyPanel.h"
 #include "study/DesignResults.h"
 
 #include <cstddef>
@@ -31,6 +32,7 @@ struct ChartsContent {
     bool Held = false;                ///< a hand moves something: axes don't shrink
     std::optional<TravelPlace> Hover; ///< what the pointer reads out; a travel may be NaN for none
     const DesignResults* Maps = nullptr; ///< of the design as it stands, as far as it goes
+    const StudyOverlay* Study = nullptr; ///< what the study in sight adds to the lines
 };
 
 /// Makes the charts of the workbench from results, and keeps their axes calm.
@@ -62,6 +64,7 @@ class WorkbenchCharts {
     [[nodiscard]] std::optional<SheetReadout>
     ReadoutOn(const SheetMap& map, const ChannelRecord& record, const TravelPlace& at) const;
     void AddTargets(ChartSheet& sheet, const ChartsContent& content, std::size_t n) const;
+    void AddStudy(ChartSheet& sheet, const ChartsContent& content, std::size_t n) const;
     void FitAxes(ChartSheet& sheet, const ChartsContent& content, std::size_t n);
     [[nodiscard]] std::optional<SheetReadout> ReadoutAt(const ChartsContent& content, std::size_t n,
                                                         double travel) const;

@@ -189,8 +189,8 @@ void WorkbenchPoints::grdPoints_Edited(int row, int column, const std::string& t
     m_desk.Current.Change(MoveName(design.Data, number, column - 1), design);
 }
 
-std::vector<WorkbenchPoints::Cell> WorkbenchPoints::SelectedCells() const {
-    std::vector<Cell> cells;
+std::vector<PointCoordinate> WorkbenchPoints::SelectedCoordinates() const {
+    std::vector<PointCoordinate> cells;
     for (int row = Selection.FirstRow; row <= Selection.LastRow; ++row) {
         for (int column = Selection.FirstColumn; column <= Selection.LastColumn; ++column) {
             if (row < grdPoints.Rows() && IsPointCell(grdPoints, row, column)) {
@@ -203,18 +203,22 @@ std::vector<WorkbenchPoints::Cell> WorkbenchPoints::SelectedCells() const {
 
 std::vector<PointNumber> WorkbenchPoints::SelectedPoints() const {
     std::vector<PointNumber> points;
-    for (const Cell& cell : SelectedCells()) {
-        if (points.empty() || points.back() != cell.Number) {
-            points.push_back(cell.Number);
+    for (const PointCoordinate& cell : SelectedCoordinates()) {
+        if (points.empty() || points.back() != cell.Point) {
+            points.push_back(cell.Point);
         }
     }
     return points;
 }
 
 bool WorkbenchPoints::Select(PointNumber number) {
+    return Select(PointCoordinate{number, std::clamp(Selection.FirstColumn, 1, 3) - 1});
+}
+
+bool WorkbenchPoints::Select(const PointCoordinate& coordinate) {
     for (int row = grdPoints.FixedRows(); row < grdPoints.Rows(); ++row) {
-        if (PointOfRow(grdPoints, row) == number) {
-            const int column = std::clamp(Selection.FirstColumn, 1, 3);
+        if (PointOfRow(grdPoints, row) == coordinate.Point) {
+            const int column = coordinate.Axis + 1;
             Selection = {row, column, row, column};
             return true;
         }
@@ -222,22 +226,23 @@ bool WorkbenchPoints::Select(PointNumber number) {
     return false;
 }
 
-void WorkbenchPoints::MoveCells(const std::vector<Cell>& cells, const Design& from, double way) {
+void WorkbenchPoints::MoveCells(const std::vector<PointCoordinate>& cells, const Design& from,
+                                double way) {
     if (cells.empty()) {
         return;
     }
     Design design = from;
-    for (const Cell& cell : cells) {
-        double& coordinate = Coordinate(design.Points, cell.Number, cell.Axis);
+    for (const PointCoordinate& cell : cells) {
+        double& coordinate = Coordinate(design.Points, cell.Point, cell.Axis);
         coordinate = Tidy(coordinate + way);
     }
-    const bool oneAxis = std::all_of(cells.begin(), cells.end(), [&](const Cell& cell) {
+    const bool oneAxis = std::all_of(cells.begin(), cells.end(), [&](const PointCoordinate& cell) {
         return cell.Axis == cells.front().Axis;
     });
     const std::size_t points = SelectedPoints().size();
     Note.clear();
     m_desk.Current.Change(
-        points == 1 ? MoveName(from.Data, cells.front().Number, oneAxis ? cells.front().Axis : -1)
+        points == 1 ? MoveName(from.Data, cells.front().Point, oneAxis ? cells.front().Axis : -1)
                     : "Move " + std::to_string(points) + " points" +
                           (oneAxis ? " " + AxisName(cells.front().Axis) : ""),
         design, true);
@@ -245,7 +250,7 @@ void WorkbenchPoints::MoveCells(const std::vector<Cell>& cells, const Design& fr
 
 void WorkbenchPoints::Nudge(int direction, bool byTen) {
     constexpr int Coarse = 10;
-    MoveCells(SelectedCells(), DesignOf(m_desk.Program.Document),
+    MoveCells(SelectedCoordinates(), DesignOf(m_desk.Program.Document),
               direction * (byTen ? Coarse : 1) * m_step);
 }
 
@@ -256,7 +261,7 @@ void WorkbenchPoints::BeginScrub() {
 
 void WorkbenchPoints::ScrubTo(double steps) {
     if (m_scrubbed) {
-        MoveCells(SelectedCells(), *m_scrubbed, steps * m_step);
+        MoveCells(SelectedCoordinates(), *m_scrubbed, steps * m_step);
     }
 }
 

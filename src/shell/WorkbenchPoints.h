@@ -4,6 +4,7 @@
 #include "platform/Controls.h"
 #include "platform/DataGrid.h"
 #include "shell/Desk.h"
+#include "study/DesignVariable.h"
 
 #include <optional>
 #include <span>
@@ -56,20 +57,18 @@ class WorkbenchPoints {
     /// The points of the selected rows.
     [[nodiscard]] std::vector<PointNumber> SelectedPoints() const;
 
+    /// The coordinates of the selected cells.
+    [[nodiscard]] std::vector<PointCoordinate> SelectedCoordinates() const;
+
     /// Selects a cell of a point, the column of the selection kept; false when it has no row.
     bool Select(PointNumber number);
+    bool Select(const PointCoordinate& coordinate);
 
   private:
-    struct Cell {
-        PointNumber Number;
-        int Axis;
-    };
-
     void LayOut(const PointCatalogue& catalogue);
     void ShowCell(int row, int column, const Design& now);
-    [[nodiscard]] std::vector<Cell> SelectedCells() const;
     [[nodiscard]] bool Holds(const std::string& name) const;
-    void MoveCells(const std::vector<Cell>& cells, const Design& from, double way);
+    void MoveCells(const std::vector<PointCoordinate>& cells, const Design& from, double way);
     [[nodiscard]] const FundamentalUnits& Units() const { return m_desk.Program.Units; }
 
     Desk& m_desk;

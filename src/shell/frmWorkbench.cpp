@@ -76,6 +76,7 @@ std::vector<StudyChart> BesideCharts(std::vector<StudyChart> charts, bool maps) 
 frmWorkbench::frmWorkbench(Desk& desk, ShellHost& main)
     : Points(desk),
       Corner(desk.Program.Units),
+      Studies(desk, *this),
       m_desk(desk),
       m_main(main),
       m_charts(desk.Program) {
@@ -88,6 +89,8 @@ frmWorkbench::frmWorkbench(Desk& desk, ShellHost& main)
     cmdSetBaseline.ToolTip = "The design as it stands becomes what all others are compared with";
     cmdKeepVariant.Caption = "&Keep as Variant";
     cmdKeepVariant.ToolTip = "Keep the design as it stands under a name";
+    cmdStudies.Caption = "S&tudies";
+    cmdStudies.ToolTip = "What moves this, what if, how much does it spread and more";
     panEmpty.Caption = "No document is open.\nOpen one (Ctrl+O), begin one (Ctrl+N), or press F6 "
                        "for the main window with its samples.";
     txtBump.Caption = "&Bump:";
@@ -137,11 +140,14 @@ void frmWorkbench::Close() {
         m_desk.Store->Write(Frame.Name, PanelsKey, Panels);
     }
     StopPlay();
+    Studies.Show(std::nullopt);
     IsOpen = false;
 }
 
 void frmWorkbench::DocumentChanged(DocumentChange change) {
     m_stale = true;
+    m_chartInHand = m_chartInHand < Charts().size() ? m_chartInHand : 0;
+    Studies.Follow(change);
     if (change == DocumentChange::Replaced) {
         Points.Note.clear();
         m_good.reset();
@@ -266,6 +272,9 @@ void frmWorkbench::ComposeCharts() {
     content.Targets = m_desk.Current.Study().Targets;
     content.Held = m_held || m_desk.Current.Steps().IsHeld();
     content.Hover = m_hover;
+    if (const CStudyPanel* const study = Studies.InSight()) {
+        content.Study = &study->Overlay;
+    }
     m_charts.Compose(content);
 }
 
@@ -288,6 +297,9 @@ void frmWorkbench::ShowCorner() {
     content.Catalogue = CatalogueOf(m_now->Design.Data);
     content.Selected = Points.SelectedPoints();
     content.Faulty = results.Faulty;
+    if (const CStudyPanel* const study = Studies.InSight()) {
+        content.Places = study->Overlay.Places;
+    }
     Corner.Show(std::move(content));
     if (std::exchange(m_fitCorner, false)) {
         Corner.Fit();
@@ -327,6 +339,7 @@ const std::vector<StudyChart>& frmWorkbench::Charts() const {
 void frmWorkbench::SetChart(std::size_t n, const StudyChart& chart) {
     StudyData study = m_desk.Current.Study();
     if (n < study.Charts.size() && HasCurve(chart.Channel)) {
+        m_chartInHand = n;
         study.Charts[n] = chart;
         m_desk.Current.ChangeStudy(std::move(study));
     }
@@ -357,6 +370,7 @@ void frmWorkbench::Chart_Hovered(std::size_t n, std::optional<ChartPoint> place)
 void frmWorkbench::Chart_TravelMoved(std::size_t n, const ChartPoint& place, bool held) {
     if (n < Charts().size()) {
         m_held = held;
+        TakeInHand(n);
         MoveTo(WorkbenchCharts::TravelAt(m_desk.Program, Charts()[n], place));
         m_stale = true; // axes may shrink again when the hand lets go
     }

@@ -4,6 +4,7 @@
 #include "shell/CornerPanel.h"
 #include "shell/Desk.h"
 #include "shell/ShellHost.h"
+#include "shell/StudyPanels.h"
 #include "shell/WorkbenchCharts.h"
 #include "shell/WorkbenchPoints.h"
 #include "shell/WorkbenchTour.h"
@@ -50,7 +51,7 @@ struct ListedVariant {
 ///
 /// A design that can't be solved blocks nothing: the last good curves stay, faded, and the head
 /// says what fails and where.
-class frmWorkbench final : public Window, private DocumentWatcher {
+class frmWorkbench final : public Window, private DocumentWatcher, private StudyHost {
   public:
     static constexpr int MostCharts = 9;
 
@@ -127,12 +128,22 @@ class frmWorkbench final : public Window, private DocumentWatcher {
     /// What fails and where, or what became of the last typing; empty when all is well.
     Control labHead;
 
+    // The studies, below the charts while one of them is in sight.
+    CStudyPanels Studies;
+    void ShowStudy(std::optional<std::size_t> n);
+
+    /// Shows the studies as they were last, or none.
+    void ToggleStudies();
+
+    /// Asks for a file and writes the report of the study in sight.
+    void ReportStudy();
+
     /// What to do while no document is open; nothing else of the window is visible then.
     Control panEmpty;
 
     CWorkbenchTour Tour;
 
-    Control cmdUndo, cmdRedo, cmdSetBaseline, cmdKeepVariant;
+    Control cmdUndo, cmdRedo, cmdSetBaseline, cmdKeepVariant, cmdStudies;
 
     /// How the window system has divided the window; kept as it is.
     std::string Panels;
@@ -147,6 +158,14 @@ class frmWorkbench final : public Window, private DocumentWatcher {
     };
 
     void DocumentChanged(DocumentChange change) override;
+
+    // What the studies need.
+    [[nodiscard]] std::vector<PointCoordinate> SelectedCoordinates() const override;
+    void SelectCoordinate(const PointCoordinate& coordinate) override;
+    [[nodiscard]] std::size_t ChartInHand() const override { return m_chartInHand; }
+    void KeepAsVariant(const std::string& name, const std::string& note,
+                       const Design& design) override;
+
     void Evaluate();
     [[nodiscard]] bool IsUpToDate(const std::optional<Cached>& cached, const Design& design,
                                   const std::vector<StudyChart>& charts) const;
@@ -163,6 +182,7 @@ class frmWorkbench final : public Window, private DocumentWatcher {
     [[nodiscard]] TravelPlace Place() const;
     void MoveTo(const TravelPlace& place);
     void MovePoint(PointNumber number, const SuspPoint& place);
+    void TakeInHand(std::size_t chart);
     void ChangeVariants(const std::vector<Variant>& variants);
 
     Desk& m_desk;
@@ -175,6 +195,8 @@ class frmWorkbench final : public Window, private DocumentWatcher {
     std::optional<Cached> m_baseline;
     std::vector<std::optional<Cached>> m_variants;
     std::optional<TravelPlace> m_hover;
+    std::size_t m_chartInHand = 0;
+    std::size_t m_lastStudy = 0; ///< that was in sight
     std::string m_shownUnit;
     PlayMode m_play = PlayMode::None;
     double m_phase = 0;  ///< of playing, in full turns

@@ -3,6 +3,7 @@
 
 #include "shell/frmWorkbench.h"
 
+#include "shell/StudyReport.h"
 #include "shell/TypedNumber.h"
 
 #include <cmath>
@@ -215,6 +216,49 @@ void frmWorkbench::SetVariantNote(std::size_t n, const std::string& note) {
         variants[n].Note = note;
         ChangeVariants(variants);
     }
+}
+
+// --- Studies ------------------------------------------------------------------------------------
+
+void frmWorkbench::ShowStudy(std::optional<std::size_t> n) {
+    Studies.Show(n);
+    m_lastStudy = Studies.Shown().value_or(m_lastStudy);
+    m_stale = true;
+}
+
+void frmWorkbench::ToggleStudies() {
+    ShowStudy(Studies.Shown() ? std::nullopt : std::optional(m_lastStudy));
+}
+
+void frmWorkbench::ReportStudy() {
+    if (const CStudyPanel* const study = Studies.InSight();
+        study != nullptr && study->HasAnswer()) {
+        AskAndReportStudy(m_desk, m_main, *study, Sheets());
+    }
+}
+
+/// What the studies show of the chart that was worked with last is about another one now.
+void frmWorkbench::TakeInHand(std::size_t chart) {
+    if (std::exchange(m_chartInHand, chart) != chart) {
+        Studies.Follow(DocumentChange::Beside);
+    }
+}
+
+std::vector<PointCoordinate> frmWorkbench::SelectedCoordinates() const {
+    return Points.SelectedCoordinates();
+}
+
+void frmWorkbench::SelectCoordinate(const PointCoordinate& coordinate) {
+    Points.Select(coordinate);
+    m_stale = true;
+}
+
+void frmWorkbench::KeepAsVariant(const std::string& name, const std::string& note,
+                                 const Design& design) {
+    std::vector<Variant> variants = m_desk.Current.Study().Variants;
+    variants.push_back(NewVariant(variants, name, design));
+    variants.back().Note = note;
+    ChangeVariants(variants);
 }
 
 } // namespace corvanta

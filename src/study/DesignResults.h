@@ -3,7 +3,7 @@
 #include "calculation/SCalcs.h"
 #include "model/Design.h"
 #include "study/Curve.h"
-#include "study/StudyFile.h"
+#include "study/StudyChart.h"
 
 #include <optional>
 #include <span>

@@ -2,6 +2,8 @@
 
 #include "model/Design.h"
 #include "platform/FileServices.h"
+#include "study/StudyChart.h"
+#include "study/StudyQuestions.h"
 #include "study/Target.h"
 #include "study/Variant.h"
 
@@ -12,18 +14,6 @@
 #include <vector>
 
 namespace corvanta {
-
-/// What a chart of the workbench runs along.
-enum class ChartKind : std::uint8_t { AlongWheelTravel, AlongRackTravel, Map };
-
-/// A chart by what it shows.
-struct StudyChart {
-    int Channel = 0;
-    ChartKind Kind = ChartKind::AlongWheelTravel;
-    bool Difference = false; ///< to the baseline, instead of the values
-
-    friend bool operator==(const StudyChart&, const StudyChart&) = default;
-};
 
 /// A member of a study file that this version does not know: kept as it was read, so that a file
 /// loses nothing by being written again.
@@ -41,6 +31,7 @@ struct StudyData {
     std::vector<Variant> Variants; ///< names unique
     std::vector<Target> Targets;
     std::vector<StudyChart> Charts;
+    StudyQuestions Questions;
     std::vector<UnknownMember> Unknown;
 
     friend bool operator==(const StudyData&, const StudyData&) = default;

@@ -2,7 +2,7 @@
 
 #include "study/Curve.h"
 #include "study/DesignVariable.h"
-#include "study/StudyFile.h"
+#include "study/StudyChart.h"
 #include "study/StudyNumber.h"
 #include "study/StudyWork.h"
 

@@ -47,7 +47,7 @@ class ReportTest : public testing::TestWithParam<std::string> {
             m_user.Logic().PrintDialog->cmdPreview_Click();
         });
         QString path = QString::fromStdString(m_folder / "report.pdf");
-        m_user.Desk.Pages().SavePdf(path);
+        m_user.Desk.Pages().SavePdf(path.toStdString());
         m_user.Desk.Handle([&] { m_user.Logic().PrintDialog->Close(); });
         return path;
     }

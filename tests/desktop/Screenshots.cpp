@@ -160,7 +160,7 @@ void TakeAll(const std::string& userFolder, const QString& pictures) {
         dialog.cmdPreview_Click();
     });
     camera.Take(user.Desk.PrintView(), "print-preview");
-    user.Desk.Pages().SavePdf(camera.Path("report.pdf"));
+    user.Desk.Pages().SavePdf(camera.Path("report.pdf").toStdString());
     user.Desk.Handle([&] { user.Logic().PrintDialog->Close(); });
     user.Choose(mcView, vwPlot);
     user.Choose(mcPrint);
@@ -169,7 +169,7 @@ void TakeAll(const std::string& userFolder, const QString& pictures) {
         user.Logic().PrintDialog->optPrintCurrent.Selected = true;
         user.Logic().PrintDialog->cmdPreview_Click();
     });
-    user.Desk.Pages().SavePdf(camera.Path("plot.pdf"));
+    user.Desk.Pages().SavePdf(camera.Path("plot.pdf").toStdString());
     user.Desk.Handle([&] { user.Logic().PrintDialog->Close(); });
     TakeComparison(user, camera);
     user.Choose(mcAdjust);

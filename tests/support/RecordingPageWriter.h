@@ -32,6 +32,7 @@ class RecordingPageWriter final : public PageWriter {
         double RightMargin = 0;
         std::vector<std::string> Blocks; ///< the style in brackets, and the text or the grid's text
         std::vector<Picture> Pictures;
+        std::vector<std::string> Sheets; ///< the titles of charts of the workbench
     };
 
     std::string Name;
@@ -121,6 +122,16 @@ class RecordingPageWriter final : public PageWriter {
         Pages.back().Pictures.push_back({chart.Series.Points, chart.AxisX.Title, place});
     }
 
+    void AddSheets(std::span<const ChartSheet> sheets) override {
+        CountDown();
+        for (const ChartSheet& sheet : sheets) {
+            Pages.back().Sheets.push_back(sheet.Title);
+        }
+    }
+    [[nodiscard]] std::string SvgOf(const ChartSheet& sheet) const override {
+        return "<svg>" + sheet.Title + "</svg>";
+    }
+
     /// Goes on by a minute whenever it is read, from 13:05.
     [[nodiscard]] std::string ShortTime() const override {
         return "13:0" + std::to_string(m_minute++);
@@ -138,6 +149,12 @@ class RecordingPageWriter final : public PageWriter {
         }
         return !CallOff;
     }
+
+    void SavePdf(const std::string& path) override {
+        EXPECT_FALSE(Writing);
+        SavedPdf = path;
+    }
+    std::string SavedPdf;
 
   private:
     void Add(const std::string& style, const std::string& text) {

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "desktop/Binder.h"
+#include "shell/frmWorkbench.h"
+
+#include <QWidget>
+
+#include <vector>
+
+class QGridLayout;
+class QProgressBar;
+class QTabWidget;
+
+namespace corvanta {
+
+class ChartSheetView;
+class Desktop;
+class GridView;
+
+/// One study of the workbench on the screen: what is asked at the left, what came out at the right,
+/// and above them how the work goes.
+class StudyPanelView final : public QWidget {
+    Q_OBJECT
+
+  public:
+    StudyPanelView(Desktop& desktop, frmWorkbench& window, CStudyPanel& panel, QWidget* parent);
+
+    void Refresh();
+
+    /// Brings the progress alone to the screen.
+    void ShowProgress();
+
+  private:
+    struct Table {
+        StudyTable* Shown = nullptr;
+        GridView* View = nullptr;
+    };
+
+    QWidget* BuildHead();
+    QWidget* BuildQuestion();
+    QWidget* BuildFields();
+    void BuildField(QGridLayout& grid, std::size_t n);
+    QWidget* BuildRowButtons();
+    GridView* BuildTable(std::vector<Table>& tables, StudyTable& table, QTabWidget& pages);
+    void BuildAnswer();
+    void ShowSheets();
+    [[nodiscard]] std::size_t AskedTable() const;
+
+    Desktop& m_desktop;
+    frmWorkbench& m_window;
+    CStudyPanel& m_panel;
+    Binder m_binder;
+    QProgressBar* m_progress = nullptr;
+    QTabWidget* m_asked = nullptr;
+    QTabWidget* m_answer = nullptr;
+    QWidget* m_charts = nullptr;
+    std::vector<Table> m_askedTables;
+    std::vector<Table> m_answerTables;
+    std::vector<ChartSheetView*> m_sheets;
+};
+
+} // namespace corvanta

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "shell/StudyPanel.h"
+#include "study/Sensitivity.h"
+
+namespace corvanta {
+
+/// What moves this: which coordinate changes the chart in hand most. It follows the document.
+class SensitivityPanel final : public CStudyPanel {
+  public:
+    SensitivityPanel(Desk& desk, StudyHost& host);
+
+    ListControl cboFigure;
+    StudyTable grdSlopes;
+
+    /// Selects the cell of the coordinate.
+    void Answer_Clicked(std::size_t table, int row) override;
+    [[nodiscard]] StudyWords Words() const override;
+
+  private:
+    void ShowQuestion() override;
+    void TakeFields() override {}
+    [[nodiscard]] bool IsLive() const override { return true; }
+    [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
+                                          std::shared_ptr<const StudySettings> settings) override;
+    void ShowAnswer(const SensitivityQuestion& question, SensitivityAnswer answer);
+
+    std::vector<PointCoordinate> m_rows; ///< of the table
+    StudyWords m_words;
+};
+
+} // namespace corvanta

@@ -1,0 +1,209 @@
+#include "shell/StudyPanel.h"
+
+#include "model/Failure.h"
+
+#include <utility>
+
+namespace corvanta {
+
+CStudyPanel::CStudyPanel(Desk& desk, StudyHost& host) : m_desk(desk), m_host(host) {
+    cmdRun.Caption = "&Run";
+    cmdStop.Caption = "Sto&p";
+    cmdReport.Caption = "Re&port...";
+    cmdReport.ToolTip = "What was asked and found, as a PDF document or an HTML page";
+    cmdAdd.Caption = "&Add Selected";
+    cmdAdd.ToolTip = "Add the coordinates whose cells are selected among the points";
+    cmdRemove.Caption = "Re&move";
+    cmdKeep.Caption = "&Keep as Variant";
+    cmdRun.Enabled = cmdStop.Enabled = cmdReport.Enabled = cmdKeep.Enabled = false;
+}
+
+void CStudyPanel::Try(const std::function<void()>& event) {
+    try {
+        event();
+    } catch (...) {
+        labStatus.Caption = FailureInFlight().Description();
+    }
+    ShowButtons();
+}
+
+// --- What is asked -----------------------------------------------------------------------------
+
+void CStudyPanel::Field_Changed(std::size_t n) {
+    const bool isTyping = std::holds_alternative<NumberBox*>(Fields.at(n).Box);
+    Try([&] {
+        TakeFields();
+        if (!isTyping) { // a text that is half typed stays
+            QuestionChanged();
+        }
+    });
+}
+
+void CStudyPanel::Field_Left(std::size_t /*n*/) {
+    Try([&] {
+        TakeFields();
+        QuestionChanged();
+    });
+}
+
+void CStudyPanel::Asked_Edited(std::size_t table, int row, int column, const std::string& text) {
+    Try([&] {
+        EditCell(table, row, column, text);
+        QuestionChanged();
+    });
+}
+
+void CStudyPanel::cmdAdd_Click(std::size_t table) {
+    Try([&] {
+        AddRows(table);
+        QuestionChanged();
+    });
+}
+
+void CStudyPanel::cmdRemove_Click(std::size_t table) {
+    Try([&] {
+        const StudyTable& asked = *Asked.at(table);
+        const int first = std::max(asked.Selection.FirstRow, asked.Grid.FixedRows());
+        for (int row = std::min(asked.Selection.LastRow, asked.Grid.Rows() - 1); row >= first;
+             --row) {
+            RemoveRow(table, static_cast<std::size_t>(row - asked.Grid.FixedRows()));
+        }
+        QuestionChanged();
+    });
+}
+
+void CStudyPanel::cmdFill_Click(std::size_t table) {
+    Try([&] {
+        Fill(table);
+        QuestionChanged();
+    });
+}
+
+void CStudyPanel::QuestionChanged() {
+    labStatus.Caption.clear();
+    if (m_desk.Program.Document.DataLoaded) {
+        ShowQuestion();
+    }
+    if (IsLive()) {
+        m_again = true;
+        Begin();
+    }
+}
+
+void CStudyPanel::Change(const std::function<void(StudyQuestions&)>& change) {
+    StudyData study = m_desk.Current.Study();
+    change(study.Questions);
+    if (study != m_desk.Current.Study()) {
+        m_desk.Current.ChangeStudy(std::move(study));
+    }
+}
+
+// --- The work -----------------------------------------------------------------------------------
+
+/// Begins the work, or has it begin when the one that runs has ended.
+void CStudyPanel::Begin() {
+    if (IsRunning()) {
+        m_job.Stop();
+        return;
+    }
+    if (!m_again || !m_shown || !m_desk.Program.Document.DataLoaded) {
+        return;
+    }
+    m_again = false;
+    Try([this] {
+        const Design design = DesignNow();
+        try {
+            m_job.Start(Prepare(design, std::make_shared<const StudySettings>(m_desk.Program)));
+        } catch (...) {
+            ForgetAnswer();
+            throw;
+        }
+        m_askedOf = design;
+        m_isOld = false;
+        labStatus.Caption.clear();
+    });
+}
+
+void CStudyPanel::cmdRun_Click() {
+    m_again = true;
+    Begin();
+}
+
+void CStudyPanel::cmdStop_Click() {
+    m_again = false;
+    m_job.Stop();
+    ShowButtons();
+}
+
+bool CStudyPanel::Poll() {
+    std::optional<CStudyJob::Show> show;
+    const bool wasRunning = IsRunning();
+    Try([&] { show = m_job.TakeOutcome(); });
+    const bool ended = wasRunning && !IsRunning();
+    if (m_again && ended) { // what came out is about what was asked before
+        Begin();
+    } else if (!m_again && show && *show) {
+        Try(*show);
+    }
+    return show || ended;
+}
+
+void CStudyPanel::AnswerCame(const std::string& status) {
+    m_hasAnswer = true;
+    labStatus.Caption = status;
+}
+
+void CStudyPanel::ForgetAnswer() {
+    m_hasAnswer = false;
+    m_askedOf.reset();
+    for (StudyTable* const table : Answers) {
+        table->Grid.Reset();
+    }
+    Sheets.clear();
+    Overlay = {};
+    labStatus.Caption.clear();
+}
+
+void CStudyPanel::SetShown(bool shown) {
+    m_shown = shown;
+    if (shown && m_desk.Program.Document.DataLoaded) {
+        ShowQuestion();
+        m_again = m_again || (IsLive() && !m_hasAnswer);
+        Begin();
+    }
+    ShowButtons();
+}
+
+void CStudyPanel::Follow(DocumentChange change) {
+    if (change == DocumentChange::Replaced) {
+        m_job.Stop();
+        m_again = false;
+        ForgetAnswer();
+    }
+    if (!m_desk.Program.Document.DataLoaded) {
+        return;
+    }
+    const bool isOld = m_askedOf && *m_askedOf != DesignNow();
+    if (IsLive() && (isOld || !m_askedOf || change == DocumentChange::Beside)) {
+        m_again = true;
+    } else if (isOld && !std::exchange(m_isOld, true) && !IsRunning() && m_hasAnswer) {
+        Overlay = {};
+        labStatus.Caption = "Of the design before its last change: run it again";
+    }
+    if (m_shown) {
+        ShowQuestion();
+        Begin();
+    }
+    ShowButtons();
+}
+
+void CStudyPanel::ShowButtons() {
+    const bool loaded = m_desk.Program.Document.DataLoaded;
+    cmdRun.Enabled = loaded && !IsRunning();
+    cmdStop.Enabled = IsRunning();
+    cmdAdd.Enabled = cmdRemove.Enabled = cmdFill.Enabled = loaded;
+    cmdReport.Enabled = m_hasAnswer && !IsRunning();
+    cmdKeep.Enabled = loaded && m_hasAnswer && !IsRunning();
+}
+
+} // namespace corvanta

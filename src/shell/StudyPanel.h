@@ -1,0 +1,205 @@
+#pragma once
+
+#include "platform/ChartSheet.h"
+#include "platform/Controls.h"
+#include "platform/DataGrid.h"
+#include "shell/CornerPanel.h"
+#include "shell/Desk.h"
+#include "shell/StudyJob.h"
+#include "study/DesignVariable.h"
+#include "study/StudyFile.h"
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace corvanta {
+
+/// What a panel of a study needs of the window that it is in.
+class StudyHost {
+  public:
+    StudyHost() = default;
+    StudyHost(const StudyHost&) = delete;
+    StudyHost& operator=(const StudyHost&) = delete;
+    StudyHost(StudyHost&&) = delete;
+    StudyHost& operator=(StudyHost&&) = delete;
+    virtual ~StudyHost() = default;
+
+    /// The coordinates whose cells are selected among the points.
+    [[nodiscard]] virtual std::vector<PointCoordinate> SelectedCoordinates() const = 0;
+    virtual void SelectCoordinate(const PointCoordinate& coordinate) = 0;
+
+    /// The chart that was worked with last, counted from 0.
+    [[nodiscard]] virtual std::size_t ChartInHand() const = 0;
+
+    /// Keeps a design that a study found as a variant, under a name like the one wanted.
+    virtual void KeepAsVariant(const std::string& name, const std::string& note,
+                               const Design& design) = 0;
+};
+
+/// A page with one table.
+struct StudyTable {
+    std::string Name; ///< of the table, for instance "grdFree"
+    std::string Title;
+    DataGrid Grid;
+    CellRange Selection; ///< the window system keeps it up to date
+};
+
+/// A field of what is asked.
+struct StudyField {
+    std::string Name; ///< of the control, for instance "txtSeed"
+    std::variant<NumberBox*, ListControl*, CheckBox*> Box;
+};
+
+/// A line that a study adds to the charts along the same travel.
+struct OverlayCurve {
+    StudyChart Chart;
+    std::string Name;
+    Colour Drawn;
+    std::vector<double> Travel; ///< mm
+    std::vector<double> Values; ///< stored units
+};
+
+/// A band that it adds.
+struct OverlayBand {
+    StudyChart Chart;
+    std::string Name;
+    std::vector<double> Travel; ///< mm
+    std::vector<double> Low;    ///< stored units
+    std::vector<double> High;
+};
+
+/// What a study shows beside the design.
+struct StudyOverlay {
+    std::vector<OverlayCurve> Curves;
+    std::vector<OverlayBand> Bands;
+    std::vector<MarkedPlace> Places; ///< in the drawing of the corner, where points are entered
+};
+
+/// What the report of a study says beside its charts and tables.
+struct StudyWords {
+    std::string Title;
+    std::vector<std::string> Asked; ///< a line each
+    std::vector<std::string> Found;
+};
+
+/// One study of the workbench: what is asked, what came out, and the work between the two, which
+/// goes on beside the windows. It is about the design as it stood when the work began.
+class CStudyPanel {
+  public:
+    CStudyPanel(Desk& desk, StudyHost& host);
+    CStudyPanel(const CStudyPanel&) = delete;
+    CStudyPanel& operator=(const CStudyPanel&) = delete;
+    CStudyPanel(CStudyPanel&&) = delete;
+    CStudyPanel& operator=(CStudyPanel&&) = delete;
+    virtual ~CStudyPanel() = default;
+
+    Control Page; ///< the name of the study; the tooltip is the question that it answers
+    int HelpTopicNumber = 0;
+
+    /// What is asked.
+    std::vector<StudyField> Fields;
+    std::vector<StudyTable*> Asked;
+    Control cmdAdd, cmdRemove, cmdFill; ///< rows of the tables; invisible where there are none
+
+    /// What came out. The overlay goes with the next change of the document, the tables stay.
+    std::vector<StudyTable*> Answers;
+    std::vector<ChartSheet> Sheets;
+    StudyOverlay Overlay;
+    Control cmdKeep; ///< invisible where no design comes out
+
+    Control cmdRun, cmdStop, cmdReport;
+    Control labStatus; ///< what goes on, what came out or why nothing can, in one line
+
+    // Events. A field already holds what the user chose or typed.
+    void Field_Changed(std::size_t n);
+    void Field_Left(std::size_t n); ///< typing has ended
+    void Asked_Edited(std::size_t table, int row, int column, const std::string& text);
+    void cmdAdd_Click(std::size_t table);
+    void cmdRemove_Click(std::size_t table);
+    void cmdFill_Click(std::size_t table);
+    void cmdRun_Click();
+    void cmdStop_Click();
+    virtual void cmdKeep_Click() {}
+    virtual void Answer_Clicked(std::size_t /*table*/, int /*row*/) {}
+
+    /// The panel is in sight, or not any more: one that is live works only then.
+    void SetShown(bool shown);
+
+    /// The document, its charts or the units are others.
+    void Follow(DocumentChange change);
+
+    /// Takes what came out of the work meanwhile; true when anything has changed.
+    bool Poll();
+
+    [[nodiscard]] bool IsRunning() const { return m_job.IsRunning(); }
+    [[nodiscard]] double Progress() const { return m_job.Progress(); }
+
+    [[nodiscard]] bool HasAnswer() const { return m_hasAnswer; }
+
+    /// What was asked and found, as the report says it.
+    [[nodiscard]] virtual StudyWords Words() const = 0;
+
+    /// The design that the work or the answer is about; there is one where there is an answer.
+    [[nodiscard]] const Design& AskedOf() const { return *m_askedOf; }
+
+  protected:
+    /// Brings what is asked to fields and tables.
+    virtual void ShowQuestion() = 0;
+
+    /// Takes what the fields hold. Throws Failure for a text that can't be taken.
+    virtual void TakeFields() = 0;
+
+    virtual void EditCell(std::size_t /*table*/, int /*row*/, int /*column*/,
+                          const std::string& /*text*/) {}
+    virtual void AddRows(std::size_t /*table*/) {}
+    virtual void RemoveRow(std::size_t /*table*/, std::size_t /*row*/) {}
+    virtual void Fill(std::size_t /*table*/) {}
+
+    /// The work for what is asked of a design. Throws Failure when it can't be asked.
+    [[nodiscard]] virtual CStudyJob::Work
+    Prepare(const Design& design, std::shared_ptr<const StudySettings> settings) = 0;
+
+    /// An answer is there, about the design that `Prepare` was given: what the status says of it.
+    void AnswerCame(const std::string& status);
+
+    /// The question has changed: it is shown anew, and a live panel works on it.
+    void QuestionChanged();
+
+    /// True for a panel that works anew with each change of the document while it is in sight.
+    [[nodiscard]] virtual bool IsLive() const { return false; }
+
+    [[nodiscard]] Design DesignNow() const { return DesignOf(m_desk.Program.Document); }
+    [[nodiscard]] const FundamentalUnits& Units() const { return m_desk.Program.Units; }
+    [[nodiscard]] const std::vector<StudyChart>& Charts() const {
+        return m_desk.Current.Study().Charts;
+    }
+
+    [[nodiscard]] const StudyQuestions& Questions() const {
+        return m_desk.Current.Study().Questions;
+    }
+    void Change(const std::function<void(StudyQuestions&)>& change);
+
+    Desk& m_desk;
+    StudyHost& m_host;
+
+  private:
+    void Try(const std::function<void()>& event);
+    void Begin();
+    void ShowButtons();
+    void ForgetAnswer();
+
+    CStudyJob m_job;
+    std::optional<Design> m_askedOf; ///< what the work or the answer is about
+    std::string m_answered;          ///< what the status says of the answer
+    bool m_hasAnswer = false;
+    bool m_isOld = false; ///< the document has changed since
+    bool m_shown = false;
+    bool m_again = false; ///< the question is another since the work began
+};
+
+} // namespace corvanta

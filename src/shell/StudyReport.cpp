@@ -1,0 +1,195 @@
+#include "shell/StudyReport.h"
+
+#include "model/Failure.h"
+#include "results/MDisplay.h"
+#include "results/PointsTable.h"
+#include "shell/ExportCommands.h"
+#include "solver/SInitGeo.h"
+
+#include <algorithm>
+
+namespace corvanta {
+
+namespace {
+
+constexpr const char* Filter = "PDF document (*.pdf)|*.pdf|HTML page (*.html)|*.html";
+
+ReportTable CoordinatesOf(const Desk& desk, const Design& design) {
+    Suspension document;
+    SetDesign(document, design, desk.Program.Units);
+    ReportTable table{"Static coordinates", {}};
+    SetupPointsTableBlank(table.Grid, document, desk.Program.Units, false);
+    DataPointsGet(table.Grid, document, desk.Program.Units, 1, 1);
+    return table;
+}
+
+/// Nothing but the head is a table that says nothing.
+void AddTables(std::vector<ReportTable>& to, const std::vector<StudyTable*>& tables) {
+    for (const StudyTable* const table : tables) {
+        if (table->Grid.Rows() > table->Grid.FixedRows()) {
+            to.push_back({table->Title, table->Grid});
+        }
+    }
+}
+
+bool ShowsStudy(const ChartSheet& sheet, const CStudyPanel& panel) {
+    const auto isNamed = [&](const auto& overlays, const auto& shown) {
+        return std::any_of(shown.begin(), shown.end(), [&](const auto& one) {
+            return std::any_of(overlays.begin(), overlays.end(),
+                               [&](const auto& overlay) { return overlay.Name == one.Name; });
+        });
+    };
+    return isNamed(panel.Overlay.Bands, sheet.Bands) || isNamed(panel.Overlay.Curves, sheet.Curves);
+}
+
+std::string Joined(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines) {
+        text += (text.empty() ? "" : "\r") + line;
+    }
+    return text;
+}
+
+void WriteTables(PageWriter& pages, const std::vector<ReportTable>& tables) {
+    for (const ReportTable& table : tables) {
+        pages.AddParagraph(reportstyles::TitleStyle, table.Title);
+        pages.AddTable(reportstyles::NormalStyle, table.Grid);
+    }
+}
+
+std::string Escaped(const std::string& text) {
+    std::string escaped;
+    for (const char letter : text) {
+        switch (letter) {
+        case '&':
+            escaped += "&amp;";
+            break;
+        case '<':
+            escaped += "&lt;";
+            break;
+        case '>':
+            escaped += "&gt;";
+            break;
+        default:
+            escaped += letter;
+        }
+    }
+    return escaped;
+}
+
+std::string Element(const std::string& tag, const std::string& content) {
+    return "<" + tag + ">" + content + "</" + tag + ">\n";
+}
+
+std::string HtmlOf(const std::vector<std::string>& lines) {
+    std::string html;
+    for (const std::string& line : lines) {
+        html += Element("p", Escaped(line));
+    }
+    return html;
+}
+
+std::string HtmlOf(const std::vector<ReportTable>& tables) {
+    std::string html;
+    for (const ReportTable& table : tables) {
+        html += Element("h2", Escaped(table.Title)) + "<table>\n";
+        for (int row = 0; row < table.Grid.Rows(); ++row) {
+            const std::string cell = row < table.Grid.FixedRows() ? "th" : "td";
+            std::string cells;
+            for (int column = 0; column < table.Grid.Columns(); ++column) {
+                cells += Element(cell, Escaped(table.Grid.Cell(row, column)));
+            }
+            html += Element("tr", cells);
+        }
+        html += "</table>\n";
+    }
+    return html;
+}
+
+constexpr const char* HtmlLook =
+    "<style>body{font:10pt Arial,sans-serif;margin:2em;color:#000;background:#fff}"
+    "h1{font-size:14pt}h2{font-size:11pt;margin-top:1.5em}p{margin:.2em 0}"
+    "table{border-collapse:collapse;font-variant-numeric:tabular-nums}"
+    "td,th{text-align:right;padding:.1em .8em}td:first-child,th:first-child{text-align:left}"
+    "th{border-bottom:1px solid #000}header{color:#555;border-bottom:1px solid #888}"
+    "svg{margin:.5em 1em .5em 0}</style>\n";
+
+} // namespace
+
+StudyReport ReportOf(const Desk& desk, const CStudyPanel& panel,
+                     std::span<const ChartSheet> charts) {
+    StudyReport report{desk.Program.DocumentPath, panel.Words(), {}, panel.Sheets, {}};
+    AddTables(report.Asked, panel.Asked);
+    for (const ChartSheet& sheet : charts) {
+        if (ShowsStudy(sheet, panel)) {
+            report.Sheets.push_back(sheet);
+        }
+    }
+    AddTables(report.Answers, panel.Answers);
+    report.Answers.push_back(CoordinatesOf(desk, panel.AskedOf()));
+    return report;
+}
+
+void WriteReport(PageWriter& pages, const ProductVersion& version, const StudyReport& report) {
+    try {
+        SetUpReportPages(pages, version, report.DocumentPath);
+        pages.StartDocument(report.Words.Title);
+        pages.AddParagraph(reportstyles::TitleStyle, report.Words.Title);
+        pages.AddParagraph(reportstyles::NormalStyle, Joined(report.Words.Asked));
+        pages.AddParagraph(reportstyles::NormalStyle, Joined(report.Words.Found));
+        WriteTables(pages, report.Asked);
+        pages.AddParagraph(reportstyles::NormalStyle, " ");
+        pages.AddSheets(report.Sheets);
+        WriteTables(pages, report.Answers);
+        pages.EndDocument();
+    } catch (...) {
+        pages.CancelDocument();
+        throw;
+    }
+}
+
+std::string ReportAsHtml(const PageWriter& pages, const ProductVersion& version,
+                         const StudyReport& report) {
+    const std::string title = Escaped(report.Words.Title);
+    std::string html =
+        "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"utf-8\">\n<title>" + title +
+        "</title>\n" + HtmlLook + "</head><body>\n";
+    html += Element("header", Escaped("Corvanta " + version.Text() + " - " +
+                                      FileServices::BaseName(report.DocumentPath) + " - " +
+                                      pages.ShortTime() + "  " + pages.MediumDate()));
+    html += Element("h1", title) + HtmlOf(report.Words.Asked) + HtmlOf(report.Words.Found) +
+            HtmlOf(report.Asked);
+    for (const ChartSheet& sheet : report.Sheets) {
+        const std::string drawing = pages.SvgOf(sheet); // without the head of a file
+        html += drawing.substr(std::min(drawing.size(), drawing.find("<svg")));
+    }
+    return html + HtmlOf(report.Answers) + "</body></html>\n";
+}
+
+void AskAndReportStudy(Desk& desk, ShellHost& main, const CStudyPanel& panel,
+                       std::span<const ChartSheet> charts) {
+    const std::string name = FileServices::BaseName(desk.Program.DocumentPath);
+    const std::optional<ChosenFile> file = AskForExport(
+        desk, main, Filter, "pdf", name + (name.empty() ? "" : " ") + panel.Page.Caption + ".pdf");
+    if (!file) {
+        return;
+    }
+    try {
+        const StudyReport report = ReportOf(desk, panel, charts);
+        const ProductVersion version = desk.Process.Version();
+        PageWriter& pages = desk.Windows.Pages;
+        if (file->Extension == "html" || file->Extension == "htm") {
+            desk.Files.WriteBytes(file->Path, ReportAsHtml(pages, version, report));
+        } else {
+            WriteReport(pages, version, report);
+            pages.SavePdf(file->Path);
+        }
+        ExportedTo(desk, main, file->Path);
+    } catch (...) {
+        desk.Messages.ShowMessage("The report could not be written to " + file->Path +
+                                      ".\rError was: " + FailureInFlight().Description(),
+                                  msExclamation);
+    }
+}
+
+} // namespace corvanta

@@ -1,0 +1,269 @@
+#include "shell/SweepPanel.h"
+
+#include "model/Failure.h"
+#include "platform/ColourScale.h"
+#include "shell/AxisRange.h"
+#include "shell/StudyFigures.h"
+#include "shell/VariableRows.h"
+#include "study/DesignFields.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace corvanta {
+
+namespace {
+
+enum Column { ColVariable, ColFrom, ColTo, ColCount };
+
+constexpr std::size_t FirstCount = 11; ///< values of an axis
+constexpr double FirstWay = 5;         ///< to either side of a coordinate, mm
+constexpr double FirstShare = 0.2;     ///< to either side of any other number
+constexpr std::size_t MostNamed = 9;   ///< lines of a fan that a legend has room for
+
+const DesignVariable& VariableOf(const SweepAxis& axis) {
+    return std::get<DesignVariable>(axis.What);
+}
+
+/// Numbers that make another grid have no curves to compare.
+bool CanRun(const NumberPlace& place) {
+    using Data = SuspensionData;
+    return place.Member != &Data::Bump && place.Member != &Data::Droop &&
+           place.Member != &Data::WheelTravelStepSize && place.Member != &Data::RackTravel &&
+           place.Member != &Data::RackTravelStepSize;
+}
+
+} // namespace
+
+SweepPanel::SweepPanel(Desk& desk, StudyHost& host)
+    : CStudyPanel(desk, host),
+      grdAxes{"grdAxes", "What runs", {}, {}},
+      grdDesigns{"grdDesigns", "Designs", {}, {}} {
+    Page.Caption = "Sweep";
+    Page.ToolTip = "What if one or two values run from a to b?";
+    HelpTopicNumber = 310;
+    cboFigure.Caption = "&Figure of the chart:";
+    ListFigures(cboFigure);
+    cboValue.Caption = "&Value:";
+    const std::span<const DesignField> fields = DesignFields();
+    for (std::size_t n = 0; n < fields.size(); ++n) {
+        const auto* const place = std::get_if<NumberPlace>(&fields[n].Place);
+        if (place != nullptr && CanRun(*place)) {
+            cboValue.Add(std::string(fields[n].Caption), static_cast<int>(n));
+        }
+    }
+    cboValue.Select(0);
+    cmdFill.Caption = "Add &Value";
+    cmdFill.ToolTip = "Add the value that is chosen above";
+    Fields = {{"cboFigure", &cboFigure}, {"cboValue", &cboValue}};
+    Asked = {&grdAxes};
+    Answers = {&grdDesigns};
+    cmdKeep.Visible = false;
+}
+
+void SweepPanel::ShowQuestion() {
+    std::vector<VariableRow> rows;
+    for (const SweepAxis& axis : Questions().Sweep.Axes) {
+        rows.push_back({VariableOf(axis),
+                        {axis.Values.front(), axis.Values.back()},
+                        {std::to_string(axis.Values.size())}});
+    }
+    ShowVariables(grdAxes.Grid, m_desk.Program.Document.Data, Units(),
+                  std::array<std::string, 4>{"Runs", "From", "To", "Values"}, rows);
+    grdAxes.Grid.Editable = true;
+}
+
+void SweepPanel::AddAxis(const DesignVariable& variable) {
+    if (Questions().Sweep.Axes.size() >= 2) {
+        throw Failure(fnInvalidCall, "Two values can run at once: remove one first");
+    }
+    const double now = ValueOf(DesignNow(), variable);
+    const double way = std::holds_alternative<PointCoordinate>(variable)
+                           ? FirstWay
+                           : std::max(std::abs(now) * FirstShare, 1.0);
+    Change([&](StudyQuestions& questions) {
+        questions.Sweep.Axes.push_back({variable, EvenlySpaced(now - way, now + way, FirstCount)});
+    });
+}
+
+void SweepPanel::AddRows(std::size_t /*table*/) {
+    for (const PointCoordinate& coordinate : m_host.SelectedCoordinates()) {
+        AddAxis(coordinate);
+    }
+}
+
+void SweepPanel::Fill(std::size_t /*table*/) {
+    const auto field = static_cast<std::size_t>(cboValue.Entry(cboValue.Index()).ItemData);
+    AddAxis(DataNumber{std::get<NumberPlace>(DesignFields()[field].Place).Member});
+}
+
+void SweepPanel::RemoveRow(std::size_t /*table*/, std::size_t row) {
+    Change([&](StudyQuestions& questions) {
+        questions.Sweep.Axes.erase(questions.Sweep.Axes.begin() + static_cast<std::ptrdiff_t>(row));
+    });
+}
+
+void SweepPanel::EditCell(std::size_t /*table*/, int row, int column, const std::string& text) {
+    SweepAxis axis = Questions().Sweep.Axes.at(static_cast<std::size_t>(row - 1));
+    double from = axis.Values.front();
+    double to = axis.Values.back();
+    std::size_t count = axis.Values.size();
+    if (column == ColCount) {
+        NumberBox box;
+        box.Caption = "The number of values:";
+        box.Text = text;
+        count = static_cast<std::size_t>(
+            std::min(TypedPlainNumber(box, Units().NumberSeparators, 1, true),
+                     static_cast<double>(MostSweptDesigns)));
+    } else {
+        (column == ColFrom ? from : to) = TypedNumberOf(VariableOf(axis), text, Units());
+    }
+    axis.Values = EvenlySpaced(from, to, count);
+    Change([&](StudyQuestions& questions) {
+        questions.Sweep.Axes[static_cast<std::size_t>(row - 1)] = axis;
+    });
+}
+
+CStudyJob::Work SweepPanel::Prepare(const Design& design,
+                                    std::shared_ptr<const StudySettings> settings) {
+    SweepQuestion question = Questions().Sweep;
+    question.Charts = Charts();
+    question.Number = NumberOfChart(Charts().at(m_host.ChartInHand()), cboFigure.Index(),
+                                    m_desk.Current.Study().Targets);
+    if (const std::string fault = FaultOf(question, design); !fault.empty()) {
+        throw Failure(fnInvalidCall, fault);
+    }
+    return [this, design, settings, question](const StudyWork& work, const auto&) {
+        CSampleRunner runner(work);
+        SweepAnswer answer = RunSweep(runner, design, question, settings->Settings());
+        return [this, question, answer = std::move(answer)] { ShowAnswer(question, answer); };
+    };
+}
+
+std::string SweepPanel::AxisTitle(const SweepAxis& axis) const {
+    const std::string unit = DisplayOf(VariableOf(axis), Units()).UnitLabel;
+    return NameOf(AskedOf().Data, VariableOf(axis)) + (unit.empty() ? "" : " [" + unit + "]");
+}
+
+void SweepPanel::ShowAnswer(const SweepQuestion& question, const SweepAnswer& answer) {
+    ShowDesigns(question, answer);
+    Overlay = {};
+    Sheets.clear();
+    question.Axes.size() == 1 ? ShowFan(question, answer) : ShowMap(question, answer);
+    const std::size_t done = static_cast<std::size_t>(
+        std::count_if(answer.Designs.begin(), answer.Designs.end(),
+                      [](const SweptDesign& design) { return design.Solved; }));
+    std::string found = std::to_string(done) + " designs";
+    if (answer.FailedDesigns > 0) {
+        found += ", " + std::to_string(answer.FailedDesigns) + " can't be solved";
+    }
+    m_words = {Page.Caption, {}, {found + (answer.Stopped ? ", stopped" : "")}};
+    for (const SweepAxis& axis : question.Axes) {
+        m_words.Asked.push_back(AxisTitle(axis) + " from " +
+                                TextOf(VariableOf(axis), axis.Values.front(), Units()) + " to " +
+                                TextOf(VariableOf(axis), axis.Values.back(), Units()) + " in " +
+                                std::to_string(axis.Values.size()) + " values");
+    }
+    AnswerCame(m_words.Found.front());
+}
+
+void SweepPanel::ShowDesigns(const SweepQuestion& question, const SweepAnswer& answer) {
+    const FigureDisplay display = DisplayOf(*question.Number, m_desk.Program);
+    std::vector<std::string> heads;
+    std::vector<std::string> units;
+    for (const SweepAxis& axis : question.Axes) {
+        heads.push_back(NameOf(AskedOf().Data, VariableOf(axis)));
+        units.push_back(DisplayOf(VariableOf(axis), Units()).UnitLabel);
+    }
+    heads.insert(heads.end(), {display.Title, "Remark"});
+    units.insert(units.end(), {display.UnitLabel, ""});
+    DataGrid& grid = grdDesigns.Grid;
+    LayOutAnswer(grid, heads, units, answer.Designs.size());
+    int row = grid.FixedRows();
+    for (const SweptDesign& design : answer.Designs) {
+        int column = 0;
+        for (const SweepAxis& axis : question.Axes) {
+            grid.SetCell(row, column,
+                         TextOf(VariableOf(axis),
+                                design.Values.at(static_cast<std::size_t>(column)), Units()));
+            ++column;
+        }
+        grid.SetCell(row, column, NumberText(display, design.Number, Units().NumberSeparators));
+        grid.SetCell(row++, column + 1, design.Failure);
+    }
+}
+
+/// The curves on the charts, and the figure over the value in a chart of its own.
+void SweepPanel::ShowFan(const SweepQuestion& question, const SweepAnswer& answer) {
+    const SweepAxis& axis = question.Axes.front();
+    const FigureDisplay display = DisplayOf(*question.Number, m_desk.Program);
+    const VariableDisplay across = DisplayOf(VariableOf(axis), Units());
+    const std::vector<Colour> colours = SequentialColours(static_cast<int>(answer.Designs.size()));
+    SheetCurve line{display.Title, CurveStyle::Solid, {31, 119, 180}, false, {}};
+    for (std::size_t n = 0; n < answer.Designs.size(); ++n) {
+        const SweptDesign& design = answer.Designs[n];
+        const bool isNamed =
+            answer.Designs.size() <= MostNamed || n == 0 || n + 1 == answer.Designs.size();
+        const std::string name =
+            isNamed ? TextOf(VariableOf(axis), design.Values[0], Units()) + " " + across.UnitLabel
+                    : "";
+        for (std::size_t chart = 0; chart < design.Curves.size(); ++chart) {
+            if (const std::optional<Curve>& curve = design.Curves[chart]) {
+                Overlay.Curves.push_back(
+                    {question.Charts[chart], name, colours[n], curve->X, curve->Y});
+            }
+        }
+        if (design.Number) {
+            line.Points.push_back(
+                {design.Values[0] * across.Factor, *design.Number * display.Factor});
+        }
+    }
+    std::sort(line.Points.begin(), line.Points.end(),
+              [](const ChartPoint& a, const ChartPoint& b) { return a.X < b.X; });
+    const std::string up = display.Title + " [" + display.UnitLabel + "]";
+    Sheets.push_back(SheetOf(up, AxisTitle(axis), up, {line}, Units().NumberSeparators));
+}
+
+/// The figure over both values.
+void SweepPanel::ShowMap(const SweepQuestion& question, const SweepAnswer& answer) {
+    const FigureDisplay display = DisplayOf(*question.Number, m_desk.Program);
+    ChartSheet sheet;
+    sheet.NumberSeparators = Units().NumberSeparators;
+    sheet.Title = display.Title + " [" + display.UnitLabel + "]";
+    SheetMap map;
+    map.BarTitle = display.UnitLabel;
+    map.UnreachedText = "can't be solved";
+    const auto fill = [&](std::vector<double>& values, SheetAxis& axis, std::size_t n) {
+        const double factor = DisplayOf(VariableOf(question.Axes[n]), Units()).Factor;
+        for (const double value : question.Axes[n].Values) {
+            values.push_back(value * factor);
+        }
+        std::sort(values.begin(), values.end());
+        axis = {AxisTitle(question.Axes[n]), {values.front(), values.back()}};
+    };
+    fill(map.X, sheet.AxisX, 0);
+    fill(map.Y, sheet.AxisY, 1);
+    const auto place = [&](std::size_t n, std::size_t of) { // both may run downwards
+        const std::vector<double>& values = question.Axes[of].Values;
+        return values.front() <= values.back() ? n : values.size() - 1 - n;
+    };
+    double low = HUGE_VAL;
+    double high = -HUGE_VAL;
+    for (std::size_t y = 0; y < answer.SecondCount; ++y) {
+        for (std::size_t x = 0; x < answer.FirstCount; ++x) {
+            const std::optional<double> number = answer.At(place(x, 0), place(y, 1)).Number;
+            map.Values.push_back(number ? std::optional(*number * display.Factor) : std::nullopt);
+            low = std::min(low, map.Values.back().value_or(low));
+            high = std::max(high, map.Values.back().value_or(high));
+        }
+    }
+    if (map.X.size() < 2 || map.Y.size() < 2 || low > high) {
+        return;
+    }
+    map.Levels = LevelsOf(low, high, CAxisRange(display.Format).LastDigit());
+    sheet.Map = std::move(map);
+    Sheets.push_back(std::move(sheet));
+}
+
+} // namespace corvanta

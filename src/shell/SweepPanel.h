@@ -1,0 +1,40 @@
+#pragma once
+
+#include "shell/StudyPanel.h"
+#include "study/Sweep.h"
+
+namespace corvanta {
+
+/// What if this runs from a to b: one variable as a fan of curves, or two as a map of a figure of
+/// the chart in hand.
+class SweepPanel final : public CStudyPanel {
+  public:
+    SweepPanel(Desk& desk, StudyHost& host);
+
+    ListControl cboFigure;
+    ListControl cboValue; ///< the numbers beside the points that can run
+    StudyTable grdAxes;   ///< what runs, from, to, in how many values
+    StudyTable grdDesigns;
+
+    [[nodiscard]] StudyWords Words() const override { return m_words; }
+
+  private:
+    void ShowQuestion() override;
+    void TakeFields() override {}
+    void EditCell(std::size_t table, int row, int column, const std::string& text) override;
+    void AddRows(std::size_t table) override;
+    void RemoveRow(std::size_t table, std::size_t row) override;
+    void Fill(std::size_t table) override;
+    [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
+                                          std::shared_ptr<const StudySettings> settings) override;
+    void AddAxis(const DesignVariable& variable);
+    void ShowAnswer(const SweepQuestion& question, const SweepAnswer& answer);
+    void ShowDesigns(const SweepQuestion& question, const SweepAnswer& answer);
+    void ShowFan(const SweepQuestion& question, const SweepAnswer& answer);
+    void ShowMap(const SweepQuestion& question, const SweepAnswer& answer);
+    [[nodiscard]] std::string AxisTitle(const SweepAxis& axis) const;
+
+    StudyWords m_words;
+};
+
+} // namespace corvanta

@@ -1,0 +1,85 @@
+#include "shell/VariableRows.h"
+
+#include "model/Failure.h"
+#include "shell/TypedNumber.h"
+#include "study/Figure.h"
+
+#include <cmath>
+
+namespace corvanta {
+
+namespace {
+
+/// What a text stands for, in the unit behind it.
+double Typed(const std::string& text, const std::string& place, const std::string& unit,
+             const Separators& separators) {
+    const auto typed = ReadTypedNumber(text, separators, unit);
+    if (!typed || TrimBlanks(text).empty()) {
+        RaiseNoNumber(place, text, separators);
+    }
+    return LeadingNumber(typed->Text);
+}
+
+} // namespace
+
+void LayOutAnswer(DataGrid& grid, std::span<const std::string> heads,
+                  std::span<const std::string> units, std::size_t rows) {
+    const int fixedRows = units.empty() ? 1 : 2;
+    grid.Reset();
+    grid.Visible = true;
+    grid.SetSize(fixedRows + static_cast<int>(rows), static_cast<int>(heads.size()), fixedRows, 1);
+    grid.SetBold(0);
+    for (std::size_t column = 0; column < heads.size(); ++column) {
+        grid.SetCell(0, static_cast<int>(column), heads[column]);
+        if (column < units.size()) {
+            grid.SetCell(1, static_cast<int>(column), units[column]);
+        }
+    }
+}
+
+void ShowVariables(DataGrid& grid, const SuspensionData& data, const FundamentalUnits& units,
+                   std::span<const std::string> heads, std::span<const VariableRow> rows) {
+    LayOutAnswer(grid, heads, {}, rows.size());
+    int row = grid.FixedRows();
+    for (const VariableRow& shown : rows) {
+        const std::string& unit = DisplayOf(shown.Variable, units).UnitLabel;
+        const bool has = HasVariable(data, shown.Variable);
+        grid.SetCell(row, 0,
+                     (has ? NameOf(data, shown.Variable) : KeyOf(shown.Variable)) +
+                         (unit.empty() ? "" : " [" + unit + "]"));
+        int column = 1;
+        for (const std::optional<double>& number : shown.Numbers) {
+            grid.SetFaulty(row, column, !has);
+            grid.SetCell(row, column++, number ? TextOf(shown.Variable, *number, units) : "-");
+        }
+        for (const std::string& word : shown.Words) {
+            grid.SetCell(row, column++, word);
+        }
+        ++row;
+    }
+}
+
+std::string TextOf(const DesignVariable& variable, double stored, const FundamentalUnits& units) {
+    const VariableDisplay display = DisplayOf(variable, units);
+    return FormatUnsignedZero(stored * display.Factor, display.Format, units.NumberSeparators);
+}
+
+double TypedNumberOf(const DesignVariable& variable, const std::string& text,
+                     const FundamentalUnits& units) {
+    const VariableDisplay display = DisplayOf(variable, units);
+    return Typed(text, KeyOf(variable), display.UnitLabel, units.NumberSeparators) / display.Factor;
+}
+
+double TypedPlainNumber(NumberBox& box, const Separators& separators, double least, bool whole) {
+    const std::string place = ReplaceAll(box.Caption.substr(0, box.Caption.find(':')), "&", "");
+    box.Fault = true;
+    const double number = Typed(box.Text, place, box.Unit, separators);
+    if (number < least || (whole && number != std::floor(number))) {
+        throw Failure(fnInvalidCall, place + " must be a " + (whole ? "whole " : "") +
+                                         "number from " + NumberToText(least, separators) + " on");
+    }
+    box.Fault = false;
+    return number;
+}
+
+} // namespace corvanta

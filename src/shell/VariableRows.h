@@ -1,0 +1,46 @@
+#pragma once
+
+#include "model/Design.h"
+#include "model/Units.h"
+#include "platform/Controls.h"
+#include "platform/DataGrid.h"
+#include "study/DesignVariable.h"
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace corvanta {
+
+/// A row of a table of variables: its numbers are in the variable's unit, its words as they are.
+struct VariableRow {
+    DesignVariable Variable;
+    std::vector<std::optional<double>> Numbers; ///< stored units; "-" for none
+    std::vector<std::string> Words;             ///< in the columns behind the numbers
+};
+
+/// Fills a table with a row for each variable: its name with its unit, then the columns under their
+/// heads. Variables that the design does not have are marked as faulty.
+void ShowVariables(DataGrid& grid, const SuspensionData& data, const FundamentalUnits& units,
+                   std::span<const std::string> heads, std::span<const VariableRow> rows);
+
+/// A number of a variable that was typed, stored units. Throws Failure that shows the text when it
+/// is none.
+[[nodiscard]] double TypedNumberOf(const DesignVariable& variable, const std::string& text,
+                                   const FundamentalUnits& units);
+
+/// A number of a variable as it is shown.
+[[nodiscard]] std::string TextOf(const DesignVariable& variable, double stored,
+                                 const FundamentalUnits& units);
+
+/// A number without a unit that was typed into a box: at least `least`, a whole one where `whole`.
+/// The box shows a text that can't be taken as a fault, and Failure tells it.
+[[nodiscard]] double TypedPlainNumber(NumberBox& box, const Separators& separators, double least,
+                                      bool whole);
+
+/// Lays out a table of answers: a head row, a unit row, and the first column fixed.
+void LayOutAnswer(DataGrid& grid, std::span<const std::string> heads,
+                  std::span<const std::string> units, std::size_t rows);
+
+} // namespace corvanta
