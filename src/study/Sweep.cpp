@@ -48,14 +48,6 @@ std::size_t DesignCount(const std::vector<SweepAxis>& axes) {
     return count;
 }
 
-bool IsLine(const StudyChart& chart) {
-    return chart.Kind != ChartKind::Map;
-}
-
-std::int32_t TravelOf(const StudyChart& chart) {
-    return chart.Kind == ChartKind::AlongRackTravel ? vvAlongRackTravel : vvAlongWheelTravel;
-}
-
 bool KeepsCurves(const SweepQuestion& question) {
     return question.Axes.size() == 1 || question.CurvesOverTwoAxes;
 }
