@@ -2,7 +2,7 @@
 
 #include "calculation/SCalcs.h"
 #include "model/Views.h"
-#include "study/StudyFile.h"
+#include "study/StudyChart.h"
 
 #include <cstdint>
 #include <string>

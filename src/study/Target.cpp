@@ -16,15 +16,6 @@ double Outside(const BandCorner& band, double value) {
     return value > band.High ? value - band.High : std::min(value - band.Low, 0.0);
 }
 
-/// The travels at which the greatest deviation may stand.
-std::vector<double> TravelsToJudge(const Target& target, const Curve& curve) {
-    std::vector<double> travels = curve.X;
-    for (const BandCorner& corner : target.Band) {
-        travels.push_back(corner.Travel);
-    }
-    return travels;
-}
-
 double CoveredShare(const Target& target, const Curve& curve) {
     const double first = target.Band.front().Travel;
     const double last = target.Band.back().Travel;
@@ -95,15 +86,20 @@ std::optional<BandCorner> BandAt(const Target& target, double travel) {
                       std::lerp(left.High, right->High, share)};
 }
 
+std::vector<double> TravelsInCommon(const Target& target, const Curve& curve) {
+    std::vector<double> travels = curve.X;
+    for (const BandCorner& corner : target.Band) {
+        travels.push_back(corner.Travel);
+    }
+    std::erase_if(
+        travels, [&](double travel) { return !BandAt(target, travel) || !ValueAt(curve, travel); });
+    return travels;
+}
+
 TargetResult JudgeTarget(const Target& target, const Curve& curve) {
     TargetResult result;
-    for (const double travel : TravelsToJudge(target, curve)) {
-        const std::optional<BandCorner> band = BandAt(target, travel);
-        const std::optional<double> value = ValueAt(curve, travel);
-        if (!band || !value) {
-            continue;
-        }
-        const double deviation = Outside(*band, *value);
+    for (const double travel : TravelsInCommon(target, curve)) {
+        const double deviation = Outside(*BandAt(target, travel), *ValueAt(curve, travel));
         if (!result.Judged || std::abs(deviation) > std::abs(result.Deviation)) {
             result.Deviation = deviation;
             result.Travel = travel;

@@ -43,6 +43,10 @@ struct Target {
 /// The band at a travel; nothing outside its stretch.
 [[nodiscard]] std::optional<BandCorner> BandAt(const Target& target, double travel);
 
+/// The steps of a curve and the corners of a band at which both have a value: the greatest
+/// deviation stands at one of them.
+[[nodiscard]] std::vector<double> TravelsInCommon(const Target& target, const Curve& curve);
+
 /// How a curve lies to a target. The target must be one that can be judged.
 struct TargetResult {
     bool Judged = false;  ///< curve and band have a travel in common

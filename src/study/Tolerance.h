@@ -1,7 +1,7 @@
 #pragma once
 
 #include "study/DesignVariable.h"
-#include "study/StudyFile.h"
+#include "study/StudyChart.h"
 #include "study/StudyNumber.h"
 #include "study/StudyWork.h"
 #include "study/Target.h"

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "calculation/SCalcs.h"
+#include "model/Design.h"
+#include "study/DesignVariable.h"
+#include "study/Readings.h"
+#include "study/StudyWork.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace corvanta {
+
+/// How a tolerance is meant: a half width that takes in three standard deviations of a normal
+/// distribution, or all of an even one.
+enum class PriorShape : std::uint8_t { Normal, Uniform };
+
+/// A variable that a fit may move, with what is known of it before any reading: it was built to the
+/// design within a tolerance.
+struct FitVariable {
+    DesignVariable Variable;
+    double Tolerance = 0; ///< half width, above 0, stored units
+    PriorShape Shape = PriorShape::Normal;
+
+    friend bool operator==(const FitVariable&, const FitVariable&) = default;
+};
+
+/// The standard deviation of a tolerance: a third of the half width, or its share of an even
+/// distribution, the root of a third. The fit takes either for that of a normal distribution.
+[[nodiscard]] double PriorDeviation(const FitVariable& variable);
+
+/// Which pickups were really built?
+struct FitQuestion {
+    std::vector<FitVariable> Free;
+    std::vector<Reading> Readings;
+
+    friend bool operator==(const FitQuestion&, const FitQuestion&) = default;
+};
+
+struct FittedVariable {
+    DesignVariable Variable;
+    double Before = 0; ///< of the design, stored units
+    double After = 0;
+    double Prior = 0;                ///< standard deviation before the readings
+    std::optional<double> Deviation; ///< the one after; none when it was stopped before the end
+
+    /// The readings tell something of it: they have brought its standard deviation below nine
+    /// tenths of the one before.
+    bool Told = false;
+};
+
+struct FittedReading {
+    double Before = 0;          ///< as the design has it, stored units
+    double After = 0;           ///< as the fitted design has it
+    double Residual = 0;        ///< the reading less that
+    double InUncertainties = 0; ///< the residual in standard deviations of the reading
+    bool Outlier = false;       ///< more than `OutlierBeyond` of them: it has no say in the fit
+};
+
+/// The biweight's usual constant, with which normal readings lose 5 per cent of their say.
+inline constexpr double OutlierBeyond = 4.685;
+
+struct FitAnswer {
+    bool Stopped = false;
+    bool Converged = false;
+    std::string Words; ///< how the search ended
+    Design Fitted;
+    std::vector<FittedVariable> Variables; ///< in the order of the question
+    std::vector<double> Correlations;      ///< of the variables, row by row; empty when stopped
+    std::vector<FittedReading> Readings;   ///< in the order of the question
+    int Outliers = 0;
+
+    /// Squares of the residuals of readings that are no outliers, and of the moves of the
+    /// variables, all in standard deviations. As every variable brings its tolerance as a reading
+    /// of its own, as many are free as there are such readings: where uncertainties and tolerances
+    /// are honest, the quotient is about 1.
+    double ChiSquared = 0;
+    int DegreesOfFreedom = 0;
+
+    /// Every reading was calculated at its own travels, none between the steps of a grid.
+    bool Exact = true;
+};
+
+/// Why the question has no answer for a design; empty when it has one. Solves the design, as its
+/// corner must have what was read.
+[[nodiscard]] std::string FaultOf(const FitQuestion& question, const Design& design,
+                                  const SolveSettings& settings);
+
+/// The variables that explain the readings best, by least squares of the residuals and of the moves
+/// in standard deviations. Large residuals count linearly at first (Huber) and then, from there,
+/// less and less (Tukey's biweight), so that a gross error is named and not followed. Standard
+/// deviations and correlations are those of the posterior in its linear approximation: the inverse
+/// of the weighted normal matrix, the tolerances within. Travels that the document's grid does not
+/// hold are those of a `ReadingGrid`.
+///
+/// Throws Failure (`fnInvalidCall`) with the fault of the question.
+[[nodiscard]] FitAnswer Fit(CSampleRunner& runner, const Design& design,
+                            const FitQuestion& question, const SolveSettings& settings);
+
+} // namespace corvanta

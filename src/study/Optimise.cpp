@@ -1,0 +1,330 @@
+#include "study/Optimise.h"
+
+#include "model/Failure.h"
+#include "study/Curve.h"
+#include "study/LeastSquares.h"
+#include "study/SampleRandom.h"
+#include "study/StudySolve.h"
+#include "study/VariedDesign.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <optional>
+#include <utility>
+
+namespace corvanta {
+
+namespace {
+
+/// How far into a band the search aims, in its half width: the pull moves a curve by less.
+constexpr double Margin = 0.02;
+
+/// Residual of a variable that stands at half the width of its box from where the design has it.
+constexpr double Pull = 1e-4;
+
+/// Half widths beyond which a deviation counts linearly.
+constexpr double LinearBeyond = 10;
+
+/// Two solutions nearer than this share of each box are one.
+constexpr double SamePlaceShare = 0.01;
+
+/// What a band's half width counts at least, by the unit of the channel, stored units.
+double LeastHalfWidth(std::int32_t unitClass) {
+    switch (unitClass) {
+    case ucAngle:
+        return 0.005; // deg
+    case ucDisplacement:
+        return 0.05; // mm
+    case ucRatio:
+    case ucTwoDecimals:
+        return 0.0005;
+    default:
+        return 0.05;
+    }
+}
+
+/// Where a target's curve is held against its band.
+struct Site {
+    BandCorner Aim;       ///< the band with its margin
+    double PerUnit = 0;   ///< residual for a deviation of 1
+    double LossScale = 0; ///< of that residual
+};
+
+/// A question with all that its residuals need.
+struct Search {
+    const Design& Base;
+    const OptimiseQuestion& Question;
+    const SolveSettings& Settings;
+    std::vector<DesignVariable> Variables{};
+    GridCut Cut = StaticCut();
+    std::vector<TargetResult> Before{};
+    std::vector<std::vector<Site>> Sites{}; ///< of each target
+};
+
+std::string TargetName(const Search& search, std::size_t n) {
+    const Target& target = search.Question.Targets[n];
+    std::string name = "target " + std::to_string(n + 1);
+    if (HasCurve(target.Channel)) {
+        name +=
+            " (" + std::string(TrimBlanks(search.Settings.Channels[target.Channel].Title)) + ")";
+    }
+    return name;
+}
+
+std::string FaultOfWords(const Search& search) {
+    const OptimiseQuestion& question = search.Question;
+    if (std::string fault = FaultOfFreeVariables(search.Base, question.Free); !fault.empty()) {
+        return fault;
+    }
+    if (std::string fault = FaultOfMoving(search.Base, search.Variables); !fault.empty()) {
+        return fault;
+    }
+    if (question.Targets.empty()) {
+        return "there is no target";
+    }
+    for (std::size_t n = 0; n < question.Targets.size(); ++n) {
+        if (const std::string fault = FaultOfTarget(question.Targets[n]); !fault.empty()) {
+            return TargetName(search, n) + ": " + fault;
+        }
+    }
+    return question.Starts < 1 || question.Starts > MostStarts
+               ? "the number of starts must be from 1 to " + std::to_string(MostStarts)
+               : "";
+}
+
+std::vector<Site> SitesOf(const Target& target, const Curve& curve, std::int32_t unitClass) {
+    std::vector<Site> sites;
+    const std::vector<double> travels = TravelsInCommon(target, curve);
+    for (const double travel : travels) {
+        BandCorner aim = *BandAt(target, travel);
+        const double halfWidth = (aim.High - aim.Low) / 2;
+        aim.Travel = travel;
+        aim.Low += Margin * halfWidth;
+        aim.High -= Margin * halfWidth;
+        const double share = std::sqrt(target.Weight / static_cast<double>(travels.size()));
+        sites.push_back(
+            {aim, share / std::max(halfWidth, LeastHalfWidth(unitClass)), LinearBeyond * share});
+    }
+    return sites;
+}
+
+Curve CurveOfTarget(const Suspension& solved, const Target& target) {
+    return CurveOf(solved, target.Channel, target.Variable);
+}
+
+/// Readies a search by solving its design; returns the fault of its question.
+std::string Begin(Search& search, Suspension& scratch) {
+    for (const FreeVariable& free : search.Question.Free) {
+        search.Variables.push_back(free.Variable);
+    }
+    if (std::string fault = FaultOfWords(search); !fault.empty()) {
+        return fault;
+    }
+    for (const Target& target : search.Question.Targets) {
+        AddCurve(search.Cut, target.Channel, target.Variable);
+    }
+    const SolveResult result = Solve(scratch, search.Base, search.Settings, search.Cut);
+    if (!result.Solved) {
+        return "the design can't be calculated: " + ReasonOf(result.Failure);
+    }
+    for (std::size_t n = 0; n < search.Question.Targets.size(); ++n) {
+        const Target& target = search.Question.Targets[n];
+        const Curve curve = CurveOfTarget(scratch, target);
+        search.Before.push_back(JudgeTarget(target, curve));
+        if (!search.Before.back().Judged) {
+            return TargetName(search, n) + (curve.X.empty()
+                                                ? ": the corner has no such curve"
+                                                : ": curve and band have no travel in common");
+        }
+        search.Sites.push_back(
+            SitesOf(target, curve, search.Settings.Channels[target.Channel].Class));
+    }
+    return {};
+}
+
+/// How a design at a point of the variables lies to the targets, and how far it is from the base.
+std::optional<std::vector<double>> ResidualsAt(const Search& search, const std::vector<double>& x,
+                                               Suspension& scratch, const std::stop_token& stop) {
+    Design design = search.Base;
+    SetValues(design, search.Variables, x);
+    if (!Solve(scratch, design, search.Settings, search.Cut, stop).Solved) {
+        return std::nullopt;
+    }
+    std::vector<double> residuals;
+    for (std::size_t n = 0; n < search.Sites.size(); ++n) {
+        const Curve curve = CurveOfTarget(scratch, search.Question.Targets[n]);
+        for (const Site& site : search.Sites[n]) {
+            const std::optional<double> value = ValueAt(curve, site.Aim.Travel);
+            if (!value) {
+                return std::nullopt;
+            }
+            residuals.push_back((*value - std::clamp(*value, site.Aim.Low, site.Aim.High)) *
+                                site.PerUnit);
+        }
+    }
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        const FreeVariable& free = search.Question.Free[i];
+        residuals.push_back((x[i] - ValueOf(search.Base, free.Variable)) * 2 * Pull /
+                            (free.High - free.Low));
+    }
+    return residuals;
+}
+
+LeastSquaresProblem ProblemOf(const Search& search) {
+    LeastSquaresProblem problem;
+    for (const FreeVariable& free : search.Question.Free) {
+        const double value = ValueOf(search.Base, free.Variable);
+        problem.Low.push_back(free.Low);
+        problem.High.push_back(free.High);
+        problem.Step.push_back(
+            std::min(DifferenceStep(free.Variable, value), (free.High - free.Low) / 4));
+    }
+    for (const std::vector<Site>& sites : search.Sites) {
+        for (const Site& site : sites) {
+            problem.LossScales.push_back(site.LossScale);
+        }
+    }
+    problem.LossScales.resize(problem.LossScales.size() + search.Question.Free.size(), 0);
+    return problem;
+}
+
+/// The place of a start: where the design stands, or drawn in the boxes.
+std::vector<double> StartPoint(const Search& search, int start) {
+    CSampleRandom random(search.Question.Seed, static_cast<std::size_t>(start));
+    std::vector<double> x;
+    for (const FreeVariable& free : search.Question.Free) {
+        x.push_back(start == 0 ? ValueOf(search.Base, free.Variable)
+                               : std::lerp(free.Low, free.High, random.Uniform()));
+    }
+    return x;
+}
+
+/// A start and where it came to.
+struct Arrival {
+    OptimisedStart Start;
+    LeastSquaresResult Result;
+};
+
+std::vector<Arrival> RunStarts(CSampleRunner& runner, const Search& search) {
+    LeastSquaresProblem problem = ProblemOf(search);
+    problem.Stop = runner.Work().Stop;
+    std::vector<Arrival> arrivals;
+    for (int start = 0; start < search.Question.Starts && !problem.Stop.stop_requested(); ++start) {
+        const double count = search.Question.Starts;
+        problem.Start = StartPoint(search, start);
+        problem.Evaluate = CSharedResiduals(
+            runner,
+            [&](const std::vector<double>& x, Suspension& scratch) {
+                return ResidualsAt(search, x, scratch, problem.Stop);
+            },
+            start / count, (start + 1) / count);
+        Arrival arrival{{start + 1}, SolveLeastSquares(problem)};
+        arrival.Start.Evaluated = arrival.Result.Evaluated;
+        arrival.Start.Converged = arrival.Result.Converged;
+        arrival.Start.Cost = arrival.Result.Cost;
+        arrivals.push_back(std::move(arrival));
+    }
+    std::stable_sort(arrivals.begin(), arrivals.end(), [](const Arrival& a, const Arrival& b) {
+        return std::pair(!a.Start.Evaluated, a.Start.Cost) <
+               std::pair(!b.Start.Evaluated, b.Start.Cost);
+    });
+    return arrivals;
+}
+
+bool SamePlace(const Search& search, const std::vector<double>& a, const std::vector<double>& b) {
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        const FreeVariable& free = search.Question.Free[i];
+        if (std::abs(a[i] - b[i]) > SamePlaceShare * (free.High - free.Low)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Why the first start that could not be calculated could not be.
+std::string FailureOfStart(const Search& search, int start, Suspension& scratch) {
+    std::vector<double> x = StartPoint(search, start - 1);
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        x[i] = std::clamp(x[i], search.Question.Free[i].Low, search.Question.Free[i].High);
+    }
+    Design design = search.Base;
+    SetValues(design, search.Variables, x);
+    const SolveResult result = Solve(scratch, design, search.Settings, search.Cut);
+    return result.Solved ? "a curve does not reach its band" : ReasonOf(result.Failure);
+}
+
+void TellStarts(OptimiseAnswer& answer, const Search& search, const std::vector<Arrival>& arrivals,
+                Suspension& scratch) {
+    int firstFailed = 0;
+    for (const Arrival& arrival : arrivals) {
+        answer.Starts.push_back(arrival.Start);
+        OptimisedStart& start = answer.Starts.back();
+        if (start.Evaluated) {
+            start.SamePlace = SamePlace(search, arrival.Result.X, arrivals.front().Result.X);
+            answer.SamePlace += start.SamePlace ? 1 : 0;
+        } else if (!arrival.Result.Stopped) {
+            ++answer.NotEvaluated;
+            firstFailed = firstFailed == 0 ? start.Number : std::min(firstFailed, start.Number);
+        }
+    }
+    if (firstFailed != 0) {
+        answer.FirstFailure = FailureOfStart(search, firstFailed, scratch);
+    }
+}
+
+void TellBest(OptimiseAnswer& answer, const Search& search, const LeastSquaresResult& best,
+              Suspension& scratch) {
+    SetValues(answer.Best, search.Variables, best.X);
+    for (std::size_t i = 0; i < search.Variables.size(); ++i) {
+        answer.Variables.push_back({search.Variables[i], ValueOf(search.Base, search.Variables[i]),
+                                    best.X[i], best.AtBound[i]});
+    }
+    static_cast<void>(Solve(scratch, answer.Best, search.Settings, search.Cut)); // it was solved
+    answer.AllHold = true;
+    for (std::size_t n = 0; n < search.Before.size(); ++n) {
+        const Target& target = search.Question.Targets[n];
+        answer.Targets.push_back(
+            {search.Before[n], JudgeTarget(target, CurveOfTarget(scratch, target))});
+        answer.AllHold = answer.AllHold && answer.Targets.back().After.Holds;
+    }
+}
+
+/// The design as it stands: the answer of a search that was stopped before its first step.
+LeastSquaresResult Unmoved(const Search& search) {
+    LeastSquaresResult result;
+    result.X = StartPoint(search, 0);
+    result.AtBound.assign(result.X.size(), false);
+    return result;
+}
+
+} // namespace
+
+std::string FaultOf(const OptimiseQuestion& question, const Design& design,
+                    const SolveSettings& settings) {
+    Search search{design, question, settings};
+    return Begin(search, *std::make_unique<Suspension>());
+}
+
+OptimiseAnswer Optimise(CSampleRunner& runner, const Design& design,
+                        const OptimiseQuestion& question, const SolveSettings& settings) {
+    Search search{design, question, settings};
+    if (const std::string fault = Begin(search, runner.Scratch()); !fault.empty()) {
+        throw Failure(fnInvalidCall, fault);
+    }
+    const std::vector<Arrival> arrivals = RunStarts(runner, search);
+    OptimiseAnswer answer;
+    answer.Best = design;
+    answer.Stopped = runner.Work().Stop.stop_requested();
+    TellStarts(answer, search, arrivals, runner.Scratch());
+    const bool arrived = !arrivals.empty() && arrivals.front().Start.Evaluated;
+    if (!arrived && !answer.Stopped) {
+        throw Failure(fnInvalidCall, "no design within the boxes can be calculated, of " +
+                                         std::to_string(question.Starts) +
+                                         " starts: " + answer.FirstFailure);
+    }
+    TellBest(answer, search, arrived ? arrivals.front().Result : Unmoved(search), runner.Scratch());
+    return answer;
+}
+
+} // namespace corvanta

@@ -1,0 +1,80 @@
+#include "study/VariedDesign.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <utility>
+#include <variant>
+
+namespace corvanta {
+
+namespace {
+
+constexpr double CoordinateStep = 0.1; // mm
+
+/// The step of any other number as a share of it, and the least of it.
+constexpr double NumberShare = 1e-3;
+constexpr double LeastNumber = 1;
+
+constexpr double ShareOfJacobian = 1.0 / 6;
+
+/// True for the travels and their steps.
+bool SetsTravel(const DesignVariable& variable) {
+    using SD = SuspensionData;
+    const auto* const number = std::get_if<DataNumber>(&variable);
+    return number != nullptr &&
+           (number->Member == &SD::Bump || number->Member == &SD::Droop ||
+            number->Member == &SD::WheelTravelStepSize || number->Member == &SD::RackTravel ||
+            number->Member == &SD::RackTravelStepSize);
+}
+
+} // namespace
+
+void SetValues(Design& design, std::span<const DesignVariable> variables,
+               std::span<const double> values) {
+    for (std::size_t i = 0; i < variables.size(); ++i) {
+        SetValue(design, variables[i], values[i]);
+    }
+}
+
+double DifferenceStep(const DesignVariable& variable, double value) {
+    return std::holds_alternative<PointCoordinate>(variable)
+               ? CoordinateStep
+               : NumberShare * std::max(std::abs(value), LeastNumber);
+}
+
+std::string FaultOfMoving(const Design& design, std::span<const DesignVariable> variables) {
+    for (const DesignVariable& variable : variables) {
+        if (SetsTravel(variable)) {
+            return NameOf(design.Data, variable) +
+                   " can't be free: it is where the corner is calculated, not how it is made";
+        }
+        if (!std::isfinite(ValueOf(design, variable))) {
+            return NameOf(design.Data, variable) + " has no value to begin with";
+        }
+    }
+    return {};
+}
+
+CSharedResiduals::CSharedResiduals(CSampleRunner& runner, ResidualsOfDesign residuals,
+                                   double fromShare, double toShare)
+    : m_runner(&runner),
+      m_residuals(std::move(residuals)),
+      m_share(fromShare),
+      m_toShare(toShare) {}
+
+ResidualsAtPoints CSharedResiduals::operator()(std::span<const std::vector<double>> points) {
+    ResidualsAtPoints residuals(points.size());
+    const double share =
+        points.size() > 1 ? std::lerp(m_share, m_toShare, ShareOfJacobian) : m_share;
+    const auto evaluate = [&](std::size_t n, Suspension& scratch) {
+        residuals[n] = m_residuals(points[n], scratch);
+    };
+    if (!m_runner->Run(points.size(), evaluate, m_share, share)) {
+        residuals.assign(points.size(), std::nullopt); // stopped
+    }
+    m_share = share;
+    return residuals;
+}
+
+} // namespace corvanta
