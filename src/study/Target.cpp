@@ -113,13 +113,11 @@ TargetResult JudgeTarget(const Target& target, const Curve& curve) {
 
 std::optional<double> ExcessOf(const Target& target, const Curve& curve) {
     std::optional<double> excess;
-    for (const double travel : TravelsToJudge(target, curve)) {
-        const std::optional<BandCorner> band = BandAt(target, travel);
-        const std::optional<double> value = ValueAt(curve, travel);
-        if (band && value) {
-            const double here = std::max(*value - band->High, band->Low - *value);
-            excess = std::max(excess.value_or(here), here);
-        }
+    for (const double travel : TravelsInCommon(target, curve)) {
+        const BandCorner band = *BandAt(target, travel);
+        const double value = *ValueAt(curve, travel);
+        const double here = std::max(value - band.High, band.Low - value);
+        excess = std::max(excess.value_or(here), here);
     }
     return excess;
 }
