@@ -13,6 +13,7 @@ namespace {
 
 constexpr double SolidWidth = 2;
 constexpr double DashedWidth = 1.5;
+constexpr double BroadWidth = 9;
 constexpr double ThinWidth = 1.2;
 constexpr int Spacing = 6;
 constexpr int MarkSize = 11;
@@ -53,6 +54,8 @@ QPen PenOf(const SheetCurve& curve, const ChartPaper& paper) {
         pen.setDashPattern({4, 3});
         return pen;
     }
+    case CurveStyle::Broad:
+        return {drawn, BroadWidth, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin};
     case CurveStyle::Thin:
         break;
     }
@@ -205,10 +208,12 @@ SheetLegend::SheetLegend(QCustomPlot* plot, const SheetLook& look)
     setAutoMargins(QCP::msNone);
 }
 
-int SheetLegend::Flow(
-    const std::function<void(const QPoint& at, const SheetCurve* curve)>& entry) const {
+int SheetLegend::Flow(const Entry& entry) const {
     const ChartSheet& sheet = m_look.Sheet;
     const QFontMetrics metrics(mParentPlot->font());
+    if (sheet.Map && !sheet.Map->Kinds.empty()) {
+        return FlowKinds(*sheet.Map, entry);
+    }
     if (sheet.Map) {
         const bool names = HasUnreached(*sheet.Map) && !sheet.Map->UnreachedText.empty();
         if (names) {
@@ -219,8 +224,22 @@ int SheetLegend::Flow(
     if (!m_look.HasLegend || sheet.Curves.empty()) {
         return 0;
     }
+    return FlowCurves(sheet.Curves, entry);
+}
+
+/// The kinds of places as pieces of broad lines.
+int SheetLegend::FlowKinds(const SheetMap& map, const Entry& entry) const {
+    std::vector<SheetCurve> kinds;
+    for (const MapKind& kind : map.Kinds) {
+        kinds.push_back({kind.Name, CurveStyle::Broad, kind.Drawn, false, {}});
+    }
+    return FlowCurves(kinds, entry);
+}
+
+int SheetLegend::FlowCurves(const std::vector<SheetCurve>& curves, const Entry& entry) const {
+    const QFontMetrics metrics(mParentPlot->font());
     QPoint at(Spacing, 0);
-    for (const SheetCurve& curve : sheet.Curves) {
+    for (const SheetCurve& curve : curves) {
         if (curve.Name.empty()) {
             continue;
         }
@@ -413,7 +432,7 @@ QImage SheetMapSurface::Paint(const SheetMap& map, const QRect& area, double den
             const double left = across[column->Index];
             const double right = across[std::min(column->Index + 1, across.size() - 1)];
             const double between = left + (right - left) * column->Part;
-            if (!std::isnan(between)) {
+            if (map.Kinds.empty() && !std::isnan(between)) {
                 line[x] = colourOf(between);
             } else if (const auto value = ValueAt(map, *column, *row)) {
                 line[x] = colourOf(*value);

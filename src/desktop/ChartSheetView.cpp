@@ -198,8 +198,9 @@ void ChartSheetView::LoadMap() {
     for (QCPAxis* axis : {m_plot->xAxis, m_plot->yAxis}) {
         axis->grid()->setVisible(!map);
     }
-    if (map.has_value() != (m_scale != nullptr)) {
-        if (map) {
+    const bool hasScale = map && map->Kinds.empty();
+    if (hasScale != (m_scale != nullptr)) {
+        if (hasScale) {
             m_scale = new QCPColorScale(m_plot);
             m_scale->setBarWidth(BarWidth);
             m_scale->axis()->setTicker(QSharedPointer<EvenTicker>::create(*m_look));
@@ -217,7 +218,7 @@ void ChartSheetView::LoadMap() {
             m_scale = nullptr;
         }
     }
-    if (!map) {
+    if (!hasScale) {
         return;
     }
     m_scale->setGradient(StepsOf(*map));

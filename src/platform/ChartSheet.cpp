@@ -91,6 +91,10 @@ std::optional<double> ValueAt(const SheetMap& map, double x, double y) {
 }
 
 std::optional<double> ValueAt(const SheetMap& map, AxisPlace x, AxisPlace y) {
+    if (!map.Kinds.empty()) { // there is nothing between two kinds
+        x.Part = x.Part < 0.5 ? 0 : 1;
+        y.Part = y.Part < 0.5 ? 0 : 1;
+    }
     const std::size_t width = map.X.size();
     const std::size_t right = x.Index + 1 < width ? 1 : 0;
     const std::size_t up = y.Index + 1 < map.Y.size() ? width : 0;
@@ -114,6 +118,13 @@ std::optional<double> ValueAt(const SheetMap& map, AxisPlace x, AxisPlace y) {
 }
 
 std::vector<Colour> ColoursOf(const SheetMap& map) {
+    if (!map.Kinds.empty()) {
+        std::vector<Colour> colours;
+        for (const MapKind& kind : map.Kinds) {
+            colours.push_back(kind.Drawn);
+        }
+        return colours;
+    }
     return map.Differences ? DivergingColours(map.Levels.Steps)
                            : SequentialColours(map.Levels.Steps);
 }

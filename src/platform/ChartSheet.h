@@ -10,7 +10,7 @@
 
 namespace corvanta {
 
-enum class CurveStyle { Solid, Dashed, Thin };
+enum class CurveStyle { Solid, Dashed, Thin, Broad };
 
 /// A line; its points by rising X.
 struct SheetCurve {
@@ -47,6 +47,14 @@ struct SheetReadout {
     friend bool operator==(const SheetReadout&, const SheetReadout&) = default;
 };
 
+/// What a place of a map can be where it is no matter of more or less.
+struct MapKind {
+    std::string Name;
+    Colour Drawn;
+
+    friend bool operator==(const MapKind&, const MapKind&) = default;
+};
+
 /// Values over two travels. Both run upwards; the values stand row by row, Y by Y, one for each X.
 struct SheetMap {
     std::vector<double> X;
@@ -57,6 +65,7 @@ struct SheetMap {
     std::string BarTitle;
     std::string UnreachedText; ///< names the hatching, where some is in sight
     std::optional<ChartPoint> Cross;
+    std::vector<MapKind> Kinds; ///< in place of a scale: the values count them, from 0
 
     friend bool operator==(const SheetMap&, const SheetMap&) = default;
 };

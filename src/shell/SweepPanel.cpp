@@ -100,7 +100,7 @@ void SweepPanel::Fill(std::size_t /*table*/) {
 
 void SweepPanel::RemoveRow(std::size_t /*table*/, std::size_t row) {
     Change([&](StudyQuestions& questions) {
-        questions.Sweep.Axes.erase(questions.Sweep.Axes.begin() + static_cast<std::ptrdiff_t>(row));
+        EraseRow(questions.Sweep.Axes, row);
     });
 }
 

@@ -6,6 +6,8 @@
 #include "platform/DataGrid.h"
 #include "study/DesignVariable.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
@@ -24,6 +26,23 @@ struct VariableRow {
 /// heads. Variables that the design does not have are marked as faulty.
 void ShowVariables(DataGrid& grid, const SuspensionData& data, const FundamentalUnits& units,
                    std::span<const std::string> heads, std::span<const VariableRow> rows);
+
+/// The coordinates of these that no entry is about yet.
+template <typename Entry>
+[[nodiscard]] std::vector<PointCoordinate> NewAmong(std::vector<PointCoordinate> coordinates,
+                                                    const std::vector<Entry>& entries) {
+    std::erase_if(coordinates, [&](const PointCoordinate& coordinate) {
+        return std::any_of(entries.begin(), entries.end(), [&](const Entry& entry) {
+            return entry.Variable == DesignVariable(coordinate);
+        });
+    });
+    return coordinates;
+}
+
+template <typename Entry>
+void EraseRow(std::vector<Entry>& entries, std::size_t row) {
+    entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(row));
+}
 
 /// A number of a variable that was typed, stored units. Throws Failure that shows the text when it
 /// is none.

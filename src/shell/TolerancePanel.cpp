@@ -1,0 +1,266 @@
+#include "shell/TolerancePanel.h"
+
+#include "model/Failure.h"
+#include "shell/StudyFigures.h"
+#include "shell/VariableRows.h"
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+
+namespace corvanta {
+
+namespace {
+
+enum Column { ColVariable, ColHalfWidth, ColSpread };
+
+constexpr double FirstHalfWidth = 0.5;      ///< mm
+constexpr std::size_t SamplesAtOnce = 50;   ///< which are on the screen before all are done
+constexpr const char* NormalWord = "normal";
+constexpr const char* UniformWord = "uniform";
+constexpr const char* PerCentFormat = "0.0";
+
+double GreatestShare(const ToleranceAnswer& answer, std::size_t tolerance) {
+    double greatest = 0;
+    for (const FigureSpread& spread : answer.Spreads) {
+        if (tolerance < spread.Shares.size()) {
+            greatest = std::max(greatest, spread.Shares[tolerance]);
+        }
+    }
+    return greatest;
+}
+
+} // namespace
+
+TolerancePanel::TolerancePanel(Desk& desk, StudyHost& host)
+    : CStudyPanel(desk, host),
+      grdTolerances{"grdTolerances", "Tolerances", {}, {}},
+      grdShares{"grdShares", "What spreads it", {}, {}},
+      grdSpread{"grdSpread", "Spread", {}, {}},
+      grdTargets{"grdTargets", "Targets", {}, {}} {
+    Page.Caption = "Tolerance";
+    Page.ToolTip = "How much do build tolerances spread the curves?";
+    HelpTopicNumber = 320;
+    txtSamples.Caption = "&Samples:";
+    txtSeed.Caption = "S&eed:";
+    txtSeed.ToolTip = "The same seed draws the same samples";
+    chkFollow.Caption = "&Follow changes";
+    chkFollow.ToolTip = "Every change of the design begins the study anew";
+    cmdFill.Caption = "&Defaults";
+    cmdFill.ToolTip = "Tolerances of all pickups, by their kind";
+    Fields = {{"txtSamples", &txtSamples}, {"txtSeed", &txtSeed}, {"chkFollow", &chkFollow}};
+    Asked = {&grdTolerances};
+    Answers = {&grdShares, &grdSpread, &grdTargets};
+    cmdKeep.Visible = false;
+}
+
+// --- What is asked -----------------------------------------------------------------------------
+
+void TolerancePanel::ShowQuestion() {
+    const ToleranceQuestion& question = Questions().Tolerance;
+    const Separators& separators = Units().NumberSeparators;
+    txtSamples.Text = NumberToText(static_cast<double>(question.Samples), separators);
+    txtSeed.Text = NumberToText(static_cast<double>(question.Seed), separators);
+    std::vector<VariableRow> rows;
+    for (const Tolerance& tolerance : question.Tolerances) {
+        rows.push_back({tolerance.Variable,
+                        {tolerance.HalfWidth},
+                        {tolerance.Distribution == Spread::Normal ? NormalWord : UniformWord}});
+    }
+    ShowVariables(grdTolerances.Grid, m_desk.Program.Document.Data, Units(),
+                  std::array<std::string, 3>{"Built to", "Plus or minus", "Spread"}, rows);
+    grdTolerances.Grid.Editable = true;
+}
+
+void TolerancePanel::TakeFields() {
+    const Separators& separators = Units().NumberSeparators;
+    const double samples = TypedPlainNumber(txtSamples, separators, 2, true);
+    const double seed = TypedPlainNumber(txtSeed, separators, 0, true);
+    Change([&](StudyQuestions& questions) {
+        questions.Tolerance.Samples = static_cast<std::size_t>(samples);
+        questions.Tolerance.Seed = static_cast<std::uint64_t>(seed);
+    });
+}
+
+void TolerancePanel::EditCell(std::size_t /*table*/, int row, int column, const std::string& text) {
+    const auto n = static_cast<std::size_t>(row - grdTolerances.Grid.FixedRows());
+    Tolerance tolerance = Questions().Tolerance.Tolerances.at(n);
+    if (column == ColHalfWidth) {
+        tolerance.HalfWidth = TypedNumberOf(tolerance.Variable, text, Units());
+    } else { // its first letter is enough
+        tolerance.Distribution =
+            !text.empty() && (text[0] == 'u' || text[0] == 'U') ? Spread::Uniform : Spread::Normal;
+    }
+    Change([&](StudyQuestions& questions) { questions.Tolerance.Tolerances[n] = tolerance; });
+}
+
+void TolerancePanel::AddRows(std::size_t /*table*/) {
+    Change([&](StudyQuestions& questions) {
+        std::vector<Tolerance>& tolerances = questions.Tolerance.Tolerances;
+        for (const PointCoordinate& added : NewAmong(m_host.SelectedCoordinates(), tolerances)) {
+            tolerances.push_back({added, FirstHalfWidth, Spread::Normal});
+        }
+    });
+}
+
+void TolerancePanel::RemoveRow(std::size_t /*table*/, std::size_t row) {
+    Change([&](StudyQuestions& questions) { EraseRow(questions.Tolerance.Tolerances, row); });
+}
+
+void TolerancePanel::Fill(std::size_t /*table*/) {
+    Change([&](StudyQuestions& questions) {
+        questions.Tolerance.Tolerances = DefaultTolerances(m_desk.Program.Document.Data);
+    });
+}
+
+CStudyJob::Work TolerancePanel::Prepare(const Design& design,
+                                        std::shared_ptr<const StudySettings> settings) {
+    ToleranceQuestion question = Questions().Tolerance;
+    question.Charts = Charts();
+    question.Figures = DefaultFigures(question.Charts);
+    question.Targets = m_desk.Current.Study().Targets;
+    if (const std::string fault = FaultOf(question, design); !fault.empty()) {
+        throw Failure(fnInvalidCall, fault);
+    }
+    return [this, design, settings, question](const StudyWork& work,
+                                              const CStudyJob::Interim& interim) {
+        CSampleRunner runner(work);
+        const auto ask = [&](const ToleranceQuestion& asked) -> CStudyJob::Show {
+            ToleranceAnswer answer = FindTolerance(runner, design, asked, settings->Settings());
+            return [this, asked, answer = std::move(answer)] { ShowAnswer(asked, answer); };
+        };
+        if (question.Samples > 2 * SamplesAtOnce) {
+            ToleranceQuestion first = question;
+            first.Samples = SamplesAtOnce;
+            interim(ask(first));
+        }
+        return ask(question);
+    };
+}
+
+// --- What came out -----------------------------------------------------------------------------
+
+void TolerancePanel::ShowAnswer(const ToleranceQuestion& question, const ToleranceAnswer& answer) {
+    if (answer.Stopped) {
+        labStatus.Caption = "Stopped";
+        return;
+    }
+    ShowBands(question, answer);
+    ShowShares(question, answer);
+    ShowSpread(question, answer);
+    ShowTargets(question, answer);
+    std::string found = std::to_string(answer.Built) + " samples";
+    if (answer.NotBuilt > 0) {
+        found += ", " + std::to_string(answer.NotBuilt) + " can't be built: " + answer.FirstReason;
+    }
+    m_words = {Page.Caption,
+               {std::to_string(question.Samples) + " samples, seed " + std::to_string(question.Seed),
+                "Bands hold 5 to 95 % of the samples; the paler ones reach to the extremes."},
+               {found}};
+    AnswerCame(found);
+}
+
+void TolerancePanel::ShowBands(const ToleranceQuestion& question, const ToleranceAnswer& answer) {
+    Overlay = {};
+    for (std::size_t n = 0; n < answer.Bands.size(); ++n) {
+        const ToleranceBand& band = answer.Bands[n];
+        if (!band.Travel.empty()) {
+            Overlay.Bands.push_back(
+                {question.Charts[n], "Extremes", band.Travel, band.Least, band.Greatest});
+            Overlay.Bands.push_back({question.Charts[n], "5 to 95 %", band.Travel, band.Low, band.High});
+        }
+    }
+}
+
+void TolerancePanel::ShowShares(const ToleranceQuestion& question, const ToleranceAnswer& answer) {
+    std::vector<std::size_t> order(question.Tolerances.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+        return GreatestShare(answer, a) > GreatestShare(answer, b);
+    });
+    std::vector<std::string> heads{"Coordinate"};
+    std::vector<std::string> units{""};
+    for (const Figure& figure : question.Figures) {
+        heads.push_back(DisplayOf(figure, m_desk.Program.Channels, Units()).Title);
+        units.emplace_back("% of the variance");
+    }
+    DataGrid& grid = grdShares.Grid;
+    LayOutAnswer(grid, heads, units, order.size() + 1);
+    const auto show = [&](int row, int column, double share, bool bar) {
+        constexpr double PerCent = 100;
+        grid.SetCell(row, column,
+                     FormatUnsignedZero(share * PerCent, PerCentFormat, Units().NumberSeparators));
+        if (bar) {
+            grid.SetBar(row, column, share);
+        }
+    };
+    m_rows.clear();
+    int row = grid.FixedRows();
+    for (const std::size_t n : order) {
+        m_rows.push_back(question.Tolerances[n].Variable);
+        grid.SetCell(row, 0, NameOf(AskedOf().Data, m_rows.back()));
+        for (std::size_t figure = 0; figure < answer.Spreads.size(); ++figure) {
+            const FigureSpread& spread = answer.Spreads[figure];
+            const int column = static_cast<int>(figure) + 1;
+            if (spread.Shares.empty()) {
+                grid.SetCell(row, column, "-");
+            } else {
+                show(row, column, spread.Shares[n], true);
+            }
+        }
+        ++row;
+    }
+    grid.SetCell(row, 0, "Not explained by straight lines");
+    for (std::size_t figure = 0; figure < answer.Spreads.size(); ++figure) {
+        show(row, static_cast<int>(figure) + 1, answer.Spreads[figure].Unexplained, false);
+    }
+}
+
+void TolerancePanel::ShowSpread(const ToleranceQuestion& question, const ToleranceAnswer& answer) {
+    DataGrid& grid = grdSpread.Grid;
+    LayOutAnswer(grid,
+                 std::array<std::string, 5>{"Figure", "Unit", "Nominal", "Mean",
+                                            "Standard deviation"},
+                 {}, answer.Spreads.size());
+    int row = grid.FixedRows();
+    for (std::size_t n = 0; n < answer.Spreads.size(); ++n, ++row) {
+        const FigureSpread& spread = answer.Spreads[n];
+        const FigureDisplay display = DisplayOf(question.Figures[n], m_desk.Program.Channels, Units());
+        FigureDisplay finer = display;
+        finer.Format += display.Format.find('.') == std::string::npos ? ".00" : "00";
+        grid.SetCell(row, 0, display.Title);
+        grid.SetCell(row, 1, display.UnitLabel);
+        grid.SetCell(row, 2, NumberText(finer, spread.Nominal, Units().NumberSeparators));
+        if (spread.Count > 0) {
+            grid.SetCell(row, 3, NumberText(finer, spread.Mean, Units().NumberSeparators));
+            grid.SetCell(row, 4, NumberText(finer, spread.StandardDeviation, Units().NumberSeparators));
+        }
+    }
+}
+
+void TolerancePanel::ShowTargets(const ToleranceQuestion& question, const ToleranceAnswer& answer) {
+    DataGrid& grid = grdTargets.Grid;
+    LayOutAnswer(grid,
+                 std::array<std::string, 4>{"Target", "Samples judged", "Outside", "Design holds"},
+                 {}, answer.Targets.size());
+    int row = grid.FixedRows();
+    for (std::size_t n = 0; n < answer.Targets.size(); ++n, ++row) {
+        const TargetCount& count = answer.Targets[n];
+        grid.SetCell(row, 0, TargetName(question.Targets[n], m_desk.Program.Channels));
+        grid.SetCell(row, 1, std::to_string(count.Judged));
+        grid.SetCell(row, 2, std::to_string(count.Leave));
+        grid.SetCell(row, 3, count.NominalHolds ? "yes" : "no");
+    }
+}
+
+void TolerancePanel::Answer_Clicked(std::size_t table, int row) {
+    const auto n = static_cast<std::size_t>(row - grdShares.Grid.FixedRows());
+    if (table != 0 || n >= m_rows.size()) {
+        return;
+    }
+    if (const auto* const coordinate = std::get_if<PointCoordinate>(&m_rows[n])) {
+        m_host.SelectCoordinate(*coordinate);
+    }
+}
+
+} // namespace corvanta
