@@ -5,35 +5,22 @@
 #include "study/DesignVariable.h"
 #include "study/Readings.h"
 #include "study/StudyWork.h"
+#include "study/Tolerance.h"
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace corvanta {
 
-/// How a tolerance is meant: a half width that takes in three standard deviations of a normal
-/// distribution, or all of an even one.
-enum class PriorShape : std::uint8_t { Normal, Uniform };
-
-/// A variable that a fit may move, with what is known of it before any reading: it was built to the
-/// design within a tolerance.
-struct FitVariable {
-    DesignVariable Variable;
-    double Tolerance = 0; ///< half width, above 0, stored units
-    PriorShape Shape = PriorShape::Normal;
-
-    friend bool operator==(const FitVariable&, const FitVariable&) = default;
-};
-
 /// The standard deviation of a tolerance: a third of the half width, or its share of an even
 /// distribution, the root of a third. The fit takes either for that of a normal distribution.
-[[nodiscard]] double PriorDeviation(const FitVariable& variable);
+[[nodiscard]] double PriorDeviation(const Tolerance& tolerance);
 
 /// Which pickups were really built?
 struct FitQuestion {
-    std::vector<FitVariable> Free;
+    std::vector<Tolerance> Free; ///< what is known of them before any reading: they were built to
+                                 ///< the design within these
     std::vector<Reading> Readings;
 
     friend bool operator==(const FitQuestion&, const FitQuestion&) = default;

@@ -2,6 +2,7 @@
 
 #include "study/Fit.h"
 #include "study/Optimise.h"
+#include "study/Region.h"
 #include "study/SetupTurns.h"
 #include "study/Sweep.h"
 #include "study/Tolerance.h"
@@ -16,6 +17,7 @@ struct StudyQuestions {
     OptimiseQuestion Optimise;
     FitQuestion Fit;
     TurnsQuestion Setup;
+    RegionQuestion Region;
 
     friend bool operator==(const StudyQuestions&, const StudyQuestions&) = default;
 };

@@ -1,0 +1,278 @@
+#include "shell/RegionPanel.h"
+
+#include "model/Failure.h"
+#include "shell/StudyFigures.h"
+#include "shell/VariableRows.h"
+#include "study/DesignFields.h"
+
+#include <algorithm>
+#include <array>
+
+namespace corvanta {
+
+namespace {
+
+enum Column { ColAxis, ColLow, ColHigh, ColNodes };
+
+constexpr double FirstWay = 20; ///< to either side of where the point stands, mm
+constexpr int FirstNodes = 21;
+constexpr Colour HeldColour{120, 190, 110};
+constexpr Colour ReachColour{120, 120, 120};
+
+/// Of the targets, in their order; told apart on white and from the two above.
+constexpr std::array TargetColours{Colour{240, 160, 60}, Colour{90, 140, 210}, Colour{200, 90, 150},
+                                   Colour{220, 210, 80}, Colour{100, 200, 200}};
+
+/// Which of the kinds a place is; none for one that was not come to.
+std::optional<double> KindOf(const RegionNode& node) {
+    switch (node.Verdict) {
+    case RegionVerdict::Held:
+        return 0;
+    case RegionVerdict::OutOfReach:
+        return 1;
+    case RegionVerdict::MissesTarget:
+        return 2 + node.Target;
+    default:
+        return std::nullopt;
+    }
+}
+
+PointCoordinate CoordinateOf(const RegionQuestion& question, std::size_t axis) {
+    return {question.Point, static_cast<int>(axis)};
+}
+
+/// True where a neighbour along an axis is not held, or the box ends.
+bool IsBorder(const RegionAnswer& answer, const std::array<std::size_t, 3>& at) {
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        const std::size_t last = answer.Places[axis].size() - 1;
+        for (const bool up : {false, true}) {
+            std::array<std::size_t, 3> next = at;
+            if (up ? next[axis] == last : next[axis] == 0) {
+                return true;
+            }
+            next[axis] += up ? 1 : -1;
+            if (answer.At(next[0], next[1], next[2]).Verdict != RegionVerdict::Held) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+RegionPanel::RegionPanel(Desk& desk, StudyHost& host)
+    : CStudyPanel(desk, host),
+      grdBox{"grdBox", "Box", {}, {}},
+      grdVerdicts{"grdVerdicts", "Demands", {}, {}} {
+    Page.Caption = "Where may it go";
+    Page.ToolTip = "In which region around a pickup is all travel reached and every target held?";
+    HelpTopicNumber = 340;
+    cboPoint.Caption = "P&oint:";
+    chkWholeGrid.Caption = "Also at all &rack travel";
+    chkWholeGrid.ToolTip = "All wheel travel must be reached at every rack travel too";
+    cmdFill.Caption = "&Around the point";
+    cmdFill.ToolTip = "A box around where the point stands now";
+    Fields = {{"cboPoint", &cboPoint}, {"chkWholeGrid", &chkWholeGrid}};
+    Asked = {&grdBox};
+    Answers = {&grdVerdicts};
+    cmdKeep.Visible = cmdAdd.Visible = cmdRemove.Visible = false;
+}
+
+// --- What is asked -----------------------------------------------------------------------------
+
+void RegionPanel::PlaceBox(RegionQuestion& question) const {
+    const Design now = DesignNow();
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        const double place = ValueOf(now, CoordinateOf(question, axis));
+        question.Box[axis] = {place - FirstWay, place + FirstWay, FirstNodes};
+    }
+}
+
+void RegionPanel::ShowQuestion() {
+    const RegionQuestion& question = Questions().Region;
+    const PointCatalogue catalogue = CatalogueOf(m_desk.Program.Document.Data);
+    cboPoint.Clear();
+    for (const PointNumber number : AllPoints) {
+        if (catalogue[number].Enabled) {
+            cboPoint.Add(catalogue[number].LongName, number);
+        }
+    }
+    cboPoint.Select(cboPoint.FindData(question.Point));
+    chkWholeGrid.Checked = question.WholeGrid;
+    std::vector<VariableRow> rows;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        const RegionAxis& side = question.Box[axis];
+        rows.push_back({CoordinateOf(question, axis),
+                        {side.Low, side.High},
+                        {std::to_string(side.Nodes)}});
+    }
+    ShowVariables(grdBox.Grid, m_desk.Program.Document.Data, Units(),
+                  std::array<std::string, 4>{"Box", "From", "To", "Places"}, rows);
+    grdBox.Grid.Editable = true;
+}
+
+void RegionPanel::TakeFields() {
+    RegionQuestion question = Questions().Region;
+    question.WholeGrid = chkWholeGrid.Checked;
+    const auto chosen = static_cast<PointNumber>(cboPoint.Entry(cboPoint.Index()).ItemData);
+    if (chosen != question.Point) {
+        question.Point = chosen;
+        PlaceBox(question);
+    }
+    Change([&](StudyQuestions& questions) { questions.Region = question; });
+}
+
+void RegionPanel::Fill(std::size_t /*table*/) {
+    Change([&](StudyQuestions& questions) { PlaceBox(questions.Region); });
+}
+
+void RegionPanel::EditCell(std::size_t /*table*/, int row, int column, const std::string& text) {
+    RegionQuestion question = Questions().Region;
+    const auto axis = static_cast<std::size_t>(row - grdBox.Grid.FixedRows());
+    RegionAxis& side = question.Box.at(axis);
+    if (column == ColNodes) {
+        NumberBox box;
+        box.Caption = "The number of places:";
+        box.Text = text;
+        constexpr double Most = 201;
+        side.Nodes = static_cast<int>(
+            std::min(Most, TypedPlainNumber(box, Units().NumberSeparators, 1, true)));
+    } else {
+        (column == ColLow ? side.Low : side.High) =
+            TypedNumberOf(CoordinateOf(question, axis), text, Units());
+    }
+    Change([&](StudyQuestions& questions) { questions.Region = question; });
+}
+
+CStudyJob::Work RegionPanel::Prepare(const Design& design,
+                                     std::shared_ptr<const StudySettings> settings) {
+    RegionQuestion question = Questions().Region;
+    question.Targets = m_desk.Current.Study().Targets;
+    if (const std::string fault = FaultOf(design, question); !fault.empty()) {
+        throw Failure(fnInvalidCall, fault);
+    }
+    return [this, design, settings, question](const StudyWork& work, const auto&) {
+        RegionAnswer answer = FindRegion(design, question, settings->Settings(), work);
+        return [this, question, answer = std::move(answer)] { ShowAnswer(question, answer); };
+    };
+}
+
+// --- What came out -----------------------------------------------------------------------------
+
+std::vector<MapKind> RegionPanel::KindsOf(const RegionQuestion& question) const {
+    std::vector<MapKind> kinds{{"All held", HeldColour}, {"Travel not reached", ReachColour}};
+    for (std::size_t n = 0; n < question.Targets.size(); ++n) {
+        kinds.push_back({TargetName(question.Targets[n], m_desk.Program.Channels),
+                         TargetColours.at(n % TargetColours.size())});
+    }
+    return kinds;
+}
+
+std::string RegionPanel::AxisTitle(std::size_t axis) const {
+    return std::string(PointAxes()[axis].Name) + " [" + Units()[ucDisplacement].Label + "]";
+}
+
+void RegionPanel::ShowAnswer(const RegionQuestion& question, const RegionAnswer& answer) {
+    ShowSlices(question, answer);
+    ShowPlaces(question, answer);
+    ShowVerdicts(question, answer);
+    const std::string name = CatalogueOf(AskedOf().Data)[question.Point].LongName;
+    std::string found = "Where it stands now, ";
+    if (const std::optional<double> kind = KindOf(answer.Present)) {
+        found += *kind == 0 ? "all is held"
+                            : "fails: " + KindsOf(question)[static_cast<std::size_t>(*kind)].Name;
+    }
+    m_words = {Page.Caption, {name}, {found + (answer.Stopped ? ", stopped" : "")}};
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        const RegionAxis& side = question.Box[axis];
+        const PointCoordinate of = CoordinateOf(question, axis);
+        m_words.Asked.push_back(AxisTitle(axis) + " from " + TextOf(of, side.Low, Units()) +
+                                " to " + TextOf(of, side.High, Units()) + " in " +
+                                std::to_string(side.Nodes) + " places");
+    }
+    AnswerCame(m_words.Found.front());
+}
+
+/// Three layers through where the point stands now.
+void RegionPanel::ShowSlices(const RegionQuestion& question, const RegionAnswer& answer) {
+    constexpr std::array<std::array<std::size_t, 2>, 3> Others{{{1, 2}, {0, 2}, {0, 1}}};
+    const std::vector<MapKind> kinds = KindsOf(question);
+    const double factor = UsableUnit(Units(), ucDisplacement).Factor;
+    Sheets.clear();
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        const PointCoordinate of = CoordinateOf(question, axis);
+        const RegionSlice slice = SliceOf(answer, axis, ValueOf(AskedOf(), of));
+        if (slice.Across.size() < 2 || slice.Up.size() < 2) {
+            continue;
+        }
+        ChartSheet sheet;
+        sheet.NumberSeparators = Units().NumberSeparators;
+        sheet.Title = std::string(PointAxes()[axis].Name) + " = " +
+                      TextOf(of, slice.Place, Units()) + " " + Units()[ucDisplacement].Label;
+        SheetMap map;
+        for (const double place : slice.Across) {
+            map.X.push_back(place * factor);
+        }
+        for (const double place : slice.Up) {
+            map.Y.push_back(place * factor);
+        }
+        for (const RegionNode& node : slice.Nodes) {
+            map.Values.push_back(KindOf(node));
+        }
+        const auto count = static_cast<int>(kinds.size());
+        map.Kinds = kinds;
+        map.Levels = {-0.5, count - 0.5, count};
+        map.UnreachedText = "not solved";
+        const auto [across, up] = Others.at(axis);
+        map.Cross = ChartPoint{ValueOf(AskedOf(), CoordinateOf(question, across)) * factor,
+                               ValueOf(AskedOf(), CoordinateOf(question, up)) * factor};
+        sheet.AxisX = {AxisTitle(across), {map.X.front(), map.X.back()}};
+        sheet.AxisY = {AxisTitle(up), {map.Y.front(), map.Y.back()}};
+        sheet.Map = std::move(map);
+        Sheets.push_back(std::move(sheet));
+    }
+}
+
+/// The skin of the region in the drawing of the corner.
+void RegionPanel::ShowPlaces(const RegionQuestion& /*question*/, const RegionAnswer& answer) {
+    Overlay = {};
+    const auto& [xs, ys, zs] = answer.Places;
+    for (std::size_t z = 0; z < zs.size(); ++z) {
+        for (std::size_t y = 0; y < ys.size(); ++y) {
+            for (std::size_t x = 0; x < xs.size(); ++x) {
+                if (answer.At(x, y, z).Verdict == RegionVerdict::Held &&
+                    IsBorder(answer, {x, y, z})) {
+                    Overlay.Places.push_back({{xs[x], ys[y], zs[z]}, HeldColour});
+                }
+            }
+        }
+    }
+}
+
+void RegionPanel::ShowVerdicts(const RegionQuestion& question, const RegionAnswer& answer) {
+    const std::vector<MapKind> kinds = KindsOf(question);
+    std::vector<std::size_t> counts(kinds.size());
+    for (const RegionNode& node : answer.Nodes) {
+        if (const std::optional<double> kind = KindOf(node)) {
+            ++counts[static_cast<std::size_t>(*kind)];
+        }
+    }
+    DataGrid& grid = grdVerdicts.Grid;
+    LayOutAnswer(grid, std::array<std::string, 3>{"What fails first", "Places", "Of all, %"}, {},
+                 kinds.size() + 1);
+    int row = grid.FixedRows();
+    const auto all = static_cast<double>(answer.Nodes.size());
+    for (std::size_t n = 0; n < kinds.size(); ++n, ++row) {
+        constexpr double PerCent = 100;
+        grid.SetCell(row, 0, kinds[n].Name);
+        grid.SetCell(row, 1, std::to_string(counts[n]));
+        grid.SetCell(row, 2,
+                     FormatNumber(PerCent * static_cast<double>(counts[n]) / all, "0.0",
+                                  Units().NumberSeparators));
+    }
+    grid.SetCell(row, 0, "Solved; the others are told by those around them");
+    grid.SetCell(row, 1, std::to_string(answer.Solved));
+}
+
+} // namespace corvanta
