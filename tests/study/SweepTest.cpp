@@ -145,7 +145,7 @@ TEST_F(SweepTest, RefusesWhatCannotBeSwept) {
     const auto fault = [&](const auto& change) {
         SweepQuestion question = sound;
         change(question);
-        const std::string text = FaultOf(question, m_design);
+        std::string text = FaultOf(question, m_design);
         EXPECT_EQ(FailureOf([&] { (void)Run(question); }).Description(),
                   text.empty() ? "no failure" : text);
         return text;

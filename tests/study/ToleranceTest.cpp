@@ -207,7 +207,7 @@ TEST_F(ToleranceTest, RefusesWhatTellsNothing) {
     const auto fault = [&](const auto& change) {
         ToleranceQuestion question = m_question;
         change(question);
-        const std::string text = FaultOf(question, m_design);
+        std::string text = FaultOf(question, m_design);
         EXPECT_EQ(FailureOf([&] { (void)Find(m_design, question); }).Description(), text);
         return text;
     };
@@ -218,12 +218,12 @@ TEST_F(ToleranceTest, RefusesWhatTellsNothing) {
         EXPECT_EQ(fault([&](Asked& asked) { asked.Tolerances[0].HalfWidth = none; }),
                   "the tolerance of Upper wishbone outer pickup X must be above 0");
     }
-    for (const auto& [variable, reason] : std::vector<std::pair<DesignVariable, std::string>>{
+    for (const auto& taken : std::vector<std::pair<DesignVariable, std::string>>{
              {DataNumber{&SuspensionData::Bump}, "is a travel"},
              {PointCoordinate{ptLCSI, 1}, "ptLCSI.Y is not in play"},
              {m_question.Tolerances[1].Variable, "has two tolerances"}}) {
-        EXPECT_THAT(fault([&](Asked& asked) { asked.Tolerances.back().Variable = variable; }),
-                    HasSubstr(reason));
+        EXPECT_THAT(fault([&](Asked& asked) { asked.Tolerances.back().Variable = taken.first; }),
+                    HasSubstr(taken.second));
     }
     EXPECT_NE(fault([](Asked& asked) { asked.Samples = 0; }), "");
     EXPECT_NE(fault([](Asked& asked) { asked.Charts[0].Channel = 0; }), "");
