@@ -17,6 +17,9 @@ LoadedProgram::LoadedProgram(const std::string& sample, int steps)
                   m_messages)) {
         throw Failure(fnInternal, "The sample can't be read: " + m_path);
     }
+    if (steps == 0) {
+        return;
+    }
     // Halves of the grid on both sides of static, whatever the document's own steps.
     SuspensionData& data = m_program.Document.Data;
     const double half = (steps - 1) / 2.0;

@@ -12,8 +12,8 @@
 namespace corvanta::benchmarks {
 
 /// A program with a document of the samples in it, its grid cut to `steps` by `steps` (an odd
-/// number up to 49) over the document's own travels. Throws Failure when the document can't be
-/// read.
+/// number up to 49) over the document's own travels; 0 leaves the document's own grid. Throws
+/// Failure when the document can't be read.
 class LoadedProgram {
   public:
     LoadedProgram(const std::string& sample, int steps);

@@ -29,7 +29,7 @@ std::optional<double> NumberOf(const Suspension& document, const StudyNumber& nu
     if (const Figure* const figure = std::get_if<Figure>(&number)) {
         return FigureValue(document, *figure);
     }
-    const Target& target = std::get<Target>(number);
+    const auto& target = std::get<Target>(number);
     return ExcessOf(target, CurveOf(document, target.Channel, target.Variable));
 }
 

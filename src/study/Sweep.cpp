@@ -12,7 +12,7 @@ namespace {
 
 /// Why a value can't be swept in a design; empty when it can.
 std::string FaultOfValue(const SweptValue& what, const Design& design) {
-    const DesignVariable& variable = std::get<DesignVariable>(what);
+    const auto& variable = std::get<DesignVariable>(what);
     return HasVariable(design.Data, variable) ? "" : KeyOf(variable) + " is not in play";
 }
 

