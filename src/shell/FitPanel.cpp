@@ -46,9 +46,7 @@ void FitPanel::ShowQuestion() {
     ShowReadings();
     std::vector<VariableRow> rows;
     for (const Tolerance& free : Questions().Fit.Free) {
-        rows.push_back({free.Variable,
-                        {free.HalfWidth},
-                        {free.Distribution == Spread::Normal ? "normal" : "uniform"}});
+        rows.push_back({free.Variable, {free.HalfWidth}, {SpreadWord(free.Distribution)}});
     }
     ShowVariables(grdFree.Grid, m_desk.Program.Document.Data, Units(),
                   std::array<std::string, 3>{"Free", "Built to, plus or minus", "Spread"}, rows);
@@ -68,7 +66,8 @@ void FitPanel::ShowReadings() {
     int row = grid.FixedRows();
     for (const Reading& reading : readings) {
         const ChannelRecord& record = m_desk.Program.Channels[reading.Channel];
-        grid.SetCell(row, ColWheel, FormatChannelValue(Units(), reading.WheelTravel, ucDisplacement));
+        grid.SetCell(row, ColWheel,
+                     FormatChannelValue(Units(), reading.WheelTravel, ucDisplacement));
         grid.SetCell(row, ColRack, FormatChannelValue(Units(), reading.RackTravel, ucDisplacement));
         grid.SetCell(row, ColChannel, std::string(TrimBlanks(record.Title)));
         grid.SetCell(row, ColValue, FormatChannelValue(Units(), reading.Value, record.Class));
@@ -82,13 +81,12 @@ void FitPanel::ShowReadings() {
 Reading FitPanel::ReadingNow() const {
     const StudyChart& chart = Charts().at(m_host.ChartInHand());
     const Program& program = m_desk.Program;
-    const TravelPlace place{
-        program.Settings.ViewWheel < 2
-            ? 0
-            : WheelTravelAtStep(program.Document, program.Settings.ViewWheel),
-        program.Settings.ViewRack < 2
-            ? 0
-            : RackTravelAtStep(program.Document, program.Settings.ViewRack)};
+    const TravelPlace place{program.Settings.ViewWheel < 2
+                                ? 0
+                                : WheelTravelAtStep(program.Document, program.Settings.ViewWheel),
+                            program.Settings.ViewRack < 2
+                                ? 0
+                                : RackTravelAtStep(program.Document, program.Settings.ViewRack)};
     Reading reading{place.Wheel, place.Rack, chart.Channel, 0, 0};
     const auto scratch = std::make_unique<Suspension>();
     const auto curve = CurveOfDesign(*scratch, DesignNow(), m_desk.Current.Settings(),
@@ -253,16 +251,15 @@ void FitPanel::ShowResiduals(const FitQuestion& question, const FitAnswer& answe
         const auto value = [&](int column, double stored, std::int32_t unitClass) {
             grid.SetCell(row, column, FormatChannelValue(Units(), stored, unitClass));
         };
-        grid.SetCell(row, 0,
-                     std::string(TrimBlanks(record.Title)) + " [" + record.UnitLabel + "]");
+        grid.SetCell(row, 0, std::string(TrimBlanks(record.Title)) + " [" + record.UnitLabel + "]");
         value(1, reading.WheelTravel, ucDisplacement);
         value(2, reading.RackTravel, ucDisplacement);
         value(3, reading.Value, record.Class);
         value(4, fitted.Before, record.Class);
         value(5, fitted.After, record.Class);
-        grid.SetCell(row, 6,
-                     FormatUnsignedZero(fitted.InUncertainties, RatioFormat,
-                                        Units().NumberSeparators));
+        grid.SetCell(
+            row, 6,
+            FormatUnsignedZero(fitted.InUncertainties, RatioFormat, Units().NumberSeparators));
         if (fitted.Outlier) {
             grid.SetCell(row, 7, "gross error, not followed");
             grid.SetNote(row, 6, "It has no say in the fit");

@@ -130,8 +130,8 @@ void OptimisePanel::ShowAnswer(const OptimiseQuestion& question, const OptimiseA
     found += ", " + std::to_string(answer.SamePlace) + " of " +
              std::to_string(answer.Starts.size()) + " starts came to this place";
     if (answer.NotEvaluated > 0) {
-        found += ", " + std::to_string(answer.NotEvaluated) +
-                 " can't be solved: " + answer.FirstFailure;
+        found +=
+            ", " + std::to_string(answer.NotEvaluated) + " can't be solved: " + answer.FirstFailure;
     }
     m_words = {Page.Caption,
                {std::to_string(question.Starts) + " starts, seed " + std::to_string(question.Seed)},

@@ -103,9 +103,8 @@ void RegionPanel::ShowQuestion() {
     std::vector<VariableRow> rows;
     for (std::size_t axis = 0; axis < 3; ++axis) {
         const RegionAxis& side = question.Box[axis];
-        rows.push_back({CoordinateOf(question, axis),
-                        {side.Low, side.High},
-                        {std::to_string(side.Nodes)}});
+        rows.push_back(
+            {CoordinateOf(question, axis), {side.Low, side.High}, {std::to_string(side.Nodes)}});
     }
     ShowVariables(grdBox.Grid, m_desk.Program.Document.Data, Units(),
                   std::array<std::string, 4>{"Box", "From", "To", "Places"}, rows);

@@ -67,12 +67,11 @@ void SetupPanel::ShowQuestion() {
 void SetupPanel::ShowAdjusters() {
     const TurnsQuestion& question = Questions().Setup;
     DataGrid& grid = grdAdjusters.Grid;
-    LayOutAnswer(grid,
-                 std::array<std::string, 5>{"Adjuster", "Pitch or shim", "Smallest part", "From",
-                                            "To"},
-                 std::array<std::string, 5>{"", Units()[ucDisplacement].Label, "turn", "steps",
-                                            "steps"},
-                 question.Sheet.Adjusters.size());
+    LayOutAnswer(
+        grid,
+        std::array<std::string, 5>{"Adjuster", "Pitch or shim", "Smallest part", "From", "To"},
+        std::array<std::string, 5>{"", Units()[ucDisplacement].Label, "turn", "steps", "steps"},
+        question.Sheet.Adjusters.size());
     grid.Editable = true;
     int row = grid.FixedRows();
     for (std::size_t n = 0; n < question.Sheet.Adjusters.size(); ++n, ++row) {
@@ -298,10 +297,10 @@ void SetupPanel::ShowTurns(const TurnsQuestion& question, const TurnsAnswer& tur
         m_reached = turns.Reached.Corner;
     }
     DataGrid& reached = grdReached.Grid;
-    LayOutAnswer(reached,
-                 std::array<std::string, 6>{"Figure", "Before", "After", "Change", "Wanted",
-                                            "Left over"},
-                 {}, question.Sheet.Figures.size());
+    LayOutAnswer(
+        reached,
+        std::array<std::string, 6>{"Figure", "Before", "After", "Change", "Wanted", "Left over"},
+        {}, question.Sheet.Figures.size());
     row = reached.FixedRows();
     for (std::size_t n = 0; n < question.Sheet.Figures.size(); ++n, ++row) {
         const FigureDisplay display = Display(question.Sheet.Figures[n]);
@@ -317,7 +316,8 @@ void SetupPanel::ShowTurns(const TurnsQuestion& question, const TurnsAnswer& tur
         if (before && after) {
             reached.SetCell(row, 3, NumberText(display, *after - *before, separators));
         }
-        reached.SetCell(row, 4, wish.Free ? FreeWord : NumberText(display, wish.Change, separators));
+        reached.SetCell(row, 4,
+                        wish.Free ? FreeWord : NumberText(display, wish.Change, separators));
         if (n < turns.LeftOver.size() && turns.LeftOver[n]) {
             reached.SetCell(row, 5, NumberText(display, turns.LeftOver[n], separators));
         }

@@ -1,7 +1,12 @@
 #include "shell/StudyPanels.h"
 
+#include "shell/FitPanel.h"
+#include "shell/OptimisePanel.h"
+#include "shell/RegionPanel.h"
 #include "shell/SensitivityPanel.h"
+#include "shell/SetupPanel.h"
 #include "shell/SweepPanel.h"
+#include "shell/TolerancePanel.h"
 
 #include <algorithm>
 
@@ -10,6 +15,11 @@ namespace corvanta {
 CStudyPanels::CStudyPanels(Desk& desk, StudyHost& host) {
     m_panels.push_back(std::make_unique<SensitivityPanel>(desk, host));
     m_panels.push_back(std::make_unique<SweepPanel>(desk, host));
+    m_panels.push_back(std::make_unique<TolerancePanel>(desk, host));
+    m_panels.push_back(std::make_unique<OptimisePanel>(desk, host));
+    m_panels.push_back(std::make_unique<RegionPanel>(desk, host));
+    m_panels.push_back(std::make_unique<FitPanel>(desk, host));
+    m_panels.push_back(std::make_unique<SetupPanel>(desk, host));
 }
 
 void CStudyPanels::Show(std::optional<std::size_t> n) {

@@ -99,9 +99,7 @@ void SweepPanel::Fill(std::size_t /*table*/) {
 }
 
 void SweepPanel::RemoveRow(std::size_t /*table*/, std::size_t row) {
-    Change([&](StudyQuestions& questions) {
-        EraseRow(questions.Sweep.Axes, row);
-    });
+    Change([&](StudyQuestions& questions) { EraseRow(questions.Sweep.Axes, row); });
 }
 
 void SweepPanel::EditCell(std::size_t /*table*/, int row, int column, const std::string& text) {

@@ -14,10 +14,8 @@ namespace {
 
 enum Column { ColVariable, ColHalfWidth, ColSpread };
 
-constexpr double FirstHalfWidth = 0.5;      ///< mm
-constexpr std::size_t SamplesAtOnce = 50;   ///< which are on the screen before all are done
-constexpr const char* NormalWord = "normal";
-constexpr const char* UniformWord = "uniform";
+constexpr double FirstHalfWidth = 0.5;    ///< mm
+constexpr std::size_t SamplesAtOnce = 50; ///< which are on the screen before all are done
 constexpr const char* PerCentFormat = "0.0";
 
 double GreatestShare(const ToleranceAnswer& answer, std::size_t tolerance) {
@@ -63,9 +61,8 @@ void TolerancePanel::ShowQuestion() {
     txtSeed.Text = NumberToText(static_cast<double>(question.Seed), separators);
     std::vector<VariableRow> rows;
     for (const Tolerance& tolerance : question.Tolerances) {
-        rows.push_back({tolerance.Variable,
-                        {tolerance.HalfWidth},
-                        {tolerance.Distribution == Spread::Normal ? NormalWord : UniformWord}});
+        rows.push_back(
+            {tolerance.Variable, {tolerance.HalfWidth}, {SpreadWord(tolerance.Distribution)}});
     }
     ShowVariables(grdTolerances.Grid, m_desk.Program.Document.Data, Units(),
                   std::array<std::string, 3>{"Built to", "Plus or minus", "Spread"}, rows);
@@ -87,9 +84,8 @@ void TolerancePanel::EditCell(std::size_t /*table*/, int row, int column, const 
     Tolerance tolerance = Questions().Tolerance.Tolerances.at(n);
     if (column == ColHalfWidth) {
         tolerance.HalfWidth = TypedNumberOf(tolerance.Variable, text, Units());
-    } else { // its first letter is enough
-        tolerance.Distribution =
-            !text.empty() && (text[0] == 'u' || text[0] == 'U') ? Spread::Uniform : Spread::Normal;
+    } else {
+        tolerance.Distribution = SpreadOf(text);
     }
     Change([&](StudyQuestions& questions) { questions.Tolerance.Tolerances[n] = tolerance; });
 }
@@ -153,10 +149,11 @@ void TolerancePanel::ShowAnswer(const ToleranceQuestion& question, const Toleran
     if (answer.NotBuilt > 0) {
         found += ", " + std::to_string(answer.NotBuilt) + " can't be built: " + answer.FirstReason;
     }
-    m_words = {Page.Caption,
-               {std::to_string(question.Samples) + " samples, seed " + std::to_string(question.Seed),
-                "Bands hold 5 to 95 % of the samples; the paler ones reach to the extremes."},
-               {found}};
+    m_words = {
+        Page.Caption,
+        {std::to_string(question.Samples) + " samples, seed " + std::to_string(question.Seed),
+         "Bands hold 5 to 95 % of the samples; the paler ones reach to the extremes."},
+        {found}};
     AnswerCame(found);
 }
 
@@ -167,7 +164,8 @@ void TolerancePanel::ShowBands(const ToleranceQuestion& question, const Toleranc
         if (!band.Travel.empty()) {
             Overlay.Bands.push_back(
                 {question.Charts[n], "Extremes", band.Travel, band.Least, band.Greatest});
-            Overlay.Bands.push_back({question.Charts[n], "5 to 95 %", band.Travel, band.Low, band.High});
+            Overlay.Bands.push_back(
+                {question.Charts[n], "5 to 95 %", band.Travel, band.Low, band.High});
         }
     }
 }
@@ -218,14 +216,14 @@ void TolerancePanel::ShowShares(const ToleranceQuestion& question, const Toleran
 
 void TolerancePanel::ShowSpread(const ToleranceQuestion& question, const ToleranceAnswer& answer) {
     DataGrid& grid = grdSpread.Grid;
-    LayOutAnswer(grid,
-                 std::array<std::string, 5>{"Figure", "Unit", "Nominal", "Mean",
-                                            "Standard deviation"},
-                 {}, answer.Spreads.size());
+    LayOutAnswer(
+        grid, std::array<std::string, 5>{"Figure", "Unit", "Nominal", "Mean", "Standard deviation"},
+        {}, answer.Spreads.size());
     int row = grid.FixedRows();
     for (std::size_t n = 0; n < answer.Spreads.size(); ++n, ++row) {
         const FigureSpread& spread = answer.Spreads[n];
-        const FigureDisplay display = DisplayOf(question.Figures[n], m_desk.Program.Channels, Units());
+        const FigureDisplay display =
+            DisplayOf(question.Figures[n], m_desk.Program.Channels, Units());
         FigureDisplay finer = display;
         finer.Format += display.Format.find('.') == std::string::npos ? ".00" : "00";
         grid.SetCell(row, 0, display.Title);
@@ -233,7 +231,8 @@ void TolerancePanel::ShowSpread(const ToleranceQuestion& question, const Toleran
         grid.SetCell(row, 2, NumberText(finer, spread.Nominal, Units().NumberSeparators));
         if (spread.Count > 0) {
             grid.SetCell(row, 3, NumberText(finer, spread.Mean, Units().NumberSeparators));
-            grid.SetCell(row, 4, NumberText(finer, spread.StandardDeviation, Units().NumberSeparators));
+            grid.SetCell(row, 4,
+                         NumberText(finer, spread.StandardDeviation, Units().NumberSeparators));
         }
     }
 }

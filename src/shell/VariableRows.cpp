@@ -70,6 +70,14 @@ double TypedNumberOf(const DesignVariable& variable, const std::string& text,
     return Typed(text, KeyOf(variable), display.UnitLabel, units.NumberSeparators) / display.Factor;
 }
 
+std::string SpreadWord(Spread spread) {
+    return spread == Spread::Normal ? "normal" : "uniform";
+}
+
+Spread SpreadOf(const std::string& text) {
+    return !text.empty() && (text[0] == 'u' || text[0] == 'U') ? Spread::Uniform : Spread::Normal;
+}
+
 double TypedPlainNumber(NumberBox& box, const Separators& separators, double least, bool whole) {
     const std::string place = ReplaceAll(box.Caption.substr(0, box.Caption.find(':')), "&", "");
     box.Fault = true;

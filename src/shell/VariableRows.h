@@ -5,6 +5,7 @@
 #include "platform/Controls.h"
 #include "platform/DataGrid.h"
 #include "study/DesignVariable.h"
+#include "study/Tolerance.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -52,6 +53,10 @@ void EraseRow(std::vector<Entry>& entries, std::size_t row) {
 /// A number of a variable as it is shown.
 [[nodiscard]] std::string TextOf(const DesignVariable& variable, double stored,
                                  const FundamentalUnits& units);
+
+/// The word of a distribution, and the distribution of a text: its first letter is enough.
+[[nodiscard]] std::string SpreadWord(Spread spread);
+[[nodiscard]] Spread SpreadOf(const std::string& text);
 
 /// A number without a unit that was typed into a box: at least `least`, a whole one where `whole`.
 /// The box shows a text that can't be taken as a fault, and Failure tells it.

@@ -40,7 +40,7 @@ struct Measured {
 std::string FaultOfWords(const Measured& measured) {
     const FitQuestion& question = measured.Question;
     std::vector<FreeVariable> free;
-    for (const FitVariable& each : question.Free) {
+    for (const Tolerance& each : question.Free) {
         free.push_back({each.Variable, -1, 1}); // a fit knows no boxes
     }
     if (std::string fault = FaultOfFreeVariables(measured.Base, free); !fault.empty()) {
@@ -49,8 +49,8 @@ std::string FaultOfWords(const Measured& measured) {
     if (std::string fault = FaultOfMoving(measured.Base, measured.Variables); !fault.empty()) {
         return fault;
     }
-    for (const FitVariable& each : question.Free) {
-        if (!(each.Tolerance > 0) || !std::isfinite(each.Tolerance)) {
+    for (const Tolerance& each : question.Free) {
+        if (!(each.HalfWidth > 0) || !std::isfinite(each.HalfWidth)) {
             return "the tolerance of " + NameOf(measured.Base.Data, each.Variable) +
                    " must be above 0";
         }
@@ -106,7 +106,7 @@ std::string FaultOfChannels(const Measured& measured, const Suspension& solved) 
 
 /// Readies a fit by solving its design where it was read; returns the fault of its question.
 std::string Begin(Measured& measured, Suspension& scratch) {
-    for (const FitVariable& free : measured.Question.Free) {
+    for (const Tolerance& free : measured.Question.Free) {
         measured.Variables.push_back(free.Variable);
     }
     if (std::string fault = FaultOfWords(measured); !fault.empty()) {
@@ -247,8 +247,8 @@ LeastSquaresResult Unmoved(const Measured& measured) {
 
 } // namespace
 
-double PriorDeviation(const FitVariable& variable) {
-    return variable.Tolerance / (variable.Shape == PriorShape::Normal ? 3 : std::sqrt(3.0));
+double PriorDeviation(const Tolerance& tolerance) {
+    return tolerance.HalfWidth / (tolerance.Distribution == Spread::Normal ? 3 : std::sqrt(3.0));
 }
 
 std::string FaultOf(const FitQuestion& question, const Design& design,

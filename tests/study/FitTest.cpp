@@ -31,7 +31,7 @@ class FitTest : public testing::Test {
         for (const PointCoordinate& coordinate :
              {PointCoordinate{ptTRI, 2}, PointCoordinate{ptUWIF, 2}, PointCoordinate{ptLWIF, 2},
               PointCoordinate{ptUWO, 1}}) {
-            m_question.Free.push_back({coordinate, 3, PriorShape::Normal});
+            m_question.Free.push_back({coordinate, 3, Spread::Normal});
         }
         for (const double rack : {0.0, 12.0}) {
             for (const double wheel : {-20.0, 0.0, 20.0}) {
@@ -58,7 +58,7 @@ class FitTest : public testing::Test {
     /// A car built within the tolerances.
     [[nodiscard]] Design Built(CSampleRandom& random) const {
         Design car = m_design;
-        for (const FitVariable& free : m_question.Free) {
+        for (const Tolerance& free : m_question.Free) {
             SetValue(car, free.Variable,
                      ValueOf(car, free.Variable) + random.Normal() * PriorDeviation(free));
         }
@@ -135,9 +135,9 @@ TEST_F(FitTest, AGrossErrorIsNamedAndNotFollowed) {
 
 TEST_F(FitTest, WhatTheReadingsCannotTellStaysAndIsNamed) {
     CSampleRandom random(6, 0);
-    m_question.Free = {{PointCoordinate{ptTRI, 2}, 3, PriorShape::Normal},
-                       {PointCoordinate{ptSAI, 2}, 3, PriorShape::Uniform},
-                       {PointCoordinate{ptTRO, 2}, 3, PriorShape::Normal}};
+    m_question.Free = {{PointCoordinate{ptTRI, 2}, 3, Spread::Normal},
+                       {PointCoordinate{ptSAI, 2}, 3, Spread::Uniform},
+                       {PointCoordinate{ptTRO, 2}, 3, Spread::Normal}};
     Read(Built(random), random);
     const FitAnswer answer = Fitted();
     const FittedVariable& spring = answer.Variables[1]; // no angle of the wheel depends on it
@@ -204,7 +204,7 @@ TEST_F(FitTest, RefusesWhatItCannotAnswer) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     EXPECT_EQ(Fault(), "");
     EXPECT_THAT(fault([&] { m_question.Free.clear(); }), HasSubstr("free"));
-    EXPECT_THAT(fault([&] { m_question.Free[0].Tolerance = nan; }), HasSubstr("tolerance"));
+    EXPECT_THAT(fault([&] { m_question.Free[0].HalfWidth = nan; }), HasSubstr("tolerance"));
     EXPECT_THAT(fault([&] { m_question.Free[0].Variable = DataNumber{&SuspensionData::Bump}; }),
                 StartsWith("Bump travel can't be free"));
     EXPECT_THAT(fault([&] { m_question.Readings.clear(); }), HasSubstr("no reading"));
