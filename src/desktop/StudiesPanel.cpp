@@ -57,7 +57,7 @@ StudiesPanel::StudiesPanel(Desktop& desktop, frmWorkbench& window, QWidget* pare
 }
 
 void StudiesPanel::Poll() {
-    if (m_window.Studies.Poll()) {
+    if (m_window.PollStudies()) {
         emit Changed();
     } else if (const std::optional<std::size_t> shown = m_window.Studies.Shown()) {
         m_views[*shown]->ShowProgress();

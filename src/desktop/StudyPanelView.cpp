@@ -19,6 +19,7 @@ namespace {
 
 constexpr int FieldsInARow = 2;
 constexpr int MostColumn = 220;
+constexpr int NameWidth = 190;
 constexpr int ProgressWidth = 120;
 constexpr int ProgressSteps = 1000;
 
@@ -94,6 +95,7 @@ QWidget* StudyPanelView::BuildQuestion() {
     for (StudyTable* const table : m_panel.Asked) {
         GridView* const view = BuildTable(m_askedTables, *table, *m_asked);
         const std::size_t n = m_askedTables.size() - 1;
+        view->MakeNarrow(NameWidth);
         view->Model().OnTyped([this, n](int row, int column, const std::string& text) {
             m_desktop.Handle([&] { m_panel.Asked_Edited(n, row, column, text); });
         });

@@ -65,7 +65,7 @@ struct SheetMap {
     std::string BarTitle;
     std::string UnreachedText; ///< names the hatching, where some is in sight
     std::optional<ChartPoint> Cross;
-    std::vector<MapKind> Kinds; ///< in place of a scale: the values count them, from 0
+    std::vector<MapKind> Kinds{}; ///< in place of a scale: the values count them, from 0
 
     friend bool operator==(const SheetMap&, const SheetMap&) = default;
 };

@@ -224,9 +224,7 @@ void FitPanel::ShowFound(const FitAnswer& answer) {
     int row = grid.FixedRows();
     for (const FittedVariable& found : answer.Variables) {
         const DesignVariable& variable = found.Variable;
-        grid.SetCell(row, 0,
-                     NameOf(AskedOf().Data, variable) + " [" +
-                         DisplayOf(variable, Units()).UnitLabel + "]");
+        grid.SetCell(row, 0, RowName(AskedOf().Data, variable, Units()));
         grid.SetCell(row, 1, TextOf(variable, found.Before, Units()));
         grid.SetCell(row, 2, TextOf(variable, found.After, Units()));
         grid.SetCell(row, 3, TextOf(variable, found.After - found.Before, Units()));
@@ -281,7 +279,7 @@ void FitPanel::ShowCorrelations(const FitAnswer& answer) {
     LayOutAnswer(grid, heads, {}, count);
     for (std::size_t a = 0; a < count; ++a) {
         const int row = grid.FixedRows() + static_cast<int>(a);
-        grid.SetCell(row, 0, NameOf(AskedOf().Data, answer.Variables[a].Variable));
+        grid.SetCell(row, 0, RowName(AskedOf().Data, answer.Variables[a].Variable));
         for (std::size_t b = 0; b < count; ++b) {
             const double correlation = answer.Correlations[a * count + b];
             grid.SetCell(row, static_cast<int>(b) + 1,

@@ -118,9 +118,7 @@ void OptimisePanel::ShowAnswer(const OptimiseQuestion& question, const OptimiseA
     int row = grid.FixedRows();
     for (const OptimisedVariable& found : answer.Variables) {
         const DesignVariable& variable = found.Variable;
-        grid.SetCell(row, 0,
-                     NameOf(AskedOf().Data, variable) + " [" +
-                         DisplayOf(variable, Units()).UnitLabel + "]");
+        grid.SetCell(row, 0, RowName(AskedOf().Data, variable, Units()));
         grid.SetCell(row, 1, TextOf(variable, found.Before, Units()));
         grid.SetCell(row, 2, TextOf(variable, found.After, Units()));
         grid.SetCell(row, 3, TextOf(variable, found.After - found.Before, Units()));

@@ -70,6 +70,10 @@ std::string TravelWords(const FundamentalUnits& units, double travel, const char
 
 } // namespace
 
+std::string ShortenedName(const std::string& name) {
+    return ReplaceAll(ReplaceAll(name, " pickup", ""), "  ", " ");
+}
+
 std::string PointWords(const PointCatalogue& catalogue, PointNumber number) {
     return catalogue[number].LongName + " (" + std::string(PointShortName(number)) + ")";
 }

@@ -14,6 +14,9 @@ namespace corvanta {
 /// A point by both of its names: "Rocker output (ptR1O)".
 [[nodiscard]] std::string PointWords(const PointCatalogue& catalogue, PointNumber number);
 
+/// A name without the word that all pickups have; it takes the room of those that tell them apart.
+[[nodiscard]] std::string ShortenedName(const std::string& name);
+
 /// Points by the names of their rows, the first few and how many more there are.
 [[nodiscard]] std::string RowWords(const PointCatalogue& catalogue,
                                    std::span<const PointNumber> numbers);

@@ -67,7 +67,7 @@ void SensitivityPanel::ShowAnswer(const SensitivityQuestion& question, Sensitivi
     for (const CoordinateSlope& slope : answer.Slopes) {
         const int row = grid.FixedRows() + static_cast<int>(m_rows.size());
         m_rows.push_back(slope.Coordinate);
-        grid.SetCell(row, ColCoordinate, NameOf(AskedOf().Data, slope.Coordinate));
+        grid.SetCell(row, ColCoordinate, RowName(AskedOf().Data, slope.Coordinate));
         if (!slope.PerMillimetre) {
             grid.SetCell(row, ColSlope, "-");
             grid.SetNote(row, ColSlope, slope.Reason);

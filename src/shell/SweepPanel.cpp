@@ -140,8 +140,7 @@ CStudyJob::Work SweepPanel::Prepare(const Design& design,
 }
 
 std::string SweepPanel::AxisTitle(const SweepAxis& axis) const {
-    const std::string unit = DisplayOf(VariableOf(axis), Units()).UnitLabel;
-    return NameOf(AskedOf().Data, VariableOf(axis)) + (unit.empty() ? "" : " [" + unit + "]");
+    return RowName(AskedOf().Data, VariableOf(axis), Units());
 }
 
 void SweepPanel::ShowAnswer(const SweepQuestion& question, const SweepAnswer& answer) {
@@ -171,7 +170,7 @@ void SweepPanel::ShowDesigns(const SweepQuestion& question, const SweepAnswer& a
     std::vector<std::string> heads;
     std::vector<std::string> units;
     for (const SweepAxis& axis : question.Axes) {
-        heads.push_back(NameOf(AskedOf().Data, VariableOf(axis)));
+        heads.push_back(RowName(AskedOf().Data, VariableOf(axis)));
         units.push_back(DisplayOf(VariableOf(axis), Units()).UnitLabel);
     }
     heads.insert(heads.end(), {display.Title, "Remark"});

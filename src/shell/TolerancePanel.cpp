@@ -196,7 +196,7 @@ void TolerancePanel::ShowShares(const ToleranceQuestion& question, const Toleran
     int row = grid.FixedRows();
     for (const std::size_t n : order) {
         m_rows.push_back(question.Tolerances[n].Variable);
-        grid.SetCell(row, 0, NameOf(AskedOf().Data, m_rows.back()));
+        grid.SetCell(row, 0, RowName(AskedOf().Data, m_rows.back()));
         for (std::size_t figure = 0; figure < answer.Spreads.size(); ++figure) {
             const FigureSpread& spread = answer.Spreads[figure];
             const int column = static_cast<int>(figure) + 1;

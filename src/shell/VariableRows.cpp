@@ -1,6 +1,7 @@
 #include "shell/VariableRows.h"
 
 #include "model/Failure.h"
+#include "shell/PointWords.h"
 #include "shell/TypedNumber.h"
 #include "study/Figure.h"
 
@@ -37,16 +38,23 @@ void LayOutAnswer(DataGrid& grid, std::span<const std::string> heads,
     }
 }
 
+std::string RowName(const SuspensionData& data, const DesignVariable& variable) {
+    return HasVariable(data, variable) ? ShortenedName(NameOf(data, variable)) : KeyOf(variable);
+}
+
+std::string RowName(const SuspensionData& data, const DesignVariable& variable,
+                    const FundamentalUnits& units) {
+    const std::string unit = DisplayOf(variable, units).UnitLabel;
+    return RowName(data, variable) + (unit.empty() ? "" : " [" + unit + "]");
+}
+
 void ShowVariables(DataGrid& grid, const SuspensionData& data, const FundamentalUnits& units,
                    std::span<const std::string> heads, std::span<const VariableRow> rows) {
     LayOutAnswer(grid, heads, {}, rows.size());
     int row = grid.FixedRows();
     for (const VariableRow& shown : rows) {
-        const std::string& unit = DisplayOf(shown.Variable, units).UnitLabel;
         const bool has = HasVariable(data, shown.Variable);
-        grid.SetCell(row, 0,
-                     (has ? NameOf(data, shown.Variable) : KeyOf(shown.Variable)) +
-                         (unit.empty() ? "" : " [" + unit + "]"));
+        grid.SetCell(row, 0, RowName(data, shown.Variable, units));
         int column = 1;
         for (const std::optional<double>& number : shown.Numbers) {
             grid.SetFaulty(row, column, !has);

@@ -50,6 +50,11 @@ void EraseRow(std::vector<Entry>& entries, std::size_t row) {
 [[nodiscard]] double TypedNumberOf(const DesignVariable& variable, const std::string& text,
                                    const FundamentalUnits& units);
 
+/// A variable as the rows of tables call it, with its unit or without.
+[[nodiscard]] std::string RowName(const SuspensionData& data, const DesignVariable& variable);
+[[nodiscard]] std::string RowName(const SuspensionData& data, const DesignVariable& variable,
+                                  const FundamentalUnits& units);
+
 /// A number of a variable as it is shown.
 [[nodiscard]] std::string TextOf(const DesignVariable& variable, double stored,
                                  const FundamentalUnits& units);

@@ -2,6 +2,7 @@
 
 #include "model/Failure.h"
 #include "shell/PointCells.h"
+#include "shell/PointWords.h"
 #include "shell/StepNames.h"
 #include "shell/TypedNumber.h"
 #include "study/DesignFields.h"
@@ -34,11 +35,6 @@ double& Coordinate(PointSet& points, PointNumber number, int axis) {
 
 std::string AxisName(int axis) {
     return std::string(PointAxes()[static_cast<std::size_t>(axis)].Name);
-}
-
-/// All are pickups; the word takes the room of those that tell them apart.
-std::string ShortenedName(const std::string& name) {
-    return ReplaceAll(ReplaceAll(name, " pickup", ""), "  ", " ");
 }
 
 /// A coordinate to a nanometre, so that nudges don't leave the dust of their sums behind.

@@ -135,6 +135,9 @@ class frmWorkbench final : public Window, private DocumentWatcher, private Study
     /// Shows the studies as they were last, or none.
     void ToggleStudies();
 
+    /// Takes what came out of the studies meanwhile; true when there is something to show.
+    bool PollStudies();
+
     /// Asks for a file and writes the report of the study in sight.
     void ReportStudy();
 

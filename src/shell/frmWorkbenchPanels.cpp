@@ -230,6 +230,12 @@ void frmWorkbench::ToggleStudies() {
     ShowStudy(Studies.Shown() ? std::nullopt : std::optional(m_lastStudy));
 }
 
+bool frmWorkbench::PollStudies() {
+    const bool changed = Studies.Poll();
+    m_stale = m_stale || changed;
+    return changed;
+}
+
 void frmWorkbench::ReportStudy() {
     if (const CStudyPanel* const study = Studies.InSight();
         study != nullptr && study->HasAnswer()) {
