@@ -44,7 +44,7 @@ inline constexpr std::size_t MostSweptDesigns = 10'000;
 /// One design of a sweep.
 struct SweptDesign {
     std::array<double, 2> Values{};           ///< along the axes; 0 for an axis that is not there
-    std::optional<double> Number;             ///< stored units
+    std::optional<double> Number;             ///< stored units; none where a solved design has none
     std::vector<std::optional<Curve>> Curves; ///< one for each chart; empty when none are kept
     bool Solved = false;
     std::string Failure; ///< why it is not solved; empty where a stop came first
