@@ -17,9 +17,12 @@ namespace corvanta {
 
 namespace {
 
-constexpr int FieldsInARow = 2;
+constexpr int FieldsInARow = 3;
 constexpr int MostColumn = 220;
 constexpr int NameWidth = 190;
+/// Pages of what came out.
+enum AnswerPage { PageQuestion, PageChart, FirstTable };
+
 constexpr int ProgressWidth = 120;
 constexpr int ProgressSteps = 1000;
 
@@ -95,7 +98,6 @@ QWidget* StudyPanelView::BuildQuestion() {
     for (StudyTable* const table : m_panel.Asked) {
         GridView* const view = BuildTable(m_askedTables, *table, *m_asked);
         const std::size_t n = m_askedTables.size() - 1;
-        view->MakeNarrow(NameWidth);
         view->Model().OnTyped([this, n](int row, int column, const std::string& text) {
             m_desktop.Handle([&] { m_panel.Asked_Edited(n, row, column, text); });
         });
@@ -194,6 +196,7 @@ GridView* StudyPanelView::BuildTable(std::vector<Table>& tables, StudyTable& tab
     auto* view = new GridView(table.Grid, &pages);
     view->setObjectName(QString::fromStdString(table.Name));
     view->BoundColumns(MostColumn);
+    view->MakeNarrow(NameWidth);
     connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this, [view, &table] {
         if (const std::optional<CellRange> range = view->SelectedRange()) {
             table.Selection = *range;
@@ -211,6 +214,10 @@ void StudyPanelView::BuildAnswer() {
     m_charts = new QWidget(m_answer);
     auto* sheets = new QHBoxLayout(m_charts);
     sheets->setContentsMargins(0, 0, 0, 0);
+    auto* words = new QLabel(QString::fromStdString(m_panel.Page.ToolTip), m_answer);
+    words->setAlignment(Qt::AlignCenter);
+    words->setWordWrap(true);
+    m_answer->addTab(words, tr("Question"));
     m_answer->addTab(m_charts, tr("Chart"));
     for (std::size_t n = 0; n < m_panel.Answers.size(); ++n) {
         GridView* const view = BuildTable(m_answerTables, *m_panel.Answers[n], *m_answer);
@@ -219,7 +226,6 @@ void StudyPanelView::BuildAnswer() {
             m_desktop.Handle([&] { m_panel.Answer_Clicked(n, row); });
         });
     }
-    m_answer->setTabVisible(0, false);
 }
 
 void StudyPanelView::ShowSheets() {
@@ -234,12 +240,24 @@ void StudyPanelView::ShowSheets() {
     for (std::size_t n = 0; n < m_sheets.size(); ++n) {
         m_sheets[n]->Show(m_panel.Sheets[n]);
     }
-    m_answer->setTabVisible(0, !m_sheets.empty());
+}
+
+/// Only pages with something on them; what the study answers stands there until there are any.
+void StudyPanelView::ShowPages() {
+    m_answer->setTabVisible(PageChart, !m_sheets.empty());
+    bool any = !m_sheets.empty();
+    for (std::size_t n = 0; n < m_answerTables.size(); ++n) {
+        const bool filled = m_answerTables[n].Shown->Grid.Rows() > 0;
+        m_answer->setTabVisible(FirstTable + static_cast<int>(n), filled);
+        any = any || filled;
+    }
+    m_answer->setTabVisible(PageQuestion, !any);
 }
 
 void StudyPanelView::ShowProgress() {
-    m_progress->setValue(static_cast<int>(m_panel.Progress() * ProgressSteps));
-    m_progress->setEnabled(m_panel.IsRunning());
+    m_progress->setValue(m_panel.IsRunning() ? static_cast<int>(m_panel.Progress() * ProgressSteps)
+                                             : 0);
+    m_progress->setVisible(m_panel.cmdRun.Visible);
 }
 
 void StudyPanelView::Refresh() {
@@ -251,6 +269,7 @@ void StudyPanelView::Refresh() {
         }
     }
     ShowSheets();
+    ShowPages();
 }
 
 } // namespace corvanta

@@ -44,6 +44,7 @@ class StudyPanelView final : public QWidget {
     GridView* BuildTable(std::vector<Table>& tables, StudyTable& table, QTabWidget& pages);
     void BuildAnswer();
     void ShowSheets();
+    void ShowPages();
     [[nodiscard]] std::size_t AskedTable() const;
 
     Desktop& m_desktop;

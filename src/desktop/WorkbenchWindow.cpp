@@ -295,6 +295,7 @@ void WorkbenchWindow::BuildKeys() {
     for (NumberField* const field : findChildren<NumberField*>()) {
         field->installEventFilter(this);
     }
+    add(Qt::Key_F5, [this] { m_desktop.Handle([this] { m_window.RunStudy(); }); });
     add(Qt::Key_F6, [this] { m_desktop.MainWidget()->activateWindow(); });
 }
 
@@ -391,7 +392,7 @@ void WorkbenchWindow::closeEvent(QCloseEvent* event) {
 
 void WorkbenchWindow::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_F1) {
-        m_desktop.Handle([this] { m_desktop.Main().Execute(mcWorkbenchHelp, 0); });
+        m_desktop.Handle([this] { m_window.cmdHelp_Click(); });
     } else if (event->key() == Qt::Key_Space) {
         m_travel->TogglePlay();
     } else if (event->key() == Qt::Key_Escape && m_window.Tour.IsOpen()) {

@@ -1,6 +1,7 @@
 #include "shell/RegionPanel.h"
 
 #include "model/Failure.h"
+#include "shell/PointWords.h"
 #include "shell/StudyFigures.h"
 #include "shell/VariableRows.h"
 #include "study/DesignFields.h"
@@ -89,30 +90,44 @@ void RegionPanel::PlaceBox(RegionQuestion& question) const {
     }
 }
 
+/// The question of the document, with a box around the point as long as there is none.
+RegionQuestion RegionPanel::Question() const {
+    RegionQuestion question = Questions().Region;
+    if (question.Box == RegionQuestion().Box) {
+        PlaceBox(question);
+    }
+    return question;
+}
+
 void RegionPanel::ShowQuestion() {
-    const RegionQuestion& question = Questions().Region;
+    const RegionQuestion question = Question();
     const PointCatalogue catalogue = CatalogueOf(m_desk.Program.Document.Data);
     cboPoint.Clear();
     for (const PointNumber number : AllPoints) {
         if (catalogue[number].Enabled) {
-            cboPoint.Add(catalogue[number].LongName, number);
+            cboPoint.Add(ShortenedName(catalogue[number].LongName), number);
         }
     }
     cboPoint.Select(cboPoint.FindData(question.Point));
     chkWholeGrid.Checked = question.WholeGrid;
-    std::vector<VariableRow> rows;
+    const std::string& length = Units()[ucDisplacement].Label;
+    DataGrid& grid = grdBox.Grid;
+    LayOutAnswer(grid, std::array<std::string, 4>{"Box", "From", "To", "Places"},
+                 std::array<std::string, 4>{"", length, length, ""}, 3);
     for (std::size_t axis = 0; axis < 3; ++axis) {
+        const int row = grid.FixedRows() + static_cast<int>(axis);
         const RegionAxis& side = question.Box[axis];
-        rows.push_back(
-            {CoordinateOf(question, axis), {side.Low, side.High}, {std::to_string(side.Nodes)}});
+        const PointCoordinate of = CoordinateOf(question, axis);
+        grid.SetCell(row, ColAxis, std::string(PointAxes()[axis].Name));
+        grid.SetCell(row, ColLow, TextOf(of, side.Low, Units()));
+        grid.SetCell(row, ColHigh, TextOf(of, side.High, Units()));
+        grid.SetCell(row, ColNodes, std::to_string(side.Nodes));
     }
-    ShowVariables(grdBox.Grid, m_desk.Program.Document.Data, Units(),
-                  std::array<std::string, 4>{"Box", "From", "To", "Places"}, rows);
     grdBox.Grid.Editable = true;
 }
 
 void RegionPanel::TakeFields() {
-    RegionQuestion question = Questions().Region;
+    RegionQuestion question = Question();
     question.WholeGrid = chkWholeGrid.Checked;
     const auto chosen = static_cast<PointNumber>(cboPoint.Entry(cboPoint.Index()).ItemData);
     if (chosen != question.Point) {
@@ -127,7 +142,7 @@ void RegionPanel::Fill(std::size_t /*table*/) {
 }
 
 void RegionPanel::EditCell(std::size_t /*table*/, int row, int column, const std::string& text) {
-    RegionQuestion question = Questions().Region;
+    RegionQuestion question = Question();
     const auto axis = static_cast<std::size_t>(row - grdBox.Grid.FixedRows());
     RegionAxis& side = question.Box.at(axis);
     if (column == ColNodes) {
@@ -146,7 +161,7 @@ void RegionPanel::EditCell(std::size_t /*table*/, int row, int column, const std
 
 CStudyJob::Work RegionPanel::Prepare(const Design& design,
                                      std::shared_ptr<const StudySettings> settings) {
-    RegionQuestion question = Questions().Region;
+    RegionQuestion question = Question();
     question.Targets = m_desk.Current.Study().Targets;
     if (const std::string fault = FaultOf(design, question); !fault.empty()) {
         throw Failure(fnInvalidCall, fault);

@@ -24,6 +24,7 @@ class RegionPanel final : public CStudyPanel {
     void Fill(std::size_t table) override;
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;
+    [[nodiscard]] RegionQuestion Question() const;
     void PlaceBox(RegionQuestion& question) const;
     void ShowAnswer(const RegionQuestion& question, const RegionAnswer& answer);
     void ShowSlices(const RegionQuestion& question, const RegionAnswer& answer);

@@ -8,6 +8,7 @@ namespace corvanta {
 
 CStudyPanel::CStudyPanel(Desk& desk, StudyHost& host) : m_desk(desk), m_host(host) {
     cmdRun.Caption = "&Run";
+    cmdRun.ToolTip = "Begin the study (F5)";
     cmdStop.Caption = "Sto&p";
     cmdReport.Caption = "Re&port...";
     cmdReport.ToolTip = "What was asked and found, as a PDF document or an HTML page";

@@ -102,8 +102,12 @@ void SweepPanel::RemoveRow(std::size_t /*table*/, std::size_t row) {
     Change([&](StudyQuestions& questions) { EraseRow(questions.Sweep.Axes, row); });
 }
 
+std::size_t SweepPanel::RowOf(int row) const {
+    return static_cast<std::size_t>(row - grdAxes.Grid.FixedRows());
+}
+
 void SweepPanel::EditCell(std::size_t /*table*/, int row, int column, const std::string& text) {
-    SweepAxis axis = Questions().Sweep.Axes.at(static_cast<std::size_t>(row - 1));
+    SweepAxis axis = Questions().Sweep.Axes.at(RowOf(row));
     double from = axis.Values.front();
     double to = axis.Values.back();
     std::size_t count = axis.Values.size();
@@ -118,9 +122,7 @@ void SweepPanel::EditCell(std::size_t /*table*/, int row, int column, const std:
         (column == ColFrom ? from : to) = TypedNumberOf(VariableOf(axis), text, Units());
     }
     axis.Values = EvenlySpaced(from, to, count);
-    Change([&](StudyQuestions& questions) {
-        questions.Sweep.Axes[static_cast<std::size_t>(row - 1)] = axis;
-    });
+    Change([&](StudyQuestions& questions) { questions.Sweep.Axes[RowOf(row)] = axis; });
 }
 
 CStudyJob::Work SweepPanel::Prepare(const Design& design,
@@ -140,7 +142,8 @@ CStudyJob::Work SweepPanel::Prepare(const Design& design,
 }
 
 std::string SweepPanel::AxisTitle(const SweepAxis& axis) const {
-    return RowName(AskedOf().Data, VariableOf(axis), Units());
+    const std::string unit = DisplayOf(VariableOf(axis), Units()).UnitLabel;
+    return RowName(AskedOf().Data, VariableOf(axis)) + (unit.empty() ? "" : " [" + unit + "]");
 }
 
 void SweepPanel::ShowAnswer(const SweepQuestion& question, const SweepAnswer& answer) {

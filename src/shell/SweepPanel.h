@@ -27,6 +27,7 @@ class SweepPanel final : public CStudyPanel {
     void Fill(std::size_t table) override;
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;
+    [[nodiscard]] std::size_t RowOf(int row) const;
     void AddAxis(const DesignVariable& variable);
     void ShowAnswer(const SweepQuestion& question, const SweepAnswer& answer);
     void ShowDesigns(const SweepQuestion& question, const SweepAnswer& answer);

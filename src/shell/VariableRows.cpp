@@ -44,13 +44,17 @@ std::string RowName(const SuspensionData& data, const DesignVariable& variable) 
 
 std::string RowName(const SuspensionData& data, const DesignVariable& variable,
                     const FundamentalUnits& units) {
-    const std::string unit = DisplayOf(variable, units).UnitLabel;
+    const bool isLength = std::holds_alternative<PointCoordinate>(variable);
+    const std::string unit = isLength ? "" : DisplayOf(variable, units).UnitLabel;
     return RowName(data, variable) + (unit.empty() ? "" : " [" + unit + "]");
 }
 
 void ShowVariables(DataGrid& grid, const SuspensionData& data, const FundamentalUnits& units,
                    std::span<const std::string> heads, std::span<const VariableRow> rows) {
-    LayOutAnswer(grid, heads, {}, rows.size());
+    std::vector<std::string> heading(heads.size());
+    const std::size_t numbers = rows.empty() ? 0 : rows.front().Numbers.size();
+    std::fill_n(heading.begin() + 1, numbers, units[ucDisplacement].Label);
+    LayOutAnswer(grid, heads, heading, rows.size());
     int row = grid.FixedRows();
     for (const VariableRow& shown : rows) {
         const bool has = HasVariable(data, shown.Variable);

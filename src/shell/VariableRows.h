@@ -23,8 +23,9 @@ struct VariableRow {
     std::vector<std::string> Words;             ///< in the columns behind the numbers
 };
 
-/// Fills a table with a row for each variable: its name with its unit, then the columns under their
-/// heads. Variables that the design does not have are marked as faulty.
+/// Fills a table with a row for each variable: its name, with its unit unless that is the one of
+/// lengths, which heads the numbers, then the columns under their heads. Variables that the design
+/// does not have are marked as faulty.
 void ShowVariables(DataGrid& grid, const SuspensionData& data, const FundamentalUnits& units,
                    std::span<const std::string> heads, std::span<const VariableRow> rows);
 
@@ -50,7 +51,7 @@ void EraseRow(std::vector<Entry>& entries, std::size_t row) {
 [[nodiscard]] double TypedNumberOf(const DesignVariable& variable, const std::string& text,
                                    const FundamentalUnits& units);
 
-/// A variable as the rows of tables call it, with its unit or without.
+/// A variable as the rows of tables call it, with its unit or without; coordinates are lengths.
 [[nodiscard]] std::string RowName(const SuspensionData& data, const DesignVariable& variable);
 [[nodiscard]] std::string RowName(const SuspensionData& data, const DesignVariable& variable,
                                   const FundamentalUnits& units);

@@ -135,6 +135,12 @@ class frmWorkbench final : public Window, private DocumentWatcher, private Study
     /// Shows the studies as they were last, or none.
     void ToggleStudies();
 
+    /// Begins the study in sight.
+    void RunStudy();
+
+    /// Help on the study in sight, or on the workbench.
+    void cmdHelp_Click();
+
     /// Takes what came out of the studies meanwhile; true when there is something to show.
     bool PollStudies();
 

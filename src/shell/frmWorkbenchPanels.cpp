@@ -230,6 +230,18 @@ void frmWorkbench::ToggleStudies() {
     ShowStudy(Studies.Shown() ? std::nullopt : std::optional(m_lastStudy));
 }
 
+void frmWorkbench::RunStudy() {
+    const std::optional<std::size_t> shown = Studies.Shown();
+    if (shown && Studies.All()[*shown]->cmdRun.Enabled) {
+        Studies.All()[*shown]->cmdRun_Click();
+    }
+}
+
+void frmWorkbench::cmdHelp_Click() {
+    const CStudyPanel* const study = Studies.InSight();
+    m_desk.Help.ShowHelpTopic(study == nullptr ? htWorkbench : study->HelpTopicNumber);
+}
+
 bool frmWorkbench::PollStudies() {
     const bool changed = Studies.Poll();
     m_stale = m_stale || changed;
