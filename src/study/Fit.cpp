@@ -24,6 +24,10 @@ constexpr double LinearBeyond = 1.345;
 /// Where the first of the two searches ends, of the whole work.
 constexpr double ShareOfFirst = 0.6;
 
+/// Costs that differ by a lesser share are one, when the search begins and in the end.
+constexpr double FirstCostTolerance = 1e-3;
+constexpr double CostTolerance = 1e-8;
+
 /// Below this share of the standard deviation before, one after tells something.
 constexpr double ToldBelow = 0.9;
 
@@ -173,6 +177,7 @@ LeastSquaresResult Search(CSampleRunner& runner, const Measured& measured) {
     };
     const auto solve = [&](RobustLoss loss, double scale, double from, double to) {
         problem.Loss = loss;
+        problem.CostTolerance = problem.Covariance ? CostTolerance : FirstCostTolerance;
         problem.LossScales.assign(measured.Before.size(), scale);
         problem.LossScales.resize(measured.Before.size() + problem.Start.size(), 0);
         problem.Evaluate = CSharedResiduals(runner, residuals, from, to);

@@ -17,8 +17,7 @@ namespace corvanta {
 
 namespace {
 
-/// Steps that change the cost or the variables relatively by less end the search.
-constexpr double CostTolerance = 1e-10;
+/// A step that changes the variables relatively by less ends the search.
 constexpr double StepTolerance = 1e-10;
 
 /// Singular values of the Jacobian, in difference steps, that are smaller relatively to the
@@ -261,15 +260,26 @@ class CResidual final : public ceres::CostFunction {
 };
 
 /// Ends a search between two steps.
-class CStopBetweenSteps final : public ceres::IterationCallback {
+class CEndBetweenSteps final : public ceres::IterationCallback {
   public:
-    explicit CStopBetweenSteps(const CEvaluation& evaluation) : m_evaluation(evaluation) {}
+    CEndBetweenSteps(const CEvaluation& evaluation, const std::vector<double>& enough)
+        : m_evaluation(evaluation),
+          m_enough(enough) {}
+
     ceres::CallbackReturnType operator()(const ceres::IterationSummary&) override {
-        return m_evaluation.Stopped() ? ceres::SOLVER_ABORT : ceres::SOLVER_CONTINUE;
+        if (m_evaluation.Stopped()) {
+            return ceres::SOLVER_ABORT;
+        }
+        const Point& residuals = *m_evaluation.Best().Residuals;
+        const bool done = !m_enough.empty() &&
+                          std::equal(residuals.begin(), residuals.end(), m_enough.begin(),
+                                     [](double r, double enough) { return std::abs(r) <= enough; });
+        return done ? ceres::SOLVER_TERMINATE_SUCCESSFULLY : ceres::SOLVER_CONTINUE;
     }
 
   private:
     const CEvaluation& m_evaluation;
+    const std::vector<double>& m_enough;
 };
 
 void AddResiduals(ceres::Problem& ceresProblem, const LeastSquaresProblem& problem,
@@ -300,7 +310,7 @@ ceres::Solver::Options OptionsOf(const LeastSquaresProblem& problem) {
     options.logging_type = ceres::SILENT;
     options.minimizer_progress_to_stdout = false;
     options.max_num_iterations = problem.MostIterations;
-    options.function_tolerance = CostTolerance;
+    options.function_tolerance = problem.CostTolerance;
     options.parameter_tolerance = StepTolerance;
     options.gradient_tolerance = std::numeric_limits<double>::min(); // 0 cost ends it as well
     return options;
@@ -375,20 +385,24 @@ LeastSquaresResult SolveLeastSquares(const LeastSquaresProblem& problem) {
         return result;
     }
     const std::size_t count = evaluation.Best().Residuals->size();
-    if (count == 0 || (!problem.LossScales.empty() && problem.LossScales.size() != count)) {
+    const auto fits = [&](const std::vector<double>& each) {
+        return each.empty() || each.size() == count;
+    };
+    if (count == 0 || !fits(problem.LossScales) || !fits(problem.Enough)) {
         throw Failure(fnInvalidCall, "The least squares problem is none.");
     }
     ceres::Problem ceresProblem;
     AddResiduals(ceresProblem, problem, evaluation, place);
-    CStopBetweenSteps stop(evaluation);
+    CEndBetweenSteps end(evaluation, problem.Enough);
     ceres::Solver::Options options = OptionsOf(problem);
-    options.callbacks.push_back(&stop);
+    options.callbacks.push_back(&end);
     ceres::Solver::Summary summary;
     ceres::Solve(options, &ceresProblem, &summary);
     evaluation.RethrowIfThrown();
 
     result.Stopped = evaluation.Stopped();
-    result.Converged = !result.Stopped && summary.termination_type == ceres::CONVERGENCE;
+    result.Converged = !result.Stopped && (summary.termination_type == ceres::CONVERGENCE ||
+                                           summary.termination_type == ceres::USER_SUCCESS);
     result.Iterations = std::max(static_cast<int>(summary.iterations.size()) - 1, 0);
     result.Words = WordsOf(result, summary);
     place = evaluation.Best().Place;

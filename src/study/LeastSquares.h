@@ -35,6 +35,10 @@ struct LeastSquaresProblem {
     RobustLoss Loss = RobustLoss::Huber;
     std::vector<double> LossScales; ///< of the residuals, 0 for a plain square; empty for all plain
     int MostIterations = 50;
+    double CostTolerance = 1e-10; ///< a step that lowers the cost by a lesser share is the last
+
+    /// Residuals none of which is greater than here end the search; empty to go on to the least.
+    std::vector<double> Enough;
     bool Covariance = false; ///< wanted
     std::stop_token Stop{};
 };

@@ -9,22 +9,35 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <memory>
 #include <optional>
+#include <tuple>
 #include <utility>
 
 namespace corvanta {
 
 namespace {
 
-/// How far into a band the search aims, in its half width: the pull moves a curve by less.
-constexpr double Margin = 0.02;
+/// How far into a band the search aims, in its half width.
+constexpr double Margin = 0.2;
+
+/// What a curve may be short of leaving its band by and the search still ends.
+constexpr double WithinBand = 0.98;
 
 /// Residual of a variable that stands at half the width of its box from where the design has it.
 constexpr double Pull = 1e-4;
 
 /// Half widths beyond which a deviation counts linearly.
 constexpr double LinearBeyond = 10;
+
+/// Costs that differ by a lesser share are one.
+constexpr double CostTolerance = 1e-6;
+
+/// Steps in which the best solution may come further into its bands and nearer to where the design
+/// stands; what the starts take of the whole work.
+constexpr int MostStepsMore = 15;
+constexpr double ShareOfStarts = 0.9;
 
 /// Two solutions nearer than this share of each box are one.
 constexpr double SamePlaceShare = 0.01;
@@ -35,7 +48,8 @@ double LeastHalfWidth(std::int32_t unitClass) {
     case ucAngle:
         return 0.005; // deg
     case ucDisplacement:
-        return 0.05; // mm
+        return 0.05;   // mm
+    case ucPercentage: // of 1
     case ucRatio:
     case ucTwoDecimals:
         return 0.0005;
@@ -49,6 +63,7 @@ struct Site {
     BandCorner Aim;       ///< the band with its margin
     double PerUnit = 0;   ///< residual for a deviation of 1
     double LossScale = 0; ///< of that residual
+    double Soft = 0;      ///< from the aim to the edge of the band
 };
 
 /// A question with all that its residuals need.
@@ -103,8 +118,8 @@ std::vector<Site> SitesOf(const Target& target, const Curve& curve, std::int32_t
         aim.Low += Margin * halfWidth;
         aim.High -= Margin * halfWidth;
         const double share = std::sqrt(target.Weight / static_cast<double>(travels.size()));
-        sites.push_back(
-            {aim, share / std::max(halfWidth, LeastHalfWidth(unitClass)), LinearBeyond * share});
+        const double perUnit = share / std::max(halfWidth, LeastHalfWidth(unitClass));
+        sites.push_back({aim, perUnit, LinearBeyond * share, Margin * halfWidth});
     }
     return sites;
 }
@@ -143,6 +158,15 @@ std::string Begin(Search& search, Suspension& scratch) {
     return {};
 }
 
+/// How far a value lies outside what the search aims at. Up to the edge of the band it grows with
+/// the square: where it had a kink, a step would not see the bands that it is about to leave.
+double Excess(const Site& site, double value) {
+    const double beyond = value - std::clamp(value, site.Aim.Low, site.Aim.High);
+    const double size = std::abs(beyond);
+    return size < site.Soft ? beyond * size / (2 * site.Soft)
+                            : std::copysign(size - site.Soft / 2, beyond);
+}
+
 /// How a design at a point of the variables lies to the targets, and how far it is from the base.
 std::optional<std::vector<double>> ResidualsAt(const Search& search, const std::vector<double>& x,
                                                Suspension& scratch, const std::stop_token& stop) {
@@ -159,8 +183,7 @@ std::optional<std::vector<double>> ResidualsAt(const Search& search, const std::
             if (!value) {
                 return std::nullopt;
             }
-            residuals.push_back((*value - std::clamp(*value, site.Aim.Low, site.Aim.High)) *
-                                site.PerUnit);
+            residuals.push_back(Excess(site, *value) * site.PerUnit);
         }
     }
     for (std::size_t i = 0; i < x.size(); ++i) {
@@ -183,8 +206,12 @@ LeastSquaresProblem ProblemOf(const Search& search) {
     for (const std::vector<Site>& sites : search.Sites) {
         for (const Site& site : sites) {
             problem.LossScales.push_back(site.LossScale);
+            problem.Enough.push_back(WithinBand * site.Soft / 2 * site.PerUnit);
         }
     }
+    problem.Enough.resize(problem.Enough.size() + search.Question.Free.size(),
+                          std::numeric_limits<double>::infinity());
+    problem.CostTolerance = CostTolerance;
     problem.LossScales.resize(problem.LossScales.size() + search.Question.Free.size(), 0);
     return problem;
 }
@@ -206,30 +233,76 @@ struct Arrival {
     LeastSquaresResult Result;
 };
 
+/// How a design at a point of the variables lies to the targets.
+std::vector<TargetResult> Judge(const Search& search, const std::vector<double>& x,
+                                Suspension& scratch) {
+    Design design = search.Base;
+    SetValues(design, search.Variables, x);
+    static_cast<void>(Solve(scratch, design, search.Settings, search.Cut)); // it was solved before
+    std::vector<TargetResult> results;
+    for (const Target& target : search.Question.Targets) {
+        results.push_back(JudgeTarget(target, CurveOfTarget(scratch, target)));
+    }
+    return results;
+}
+
+bool AllHold(const std::vector<TargetResult>& results) {
+    return std::all_of(results.begin(), results.end(),
+                       [](const TargetResult& result) { return result.Holds; });
+}
+
+/// Solves from the start of a problem, as the study's progress from one share to another.
+LeastSquaresResult SolveFrom(CSampleRunner& runner, const Search& search,
+                             LeastSquaresProblem& problem, double fromShare, double toShare) {
+    problem.Stop = runner.Work().Stop;
+    problem.Evaluate = CSharedResiduals(
+        runner,
+        [&](const std::vector<double>& x, Suspension& scratch) {
+            return ResidualsAt(search, x, scratch, problem.Stop);
+        },
+        fromShare * ShareOfStarts, toShare * ShareOfStarts);
+    return SolveLeastSquares(problem);
+}
+
 std::vector<Arrival> RunStarts(CSampleRunner& runner, const Search& search) {
     LeastSquaresProblem problem = ProblemOf(search);
-    problem.Stop = runner.Work().Stop;
     std::vector<Arrival> arrivals;
-    for (int start = 0; start < search.Question.Starts && !problem.Stop.stop_requested(); ++start) {
-        const double count = search.Question.Starts;
+    const double count = search.Question.Starts;
+    for (int start = 0; start < search.Question.Starts; ++start) {
+        if (runner.Work().Stop.stop_requested()) {
+            break;
+        }
         problem.Start = StartPoint(search, start);
-        problem.Evaluate = CSharedResiduals(
-            runner,
-            [&](const std::vector<double>& x, Suspension& scratch) {
-                return ResidualsAt(search, x, scratch, problem.Stop);
-            },
-            start / count, (start + 1) / count);
-        Arrival arrival{{start + 1}, SolveLeastSquares(problem)};
+        Arrival arrival{{start + 1},
+                        SolveFrom(runner, search, problem, start / count, (start + 1) / count)};
         arrival.Start.Evaluated = arrival.Result.Evaluated;
         arrival.Start.Converged = arrival.Result.Converged;
         arrival.Start.Cost = arrival.Result.Cost;
+        arrival.Start.AllHold =
+            arrival.Result.Evaluated && AllHold(Judge(search, arrival.Result.X, runner.Scratch()));
         arrivals.push_back(std::move(arrival));
     }
-    std::stable_sort(arrivals.begin(), arrivals.end(), [](const Arrival& a, const Arrival& b) {
-        return std::pair(!a.Start.Evaluated, a.Start.Cost) <
-               std::pair(!b.Start.Evaluated, b.Start.Cost);
+    const auto rank = [](const OptimisedStart& start) {
+        return std::tuple(!start.Evaluated, !start.AllHold, start.Cost);
+    };
+    std::stable_sort(arrivals.begin(), arrivals.end(), [&](const Arrival& a, const Arrival& b) {
+        return rank(a.Start) < rank(b.Start);
     });
     return arrivals;
+}
+
+/// Lets a solution that ended as soon as its targets held go on for some steps.
+LeastSquaresResult GoOn(CSampleRunner& runner, const Search& search, const Arrival& best) {
+    if (!best.Start.AllHold || best.Result.Stopped) {
+        return best.Result;
+    }
+    LeastSquaresProblem problem = ProblemOf(search);
+    problem.Enough.clear();
+    problem.MostIterations = MostStepsMore;
+    problem.Start = best.Result.X;
+    LeastSquaresResult more = SolveFrom(runner, search, problem, 1, 1 / ShareOfStarts);
+    const bool better = more.Evaluated && AllHold(Judge(search, more.X, runner.Scratch()));
+    return better ? more : best.Result;
 }
 
 bool SamePlace(const Search& search, const std::vector<double>& a, const std::vector<double>& b) {
@@ -280,14 +353,11 @@ void TellBest(OptimiseAnswer& answer, const Search& search, const LeastSquaresRe
         answer.Variables.push_back({search.Variables[i], ValueOf(search.Base, search.Variables[i]),
                                     best.X[i], best.AtBound[i]});
     }
-    static_cast<void>(Solve(scratch, answer.Best, search.Settings, search.Cut)); // it was solved
-    answer.AllHold = true;
-    for (std::size_t n = 0; n < search.Before.size(); ++n) {
-        const Target& target = search.Question.Targets[n];
-        answer.Targets.push_back(
-            {search.Before[n], JudgeTarget(target, CurveOfTarget(scratch, target))});
-        answer.AllHold = answer.AllHold && answer.Targets.back().After.Holds;
+    const std::vector<TargetResult> after = Judge(search, best.X, scratch);
+    for (std::size_t n = 0; n < after.size(); ++n) {
+        answer.Targets.push_back({search.Before[n], after[n]});
     }
+    answer.AllHold = AllHold(after);
 }
 
 /// The design as it stands: the answer of a search that was stopped before its first step.
@@ -315,15 +385,16 @@ OptimiseAnswer Optimise(CSampleRunner& runner, const Design& design,
     const std::vector<Arrival> arrivals = RunStarts(runner, search);
     OptimiseAnswer answer;
     answer.Best = design;
-    answer.Stopped = runner.Work().Stop.stop_requested();
     TellStarts(answer, search, arrivals, runner.Scratch());
     const bool arrived = !arrivals.empty() && arrivals.front().Start.Evaluated;
-    if (!arrived && !answer.Stopped) {
+    if (!arrived && !runner.Work().Stop.stop_requested()) {
         throw Failure(fnInvalidCall, "no design within the boxes can be calculated, of " +
                                          std::to_string(question.Starts) +
                                          " starts: " + answer.FirstFailure);
     }
-    TellBest(answer, search, arrived ? arrivals.front().Result : Unmoved(search), runner.Scratch());
+    TellBest(answer, search, arrived ? GoOn(runner, search, arrivals.front()) : Unmoved(search),
+             runner.Scratch());
+    answer.Stopped = runner.Work().Stop.stop_requested();
     return answer;
 }
 

@@ -44,6 +44,7 @@ struct OptimisedStart {
     int Number = 0; ///< from 1
     bool Evaluated = false;
     bool Converged = false;
+    bool AllHold = false;   ///< all targets
     bool SamePlace = false; ///< as the best one, each variable to a hundredth of its box
     double Cost = 0;
 };
@@ -54,7 +55,7 @@ struct OptimiseAnswer {
     std::vector<OptimisedVariable> Variables; ///< in the order of the question
     std::vector<TargetGain> Targets;          ///< the same
     bool AllHold = false;
-    std::vector<OptimisedStart> Starts; ///< by cost; those that could not be evaluated last
+    std::vector<OptimisedStart> Starts; ///< those that hold first, each by cost, failed ones last
     int SamePlace = 0;                  ///< how many starts came to the best one's place
     int NotEvaluated = 0;               ///< how many starts could not be calculated
     std::string FirstFailure;           ///< why, of the first of them
@@ -69,14 +70,15 @@ struct OptimiseAnswer {
 /// band at one of `TravelsInCommon`, in half widths of the band there (but never less than what the
 /// channel's unit can show), times the root of the target's weight over the number of its travels;
 /// beyond ten half widths it counts linearly, so that one target out of reach does not spoil the
-/// others. The search aims two hundredths of the half width into the bands. A pull to where the
-/// design stands, too weak to keep a curve out of its band, leaves variables that don't matter in
-/// their places and chooses one of many solutions. Targets that contradict each other come to
-/// the least sum; those that don't hold say so.
+/// others. The search aims a fifth of the half width into the bands, and from there to their edges
+/// a residual grows with the square. A start ends when all targets hold, or at the least sum; the
+/// best one goes on for some steps. A pull to where the design stands, too weak to keep a curve out
+/// of its band, leaves variables that don't matter in their places and chooses one of many
+/// solutions. Of targets that contradict each other those that don't hold say so.
 ///
-/// The best design is that of the least cost among all starts; when it is stopped, until then.
-/// Throws Failure (`fnInvalidCall`) with the fault of the question, and when no start can be
-/// calculated.
+/// The best design is that of the least cost, of the starts with which all targets hold where there
+/// are any; when it is stopped, until then. Throws Failure (`fnInvalidCall`) with the fault of the
+/// question, and when no start can be calculated.
 [[nodiscard]] OptimiseAnswer Optimise(CSampleRunner& runner, const Design& design,
                                       const OptimiseQuestion& question,
                                       const SolveSettings& settings);

@@ -57,7 +57,9 @@ TEST_F(OptimiseTest, TakesTheBumpSteerOutAndLeavesWhatDoesNotMatter) {
     EXPECT_NEAR(ValueOf(answer.Best, RodHeight), ValueOf(m_sound, RodHeight), 0.3);
     EXPECT_NEAR(answer.Variables[1].After, answer.Variables[1].Before, 0.01);
     EXPECT_FALSE(answer.Variables[0].AtBound);
-    EXPECT_EQ(answer.SamePlace, 5);
+    for (const OptimisedStart& start : answer.Starts) {
+        EXPECT_TRUE(start.AllHold && start.Converged);
+    }
     EXPECT_EQ(answer.NotEvaluated, 0);
     // What it says is what the whole grid has.
     Suspension scratch;
@@ -130,7 +132,8 @@ TEST_F(OptimiseTest, TargetsThatContradictEachOtherMeetHalfway) {
     const double up = -answer.Targets[0].After.Deviation;
     const double down = answer.Targets[1].After.Deviation;
     EXPECT_NEAR(up + down, 0.08, 1e-9);
-    EXPECT_NEAR(down / up, weight, 0.3);
+    // Seen from outside, the search aims a tenth of the half width into the bands.
+    EXPECT_NEAR((down + 0.001) / (up + 0.001), weight, 0.01);
 }
 
 TEST_F(OptimiseTest, BoxesWithoutASolvableDesignAreTold) {
