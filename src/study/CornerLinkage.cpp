@@ -260,7 +260,7 @@ double CCornerLinkage::DemandMissed(const PointSet& places, const Unknowns& unkn
 }
 
 /// The mount lies on the line through the lower joint and the top of the strut's body.
-void CCornerLinkage::PlaceStrut(Unknowns& residuals, std::size_t& n, const PointSet& places) const {
+void CCornerLinkage::AddStrutMissed(Unknowns& residuals, std::size_t& n, const PointSet& places) {
     const Vector3 line = VectorSubtract(places[ptUWO_MACPH], places[ptLWO]);
     const Directions directions =
         DirectionsOf(line, VectorSubtract(places[ptWSA], places[ptLWO])).value_or(Directions{});
@@ -279,7 +279,7 @@ Unknowns CCornerLinkage::Residuals(const Unknowns& unknowns) const {
         residuals[n++] = Span(places[ends.From], places[ends.To]) - Length(link);
     }
     if (IsStrut()) {
-        PlaceStrut(residuals, n, places);
+        AddStrutMissed(residuals, n, places);
     }
     residuals[n] = DemandMissed(places, unknowns);
     return residuals;

@@ -29,8 +29,8 @@ inline constexpr std::size_t CornerLinkCount = 9;
 
 /// The ends of a link.
 struct LinkEnds {
-    PointNumber From;
-    PointNumber To;
+    PointNumber From = ptLWIF;
+    PointNumber To = ptLWO;
 };
 [[nodiscard]] LinkEnds EndsOf(CornerLink link);
 
@@ -104,10 +104,10 @@ class CCornerLinkage {
 
     /// A point on a wishbone, in the directions of the wishbone from its outer joint.
     struct Rider {
-        PointNumber Point;
-        PointNumber Front;
-        PointNumber Rear;
-        PointNumber Joint;
+        PointNumber Point = ptPRO;
+        PointNumber Front = ptLWIF;
+        PointNumber Rear = ptLWIR;
+        PointNumber Joint = ptLWO;
         Vector3 Place{};
     };
 
@@ -115,7 +115,7 @@ class CCornerLinkage {
     void AddRider(PointNumber point, bool upper);
     void ChooseLinks();
     void PlaceUpright(const Unknowns& unknowns, PointSet& places) const;
-    void PlaceStrut(Unknowns& residuals, std::size_t& n, const PointSet& places) const;
+    static void AddStrutMissed(Unknowns& residuals, std::size_t& n, const PointSet& places);
     [[nodiscard]] double DemandMissed(const PointSet& places, const Unknowns& unknowns) const;
     [[nodiscard]] bool TurnBars(PointSet& places, std::string& fault) const;
     [[nodiscard]] std::string LengthFault(CornerLink link) const;

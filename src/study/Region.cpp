@@ -23,7 +23,7 @@ constexpr double SlopeReserve = 1.5;
 constexpr int MostNodesOfAxis = 201;
 constexpr std::size_t MostNodes = 2'000'000;
 
-/// The last place is the end of the axis to the last bit or nearly.
+/// Where a node of an axis stands, mm.
 double PlaceOf(const RegionAxis& axis, int node) {
     return axis.Nodes < 2 ? axis.Low : axis.Low + (axis.High - axis.Low) * node / (axis.Nodes - 1);
 }

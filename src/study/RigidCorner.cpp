@@ -6,6 +6,7 @@
 #include "solver/WheelAttitude.h"
 
 #include <cmath>
+#include <utility>
 
 namespace corvanta {
 
@@ -83,20 +84,19 @@ bool Close(const CCornerLinkage& linkage, Unknowns& at) {
         if (!SolveLinear(SlopesAt(linkage, at), residuals, linkage.Count(), step)) {
             return false;
         }
-        double share = 1;
-        int halvings = 0;
         const double norm = Norm(residuals);
-        for (;; share /= 2) {
-            const Unknowns next = Step(at, step, share);
-            residuals = linkage.Residuals(next);
-            if (Norm(residuals) < norm) {
-                at = next;
-                break;
-            }
-            if (++halvings > MostHalvings) {
+        double share = 1;
+        Unknowns next = Step(at, step, share);
+        residuals = linkage.Residuals(next);
+        for (int halvings = 0; !(Norm(residuals) < norm); ++halvings) {
+            if (halvings == MostHalvings) {
                 return false;
             }
+            share /= 2;
+            next = Step(at, step, share);
+            residuals = linkage.Residuals(next);
         }
+        at = next;
     }
     return Worst(residuals) < LengthTolerance;
 }
@@ -144,7 +144,7 @@ void TellWheel(CornerStance& stance, const PointSet& places) {
 
 } // namespace
 
-CRigidCorner::CRigidCorner(const Design& design) : m_base(design) {
+CRigidCorner::CRigidCorner(Design design) : m_base(std::move(design)) {
     try {
         DerivePoints(m_base.Points, m_base.Data);
         PrepareStrutGeometry(m_base.Points, m_base.Data);

@@ -29,7 +29,7 @@ struct CornerStance {
 /// taken from slopes, and the classic search for the wheel has no part in it.
 class CRigidCorner {
   public:
-    explicit CRigidCorner(const Design& design);
+    explicit CRigidCorner(Design design);
 
     /// The corner with its wheel at a travel of the contact patch from the design, mm.
     [[nodiscard]] CornerStance AtTravel(double travel, const CornerChange& change = {}) const;

@@ -63,7 +63,7 @@ Vector3 FromDirections(const Directions& directions, const Vector3& coordinates)
                      VectorScale(directions[2], coordinates.Z));
 }
 
-CRotation::CRotation(const Vector3& turn) : m_turn(turn), m_first(1), m_second(0.5) {
+CRotation::CRotation(const Vector3& turn) : m_turn(turn) {
     const double squared = DotProduct(turn, turn);
     const double angle = std::sqrt(squared);
     if (angle > SmallTurn) {

@@ -40,8 +40,8 @@ class CRotation {
 
   private:
     Vector3 m_turn;
-    double m_first;  ///< sin(a) / a
-    double m_second; ///< (1 - cos(a)) / a2
+    double m_first = 1;    ///< sin(a) / a
+    double m_second = 0.5; ///< (1 - cos(a)) / a2
 };
 
 /// A line that a body turns about.

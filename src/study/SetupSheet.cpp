@@ -63,7 +63,7 @@ std::string StepText(const Adjuster& adjuster, int count, const FundamentalUnits
     const Separators& separators = units.NumberSeparators;
     const double moved = count * StepOf(adjuster) * static_cast<double>(length.Factor);
     const std::string sign = count > 0 ? "+" : "";
-    const std::string by = sign + NumberToText(moved, separators) + " " + length.Label;
+    std::string by = sign + NumberToText(moved, separators) + " " + length.Label;
     if (adjuster.Kind == AdjusterKind::Shim) {
         return by;
     }
@@ -81,6 +81,17 @@ SheetTable::Line LineOf(const std::string& name, const std::string& step,
                                   : "-");
     }
     return line;
+}
+
+std::optional<double> ValueOf(const SheetFigure& figure, const CornerStance& stance,
+                              const Suspension& solved) {
+    if (figure.RideHeight) {
+        return stance.Corner.Points[ptRHM].Z - stance.Corner.Points[ptWTCP].Z;
+    }
+    if (figure.Of.Kind == FigureKind::AtStatic && figure.Of.Channel == chSteerAngle) {
+        return stance.Steer;
+    }
+    return FigureValue(solved, figure.Of);
 }
 
 } // namespace
@@ -133,17 +144,6 @@ CSetupBench::CSetupBench(const Design& design, const SetupQuestion& question,
       m_corner(design),
       m_base(m_corner.AtTravel(question.RideHeight)),
       m_cut(CutFor(question.Figures)) {}
-
-std::optional<double> CSetupBench::ValueOf(const SheetFigure& figure, const CornerStance& stance,
-                                           const Suspension& solved) const {
-    if (figure.RideHeight) {
-        return stance.Corner.Points[ptRHM].Z - stance.Corner.Points[ptWTCP].Z;
-    }
-    if (figure.Of.Kind == FigureKind::AtStatic && figure.Of.Channel == chSteerAngle) {
-        return stance.Steer;
-    }
-    return FigureValue(solved, figure.Of);
-}
 
 SheetState CSetupBench::StateAt(std::span<const double> counts, Suspension& scratch,
                                 const std::stop_token& stop) const {

@@ -69,9 +69,6 @@ class CSetupBench {
                                      const std::stop_token& stop = {}) const;
 
   private:
-    [[nodiscard]] std::optional<double>
-    ValueOf(const SheetFigure& figure, const CornerStance& stance, const Suspension& solved) const;
-
     const SetupQuestion& m_question;
     const SolveSettings& m_settings;
     CRigidCorner m_corner;

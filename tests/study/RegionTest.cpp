@@ -106,8 +106,8 @@ TEST_F(RegionTest, TheRefinedLatticeSaysWhatEveryNodeSays) {
         SCOPED_TRACE(box.Sample);
         Design design = DesignOf(LoadSample(box.Sample));
         design.Data.WheelTravelStepSize = 12.5;
-        RegionQuestion question = Around(design, box.Point, box.Half, 17);
-        question.Box[0].Nodes = 3;
+        RegionQuestion question = Around(design, box.Point, box.Half, 21);
+        question.Box[0] = {design.Points[box.Point].X, design.Points[box.Point].X, 1};
         question.WholeGrid = box.WholeGrid;
         question.Targets = {Held(design, box.Channel, -12.5, 12.5, box.Tolerance)};
         const RegionAnswer refined = Find(design, question);
