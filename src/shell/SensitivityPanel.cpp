@@ -13,6 +13,14 @@ namespace {
 
 enum Column { ColCoordinate, ColSlope, ColBar, Columns };
 
+/// The decimals with which the greatest of the slopes has four digits.
+std::string FormatFor(double greatest) {
+    constexpr double Digits = 4;
+    constexpr double Most = 9;
+    const double decimals = greatest > 0 ? Digits - 1 - std::floor(std::log10(greatest)) : Digits;
+    return "0." + std::string(static_cast<std::size_t>(std::clamp(decimals, 1.0, Most)), '0');
+}
+
 double SizeOf(const CoordinateSlope& slope) {
     return std::abs(slope.PerMillimetre.value_or(0));
 }
@@ -63,6 +71,7 @@ void SensitivityPanel::ShowAnswer(const SensitivityQuestion& question, Sensitivi
         grid, std::array<std::string, Columns>{"Coordinate", display.Title, ""},
         std::array<std::string, Columns>{"", display.UnitLabel + " per " + length.Label, ""},
         answer.Slopes.size());
+    const std::string format = FormatFor(greatest * std::abs(factor));
     m_rows.clear();
     for (const CoordinateSlope& slope : answer.Slopes) {
         const int row = grid.FixedRows() + static_cast<int>(m_rows.size());
@@ -75,7 +84,7 @@ void SensitivityPanel::ShowAnswer(const SensitivityQuestion& question, Sensitivi
         }
         grid.SetCell(
             row, ColSlope,
-            FormatUnsignedZero(*slope.PerMillimetre * factor, "0.0000", Units().NumberSeparators));
+            FormatUnsignedZero(*slope.PerMillimetre * factor, format, Units().NumberSeparators));
         grid.SetBar(row, ColBar, greatest > 0 ? *slope.PerMillimetre / greatest : 0);
     }
     m_words = {Page.Caption,

@@ -145,7 +145,9 @@ TEST_F(ContextMenuTest, AFileThatCanNotBeWrittenIsToldAndLeavesTheOldOne) {
     const auto plot = [&](const QString& path) { chart.SaveAs(path); };
     const auto drawing = [&](const QString& path) { corner.SaveAs(path); };
     const auto table = [&](const QString& path) { m_user.Window().Grid()->SaveCsv(path); };
-    const auto report = [&](const QString& path) { m_user.Desk.Pages().SavePdf(path.toStdString()); };
+    const auto report = [&](const QString& path) {
+        m_user.Desk.Pages().SavePdf(path.toStdString());
+    };
     for (const auto& [view, name, write] : std::vector<Writer>{{vwAngles, "table.csv", table},
                                                                {vwPlot, "plot.txt", plot},
                                                                {vwPlot, "plot.png", plot},

@@ -12,6 +12,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QProcess>
 #include <QPushButton>
 #include <QTest>
 
@@ -112,6 +113,16 @@ void WaitingUser::Press(QMessageBox::StandardButton button) {
         box->button(button)->click();
         return true;
     });
+}
+
+std::string Output(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.start(program, arguments);
+    if (!process.waitForFinished() || process.exitCode() != 0) {
+        ADD_FAILURE() << program.toStdString() << ": "
+                      << process.readAllStandardError().toStdString();
+    }
+    return process.readAllStandardOutput().toStdString();
 }
 
 DesktopUser::DesktopUser(const std::string& userFolder)

@@ -57,6 +57,9 @@ class WaitingUser {
     std::deque<std::function<bool(QWidget&)>> m_answers;
 };
 
+/// What a program of the system writes; fails the test when it does not run.
+std::string Output(const QString& program, const QStringList& arguments);
+
 /// The program in front of a user: real windows, with the message boxes and file dialogs that
 /// would wait for the user answered from scripts.
 class DesktopUser {

@@ -17,17 +17,6 @@ namespace {
 
 using testing::HasSubstr;
 
-/// What a program of the system prints on its standard output.
-std::string Output(const QString& program, const QStringList& arguments) {
-    QProcess process;
-    process.start(program, arguments);
-    if (!process.waitForFinished() || process.exitCode() != 0) {
-        ADD_FAILURE() << program.toStdString() << ": "
-                      << process.readAllStandardError().toStdString();
-    }
-    return process.readAllStandardOutput().toStdString();
-}
-
 /// The words of a text, in their order.
 QStringList Words(const std::string& text) {
     return QString::fromStdString(text).split(QRegularExpression("\\s+"), Qt::SkipEmptyParts);

@@ -181,9 +181,11 @@ TEST_F(StudyPanelsTest, TheBumpSteerIsTakenOutWithTwoCoordinates) {
     Add(panel, ptTRI, 2);
     Add(panel, ptTRI, 1);
     Add(panel, ptTRI, 1); // twice is once
-    panel.Asked_Edited(0, 2, 1, "abc");
-    EXPECT_THAT(panel.labStatus.Caption, HasSubstr("abc"));
     panel.Asked_Edited(0, 2, 1, "190");
+    EXPECT_THAT(panel.labStatus.Caption, HasSubstr("among the points"));
+    panel.Asked_Edited(0, 2, 2, "abc");
+    EXPECT_THAT(panel.labStatus.Caption, HasSubstr("abc"));
+    panel.Asked_Edited(0, 2, 2, "190");
     ASSERT_EQ(panel.grdFree.Grid.Rows(), 4);
     Run(panel);
     EXPECT_THAT(panel.labStatus.Caption, StartsWith("All targets hold"));
