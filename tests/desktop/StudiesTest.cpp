@@ -24,6 +24,7 @@ class StudiesTest : public testing::Test {
         QTest::keyClick(&m_user.Window(), Qt::Key_F6);
         View().resize(1280, 800);
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&View()));
+        View().activateWindow();
         QTest::keyClick(&View(), Qt::Key_F7);
     }
 
@@ -66,9 +67,13 @@ TEST_F(StudiesTest, AStudyIsAskedRunAndReportedByHand) {
     auto& asked = InSight<GridView>("grdTolerances");
     ASSERT_GT(asked.model()->rowCount(), 20);
     asked.setCurrentIndex(asked.model()->index(0, 0));
-    QTest::keyClick(&asked, Qt::Key_F2);
-    QTest::keyClicks(asked.findChild<QLineEdit*>(), "0.35");
-    QTest::keyClick(asked.findChild<QLineEdit*>(), Qt::Key_Return);
+    asked.edit(asked.currentIndex());
+    auto* const cell = asked.findChild<QLineEdit*>();
+    ASSERT_NE(cell, nullptr);
+    cell->selectAll();
+    QTest::keyClicks(cell, "0.35");
+    QTest::keyClick(cell, Qt::Key_Return);
+    QTest::qWait(20);
     EXPECT_EQ(asked.Model().Text(2, 1), "0.35");
     Click("cmdRemove");
     QTest::keyClick(&View(), Qt::Key_F5);
