@@ -146,12 +146,9 @@ void RegionPanel::EditCell(std::size_t /*table*/, int row, int column, const std
     const auto axis = static_cast<std::size_t>(row - grdBox.Grid.FixedRows());
     RegionAxis& side = question.Box.at(axis);
     if (column == ColNodes) {
-        NumberBox box;
-        box.Caption = "The number of places:";
-        box.Text = text;
         constexpr double Most = 201;
         side.Nodes = static_cast<int>(
-            std::min(Most, TypedPlainNumber(box, Units().NumberSeparators, 1, true)));
+            TypedCount("The number of places", text, 1, Most, Units().NumberSeparators));
     } else {
         (column == ColLow ? side.Low : side.High) =
             TypedNumberOf(CoordinateOf(question, axis), text, Units());

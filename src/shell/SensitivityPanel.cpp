@@ -35,6 +35,7 @@ SensitivityPanel::SensitivityPanel(Desk& desk, StudyHost& host)
     HelpTopicNumber = 300;
     cboFigure.Caption = "&Figure:";
     ListFigures(cboFigure);
+    cboFigure.Select(1); // the value at static is the first thing that everybody sets
     Fields = {{"cboFigure", &cboFigure}};
     Answers = {&grdSlopes};
     cmdRun.Visible = cmdStop.Visible = cmdKeep.Visible = false; // it follows every change

@@ -6,7 +6,6 @@
 
 #include <array>
 #include <cmath>
-#include <limits>
 
 namespace corvanta {
 
@@ -106,13 +105,6 @@ void SetupPanel::ShowWanted() {
     }
 }
 
-double SetupPanel::TypedNumber(const std::string& text, double least, bool whole) const {
-    NumberBox box;
-    box.Caption = "The number:";
-    box.Text = text;
-    return TypedPlainNumber(box, Units().NumberSeparators, least, whole);
-}
-
 void SetupPanel::TakeFields() {
     const double travel = TypedNumberOf(PointCoordinate{ptRHM, 2}, txtRideHeight.Text, Units());
     Change([&](StudyQuestions& questions) { questions.Setup.Sheet.RideHeight = travel; });
@@ -125,20 +117,20 @@ void SetupPanel::EditCell(std::size_t table, int row, int column, const std::str
 }
 
 void SetupPanel::EditAdjuster(std::size_t n, int column, const std::string& text) {
-    constexpr double Anything = -std::numeric_limits<double>::max();
     TurnsQuestion question = Questions().Setup;
     Adjuster& adjuster = question.Sheet.Adjusters.at(n);
     CountRange& range = question.Ranges.at(n);
     constexpr double Most = 1000;
     const auto count = [&] {
-        return static_cast<int>(std::clamp(TypedNumber(text, Anything, true), -Most, Most));
+        return static_cast<int>(
+            TypedCount("The number of steps", text, -Most, Most, Units().NumberSeparators));
     };
     switch (column) {
     case ColPitch:
         adjuster.Pitch = TypedNumberOf(PointCoordinate{ptRHM, 2}, text, Units());
         break;
     case ColPart:
-        adjuster.Part = TypedNumber(text, 0, false);
+        adjuster.Part = NumberOfText(text, "The part", "", Units().NumberSeparators);
         break;
     case ColLow:
         range.Low = count();
@@ -154,18 +146,21 @@ void SetupPanel::EditAdjuster(std::size_t n, int column, const std::string& text
 
 /// A change that is typed is wanted; "free" and "held" say what else becomes of a figure.
 void SetupPanel::EditWanted(std::size_t n, int column, const std::string& text) {
-    constexpr double Anything = -std::numeric_limits<double>::max();
     TurnsQuestion question = Questions().Setup;
     FigureWish& wish = question.Wishes.at(n);
-    const double factor = Display(question.Sheet.Figures.at(n)).Factor;
+    const FigureDisplay display = Display(question.Sheet.Figures.at(n));
+    const auto typed = [&] {
+        return NumberOfText(text, display.Title, display.UnitLabel, Units().NumberSeparators) /
+               display.Factor;
+    };
     if (column == ColHow) {
         wish.Free = !text.empty() && (text[0] == 'f' || text[0] == 'F');
         wish.Change = 0;
     } else if (column == ColChange) {
-        wish.Change = TypedNumber(text, Anything, false) / factor;
+        wish.Change = typed();
         wish.Free = false;
     } else {
-        wish.Tolerance = TypedNumber(text, 0, false) / factor;
+        wish.Tolerance = typed();
         wish.Free = false;
     }
     Change([&](StudyQuestions& questions) { questions.Setup = question; });

@@ -40,7 +40,6 @@ class SetupPanel final : public CStudyPanel {
     void ShowAnswer(const TurnsQuestion& question, const Answer& answer);
     void ShowSheet(const TurnsQuestion& question, const SetupSheet& sheet);
     void ShowTurns(const TurnsQuestion& question, const TurnsAnswer& turns);
-    [[nodiscard]] double TypedNumber(const std::string& text, double least, bool whole) const;
     [[nodiscard]] FigureDisplay Display(const SheetFigure& figure) const {
         return DisplayOf(figure, m_desk.Program.Channels, Units());
     }

@@ -141,9 +141,11 @@ bool CStudyPanel::Poll() {
     const bool wasRunning = IsRunning();
     Try([&] { show = m_job.TakeOutcome(); });
     const bool ended = wasRunning && !IsRunning();
+    const bool isWanted = !m_again && !m_isDropped;
+    m_isDropped = m_isDropped && !ended;
     if (m_again && ended) { // what came out is about what was asked before
         Begin();
-    } else if (!m_again && show && *show) {
+    } else if (isWanted && show && *show) {
         Try(*show);
     }
     return show || ended;
@@ -178,6 +180,7 @@ void CStudyPanel::SetShown(bool shown) {
 void CStudyPanel::Follow(DocumentChange change) {
     if (change == DocumentChange::Replaced) {
         m_job.Stop();
+        m_isDropped = IsRunning();
         m_again = false;
         ForgetAnswer();
     }

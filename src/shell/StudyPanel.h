@@ -197,7 +197,8 @@ class CStudyPanel {
     std::optional<Design> m_askedOf; ///< what the work or the answer is about
     std::string m_answered;          ///< what the status says of the answer
     bool m_hasAnswer = false;
-    bool m_isOld = false; ///< the document has changed since
+    bool m_isOld = false;     ///< the document has changed since
+    bool m_isDropped = false; ///< nobody wants what the work finds: another document is there
     bool m_shown = false;
     bool m_again = false; ///< the question is another since the work began
 };

@@ -3,6 +3,7 @@
 #include "model/Failure.h"
 #include "platform/ColourScale.h"
 #include "shell/AxisRange.h"
+#include "shell/PointWords.h"
 #include "shell/StudyFigures.h"
 #include "shell/VariableRows.h"
 #include "study/DesignFields.h"
@@ -10,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <sstream>
 
 namespace corvanta {
 
@@ -21,10 +23,6 @@ constexpr std::size_t FirstCount = 11; ///< values of an axis
 constexpr double FirstWay = 5;         ///< to either side of a coordinate, mm
 constexpr double FirstShare = 0.2;     ///< to either side of any other number
 constexpr std::size_t MostNamed = 9;   ///< lines of a fan that a legend has room for
-
-const DesignVariable& VariableOf(const SweepAxis& axis) {
-    return std::get<DesignVariable>(axis.What);
-}
 
 /// Numbers that make another grid have no curves to compare.
 bool CanRun(const NumberPlace& place) {
@@ -46,14 +44,6 @@ SweepPanel::SweepPanel(Desk& desk, StudyHost& host)
     cboFigure.Caption = "&Figure of the chart:";
     ListFigures(cboFigure);
     cboValue.Caption = "&Value:";
-    const std::span<const DesignField> fields = DesignFields();
-    for (std::size_t n = 0; n < fields.size(); ++n) {
-        const auto* const place = std::get_if<NumberPlace>(&fields[n].Place);
-        if (place != nullptr && CanRun(*place)) {
-            cboValue.Add(std::string(fields[n].Caption), static_cast<int>(n));
-        }
-    }
-    cboValue.Select(0);
     cmdFill.Caption = "Add &Value";
     cmdFill.ToolTip = "Add the value that is chosen above";
     Fields = {{"cboFigure", &cboFigure}, {"cboValue", &cboValue}};
@@ -62,40 +52,78 @@ SweepPanel::SweepPanel(Desk& desk, StudyHost& host)
     cmdKeep.Visible = false;
 }
 
-void SweepPanel::ShowQuestion() {
-    std::vector<VariableRow> rows;
-    for (const SweepAxis& axis : Questions().Sweep.Axes) {
-        rows.push_back({VariableOf(axis),
-                        {axis.Values.front(), axis.Values.back()},
-                        {std::to_string(axis.Values.size())}});
+void SweepPanel::ListValues() {
+    const int chosen = std::max(0, cboValue.Index());
+    const SuspensionData& data = m_desk.Program.Document.Data;
+    m_values.clear();
+    cboValue.Clear();
+    const auto add = [this](const std::string& text, const SweptValue& value) {
+        cboValue.Add(text);
+        m_values.push_back(value);
+    };
+    for (std::size_t n = 0; n < CornerLinkCount; ++n) {
+        const auto link = static_cast<CornerLink>(n);
+        if (HasLink(data, link)) {
+            add(SweptName(data, link), link);
+        }
     }
-    ShowVariables(grdAxes.Grid, m_desk.Program.Document.Data, Units(),
-                  std::array<std::string, 4>{"Runs", "From", "To", "Values"}, rows);
-    grdAxes.Grid.Editable = true;
+    for (const DesignField& field : DesignFields()) {
+        const auto* const place = std::get_if<NumberPlace>(&field.Place);
+        if (place != nullptr && CanRun(*place)) {
+            add(std::string(field.Caption), DesignVariable(DataNumber{place->Member}));
+        }
+    }
+    cboValue.Select(std::min(chosen, cboValue.Count() - 1));
 }
 
-void SweepPanel::AddAxis(const DesignVariable& variable) {
+void SweepPanel::ShowQuestion() {
+    ListValues();
+    const std::vector<SweepAxis>& axes = Questions().Sweep.Axes;
+    DataGrid& grid = grdAxes.Grid;
+    LayOutAnswer(grid, std::array<std::string, 4>{"Runs", "From", "To", "Values"}, {}, axes.size());
+    grid.Editable = true;
+    int row = grid.FixedRows();
+    for (const SweepAxis& axis : axes) {
+        const std::vector<double>& values = axis.Values;
+        const bool isEven = values == EvenlySpaced(values.front(), values.back(), values.size());
+        grid.SetCell(row, ColVariable, NameOfAxis(m_desk.Program.Document.Data, axis));
+        grid.SetCell(row, ColFrom, Text(axis, values.front()));
+        grid.SetCell(row, ColTo, Text(axis, values.back()));
+        grid.SetCell(row++, ColCount, std::to_string(values.size()) + (isEven ? "" : " in a list"));
+    }
+}
+
+std::string SweepPanel::Text(const SweepAxis& axis, double stored) const {
+    const VariableDisplay display = SweptDisplay(axis.What, Units());
+    return FormatUnsignedZero(stored * display.Factor, display.Format, Units().NumberSeparators);
+}
+
+std::string SweepPanel::NameOfAxis(const SuspensionData& data, const SweepAxis& axis) const {
+    const std::string unit = SweptDisplay(axis.What, Units()).UnitLabel;
+    return ShortenedName(SweptName(data, axis.What)) + (unit.empty() ? "" : " [" + unit + "]");
+}
+
+void SweepPanel::AddAxis(const SweptValue& what) {
     if (Questions().Sweep.Axes.size() >= 2) {
         throw Failure(fnInvalidCall, "Two values can run at once: remove one first");
     }
-    const double now = ValueOf(DesignNow(), variable);
-    const double way = std::holds_alternative<PointCoordinate>(variable)
-                           ? FirstWay
-                           : std::max(std::abs(now) * FirstShare, 1.0);
+    const double now = ValueNow(DesignNow(), what);
+    const auto* const variable = std::get_if<DesignVariable>(&what);
+    const bool isNumber = variable != nullptr && std::holds_alternative<DataNumber>(*variable);
+    const double way = isNumber ? std::max(std::abs(now) * FirstShare, 1.0) : FirstWay;
     Change([&](StudyQuestions& questions) {
-        questions.Sweep.Axes.push_back({variable, EvenlySpaced(now - way, now + way, FirstCount)});
+        questions.Sweep.Axes.push_back({what, EvenlySpaced(now - way, now + way, FirstCount)});
     });
 }
 
 void SweepPanel::AddRows(std::size_t /*table*/) {
     for (const PointCoordinate& coordinate : m_host.SelectedCoordinates()) {
-        AddAxis(coordinate);
+        AddAxis(DesignVariable(coordinate));
     }
 }
 
 void SweepPanel::Fill(std::size_t /*table*/) {
-    const auto field = static_cast<std::size_t>(cboValue.Entry(cboValue.Index()).ItemData);
-    AddAxis(DataNumber{std::get<NumberPlace>(DesignFields()[field].Place).Member});
+    AddAxis(m_values.at(static_cast<std::size_t>(cboValue.Index())));
 }
 
 void SweepPanel::RemoveRow(std::size_t /*table*/, std::size_t row) {
@@ -106,22 +134,33 @@ std::size_t SweepPanel::RowOf(int row) const {
     return static_cast<std::size_t>(row - grdAxes.Grid.FixedRows());
 }
 
+/// "190; 197.5; 205" is a list of values, a whole number how many there are from one end to the
+/// other.
 void SweepPanel::EditCell(std::size_t /*table*/, int row, int column, const std::string& text) {
     SweepAxis axis = Questions().Sweep.Axes.at(RowOf(row));
+    const VariableDisplay display = SweptDisplay(axis.What, Units());
+    const auto typed = [&](const std::string& number) {
+        return NumberOfText(number, "The value", display.UnitLabel, Units().NumberSeparators) /
+               display.Factor;
+    };
     double from = axis.Values.front();
     double to = axis.Values.back();
     std::size_t count = axis.Values.size();
-    if (column == ColCount) {
-        NumberBox box;
-        box.Caption = "The number of values:";
-        box.Text = text;
-        count = static_cast<std::size_t>(
-            std::min(TypedPlainNumber(box, Units().NumberSeparators, 1, true),
-                     static_cast<double>(MostSweptDesigns)));
+    if (column == ColCount && text.find(';') != std::string::npos) {
+        axis.Values.clear();
+        std::istringstream numbers(text);
+        for (std::string number; std::getline(numbers, number, ';');) {
+            axis.Values.push_back(typed(number));
+        }
     } else {
-        (column == ColFrom ? from : to) = TypedNumberOf(VariableOf(axis), text, Units());
+        if (column == ColCount) {
+            count = static_cast<std::size_t>(TypedCount(
+                "The number of values", text, 1, MostSweptDesigns, Units().NumberSeparators));
+        } else {
+            (column == ColFrom ? from : to) = typed(text);
+        }
+        axis.Values = EvenlySpaced(from, to, count);
     }
-    axis.Values = EvenlySpaced(from, to, count);
     Change([&](StudyQuestions& questions) { questions.Sweep.Axes[RowOf(row)] = axis; });
 }
 
@@ -141,11 +180,6 @@ CStudyJob::Work SweepPanel::Prepare(const Design& design,
     };
 }
 
-std::string SweepPanel::AxisTitle(const SweepAxis& axis) const {
-    const std::string unit = DisplayOf(VariableOf(axis), Units()).UnitLabel;
-    return RowName(AskedOf().Data, VariableOf(axis)) + (unit.empty() ? "" : " [" + unit + "]");
-}
-
 void SweepPanel::ShowAnswer(const SweepQuestion& question, const SweepAnswer& answer) {
     ShowDesigns(question, answer);
     Overlay = {};
@@ -160,9 +194,9 @@ void SweepPanel::ShowAnswer(const SweepQuestion& question, const SweepAnswer& an
     }
     m_words = {Page.Caption, {}, {found + (answer.Stopped ? ", stopped" : "")}};
     for (const SweepAxis& axis : question.Axes) {
-        m_words.Asked.push_back(AxisTitle(axis) + " from " +
-                                TextOf(VariableOf(axis), axis.Values.front(), Units()) + " to " +
-                                TextOf(VariableOf(axis), axis.Values.back(), Units()) + " in " +
+        m_words.Asked.push_back(NameOfAxis(AskedOf().Data, axis) + " from " +
+                                Text(axis, axis.Values.front()) + " to " +
+                                Text(axis, axis.Values.back()) + " in " +
                                 std::to_string(axis.Values.size()) + " values");
     }
     AnswerCame(m_words.Found.front());
@@ -173,8 +207,8 @@ void SweepPanel::ShowDesigns(const SweepQuestion& question, const SweepAnswer& a
     std::vector<std::string> heads;
     std::vector<std::string> units;
     for (const SweepAxis& axis : question.Axes) {
-        heads.push_back(RowName(AskedOf().Data, VariableOf(axis)));
-        units.push_back(DisplayOf(VariableOf(axis), Units()).UnitLabel);
+        heads.push_back(ShortenedName(SweptName(AskedOf().Data, axis.What)));
+        units.push_back(SweptDisplay(axis.What, Units()).UnitLabel);
     }
     heads.insert(heads.end(), {display.Title, "Remark"});
     units.insert(units.end(), {display.UnitLabel, ""});
@@ -185,8 +219,7 @@ void SweepPanel::ShowDesigns(const SweepQuestion& question, const SweepAnswer& a
         int column = 0;
         for (const SweepAxis& axis : question.Axes) {
             grid.SetCell(row, column,
-                         TextOf(VariableOf(axis),
-                                design.Values.at(static_cast<std::size_t>(column)), Units()));
+                         Text(axis, design.Values.at(static_cast<std::size_t>(column))));
             ++column;
         }
         grid.SetCell(row, column, NumberText(display, design.Number, Units().NumberSeparators));
@@ -198,7 +231,7 @@ void SweepPanel::ShowDesigns(const SweepQuestion& question, const SweepAnswer& a
 void SweepPanel::ShowFan(const SweepQuestion& question, const SweepAnswer& answer) {
     const SweepAxis& axis = question.Axes.front();
     const FigureDisplay display = DisplayOf(*question.Number, m_desk.Program);
-    const VariableDisplay across = DisplayOf(VariableOf(axis), Units());
+    const VariableDisplay across = SweptDisplay(axis.What, Units());
     const std::vector<Colour> colours = SequentialColours(static_cast<int>(answer.Designs.size()));
     SheetCurve line{display.Title, CurveStyle::Solid, {31, 119, 180}, false, {}};
     for (std::size_t n = 0; n < answer.Designs.size(); ++n) {
@@ -206,8 +239,7 @@ void SweepPanel::ShowFan(const SweepQuestion& question, const SweepAnswer& answe
         const bool isNamed =
             answer.Designs.size() <= MostNamed || n == 0 || n + 1 == answer.Designs.size();
         const std::string name =
-            isNamed ? TextOf(VariableOf(axis), design.Values[0], Units()) + " " + across.UnitLabel
-                    : "";
+            isNamed ? Text(axis, design.Values[0]) + " " + across.UnitLabel : "";
         for (std::size_t chart = 0; chart < design.Curves.size(); ++chart) {
             if (const std::optional<Curve>& curve = design.Curves[chart]) {
                 Overlay.Curves.push_back(
@@ -222,7 +254,8 @@ void SweepPanel::ShowFan(const SweepQuestion& question, const SweepAnswer& answe
     std::sort(line.Points.begin(), line.Points.end(),
               [](const ChartPoint& a, const ChartPoint& b) { return a.X < b.X; });
     const std::string up = display.Title + " [" + display.UnitLabel + "]";
-    Sheets.push_back(SheetOf(up, AxisTitle(axis), up, {line}, Units().NumberSeparators));
+    Sheets.push_back(
+        SheetOf(up, NameOfAxis(AskedOf().Data, axis), up, {line}, Units().NumberSeparators));
 }
 
 /// The figure over both values.
@@ -235,12 +268,12 @@ void SweepPanel::ShowMap(const SweepQuestion& question, const SweepAnswer& answe
     map.BarTitle = display.UnitLabel;
     map.UnreachedText = "can't be solved";
     const auto fill = [&](std::vector<double>& values, SheetAxis& axis, std::size_t n) {
-        const double factor = DisplayOf(VariableOf(question.Axes[n]), Units()).Factor;
+        const double factor = SweptDisplay(question.Axes[n].What, Units()).Factor;
         for (const double value : question.Axes[n].Values) {
             values.push_back(value * factor);
         }
         std::sort(values.begin(), values.end());
-        axis = {AxisTitle(question.Axes[n]), {values.front(), values.back()}};
+        axis = {NameOfAxis(AskedOf().Data, question.Axes[n]), {values.front(), values.back()}};
     };
     fill(map.X, sheet.AxisX, 0);
     fill(map.Y, sheet.AxisY, 1);

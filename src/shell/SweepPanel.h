@@ -12,7 +12,7 @@ class SweepPanel final : public CStudyPanel {
     SweepPanel(Desk& desk, StudyHost& host);
 
     ListControl cboFigure;
-    ListControl cboValue; ///< the numbers beside the points that can run
+    ListControl cboValue; ///< what can run beside coordinates
     StudyTable grdAxes;   ///< what runs, from, to, in how many values
     StudyTable grdDesigns;
 
@@ -28,13 +28,16 @@ class SweepPanel final : public CStudyPanel {
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;
     [[nodiscard]] std::size_t RowOf(int row) const;
-    void AddAxis(const DesignVariable& variable);
+    void ListValues();
+    void AddAxis(const SweptValue& what);
     void ShowAnswer(const SweepQuestion& question, const SweepAnswer& answer);
     void ShowDesigns(const SweepQuestion& question, const SweepAnswer& answer);
     void ShowFan(const SweepQuestion& question, const SweepAnswer& answer);
     void ShowMap(const SweepQuestion& question, const SweepAnswer& answer);
-    [[nodiscard]] std::string AxisTitle(const SweepAxis& axis) const;
+    [[nodiscard]] std::string Text(const SweepAxis& axis, double stored) const;
+    [[nodiscard]] std::string NameOfAxis(const SuspensionData& data, const SweepAxis& axis) const;
 
+    std::vector<SweptValue> m_values; ///< of the list
     StudyWords m_words;
 };
 

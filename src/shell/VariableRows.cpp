@@ -9,20 +9,6 @@
 
 namespace corvanta {
 
-namespace {
-
-/// What a text stands for, in the unit behind it.
-double Typed(const std::string& text, const std::string& place, const std::string& unit,
-             const Separators& separators) {
-    const auto typed = ReadTypedNumber(text, separators, unit);
-    if (!typed || TrimBlanks(text).empty()) {
-        RaiseNoNumber(place, text, separators);
-    }
-    return LeadingNumber(typed->Text);
-}
-
-} // namespace
-
 void LayOutAnswer(DataGrid& grid, std::span<const std::string> heads,
                   std::span<const std::string> units, std::size_t rows) {
     const int fixedRows = units.empty() ? 1 : 2;
@@ -76,10 +62,31 @@ std::string TextOf(const DesignVariable& variable, double stored, const Fundamen
     return FormatUnsignedZero(stored * display.Factor, display.Format, units.NumberSeparators);
 }
 
+double NumberOfText(const std::string& text, const std::string& place, const std::string& unit,
+                    const Separators& separators) {
+    const auto typed = ReadTypedNumber(text, separators, unit);
+    if (!typed || TrimBlanks(text).empty()) {
+        RaiseNoNumber(place, text, separators);
+    }
+    return LeadingNumber(typed->Text);
+}
+
+double TypedCount(const std::string& place, const std::string& text, double least, double most,
+                  const Separators& separators) {
+    const double number = NumberOfText(text, place, "", separators);
+    if (number < least || number > most || number != std::floor(number)) {
+        throw Failure(fnInvalidCall, place + " must be a whole number from " +
+                                         NumberToText(least, separators) + " to " +
+                                         NumberToText(most, separators));
+    }
+    return number;
+}
+
 double TypedNumberOf(const DesignVariable& variable, const std::string& text,
                      const FundamentalUnits& units) {
     const VariableDisplay display = DisplayOf(variable, units);
-    return Typed(text, KeyOf(variable), display.UnitLabel, units.NumberSeparators) / display.Factor;
+    return NumberOfText(text, KeyOf(variable), display.UnitLabel, units.NumberSeparators) /
+           display.Factor;
 }
 
 std::string SpreadWord(Spread spread) {
@@ -93,7 +100,7 @@ Spread SpreadOf(const std::string& text) {
 double TypedPlainNumber(NumberBox& box, const Separators& separators, double least, bool whole) {
     const std::string place = ReplaceAll(box.Caption.substr(0, box.Caption.find(':')), "&", "");
     box.Fault = true;
-    const double number = Typed(box.Text, place, box.Unit, separators);
+    const double number = NumberOfText(box.Text, place, box.Unit, separators);
     if (number < least || (whole && number != std::floor(number))) {
         throw Failure(fnInvalidCall, place + " must be a " + (whole ? "whole " : "") +
                                          "number from " + NumberToText(least, separators) + " on");

@@ -64,6 +64,15 @@ void EraseRow(std::vector<Entry>& entries, std::size_t row) {
 [[nodiscard]] std::string SpreadWord(Spread spread);
 [[nodiscard]] Spread SpreadOf(const std::string& text);
 
+/// A number that was typed in a place, in the unit behind it. Throws Failure that names the place
+/// when it is none.
+[[nodiscard]] double NumberOfText(const std::string& text, const std::string& place,
+                                  const std::string& unit, const Separators& separators);
+
+/// A whole number that was typed in a place, from `least` to `most`; throws Failure for any other.
+[[nodiscard]] double TypedCount(const std::string& place, const std::string& text, double least,
+                                double most, const Separators& separators);
+
 /// A number without a unit that was typed into a box: at least `least`, a whole one where `whole`.
 /// The box shows a text that can't be taken as a fault, and Failure tells it.
 [[nodiscard]] double TypedPlainNumber(NumberBox& box, const Separators& separators, double least,

@@ -1,6 +1,7 @@
 #include "study/Sweep.h"
 
 #include "model/Failure.h"
+#include "study/RigidCorner.h"
 #include "study/StudySolve.h"
 
 #include <algorithm>
@@ -12,12 +13,36 @@ namespace {
 
 /// Why a value can't be swept in a design; empty when it can.
 std::string FaultOfValue(const SweptValue& what, const Design& design) {
+    if (const auto* const link = std::get_if<CornerLink>(&what)) {
+        return HasLink(design.Data, *link) ? "" : "the corner has no such link";
+    }
     const auto& variable = std::get<DesignVariable>(what);
     return HasVariable(design.Data, variable) ? "" : KeyOf(variable) + " is not in play";
 }
 
-void Place(Design& design, const SweptValue& what, double value) {
-    SetValue(design, std::get<DesignVariable>(what), value);
+/// The design with the values of the axes in place. Where it can't be built so, `fault` says why.
+Design Place(Design design, const std::vector<SweepAxis>& axes, const SweptDesign& swept,
+             std::string& fault) {
+    CornerChange change;
+    bool changed = false;
+    for (std::size_t n = 0; n < axes.size(); ++n) {
+        if (const auto* const link = std::get_if<CornerLink>(&axes[n].What)) {
+            change[*link] += swept.Values[n];
+            changed = true;
+        } else {
+            SetValue(design, std::get<DesignVariable>(axes[n].What), swept.Values[n]);
+        }
+    }
+    if (!changed) {
+        return design;
+    }
+    const CRigidCorner corner(design);
+    CornerStance stance = corner.AtTravel(0);
+    if (stance.Closed) {
+        stance = corner.OnSpring(stance, change);
+    }
+    fault = stance.Fault;
+    return stance.Corner;
 }
 
 std::string FaultOfAxes(const std::vector<SweepAxis>& axes, const Design& design) {
@@ -80,6 +105,22 @@ void Read(SweptDesign& swept, const Suspension& solved, const SweepQuestion& que
 
 } // namespace
 
+std::string SweptName(const SuspensionData& data, const SweptValue& what) {
+    const auto* const link = std::get_if<CornerLink>(&what);
+    return link == nullptr ? NameOf(data, std::get<DesignVariable>(what))
+                           : NameOf(data, *link) + ", longer by";
+}
+
+VariableDisplay SweptDisplay(const SweptValue& what, const FundamentalUnits& units) {
+    const auto* const variable = std::get_if<DesignVariable>(&what);
+    return DisplayOf(variable == nullptr ? DesignVariable(PointCoordinate{}) : *variable, units);
+}
+
+double ValueNow(const Design& design, const SweptValue& what) {
+    const auto* const variable = std::get_if<DesignVariable>(&what);
+    return variable == nullptr ? 0 : ValueOf(design, *variable);
+}
+
 std::vector<double> EvenlySpaced(double from, double to, std::size_t count) {
     std::vector<double> values(count, from);
     for (std::size_t n = 1; n < count; ++n) { // this way a 0 between them is met exactly
@@ -127,9 +168,9 @@ SweepAnswer RunSweep(CSampleRunner& runner, const Design& design, const SweepQue
     }
     answer.Stopped = !runner.Run(answer.Designs.size(), [&](std::size_t n, Suspension& scratch) {
         SweptDesign& swept = answer.Designs[n];
-        Design moved = design;
-        for (std::size_t axis = 0; axis < axes.size(); ++axis) {
-            Place(moved, axes[axis].What, swept.Values[axis]);
+        const Design moved = Place(design, axes, swept, swept.Failure);
+        if (!swept.Failure.empty()) {
+            return;
         }
         const SolveResult outcome = Solve(scratch, moved, settings, cut, runner.Work().Stop);
         swept.Solved = outcome.Solved;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "study/CornerLinkage.h"
 #include "study/Curve.h"
 #include "study/DesignVariable.h"
 #include "study/StudyChart.h"
@@ -15,9 +16,19 @@
 
 namespace corvanta {
 
-/// What a sweep runs through: a variable, stored units. A variant, so that what is no number of a
-/// design, such as the length of a link, finds its place beside it.
-using SweptValue = std::variant<DesignVariable>;
+/// What a sweep runs through: a variable, or by how much a link is longer than designed, mm. With a
+/// link the corner is solved anew as it stands on its wheels, with the load of its spring as it was
+/// (`CRigidCorner::OnSpring`); that place is the static position of its curves, straight ahead.
+using SweptValue = std::variant<DesignVariable, CornerLink>;
+
+/// "Trackrod inboard pickup Z", "Pushrod, longer by".
+[[nodiscard]] std::string SweptName(const SuspensionData& data, const SweptValue& what);
+
+/// Throws Failure 1000 when the unit has no factor.
+[[nodiscard]] VariableDisplay SweptDisplay(const SweptValue& what, const FundamentalUnits& units);
+
+/// The value of a design: 0 for a link.
+[[nodiscard]] double ValueNow(const Design& design, const SweptValue& what);
 
 struct SweepAxis {
     SweptValue What;

@@ -118,10 +118,10 @@ TEST_F(StudyPanelsTest, ASweepFansItsCurvesOverTheChartsAndTwoMakeAMap) {
     Run(panel);
     EXPECT_FALSE(panel.HasAnswer() || panel.labStatus.Caption.empty());
     Add(panel, ptTRI, 2);
-    panel.Asked_Edited(0, 2, 1, "190");
-    panel.Asked_Edited(0, 2, 2, "205");
-    panel.Asked_Edited(0, 2, 3, "4");
-    EXPECT_EQ(Row(panel.grdAxes.Grid, 0), "Trackrod inboard Z|190.00|205.00|4");
+    panel.Asked_Edited(0, 1, 1, "190");
+    panel.Asked_Edited(0, 1, 2, "205");
+    panel.Asked_Edited(0, 1, 3, "4");
+    EXPECT_EQ(Row(panel.grdAxes.Grid, 0), "Trackrod inboard Z [mm]|190.00|205.00|4");
     TakeInHand(1);
     Run(panel);
     EXPECT_EQ(panel.labStatus.Caption, "4 designs");
@@ -137,9 +137,16 @@ TEST_F(StudyPanelsTest, ASweepFansItsCurvesOverTheChartsAndTwoMakeAMap) {
     EXPECT_EQ(Bench().Sheets()[1].Curves.size(), 1U);
     Add(panel, ptTRI, 1);
     EXPECT_THAT(panel.labStatus.Caption, HasSubstr("remove one first"));
-    panel.grdAxes.Selection = {2, 1, 2, 1};
+    panel.grdAxes.Selection = {1, 1, 1, 1};
     panel.cmdRemove_Click(0);
     EXPECT_THAT(Row(panel.grdAxes.Grid, 0), StartsWith("Wheelbase"));
+    panel.cmdRemove_Click(0);
+    panel.cboValue.Select(panel.cboValue.Find("Trackrod, longer by"));
+    panel.cmdFill_Click(0);
+    panel.Asked_Edited(0, 1, 3, "-1; 0; 2.5");
+    EXPECT_EQ(Row(panel.grdAxes.Grid, 0), "Trackrod, longer by [mm]|-1.00|2.50|3 in a list");
+    Run(panel);
+    EXPECT_EQ(panel.labStatus.Caption, "3 designs");
 }
 
 TEST_F(StudyPanelsTest, TolerancesBandTheChartsUntilTheDesignChanges) {
