@@ -179,9 +179,6 @@ void FitPanel::EditReading(std::size_t n, int column, const std::string& text) {
 CStudyJob::Work FitPanel::Prepare(const Design& design,
                                   std::shared_ptr<const StudySettings> settings) {
     const FitQuestion question = Questions().Fit;
-    if (const std::string fault = FaultOf(question, design, settings->Settings()); !fault.empty()) {
-        throw Failure(fnInvalidCall, fault);
-    }
     return [this, design, settings, question](const StudyWork& work, const auto&) {
         CSampleRunner runner(work);
         FitAnswer answer = Fit(runner, design, question, settings->Settings());

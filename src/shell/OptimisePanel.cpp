@@ -99,9 +99,6 @@ CStudyJob::Work OptimisePanel::Prepare(const Design& design,
                                        std::shared_ptr<const StudySettings> settings) {
     OptimiseQuestion question = Questions().Optimise;
     question.Targets = m_desk.Current.Study().Targets;
-    if (const std::string fault = FaultOf(question, design, settings->Settings()); !fault.empty()) {
-        throw Failure(fnInvalidCall, fault);
-    }
     return [this, design, settings, question](const StudyWork& work, const auto&) {
         CSampleRunner runner(work);
         OptimiseAnswer answer = Optimise(runner, design, question, settings->Settings());

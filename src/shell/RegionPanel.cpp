@@ -1,6 +1,5 @@
 #include "shell/RegionPanel.h"
 
-#include "model/Failure.h"
 #include "shell/PointWords.h"
 #include "shell/StudyFigures.h"
 #include "shell/VariableRows.h"
@@ -160,9 +159,6 @@ CStudyJob::Work RegionPanel::Prepare(const Design& design,
                                      std::shared_ptr<const StudySettings> settings) {
     RegionQuestion question = Question();
     question.Targets = m_desk.Current.Study().Targets;
-    if (const std::string fault = FaultOf(design, question); !fault.empty()) {
-        throw Failure(fnInvalidCall, fault);
-    }
     return [this, design, settings, question](const StudyWork& work, const auto&) {
         RegionAnswer answer = FindRegion(design, question, settings->Settings(), work);
         return [this, question, answer = std::move(answer)] { ShowAnswer(question, answer); };

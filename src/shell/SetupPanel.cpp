@@ -214,14 +214,8 @@ void SetupPanel::Fill(std::size_t table) {
 CStudyJob::Work SetupPanel::Prepare(const Design& design,
                                     std::shared_ptr<const StudySettings> settings) {
     const TurnsQuestion question = Questions().Setup;
-    if (const std::string fault = FaultOf(design, question.Sheet); !fault.empty()) {
-        throw Failure(fnInvalidCall, fault);
-    }
     const bool wants = std::any_of(question.Wishes.begin(), question.Wishes.end(),
                                    [](const FigureWish& wish) { return wish.Change != 0; });
-    if (const std::string fault = wants ? FaultOf(design, question) : ""; !fault.empty()) {
-        throw Failure(fnInvalidCall, fault);
-    }
     return [this, design, settings, question, wants](const StudyWork& work, const auto&) {
         Answer answer{MakeSetupSheet(design, question.Sheet, settings->Settings(), work), {}};
         if (wants && !answer.Sheet.Stopped) {

@@ -139,7 +139,14 @@ void CStudyPanel::cmdStop_Click() {
 bool CStudyPanel::Poll() {
     std::optional<CStudyJob::Show> show;
     const bool wasRunning = IsRunning();
-    Try([&] { show = m_job.TakeOutcome(); });
+    Try([&] {
+        try {
+            show = m_job.TakeOutcome();
+        } catch (...) {
+            ForgetAnswer();
+            throw;
+        }
+    });
     const bool ended = wasRunning && !IsRunning();
     const bool isWanted = !m_again && !m_isDropped;
     m_isDropped = m_isDropped && !ended;

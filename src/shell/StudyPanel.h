@@ -160,7 +160,8 @@ class CStudyPanel {
     virtual void RemoveRow(std::size_t /*table*/, std::size_t /*row*/) {}
     virtual void Fill(std::size_t /*table*/) {}
 
-    /// The work for what is asked of a design. Throws Failure when it can't be asked.
+    /// The work for what is asked of a design. It throws Failure for what can't be answered, as
+    /// this does for what can't even be asked.
     [[nodiscard]] virtual CStudyJob::Work
     Prepare(const Design& design, std::shared_ptr<const StudySettings> settings) = 0;
 

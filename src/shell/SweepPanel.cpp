@@ -170,9 +170,6 @@ CStudyJob::Work SweepPanel::Prepare(const Design& design,
     question.Charts = Charts();
     question.Number = NumberOfChart(Charts().at(m_host.ChartInHand()), cboFigure.Index(),
                                     m_desk.Current.Study().Targets);
-    if (const std::string fault = FaultOf(question, design); !fault.empty()) {
-        throw Failure(fnInvalidCall, fault);
-    }
     return [this, design, settings, question](const StudyWork& work, const auto&) {
         CSampleRunner runner(work);
         SweepAnswer answer = RunSweep(runner, design, question, settings->Settings());

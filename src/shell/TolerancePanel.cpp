@@ -1,6 +1,5 @@
 #include "shell/TolerancePanel.h"
 
-#include "model/Failure.h"
 #include "shell/StudyFigures.h"
 #include "shell/VariableRows.h"
 
@@ -115,9 +114,6 @@ CStudyJob::Work TolerancePanel::Prepare(const Design& design,
     question.Charts = Charts();
     question.Figures = DefaultFigures(question.Charts);
     question.Targets = m_desk.Current.Study().Targets;
-    if (const std::string fault = FaultOf(question, design); !fault.empty()) {
-        throw Failure(fnInvalidCall, fault);
-    }
     return [this, design, settings, question](const StudyWork& work,
                                               const CStudyJob::Interim& interim) {
         CSampleRunner runner(work);
