@@ -34,7 +34,8 @@ class ShellHost : public ViewHost {
     /// Takes what is typed in the open editor and not applied; false when that failed and was told.
     virtual bool TakeTypedEdits() = 0;
 
-    /// Asks what to do with variants and targets that no study file has; false when they must stay.
+    /// Asks what to do with variants, targets and questions that no study file has; false when they
+    /// must stay.
     virtual bool MayDropStudy() = 0;
 
     /// The geometry editor while it is open, none otherwise.

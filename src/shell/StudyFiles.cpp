@@ -270,15 +270,18 @@ bool StudyFiles::Write(const std::string& path) {
 
 bool StudyFiles::HoldsUnsaved() const {
     const StudyData& study = m_desk.Current.Study();
-    return HasMore(study.Variants, m_kept.Variants) || HasMore(study.Targets, m_kept.Targets);
+    const bool asksMore =
+        study.Questions != m_kept.Questions && study.Questions != StudyQuestions{};
+    return asksMore || HasMore(study.Variants, m_kept.Variants) ||
+           HasMore(study.Targets, m_kept.Targets);
 }
 
 bool StudyFiles::MayGo() {
     if (!HoldsUnsaved()) {
         return true;
     }
-    switch (m_desk.Messages.Ask("Save the study?\rIt holds variants or targets that are in no "
-                                "study file.",
+    switch (m_desk.Messages.Ask("Save the study?\rIt holds variants, targets or questions that "
+                                "are in no study file.",
                                 {"&Save", "Do&n't Save"}, msYesNoCancel + msExclamation)) {
     case maYes:
         return Save();

@@ -50,7 +50,8 @@ class StudyFiles final : private DocumentWatcher {
     /// Asks for a name and saves a variant as a document of its own. `variant` counts from 0.
     void SaveVariant(std::size_t variant);
 
-    /// Asks what to do with variants and targets that no file has. False when they must stay.
+    /// Asks what to do with variants, targets and questions that no file has. False when they must
+    /// stay.
     [[nodiscard]] bool MayGo();
 
     /// The study's file, empty for none.

@@ -20,7 +20,6 @@ namespace {
 /// By how much more than in the cells around it a deviation may change within a cell.
 constexpr double SlopeReserve = 1.5;
 
-constexpr int MostNodesOfAxis = 201;
 constexpr std::size_t MostNodes = 2'000'000;
 
 /// Where a node of an axis stands, mm.

@@ -22,6 +22,8 @@ struct RegionAxis {
     friend bool operator==(const RegionAxis&, const RegionAxis&) = default;
 };
 
+inline constexpr int MostNodesOfAxis = 201;
+
 /// Where may a point go?
 struct RegionQuestion {
     PointNumber Point = ptUWIF;

@@ -44,14 +44,16 @@ inline constexpr int StudyVersion = 1;
 /// `fileName` and the place: the line and column where the text is no JSON, otherwise the member,
 /// as in `variants[2].points.ptWC`. Refused are a file of another kind or a newer schema, a name
 /// that stands twice, a name within a known member that is not known, a member that is missing, and
-/// a value of the wrong type or out of its range.
+/// a value of the wrong type or out of its range. A question is read as it stands, also one that
+/// has no answer.
 [[nodiscard]] StudyData ReadStudy(std::string_view bytes, const std::string& fileName);
 
 /// The bytes of a study file, indented for the reader's eye. Every number reads back as the same
 /// double. Points that are neither in play nor away from the origin are left out. The titles of
 /// channels and the words of mechanisms are for the reader; their numbers count. Throws Failure,
 /// naming the place, for a study that `ReadStudy` would refuse: a number that is none, a text that
-/// is not UTF-8, a name that stands twice.
+/// is not UTF-8, a name that stands twice, an adjuster without its range. A question that is as at
+/// first is left out, and so are the charts, figures and targets within the questions.
 [[nodiscard]] std::string WriteStudy(const StudyData& study);
 
 /// What a study file in a folder calls a document: the relative path with "/", or the full one

@@ -1,9 +1,8 @@
 #include "model/Failure.h"
-#include "platform/Utf8.h"
 #include "study/DesignFields.h"
-#include "study/StudySchema.h"
-
-#include <nlohmann/json.hpp>
+#include "study/StudyFile.h"
+#include "study/StudyNode.h"
+#include "study/StudyQuestionsJson.h"
 
 #include <algorithm>
 #include <array>
@@ -16,33 +15,6 @@ namespace corvanta {
 namespace {
 
 using namespace studyfile;
-using Json = nlohmann::ordered_json;
-
-[[noreturn]] void Refuse(const std::string& place, const std::string& why) {
-    throw Failure(fnInvalidCall, place.empty() ? why : place + ": " + why);
-}
-
-/// A name from a file as part of a message: no longer than a reader wants to read.
-std::string ShortName(const std::string& name) {
-    constexpr std::size_t longest = 60;
-    if (name.size() <= longest) {
-        return name;
-    }
-    std::size_t length = 0;
-    for (std::size_t next = 0; next <= longest;) {
-        length = next;
-        next += std::max<std::size_t>(FirstUtf8Character(name.substr(next)).Length, 1);
-    }
-    return name.substr(0, length) + "...";
-}
-
-std::string MemberPlace(const std::string& owner, const std::string& name) {
-    return (owner.empty() ? "" : owner + ".") + ShortName(name);
-}
-
-std::string ElementPlace(const std::string& list, std::size_t index) {
-    return list + "[" + std::to_string(index) + "]";
-}
 
 // --- The text -----------------------------------------------------------------------------------
 
@@ -57,13 +29,13 @@ class TextWatch {
         case Event::array_start:
             m_levels.push_back({event == Event::array_start, 0, {}, {}});
             if (m_levels.size() > DeepestLevel) {
-                Refuse(Place(), "nested too deeply");
+                RefuseToRead(Place(), "nested too deeply");
             }
             break;
         case Event::key:
             m_levels.back().Name = parsed.get<std::string>();
             if (!m_levels.back().Names.insert(m_levels.back().Name).second) {
-                Refuse(Place(), "stands here twice");
+                RefuseToRead(Place(), "stands here twice");
             }
             break;
         case Event::object_end:
@@ -104,15 +76,15 @@ class TextWatch {
 /// `byte` counts from 1.
 [[noreturn]] void RefuseSyntax(std::string_view bytes, std::size_t byte) {
     if (byte > bytes.size()) {
-        Refuse("", "the text ends too early");
+        RefuseToRead("", "the text ends too early");
     }
     const std::string_view before = bytes.substr(0, byte == 0 ? 0 : byte - 1);
     const auto line = std::count(before.begin(), before.end(), '\n') + 1;
     const std::size_t lineEnd = before.rfind('\n');
     const std::size_t column =
         before.size() - (lineEnd == std::string_view::npos ? 0 : lineEnd + 1);
-    Refuse("line " + std::to_string(line) + ", column " + std::to_string(column + 1),
-           "this is no JSON");
+    RefuseToRead("line " + std::to_string(line) + ", column " + std::to_string(column + 1),
+                 "this is no JSON");
 }
 
 Json Parsed(std::string_view bytes) {
@@ -125,107 +97,9 @@ Json Parsed(std::string_view bytes) {
     } catch (const Json::parse_error& error) {
         RefuseSyntax(bytes, error.byte);
     } catch (const Json::out_of_range&) {
-        Refuse(watch.Place(), "the number is too large");
+        RefuseToRead(watch.Place(), "the number is too large");
     }
 }
-
-// --- Values by their place ----------------------------------------------------------------------
-
-/// A value of the file that knows where it stands.
-class Node {
-  public:
-    Node(const Json& json, std::string place) : m_json(json), m_place(std::move(place)) {}
-
-    [[noreturn]] void Refuse(const std::string& why) const { corvanta::Refuse(m_place, why); }
-
-    /// Refuses what is no object, and an object with other members than these.
-    void RequireMembers(const auto& known) const {
-        RequireObject();
-        for (const auto& member : m_json.items()) {
-            if (std::ranges::find(known, member.key()) == std::ranges::end(known)) {
-                corvanta::Refuse(MemberPlace(m_place, member.key()), "there is no such member");
-            }
-        }
-    }
-    void RequireMembers(std::initializer_list<std::string_view> known) const {
-        RequireMembers(std::vector<std::string_view>(known));
-    }
-    void RequireObject() const { Require(m_json.is_object(), "must be an object"); }
-
-    [[nodiscard]] std::optional<Node> Find(std::string_view name) const {
-        const auto found = m_json.find(std::string(name));
-        return found == m_json.end()
-                   ? std::nullopt
-                   : std::optional(Node(*found, MemberPlace(m_place, std::string(name))));
-    }
-    [[nodiscard]] Node operator[](std::string_view name) const {
-        const std::optional<Node> found = Find(name);
-        Require(found.has_value(), std::string(name) + " is missing");
-        return *found;
-    }
-
-    /// The elements of a list; none where the member is missing.
-    static std::vector<Node> Elements(const std::optional<Node>& list) {
-        std::vector<Node> elements;
-        if (list) {
-            list->Require(list->m_json.is_array(), "must be a list");
-            for (const Json& element : list->m_json) {
-                elements.emplace_back(element, ElementPlace(list->m_place, elements.size()));
-            }
-        }
-        return elements;
-    }
-
-    [[nodiscard]] double Number() const {
-        Require(m_json.is_number(), "must be a number");
-        return m_json.get<double>();
-    }
-    /// Three numbers.
-    [[nodiscard]] std::array<double, 3> Triple() const {
-        Require(m_json.is_array() && m_json.size() == 3, "must be a list of three numbers");
-        const std::vector<Node> elements = Elements(*this);
-        return {elements[0].Number(), elements[1].Number(), elements[2].Number()};
-    }
-    [[nodiscard]] std::int32_t WholeNumber(std::int32_t lowest, std::int32_t highest) const {
-        Require(m_json.is_number_integer(), "must be a whole number");
-        const auto value = m_json.get<double>();
-        Require(value >= lowest && value <= highest,
-                "must be " + std::to_string(lowest) + " to " + std::to_string(highest));
-        return m_json.get<std::int32_t>();
-    }
-    [[nodiscard]] bool Flag() const {
-        Require(m_json.is_boolean(), "must be true or false");
-        return m_json.get<bool>();
-    }
-    [[nodiscard]] std::string Text() const {
-        Require(m_json.is_string(), "must be a text");
-        return m_json.get<std::string>();
-    }
-    template <typename Value, std::size_t Count>
-    [[nodiscard]] Value Meaning(const std::array<Word<Value>, Count>& words) const {
-        const auto found = std::ranges::find(words, Text(), &Word<Value>::Text);
-        if (found == words.end()) {
-            std::string offered;
-            for (const Word<Value>& word : words) {
-                offered += (offered.empty() ? "\"" : " or \"") + std::string(word.Text) + "\"";
-            }
-            Refuse("must be " + offered);
-        }
-        return found->Meaning;
-    }
-
-    void Require(bool met, const std::string& why) const {
-        if (!met) {
-            Refuse(why);
-        }
-    }
-
-    [[nodiscard]] const Json& Value() const { return m_json; }
-
-  private:
-    const Json& m_json;
-    std::string m_place;
-};
 
 // --- Designs ------------------------------------------------------------------------------------
 
@@ -304,12 +178,6 @@ Variant ReadVariant(const Node& node, std::span<const Variant> before) {
             ReadDesign(node)};
 }
 
-int ReadChannel(const Node& node) {
-    const int channel = node.WholeNumber(1, ChannelCount);
-    node.Require(HasCurve(channel), "this channel makes no curve");
-    return channel;
-}
-
 Target ReadTarget(const Node& node) {
     node.RequireMembers({ChannelKey, TitleKey, AlongKey, BandKey, WeightKey});
     Target target{ReadChannel(node[ChannelKey]), node[AlongKey].Meaning(VariableWords), {}, 1};
@@ -344,9 +212,13 @@ void RequireVersion(const Node& root) {
 std::vector<UnknownMember> UnknownMembers(const Json& root) {
     constexpr std::array known{SchemaKey,   VersionKey, DocumentKey, BaselineKey,
                                VariantsKey, TargetsKey, ChartsKey};
+    const auto isKnown = [&](const std::string& name) {
+        return std::ranges::find(known, name) != known.end() ||
+               std::ranges::find(QuestionKeys, name) != QuestionKeys.end();
+    };
     std::vector<UnknownMember> members;
     for (const auto& member : root.items()) {
-        if (std::ranges::find(known, member.key()) == known.end()) {
+        if (!isKnown(member.key())) {
             members.push_back({member.key(), member.value().dump()});
         }
     }
@@ -371,6 +243,7 @@ StudyData StudyOf(const Json& json) {
     for (const Node& chart : Node::Elements(root.Find(ChartsKey))) {
         study.Charts.push_back(ReadChart(chart));
     }
+    study.Questions = ReadQuestions(root);
     study.Unknown = UnknownMembers(json);
     return study;
 }

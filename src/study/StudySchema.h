@@ -4,7 +4,10 @@
 #include "study/StudyFile.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
 
 /// The names and words of study files, for their reader and their writer.
@@ -18,6 +21,15 @@ inline constexpr std::string_view BaselineKey = "baseline";
 inline constexpr std::string_view VariantsKey = "variants";
 inline constexpr std::string_view TargetsKey = "targets";
 inline constexpr std::string_view ChartsKey = "charts";
+
+inline constexpr std::string_view SweepKey = "sweep";
+inline constexpr std::string_view ToleranceKey = "tolerance"; ///< also of a figure that is wanted
+inline constexpr std::string_view OptimiseKey = "optimise";
+inline constexpr std::string_view FitKey = "fit";
+inline constexpr std::string_view RegionKey = "region";
+inline constexpr std::string_view SetupKey = "setup";
+inline constexpr std::array QuestionKeys{SweepKey, ToleranceKey, OptimiseKey,
+                                         FitKey,   RegionKey,    SetupKey};
 
 inline constexpr std::string_view NameKey = "name";
 inline constexpr std::string_view NoteKey = "note";
@@ -36,6 +48,40 @@ inline constexpr std::string_view WeightKey = "weight";
 inline constexpr std::string_view KindKey = "kind";
 inline constexpr std::string_view DifferenceKey = "difference";
 
+inline constexpr std::string_view AxesKey = "axes";
+inline constexpr std::string_view VariableKey = "variable";
+inline constexpr std::string_view ValuesKey = "values";
+inline constexpr std::string_view CurvesOverTwoAxesKey = "curvesOverTwoAxes";
+inline constexpr std::string_view SamplesKey = "samples";
+inline constexpr std::string_view SeedKey = "seed";
+inline constexpr std::string_view TolerancesKey = "tolerances";
+inline constexpr std::string_view HalfWidthKey = "halfWidth";
+inline constexpr std::string_view SpreadKey = "spread";
+inline constexpr std::string_view StartsKey = "starts";
+inline constexpr std::string_view FreeKey = "free";
+inline constexpr std::string_view LowKey = "low";
+inline constexpr std::string_view HighKey = "high";
+inline constexpr std::string_view ReadingsKey = "readings";
+inline constexpr std::string_view WheelTravelKey = "wheelTravel";
+inline constexpr std::string_view RackTravelKey = "rackTravel";
+inline constexpr std::string_view ValueKey = "value";
+inline constexpr std::string_view UncertaintyKey = "uncertainty";
+inline constexpr std::string_view PointKey = "point";
+inline constexpr std::string_view BoxKey = "box";
+inline constexpr std::string_view NodesKey = "nodes";
+inline constexpr std::string_view WholeGridKey = "wholeGrid";
+inline constexpr std::string_view EveryNodeKey = "everyNode";
+inline constexpr std::string_view RideHeightKey = "rideHeight";
+inline constexpr std::string_view AdjustersKey = "adjusters";
+inline constexpr std::string_view LinkKey = "link";
+inline constexpr std::string_view PlaceKey = "place";
+inline constexpr std::string_view PitchKey = "pitch";
+inline constexpr std::string_view PartKey = "part";
+inline constexpr std::string_view FiguresKey = "figures";
+inline constexpr std::string_view FigureKey = "figure";
+inline constexpr std::string_view TravelKey = "travel";
+inline constexpr std::string_view ChangeKey = "change";
+
 /// A value and its word.
 template <typename Value>
 struct Word {
@@ -51,5 +97,53 @@ inline constexpr std::array<Word<ChartKind>, 3> KindWords{{
     {"rack travel", ChartKind::AlongRackTravel},
     {"map", ChartKind::Map},
 }};
+
+inline constexpr std::array<Word<Spread>, 2> SpreadWords{
+    {{"normal", Spread::Normal}, {"uniform", Spread::Uniform}}};
+
+inline constexpr std::array<Word<AdjusterKind>, 3> AdjusterWords{{
+    {"link length", AdjusterKind::LinkLength},
+    {"shim", AdjusterKind::Shim},
+    {"spring platform", AdjusterKind::SpringPlatform},
+}};
+
+inline constexpr std::array<Word<CornerLink>, CornerLinkCount> LinkWords{{
+    {"lower front leg", CornerLink::LowerFront},
+    {"lower rear leg", CornerLink::LowerRear},
+    {"upper front leg", CornerLink::UpperFront},
+    {"upper rear leg", CornerLink::UpperRear},
+    {"trackrod", CornerLink::TrackRod},
+    {"spring rod", CornerLink::SpringRod},
+    {"link between the rockers", CornerLink::Interconnect},
+    {"ARB drop link", CornerLink::BarDropLink},
+    {"T-bar drop link", CornerLink::TBarDropLink},
+}};
+
+/// The ride height has no kind.
+inline constexpr std::array<Word<std::optional<FigureKind>>, 6> FigureWords{{
+    {"ride height", std::nullopt},
+    {"at static", FigureKind::AtStatic},
+    {"gain at static", FigureKind::GainAtStatic},
+    {"change over travel", FigureKind::ChangeOverTravel},
+    {"range over travel", FigureKind::RangeOverTravel},
+    {"at travel", FigureKind::AtTravel},
+}};
+
+// --- Limits -------------------------------------------------------------------------------------
+
+inline constexpr std::size_t MostAxes = 2;
+inline constexpr std::string_view AxesWords = "a sweep has two axes at most";
+
+[[nodiscard]] inline std::string RangeWords(std::int64_t lowest, std::int64_t highest) {
+    return "must be " + std::to_string(lowest) + " to " + std::to_string(highest);
+}
+
+[[nodiscard]] constexpr bool IsAxisLength(std::size_t values) {
+    return values >= 1 && values <= MostSweptDesigns;
+}
+
+[[nodiscard]] inline std::string AxisLengthWords() {
+    return "must hold 1 to " + std::to_string(MostSweptDesigns) + " numbers";
+}
 
 } // namespace corvanta::studyfile

@@ -1,13 +1,11 @@
 #include "model/Failure.h"
-#include "model/NumberText.h"
 #include "study/DesignFields.h"
-#include "study/StudySchema.h"
-
-#include <nlohmann/json.hpp>
+#include "study/StudyFile.h"
+#include "study/StudyJson.h"
+#include "study/StudyQuestionsJson.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 
 namespace corvanta {
@@ -15,41 +13,6 @@ namespace corvanta {
 namespace {
 
 using namespace studyfile;
-using Json = nlohmann::ordered_json;
-
-[[noreturn]] void Refuse(const std::string& place, const std::string& why) {
-    throw Failure(fnInvalidCall, "The study can't be written: " + place + ": " + why + ".");
-}
-
-std::string Key(std::string_view key) {
-    return std::string(key);
-}
-
-std::string Member(const std::string& place, std::string_view key) {
-    return place + "." + Key(key);
-}
-
-std::string Element(std::string_view list, std::size_t index) {
-    return Key(list) + "[" + std::to_string(index) + "]";
-}
-
-Json Number(double value, const std::string& place) {
-    if (!std::isfinite(value)) {
-        Refuse(place, "it is no number");
-    }
-    return value;
-}
-
-/// Only texts that a reader takes; a JSON text is UTF-8.
-Json Text(const std::string& text, const std::string& place) {
-    Json json = text;
-    try {
-        (void)json.dump();
-    } catch (const Json::exception&) {
-        Refuse(place, "the text is not UTF-8");
-    }
-    return json;
-}
 
 // --- Designs ------------------------------------------------------------------------------------
 
@@ -61,7 +24,7 @@ struct SettingJson {
     Json operator()(const MechanismPlace& place) const {
         const std::int32_t number = Data.*place.Member;
         if (number < 0 || number > place.Highest) {
-            Refuse(Place, "there is no mechanism " + std::to_string(number));
+            RefuseToWrite(Place, "there is no mechanism " + std::to_string(number));
         }
         return {{Key(NumberKey), number}, {Key(WordsKey), place.Words(number)}};
     }
@@ -124,7 +87,7 @@ Json VariantsJson(const std::vector<Variant>& variants) {
         const std::string place = Element(VariantsKey, i);
         const std::string fault = FaultOfVariantName(std::span(variants).first(i), variant.Name);
         if (!fault.empty()) {
-            Refuse(Member(place, NameKey), fault);
+            RefuseToWrite(Member(place, NameKey), fault);
         }
         Json json = Json::object();
         json[Key(NameKey)] = Text(variant.Name, Member(place, NameKey));
@@ -137,35 +100,20 @@ Json VariantsJson(const std::vector<Variant>& variants) {
     return list;
 }
 
-template <typename Value, std::size_t Count>
-std::string WordFor(const std::array<Word<Value>, Count>& words, Value meaning) {
-    return Key(std::ranges::find(words, meaning, &Word<Value>::Meaning)->Text);
-}
-
-/// The titles of a list in its own right: those of the document's end of the car are a matter of
-/// the screen.
-std::string TitleOf(int channel) {
-    ChannelCatalogue channels;
-    FundamentalUnits units;
-    channels.ChannelsSetup(units);
-    return std::string(TrimBlanks(channels[channel].Title));
-}
-
 Json TargetsJson(const std::vector<Target>& targets) {
     Json list = Json::array();
     for (std::size_t i = 0; i < targets.size(); ++i) {
         const Target& target = targets[i];
         const std::string fault = FaultOfTarget(target);
         if (!fault.empty()) {
-            Refuse(Element(TargetsKey, i), fault);
+            RefuseToWrite(Element(TargetsKey, i), fault);
         }
         Json band = Json::array();
         for (const BandCorner& corner : target.Band) {
             band.push_back({corner.Travel, corner.Low, corner.High});
         }
         Json json = Json::object();
-        json[Key(ChannelKey)] = target.Channel;
-        json[Key(TitleKey)] = TitleOf(target.Channel);
+        AddChannel(json, target.Channel, Element(TargetsKey, i));
         json[Key(AlongKey)] = WordFor(VariableWords, target.Variable);
         json[Key(BandKey)] = std::move(band);
         json[Key(WeightKey)] = target.Weight;
@@ -178,12 +126,8 @@ Json ChartsJson(const std::vector<StudyChart>& charts) {
     Json list = Json::array();
     for (std::size_t i = 0; i < charts.size(); ++i) {
         const StudyChart& chart = charts[i];
-        if (!HasCurve(chart.Channel)) {
-            Refuse(Element(ChartsKey, i), "there is no such channel");
-        }
         Json json = Json::object();
-        json[Key(ChannelKey)] = chart.Channel;
-        json[Key(TitleKey)] = TitleOf(chart.Channel);
+        AddChannel(json, chart.Channel, Element(ChartsKey, i));
         json[Key(KindKey)] = WordFor(KindWords, chart.Kind);
         json[Key(DifferenceKey)] = chart.Difference;
         list.push_back(std::move(json));
@@ -238,10 +182,11 @@ std::string WriteStudy(const StudyData& study) {
     json[Key(VariantsKey)] = VariantsJson(study.Variants);
     json[Key(TargetsKey)] = TargetsJson(study.Targets);
     json[Key(ChartsKey)] = ChartsJson(study.Charts);
+    AddQuestions(json, study.Questions);
     for (const UnknownMember& member : study.Unknown) {
         Json value = Json::parse(member.Json, nullptr, false);
         if (value.is_discarded() || json.contains(member.Name)) {
-            Refuse(member.Name, "it is no member of a study file");
+            RefuseToWrite(member.Name, "it is no member of a study file");
         }
         json[member.Name] = std::move(value);
     }

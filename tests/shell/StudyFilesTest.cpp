@@ -133,6 +133,15 @@ TEST_F(StudyFilesTest, VariantsThatNoFileHasAreAskedAboutBeforeTheyGo) {
     m_box.Shown.clear();
     EXPECT_TRUE(m_main.QueryUnload());
     EXPECT_THAT(Prompts(), IsEmpty());
+
+    study.Questions.Optimise.Free = {{PointCoordinate{ptTRI, 2}, 90, 110}};
+    m_current.ChangeStudy(study);
+    m_box.Answers = {MessageBox::NoChoice};
+    EXPECT_FALSE(m_main.QueryUnload());
+    EXPECT_THAT(Prompts(), ElementsAre(HasSubstr("questions that are in no study file")));
+    EXPECT_TRUE(m_studies.Save());
+    EXPECT_TRUE(m_main.QueryUnload());
+    EXPECT_EQ(ReadStudy(*m_files.Bytes(Study), "").Questions, study.Questions);
 }
 
 TEST_F(StudyFilesTest, VariantsComeFromDocumentsAndGoToThem) {

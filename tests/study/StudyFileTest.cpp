@@ -13,6 +13,41 @@
 namespace corvanta::test {
 namespace {
 
+/// Each question another than at first in every part that is kept.
+StudyQuestions AskedOf(const Design& design) {
+    const PointCoordinate rod{ptTRI, 2};
+    StudyQuestions asked;
+    asked.Sweep = {{{CornerLink::TrackRod, EvenlySpaced(-1, 1.1, 4)},
+                    {DesignVariable(DataNumber{&SuspensionData::KSpring}), {0.1 + 0.2}}},
+                   {},
+                   {},
+                   true};
+    asked.Tolerance.Tolerances = {{PointCoordinate{ptUWO, 0}, 1.0 / 3, Spread::Uniform},
+                                  {rod, 0.25, Spread::Normal}};
+    asked.Tolerance.Samples = 20;
+    asked.Tolerance.Seed = 18446744073709551615U;
+    asked.Optimise.Free = {{rod, -1e-310, 101.5}, {PointCoordinate{ptTRO, 1}, 7, -7}};
+    asked.Optimise.Starts = 7;
+    asked.Optimise.Seed = 9007199254740993U; // no double
+    asked.Fit = {{{rod, -0.5, Spread::Uniform}},
+                 {{-25, 3, chCamberAngle, -1.1, 0.05}, {1e300, -2.5, chSteerAngle, 1, 0}}};
+    asked.Region = {ptLWIF, {{{-1, 1.7, 201}, {5, 5, 1}, {3, 2, 4}}}, {}, true, true};
+    SetupQuestion& sheet = asked.Setup.Sheet;
+    sheet = {AdjustersOf(design.Data), SheetFiguresOf(design.Data), 12.5};
+    for (std::size_t n = 0; n < CornerLinkCount; ++n) {
+        sheet.Adjusters.push_back({"ü", AdjusterKind::LinkLength, static_cast<CornerLink>(n)});
+        sheet.Adjusters.back().Part = 1.0 / 6;
+    }
+    for (const FigureKind kind : {FigureKind::GainAtStatic, FigureKind::ChangeOverTravel,
+                                  FigureKind::RangeOverTravel, FigureKind::AtTravel}) {
+        sheet.Figures.push_back({false, {chAckerman, kind, vvAlongRackTravel}});
+    }
+    sheet.Figures.back().Of.Travel = 8.1;
+    asked.Setup.Ranges.assign(sheet.Adjusters.size(), {-3, 4});
+    asked.Setup.Wishes.assign(sheet.Figures.size(), {false, 3.3, 0.1});
+    return asked;
+}
+
 StudyData Study() {
     StudyData study;
     study.Document = "../cars/Größe.WSP";
@@ -25,6 +60,7 @@ StudyData Study() {
     study.Charts = {{chCamberAngle, ChartKind::Map, true},
                     {chSteerAngleBump, ChartKind::AlongWheelTravel, false},
                     {chAckerman, ChartKind::AlongRackTravel, false}};
+    study.Questions = AskedOf(*study.Baseline);
     return study;
 }
 
@@ -127,13 +163,38 @@ TEST(StudyFileTest, IsWrittenForTheReadersEye) {
     EXPECT_THAT(text, HasSubstr("\"channel\": 37,\n      \"title\": \"Steer Angle - Bump\",\n"
                                 "      \"along\": \"wheel travel\",\n      \"band\": [\n"
                                 "        [-25.0, -0.02, 0.02],\n"));
+    EXPECT_THAT(text, HasSubstr("\"variable\": \"ptTRI.Z\",\n        \"low\": -1e-310,\n"));
+    EXPECT_THAT(text, HasSubstr("\"kind\": \"link length\",\n        \"link\": \"trackrod\",\n"));
+}
+
+TEST(StudyFileTest, QuestionsAsAtFirstAreLeftOut) {
+    EXPECT_EQ(WriteStudy({}), "{\n  \"schema\": \"corvanta-study\",\n  \"version\": 1,\n"
+                              "  \"document\": \"\",\n  \"variants\": [],\n  \"targets\": [],\n"
+                              "  \"charts\": []\n}\n");
+}
+
+TEST(StudyFileTest, AQuestionReadBackHasTheSameAnswer) {
+    const StudyData study = Study();
+    const auto curve = [&](const StudyData& asking) {
+        ToleranceQuestion question = asking.Questions.Tolerance;
+        question.Charts = asking.Charts;
+        const FundamentalUnits units = MetricUnits();
+        const ChannelCatalogue channels = MetricChannels();
+        CSampleRunner runner({});
+        return FindTolerance(runner, *asking.Baseline, question, {units, channels})
+            .Bands.at(1)
+            .High;
+    };
+    EXPECT_THAT(curve(study), SizeIs(testing::Gt(10U)));
+    EXPECT_EQ(curve(ReadStudy(WriteStudy(study), "")), curve(study));
 }
 
 TEST(StudyFileTest, CutAnywhereIsRefusedWhole) {
     StudyData small = Study();
     small.Variants.clear();
     const std::string text = WriteStudy(small);
-    for (std::size_t length = 0; length + 1 < text.size(); ++length) {
+    constexpr std::size_t step = 7; // meets every kind of place in so long a text
+    for (std::size_t length = 0; length + 1 < text.size(); length += step) {
         ASSERT_THAT(Reason(text.substr(0, length)), HasSubstr("front.study can't be read"))
             << length;
     }
@@ -191,6 +252,29 @@ TEST(StudyFileTest, NamesThePlaceOfWhatItRefuses) {
              {R"("kind": "map")", R"("kind": "pie")",
               R"(charts[0].kind: must be "wheel travel" or "rack travel" or "map")"},
              {R"("targets": [)", R"("targets": {}, "more": [)", "targets: must be a list"},
+             {R"("link": "trackrod")", R"("link": "track")",
+              "sweep.axes[0].link: must be \"lower f"},
+             {R"("variable": "KSpring")", R"("variable": "ptTRI.W")",
+              "sweep.axes[1].variable: there is no such coordinate or value"},
+             {"[0.30000000000000004]", "[]", "sweep.axes[1].values: must hold 1 to 10000 numbers"},
+             {R"("axes": [)", R"("axes": [{"variable": "KARB", "values": [1]},)",
+              "sweep.axes: a sweep has two axes at most"},
+             {R"("samples": 20)", R"("samples": 10001)", "tolerance.samples: must be 1 to 10000"},
+             {"18446744073709551615", "18446744073709551616", "tolerance.seed: must be a whole"},
+             {R"("spread": "uniform")", R"("spread": "flat")",
+              R"(tolerance.tolerances[0].spread: must be "normal" or "uniform")"},
+             {R"("starts": 7)", R"("starts": 0)", "optimise.starts: must be 1 to 1000"},
+             {R"("low": 7.0)", R"("low": "7")", "optimise.free[1].low: must be a number"},
+             {R"("low": 7.0,)", "", "optimise.free[1]: low is missing"},
+             {R"("rackTravel": -2.5)", R"("rack": -2.5)", "fit.readings[1].rack: there is no such"},
+             {R"("point": "ptLWIF")", R"("point": "ptXYZ")",
+              "region.point: there is no such point"},
+             {R"("nodes": 201)", R"("nodes": 202)", "region.box.X.nodes: must be 1 to 201"},
+             {R"("link": "lower rear leg")", R"("place": "ptTRO.Z")",
+              "setup.adjusters[1]: link is missing"},
+             {R"("place": "ptUWO.Y")", R"("place": "KARB")", "must be a coordinate of a point"},
+             {R"("figure": "at travel")", R"("figure": "at static")",
+              ".travel: there is no such member"},
          }) {
         EXPECT_THAT(Reason(Changed(damage.From, damage.To)), HasSubstr(damage.Place));
     }
@@ -246,6 +330,16 @@ TEST(StudyFileTest, WritesNothingThatItWouldRefuse) {
                 HasSubstr("targets[1]"));
     EXPECT_THAT(reason([](StudyData& study) { study.Charts[2].Channel = 0; }),
                 HasSubstr("charts[2]"));
+    EXPECT_THAT(reason([](StudyData& study) { study.Questions.Setup.Ranges.pop_back(); }),
+                HasSubstr("setup.adjusters: every adjuster needs a range"));
+    EXPECT_THAT(reason([](StudyData& study) { study.Questions.Setup.Wishes.clear(); }),
+                HasSubstr("setup.figures"));
+    EXPECT_THAT(reason([](StudyData& study) { study.Questions.Sweep.Axes[1].Values.clear(); }),
+                HasSubstr("sweep.axes[1].values: must hold 1 to 10000"));
+    EXPECT_THAT(reason([](StudyData& study) { study.Questions.Tolerance.Samples = 1U << 31; }),
+                HasSubstr("tolerance.samples: must be 1 to 10000"));
+    EXPECT_THAT(reason([](StudyData& study) { study.Questions.Fit.Readings[1].Channel = 0; }),
+                HasSubstr("fit.readings[1]"));
     EXPECT_THAT(reason([](StudyData& study) {
                     study.Unknown = {{"charts", "1"}};
                 }),
