@@ -49,6 +49,7 @@ GridView::GridView(const DataGrid& grid, QWidget* parent) : QTableView(parent), 
 
 void GridView::Refresh() {
     m_model.Refresh();
+    m_rowHeads->setVisible(m_model.Grid().FixedColumns() > 0);
     FitColumns();
     PlaceCorner();
     viewport()->update();

@@ -1,6 +1,7 @@
 #include "shell/SetupPanel.h"
 
 #include "model/Failure.h"
+#include "shell/AxisRange.h"
 #include "shell/StudyFigures.h"
 #include "shell/VariableRows.h"
 
@@ -28,6 +29,12 @@ std::string TurnsText(const Adjuster& adjuster, int count, const Separators& sep
     return adjuster.Kind == AdjusterKind::Shim
                ? sign + std::to_string(count) + (std::abs(count) == 1 ? " shim" : " shims")
                : sign + NumberToText(count * adjuster.Part, separators) + " turns";
+}
+
+/// So much off is as good as met at first: fifty of the last digit, such as 0.05 deg or 0.5 mm.
+double UsualTolerance(const FigureDisplay& display) {
+    constexpr double Digits = 50;
+    return Digits * CAxisRange(display.Format).LastDigit() / std::abs(display.Factor);
 }
 
 } // namespace
@@ -206,7 +213,10 @@ void SetupPanel::Fill(std::size_t table) {
         }
         if (table == TabWanted || question.Sheet.Figures.empty()) {
             question.Sheet.Figures = SheetFiguresOf(data);
-            question.Wishes.assign(question.Sheet.Figures.size(), {});
+            question.Wishes.clear();
+            for (const SheetFigure& figure : question.Sheet.Figures) {
+                question.Wishes.push_back({true, 0, UsualTolerance(Display(figure))});
+            }
         }
     });
 }

@@ -103,11 +103,11 @@ void CStudyPanel::Change(const std::function<void(StudyQuestions&)>& change) {
 
 /// Begins the work, or has it begin when the one that runs has ended.
 void CStudyPanel::Begin() {
-    if (IsRunning()) {
-        m_job.Stop();
+    if (!m_again || !m_shown || !m_desk.Program.Document.DataLoaded) {
         return;
     }
-    if (!m_again || !m_shown || !m_desk.Program.Document.DataLoaded) {
+    if (IsRunning()) {
+        m_job.Stop();
         return;
     }
     m_again = false;
@@ -161,6 +161,14 @@ bool CStudyPanel::Poll() {
 void CStudyPanel::AnswerCame(const std::string& status) {
     m_hasAnswer = true;
     labStatus.Caption = status;
+    if (m_isOld) {
+        ShowAsOld();
+    }
+}
+
+void CStudyPanel::ShowAsOld() {
+    Overlay = {};
+    labStatus.Caption = "Of the design before its last change: run it again";
 }
 
 void CStudyPanel::ForgetAnswer() {
@@ -198,8 +206,7 @@ void CStudyPanel::Follow(DocumentChange change) {
     if (IsLive() && (isOld || !m_askedOf || change == DocumentChange::Beside)) {
         m_again = true;
     } else if (isOld && !std::exchange(m_isOld, true) && !IsRunning() && m_hasAnswer) {
-        Overlay = {};
-        labStatus.Caption = "Of the design before its last change: run it again";
+        ShowAsOld();
     }
     if (m_shown) {
         ShowQuestion();

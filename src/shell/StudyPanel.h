@@ -193,6 +193,7 @@ class CStudyPanel {
     void Begin();
     void ShowButtons();
     void ForgetAnswer();
+    void ShowAsOld();
 
     CStudyJob m_job;
     std::optional<Design> m_askedOf; ///< what the work or the answer is about

@@ -174,9 +174,14 @@ void TolerancePanel::ShowShares(const ToleranceQuestion& question, const Toleran
     });
     std::vector<std::string> heads{"Coordinate"};
     std::vector<std::string> units{""};
-    for (const Figure& figure : question.Figures) {
-        heads.push_back(DisplayOf(figure, m_desk.Program.Channels, Units()).Title);
-        units.emplace_back("% of the variance");
+    std::vector<const FigureSpread*> shown; // what nothing spreads has no shares
+    for (std::size_t figure = 0; figure < answer.Spreads.size(); ++figure) {
+        if (answer.Spreads[figure].StandardDeviation > 0) {
+            heads.push_back(
+                DisplayOf(question.Figures[figure], m_desk.Program.Channels, Units()).Title);
+            units.emplace_back("% of the variance");
+            shown.push_back(&answer.Spreads[figure]);
+        }
     }
     DataGrid& grid = grdShares.Grid;
     LayOutAnswer(grid, heads, units, order.size() + 1);
@@ -193,20 +198,20 @@ void TolerancePanel::ShowShares(const ToleranceQuestion& question, const Toleran
     for (const std::size_t n : order) {
         m_rows.push_back(question.Tolerances[n].Variable);
         grid.SetCell(row, 0, RowName(AskedOf().Data, m_rows.back()));
-        for (std::size_t figure = 0; figure < answer.Spreads.size(); ++figure) {
-            const FigureSpread& spread = answer.Spreads[figure];
-            const int column = static_cast<int>(figure) + 1;
-            if (spread.Shares.empty()) {
-                grid.SetCell(row, column, "-");
+        int column = 1;
+        for (const FigureSpread* const spread : shown) {
+            if (spread->Shares.empty()) {
+                grid.SetCell(row, column++, "-");
             } else {
-                show(row, column, spread.Shares[n], true);
+                show(row, column++, spread->Shares[n], true);
             }
         }
         ++row;
     }
     grid.SetCell(row, 0, "Not explained by straight lines");
-    for (std::size_t figure = 0; figure < answer.Spreads.size(); ++figure) {
-        show(row, static_cast<int>(figure) + 1, answer.Spreads[figure].Unexplained, false);
+    int column = 1;
+    for (const FigureSpread* const spread : shown) {
+        show(row, column++, spread->Unexplained, false);
     }
 }
 

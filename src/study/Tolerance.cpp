@@ -338,7 +338,8 @@ std::vector<Tolerance> DefaultTolerances(const SuspensionData& data) {
 std::vector<Figure> DefaultFigures(const std::vector<StudyChart>& charts) {
     std::vector<Figure> figures;
     for (const StudyChart& chart : charts) {
-        for (const FigureKind kind : {FigureKind::AtStatic, FigureKind::RangeOverTravel}) {
+        for (const FigureKind kind :
+             {FigureKind::AtStatic, FigureKind::GainAtStatic, FigureKind::RangeOverTravel}) {
             const Figure figure{chart.Channel, kind, TravelOf(chart)};
             if (IsLine(chart) &&
                 std::find(figures.begin(), figures.end(), figure) == figures.end()) {

@@ -33,8 +33,9 @@ struct Tolerance {
 /// The wheel, the ride height's reference point and the pivots of a T-bar have none.
 [[nodiscard]] std::vector<Tolerance> DefaultTolerances(const SuspensionData& data);
 
-/// The value at static and the range over travel of the channel of every chart that is no map, each
-/// once. At static alone would tell little: many channels are 0 there, or decided by the wheel.
+/// The value and the gain at static and the range over travel of the channel of every chart that is
+/// no map, each once. The value alone would tell little, as many are 0 at static or decided by the
+/// wheel; nor would the range, which is no straight line where a curve is nearly level.
 [[nodiscard]] std::vector<Figure> DefaultFigures(const std::vector<StudyChart>& charts);
 
 /// How much do tolerances spread the curves?

@@ -13,6 +13,7 @@
 #include "tests/desktop/DesktopUser.h"
 #include "tests/desktop/Photographer.h"
 #include "tests/desktop/SampleSheets.h"
+#include "tests/desktop/StudyScreenshots.h"
 #include "tests/desktop/WorkbenchScreenshots.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/TemporaryFolder.h"
@@ -180,6 +181,7 @@ void TakeAll(const std::string& userFolder, const QString& pictures) {
     user.Open(SamplePath("SOURCES.md")); // no document at all
     camera.Take(&user.Window(), "start-with-recent-files");
     TakeWorkbench(user, camera);
+    TakeStudies(user, camera);
 }
 
 } // namespace

@@ -282,6 +282,22 @@ TEST_F(StudyPanelsTest, TurnsRaiseTheCarWithItsToeHeld) {
     EXPECT_NEAR(set.Points[ptWTCP].Z, was.Points[ptWTCP].Z - 3, 0.5);
 }
 
+TEST_F(StudyPanelsTest, AStudyGoesOnWhileTheCursorOrTheDesignMoves) {
+    auto& panel = Show<TolerancePanel>();
+    panel.cmdFill_Click(0);
+    panel.cmdRun_Click();
+    Bench().sldBump_Moved(Bench().sldBump.Static + 1);
+    Wait(panel);
+    EXPECT_EQ(panel.labStatus.Caption, "500 samples");
+    EXPECT_FALSE(panel.Overlay.Bands.empty());
+    panel.cmdRun_Click();
+    Move(ptTRI, &SuspPoint::Z, 1);
+    Wait(panel);
+    EXPECT_THAT(panel.labStatus.Caption, HasSubstr("before its last change"));
+    EXPECT_TRUE(panel.Overlay.Bands.empty()) << "of another design";
+    EXPECT_GT(panel.grdShares.Grid.Rows(), 0);
+}
+
 // A study is about the design that it began with, and nothing waits for it.
 TEST_F(StudyPanelsTest, StudiesAreStoppedByHandAndByAnotherDocument) {
     auto& panel = Show<TolerancePanel>();

@@ -132,7 +132,7 @@ TEST_F(ToleranceTest, IsTheSameOnAnyThreadsAndFewSamplesAreTheFirstOfMany) {
     const ToleranceAnswer one = Find(m_design, question, {1});
     EXPECT_EQ(one.Built, 500U);
     EXPECT_THAT(one.Bands[1].Travel, IsEmpty()) << "a map";
-    ASSERT_THAT(one.Spreads, SizeIs(4));
+    ASSERT_THAT(one.Spreads, SizeIs(6));
     for (const unsigned threads : {2U, 7U}) {
         const ToleranceAnswer many = Find(m_design, question, {threads});
         for (std::size_t n = 0; n < 3; ++n) {
