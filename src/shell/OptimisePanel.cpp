@@ -58,11 +58,10 @@ void OptimisePanel::ShowQuestion() {
 
 void OptimisePanel::TakeFields() {
     const Separators& separators = Units().NumberSeparators;
-    const double starts = TypedPlainNumber(txtStarts, separators, 1, true);
-    const double seed = TypedPlainNumber(txtSeed, separators, 0, true);
+    const double starts = TypedCount(txtStarts, 1, MostStarts, separators);
+    const double seed = TypedCount(txtSeed, 0, GreatestSeed, separators);
     Change([&](StudyQuestions& questions) {
-        questions.Optimise.Starts =
-            static_cast<int>(std::min(starts, static_cast<double>(MostStarts)));
+        questions.Optimise.Starts = static_cast<int>(starts);
         questions.Optimise.Seed = static_cast<std::uint64_t>(seed);
     });
 }

@@ -145,9 +145,8 @@ void RegionPanel::EditCell(std::size_t /*table*/, int row, int column, const std
     const auto axis = static_cast<std::size_t>(row - grdBox.Grid.FixedRows());
     RegionAxis& side = question.Box.at(axis);
     if (column == ColNodes) {
-        constexpr double Most = 201;
         side.Nodes = static_cast<int>(
-            TypedCount("The number of places", text, 1, Most, Units().NumberSeparators));
+            TypedCount("The number of places", text, 1, MostNodesOfAxis, Units().NumberSeparators));
     } else {
         (column == ColLow ? side.Low : side.High) =
             TypedNumberOf(CoordinateOf(question, axis), text, Units());

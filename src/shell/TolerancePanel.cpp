@@ -70,8 +70,8 @@ void TolerancePanel::ShowQuestion() {
 
 void TolerancePanel::TakeFields() {
     const Separators& separators = Units().NumberSeparators;
-    const double samples = TypedPlainNumber(txtSamples, separators, 2, true);
-    const double seed = TypedPlainNumber(txtSeed, separators, 0, true);
+    const double samples = TypedCount(txtSamples, 2, MostToleranceSamples, separators);
+    const double seed = TypedCount(txtSeed, 0, GreatestSeed, separators);
     Change([&](StudyQuestions& questions) {
         questions.Tolerance.Samples = static_cast<std::size_t>(samples);
         questions.Tolerance.Seed = static_cast<std::uint64_t>(seed);

@@ -97,14 +97,10 @@ Spread SpreadOf(const std::string& text) {
     return !text.empty() && (text[0] == 'u' || text[0] == 'U') ? Spread::Uniform : Spread::Normal;
 }
 
-double TypedPlainNumber(NumberBox& box, const Separators& separators, double least, bool whole) {
+double TypedCount(NumberBox& box, double least, double most, const Separators& separators) {
     const std::string place = ReplaceAll(box.Caption.substr(0, box.Caption.find(':')), "&", "");
     box.Fault = true;
-    const double number = NumberOfText(box.Text, place, box.Unit, separators);
-    if (number < least || (whole && number != std::floor(number))) {
-        throw Failure(fnInvalidCall, place + " must be a " + (whole ? "whole " : "") +
-                                         "number from " + NumberToText(least, separators) + " on");
-    }
+    const double number = TypedCount(place, box.Text, least, most, separators);
     box.Fault = false;
     return number;
 }

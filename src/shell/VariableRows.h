@@ -69,14 +69,16 @@ void EraseRow(std::vector<Entry>& entries, std::size_t row) {
 [[nodiscard]] double NumberOfText(const std::string& text, const std::string& place,
                                   const std::string& unit, const Separators& separators);
 
+/// The greatest whole number up to which a double has all of them.
+inline constexpr double GreatestSeed = 0x1p53;
+
 /// A whole number that was typed in a place, from `least` to `most`; throws Failure for any other.
 [[nodiscard]] double TypedCount(const std::string& place, const std::string& text, double least,
                                 double most, const Separators& separators);
 
-/// A number without a unit that was typed into a box: at least `least`, a whole one where `whole`.
-/// The box shows a text that can't be taken as a fault, and Failure tells it.
-[[nodiscard]] double TypedPlainNumber(NumberBox& box, const Separators& separators, double least,
-                                      bool whole);
+/// The same of a box, which shows a text that can't be taken as a fault.
+[[nodiscard]] double TypedCount(NumberBox& box, double least, double most,
+                                const Separators& separators);
 
 /// Lays out a table of answers: a head row, a unit row, and the first column fixed.
 void LayOutAnswer(DataGrid& grid, std::span<const std::string> heads,
