@@ -173,6 +173,9 @@ bool ChartsPanel::eventFilter(QObject* watched, QEvent* event) {
         ToggleAlone(n);
         return true;
     }
+    if (found != m_charts.end() && event->type() == QEvent::FocusIn) {
+        m_desktop.HandleMotion([&] { m_window.Chart_TakenInHand(n); });
+    }
     if (found != m_charts.end() && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {

@@ -43,6 +43,7 @@ PointsPanel::PointsPanel(Desktop& desktop, frmWorkbench& window, Binder& binder,
     });
     m_table->setObjectName("grdWorkbenchPoints");
     m_table->MakeNarrow(NameWidth);
+    m_table->setSelectionMode(QAbstractItemView::ContiguousSelection); // one block is taken
     m_table->Model().OnTyped([this](int row, int column, const std::string& text) {
         m_desktop.Handle([&] {
             m_window.Points.grdPoints_Edited(row, column, text);

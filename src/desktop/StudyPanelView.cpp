@@ -13,6 +13,8 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace corvanta {
 
 namespace {
@@ -20,9 +22,22 @@ namespace {
 constexpr int FieldsInARow = 3;
 constexpr int MostColumn = 220;
 constexpr int NameWidth = 190;
+
+/// Letters of the choices, within reason: which of two pickups it is stands at the end.
+int LongestChoice(const ListControl& list) {
+    constexpr int Least = 16;
+    constexpr int Most = 28;
+    int longest = Least;
+    for (const ListEntry& entry : list.Entries()) {
+        longest = std::max(longest, static_cast<int>(entry.Text.size()));
+    }
+    return std::min(longest, Most);
+}
+
 /// Pages of what came out.
 enum AnswerPage { PageQuestion, PageChart, FirstTable };
 
+constexpr int QuestionWidth = 310;
 constexpr int ProgressWidth = 120;
 constexpr int ProgressSteps = 1000;
 
@@ -44,13 +59,16 @@ StudyPanelView::StudyPanelView(Desktop& desktop, frmWorkbench& window, CStudyPan
     layout->setContentsMargins(2, 2, 2, 2);
     layout->setSpacing(2);
     layout->addWidget(BuildHead());
+    layout->addWidget(BuildFields());
     auto* halves = new QSplitter(Qt::Horizontal, this);
     halves->setChildrenCollapsible(false);
-    halves->addWidget(BuildQuestion());
+    if (!panel.Asked.empty()) {
+        halves->addWidget(BuildQuestion());
+    }
     BuildAnswer();
     halves->addWidget(m_answer);
-    halves->setStretchFactor(0, 2);
-    halves->setStretchFactor(1, 3);
+    halves->setStretchFactor(halves->count() - 1, 1); // what came out gets the room
+    halves->setSizes({QuestionWidth, 2 * QuestionWidth});
     layout->addWidget(halves, 1);
 }
 
@@ -72,6 +90,9 @@ QWidget* StudyPanelView::BuildHead() {
     m_progress->setFixedWidth(ProgressWidth);
     m_progress->setRange(0, ProgressSteps);
     m_progress->setTextVisible(false);
+    QSizePolicy policy = m_progress->sizePolicy(); // nothing moves when it comes and goes
+    policy.setRetainSizeWhenHidden(true);
+    m_progress->setSizePolicy(policy);
     row->addWidget(m_progress);
     auto* status = new QLabel(head);
     status->setObjectName("labStatus");
@@ -92,7 +113,6 @@ QWidget* StudyPanelView::BuildQuestion() {
     auto* layout = new QVBoxLayout(question);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
-    layout->addWidget(BuildFields());
     m_asked = new QTabWidget(question);
     m_asked->setDocumentMode(true);
     for (StudyTable* const table : m_panel.Asked) {
@@ -103,13 +123,8 @@ QWidget* StudyPanelView::BuildQuestion() {
         });
     }
     m_asked->tabBar()->setVisible(m_panel.Asked.size() > 1);
-    m_asked->setVisible(!m_panel.Asked.empty());
     layout->addWidget(m_asked, 1);
-    if (m_panel.Asked.empty()) {
-        layout->addStretch(1);
-    } else {
-        layout->addWidget(BuildRowButtons());
-    }
+    layout->addWidget(BuildRowButtons());
     return question;
 }
 
@@ -154,7 +169,7 @@ void StudyPanelView::BuildField(QGridLayout& grid, std::size_t n) {
                        auto* choice = new QComboBox(parent);
                        choice->setSizeAdjustPolicy(
                            QComboBox::AdjustToMinimumContentsLengthWithIcon);
-                       choice->setMinimumContentsLength(14);
+                       choice->setMinimumContentsLength(LongestChoice(*list));
                        m_binder.Bind(choice, *list, changed);
                        place(choice, *list);
                    },
@@ -202,6 +217,7 @@ GridView* StudyPanelView::BuildTable(std::vector<Table>& tables, StudyTable& tab
             table.Selection = *range;
         }
     });
+    view->horizontalHeader()->setStretchLastSection(table.StretchLast);
     pages.addTab(view, QString::fromStdString(table.Title));
     tables.push_back({&table, view});
     return view;
@@ -252,12 +268,16 @@ void StudyPanelView::ShowPages() {
         any = any || filled;
     }
     m_answer->setTabVisible(PageQuestion, !any);
+    if (m_panel.Front) {
+        m_answer->setCurrentIndex(FirstTable + static_cast<int>(*m_panel.Front));
+        m_panel.Front.reset();
+    }
 }
 
 void StudyPanelView::ShowProgress() {
     m_progress->setValue(m_panel.IsRunning() ? static_cast<int>(m_panel.Progress() * ProgressSteps)
                                              : 0);
-    m_progress->setVisible(m_panel.cmdRun.Visible);
+    m_progress->setVisible(m_panel.IsRunning() && m_panel.cmdRun.Visible);
 }
 
 void StudyPanelView::Refresh() {

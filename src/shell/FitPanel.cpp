@@ -125,7 +125,10 @@ void FitPanel::Fill(std::size_t /*table*/) {
     if (readings.empty()) {
         throw Failure(fnInvalidCall, "The clipboard holds no readings");
     }
-    Change([&](StudyQuestions& questions) { questions.Fit.Readings = readings; });
+    Change([&](StudyQuestions& questions) {
+        std::vector<Reading>& all = questions.Fit.Readings; // those that are there stay
+        all.insert(all.end(), readings.begin(), readings.end());
+    });
 }
 
 void FitPanel::EditCell(std::size_t table, int row, int column, const std::string& text) {
@@ -179,11 +182,21 @@ void FitPanel::EditReading(std::size_t n, int column, const std::string& text) {
 CStudyJob::Work FitPanel::Prepare(const Design& design,
                                   std::shared_ptr<const StudySettings> settings) {
     const FitQuestion question = Questions().Fit;
-    return [this, design, settings, question](const StudyWork& work, const auto&) {
-        CSampleRunner runner(work);
-        FitAnswer answer = Fit(runner, design, question, settings->Settings());
-        return [this, question, answer = std::move(answer)] { ShowAnswer(question, answer); };
-    };
+    if (question.Free.empty()) {
+        throw Failure(fnInvalidCall, "No coordinate is free: select cells among the points and "
+                                     "press Add on the page Free");
+    }
+    return
+        [this, design, settings, question, charts = Charts()](const StudyWork& work, const auto&) {
+            CSampleRunner runner(work);
+            FitAnswer answer = Fit(runner, design, question, settings->Settings());
+            auto curves = CurvesOf(answer.Fitted, "As built", charts, settings->Settings());
+            return [this, question, answer = std::move(answer), curves = std::move(curves)] {
+                Overlay = {};
+                Overlay.Curves = curves;
+                ShowAnswer(question, answer);
+            };
+        };
 }
 
 // --- What came out -----------------------------------------------------------------------------
@@ -202,7 +215,8 @@ void FitPanel::ShowAnswer(const FitQuestion& question, const FitAnswer& answer) 
                               Units().NumberSeparators);
     }
     if (answer.Outliers > 0) {
-        found += ", " + std::to_string(answer.Outliers) + " gross errors among the readings";
+        found += ", " + std::to_string(answer.Outliers) +
+                 (answer.Outliers == 1 ? " gross error" : " gross errors") + " among the readings";
     }
     m_words = {Page.Caption, {std::to_string(question.Readings.size()) + " readings"}, {found}};
     if (!answer.Exact) {
@@ -271,7 +285,7 @@ void FitPanel::ShowCorrelations(const FitAnswer& answer) {
     }
     std::vector<std::string> heads{"Correlation"};
     for (const FittedVariable& variable : answer.Variables) {
-        heads.push_back(KeyOf(variable.Variable));
+        heads.push_back(RowName(AskedOf().Data, variable.Variable));
     }
     LayOutAnswer(grid, heads, {}, count);
     for (std::size_t a = 0; a < count; ++a) {

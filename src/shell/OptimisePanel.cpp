@@ -97,12 +97,22 @@ void OptimisePanel::RemoveRow(std::size_t /*table*/, std::size_t row) {
 CStudyJob::Work OptimisePanel::Prepare(const Design& design,
                                        std::shared_ptr<const StudySettings> settings) {
     OptimiseQuestion question = Questions().Optimise;
+    if (question.Free.empty()) {
+        throw Failure(fnInvalidCall, "No coordinate is free: select cells among the points and "
+                                     "press Add Selected");
+    }
     question.Targets = m_desk.Current.Study().Targets;
-    return [this, design, settings, question](const StudyWork& work, const auto&) {
-        CSampleRunner runner(work);
-        OptimiseAnswer answer = Optimise(runner, design, question, settings->Settings());
-        return [this, question, answer = std::move(answer)] { ShowAnswer(question, answer); };
-    };
+    return
+        [this, design, settings, question, charts = Charts()](const StudyWork& work, const auto&) {
+            CSampleRunner runner(work);
+            OptimiseAnswer answer = Optimise(runner, design, question, settings->Settings());
+            auto curves = CurvesOf(answer.Best, "Optimised", charts, settings->Settings());
+            return [this, question, answer = std::move(answer), curves = std::move(curves)] {
+                Overlay = {};
+                Overlay.Curves = curves;
+                ShowAnswer(question, answer);
+            };
+        };
 }
 
 void OptimisePanel::ShowAnswer(const OptimiseQuestion& question, const OptimiseAnswer& answer) {

@@ -92,6 +92,11 @@ void RegionPanel::PlaceBox(RegionQuestion& question) const {
 /// The question of the document, with a box around the point as long as there is none.
 RegionQuestion RegionPanel::Question() const {
     RegionQuestion question = Questions().Region;
+    const PointCatalogue catalogue = CatalogueOf(m_desk.Program.Document.Data);
+    if (!catalogue[question.Point].Enabled) { // a strut has no upper wishbone
+        question = RegionQuestion();
+        question.Point = catalogue[question.Point].Enabled ? question.Point : ptLWIF;
+    }
     if (question.Box == RegionQuestion().Box) {
         PlaceBox(question);
     }
@@ -186,8 +191,13 @@ void RegionPanel::ShowAnswer(const RegionQuestion& question, const RegionAnswer&
     const std::string name = CatalogueOf(AskedOf().Data)[question.Point].LongName;
     std::string found = "Where it stands now, ";
     if (const std::optional<double> kind = KindOf(answer.Present)) {
-        found += *kind == 0 ? "all is held"
+        found += *kind == 0 ? (question.Targets.empty() ? "all travel is reached; no target is set"
+                                                        : "all is held")
                             : "fails: " + KindsOf(question)[static_cast<std::size_t>(*kind)].Name;
+    }
+    if (std::none_of(answer.Nodes.begin(), answer.Nodes.end(),
+                     [](const RegionNode& node) { return node.Verdict == RegionVerdict::Held; })) {
+        found += "; nowhere in the box everything holds";
     }
     m_words = {Page.Caption, {name}, {found + (answer.Stopped ? ", stopped" : "")}};
     for (std::size_t axis = 0; axis < 3; ++axis) {

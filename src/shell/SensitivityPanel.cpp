@@ -29,7 +29,7 @@ double SizeOf(const CoordinateSlope& slope) {
 
 SensitivityPanel::SensitivityPanel(Desk& desk, StudyHost& host)
     : CStudyPanel(desk, host),
-      grdSlopes{"grdSlopes", "Per length", {}, {}} {
+      grdSlopes{"grdSlopes", "Per length", {}, {}, true} {
     Page.Caption = "What moves this";
     Page.ToolTip = "Which coordinate changes the chart in hand most?";
     HelpTopicNumber = 300;
@@ -42,7 +42,9 @@ SensitivityPanel::SensitivityPanel(Desk& desk, StudyHost& host)
     cmdAdd.Visible = cmdRemove.Visible = cmdFill.Visible = false;
 }
 
-void SensitivityPanel::ShowQuestion() {}
+void SensitivityPanel::ShowQuestion() {
+    cboFigure.Caption = "&Figure of " + ChartTitle() + ":";
+}
 
 CStudyJob::Work SensitivityPanel::Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) {

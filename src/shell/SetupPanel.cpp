@@ -161,6 +161,9 @@ void SetupPanel::EditWanted(std::size_t n, int column, const std::string& text) 
                display.Factor;
     };
     if (column == ColHow) {
+        if (text.empty() || std::string("fFhH").find(text[0]) == std::string::npos) {
+            throw Failure(fnInvalidCall, "Write free or held, or a change beside it");
+        }
         wish.Free = !text.empty() && (text[0] == 'f' || text[0] == 'F');
         wish.Change = 0;
     } else if (column == ColChange) {
@@ -226,10 +229,13 @@ CStudyJob::Work SetupPanel::Prepare(const Design& design,
     const TurnsQuestion question = Questions().Setup;
     const bool wants = std::any_of(question.Wishes.begin(), question.Wishes.end(),
                                    [](const FigureWish& wish) { return wish.Change != 0; });
-    return [this, design, settings, question, wants](const StudyWork& work, const auto&) {
-        Answer answer{MakeSetupSheet(design, question.Sheet, settings->Settings(), work), {}};
+    return [this, design, settings, question, wants, charts = Charts()](const StudyWork& work,
+                                                                        const auto&) {
+        Answer answer{MakeSetupSheet(design, question.Sheet, settings->Settings(), work), {}, {}};
         if (wants && !answer.Sheet.Stopped) {
             answer.Turns = FindTurns(design, question, settings->Settings(), work);
+            answer.Curves =
+                CurvesOf(answer.Turns->Reached.Corner, "Set up", charts, settings->Settings());
         }
         return [this, question, answer = std::move(answer)] { ShowAnswer(question, answer); };
     };
@@ -242,6 +248,9 @@ void SetupPanel::ShowAnswer(const TurnsQuestion& question, const Answer& answer)
     grdTurns.Grid.Reset();
     grdReached.Grid.Reset();
     m_reached.reset();
+    Overlay = {};
+    Overlay.Curves = answer.Curves;
+    Front = answer.Turns ? 1 : 0;
     std::string found = "Each step is solved anew, with the spring's load as it is";
     if (answer.Turns) {
         ShowTurns(question, *answer.Turns);
@@ -259,23 +268,22 @@ void SetupPanel::ShowAnswer(const TurnsQuestion& question, const Answer& answer)
 
 void SetupPanel::ShowSheet(const TurnsQuestion& question, const SetupSheet& sheet) {
     const SheetTable table = TableOf(sheet, question.Sheet, m_desk.Program.Channels, Units());
-    std::vector<std::string> heads{"Adjuster", "Step"};
-    std::vector<std::string> units{"", ""};
+    std::vector<std::string> heads{"Adjuster"};
+    std::vector<std::string> units{""};
     heads.insert(heads.end(), table.Titles.begin(), table.Titles.end());
     units.insert(units.end(), table.Units.begin(), table.Units.end());
     DataGrid& grid = grdSheet.Grid;
     LayOutAnswer(grid, heads, units, table.Lines.size());
     int row = grid.FixedRows();
     for (const SheetTable::Line& line : table.Lines) {
-        grid.SetCell(row, 0, line.Name);
-        grid.SetCell(row, 1, line.Step);
-        int column = 2;
+        grid.SetCell(row, 0, line.Name + (line.Step.empty() ? "" : "  " + line.Step));
+        int column = 1;
         for (const std::string& text : line.Texts) {
             grid.SetCell(row, column++, text);
         }
         if (!line.Fault.empty()) {
-            grid.SetCell(row, 2, line.Fault);
-            grid.SetNote(row, 2, line.Fault);
+            grid.SetCell(row, 1, line.Fault);
+            grid.SetNote(row, 1, line.Fault);
         }
         ++row;
     }

@@ -23,6 +23,7 @@ class SetupPanel final : public CStudyPanel {
     struct Answer {
         SetupSheet Sheet;
         std::optional<TurnsAnswer> Turns; ///< none when nothing is wanted
+        std::vector<OverlayCurve> Curves; ///< of the corner that they reach
     };
 
     void ShowQuestion() override;

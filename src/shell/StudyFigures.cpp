@@ -58,7 +58,7 @@ StudyNumber NumberOfChart(const StudyChart& chart, int entry, const std::vector<
 
 std::string TargetName(const Target& target, const ChannelCatalogue& channels) {
     return std::string(TrimBlanks(channels[target.Channel].Title)) +
-           (target.Variable == vvAlongRackTravel ? " along rack travel" : " along wheel travel");
+           (target.Variable == vvAlongRackTravel ? " along rack travel" : "");
 }
 
 FigureDisplay DisplayOf(const StudyNumber& number, const Program& program) {

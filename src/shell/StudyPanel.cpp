@@ -1,10 +1,21 @@
 #include "shell/StudyPanel.h"
 
 #include "model/Failure.h"
+#include "model/NumberText.h"
+#include "study/DesignResults.h"
 
+#include <algorithm>
+#include <cctype>
+#include <iterator>
 #include <utility>
 
 namespace corvanta {
+
+namespace {
+
+constexpr const char* OfFormerDesign = "Of the design before its last change: run it again";
+
+} // namespace
 
 CStudyPanel::CStudyPanel(Desk& desk, StudyHost& host) : m_desk(desk), m_host(host) {
     cmdRun.Caption = "&Run";
@@ -24,6 +35,10 @@ void CStudyPanel::Try(const std::function<void()>& event) {
         event();
     } catch (...) {
         labStatus.Caption = FailureInFlight().Description();
+        if (!labStatus.Caption.empty()) { // reasons are parts of sentences elsewhere
+            labStatus.Caption[0] =
+                static_cast<char>(std::toupper(static_cast<unsigned char>(labStatus.Caption[0])));
+        }
     }
     ShowButtons();
 }
@@ -88,6 +103,8 @@ void CStudyPanel::QuestionChanged() {
     if (IsLive()) {
         m_again = true;
         Begin();
+    } else if (m_hasAnswer && !IsRunning()) {
+        ShowAsOld("Of what was asked before: run it again");
     }
 }
 
@@ -120,14 +137,18 @@ void CStudyPanel::Begin() {
             throw;
         }
         m_askedOf = design;
+        m_askedCharts = Charts();
         m_isOld = false;
         labStatus.Caption.clear();
     });
 }
 
 void CStudyPanel::cmdRun_Click() {
-    m_again = true;
-    Begin();
+    Try([this] {
+        TakeFields(); // the key that runs it leaves no field
+        m_again = true;
+        Begin();
+    });
 }
 
 void CStudyPanel::cmdStop_Click() {
@@ -158,17 +179,42 @@ bool CStudyPanel::Poll() {
     return show || ended;
 }
 
+std::vector<OverlayCurve> CStudyPanel::CurvesOf(const Design& design, const std::string& name,
+                                                const std::vector<StudyChart>& charts,
+                                                const SolveSettings& settings) {
+    constexpr Colour FoundColour{31, 119, 180};
+    std::vector<StudyChart> lines;
+    std::copy_if(charts.begin(), charts.end(), std::back_inserter(lines),
+                 [](const StudyChart& chart) { return chart.Kind != ChartKind::Map; });
+    const auto scratch = std::make_unique<Suspension>();
+    const DesignResults results = ResultsOf(*scratch, design, settings, lines, {});
+    std::vector<OverlayCurve> curves;
+    for (std::size_t n = 0; n < lines.size(); ++n) {
+        if (const std::optional<Curve>& curve = results.Curves[n]) {
+            curves.push_back({lines[n], name, FoundColour, curve->X, curve->Y});
+        }
+    }
+    return curves;
+}
+
+std::string CStudyPanel::ChartTitle() const {
+    const std::size_t n = m_host.ChartInHand();
+    return n < Charts().size()
+               ? std::string(TrimBlanks(m_desk.Program.Channels[Charts()[n].Channel].Title))
+               : "the chart";
+}
+
 void CStudyPanel::AnswerCame(const std::string& status) {
     m_hasAnswer = true;
     labStatus.Caption = status;
     if (m_isOld) {
-        ShowAsOld();
+        ShowAsOld(OfFormerDesign);
     }
 }
 
-void CStudyPanel::ShowAsOld() {
+void CStudyPanel::ShowAsOld(const char* words) {
     Overlay = {};
-    labStatus.Caption = "Of the design before its last change: run it again";
+    labStatus.Caption = words;
 }
 
 void CStudyPanel::ForgetAnswer() {
@@ -206,7 +252,9 @@ void CStudyPanel::Follow(DocumentChange change) {
     if (IsLive() && (isOld || !m_askedOf || change == DocumentChange::Beside)) {
         m_again = true;
     } else if (isOld && !std::exchange(m_isOld, true) && !IsRunning() && m_hasAnswer) {
-        ShowAsOld();
+        ShowAsOld(OfFormerDesign);
+    } else if (m_hasAnswer && !IsRunning() && !m_isOld && m_askedCharts != Charts()) {
+        labStatus.Caption = "The charts are others since: run it again";
     }
     if (m_shown) {
         ShowQuestion();

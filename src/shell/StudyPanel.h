@@ -46,7 +46,8 @@ struct StudyTable {
     std::string Name; ///< of the table, for instance "grdFree"
     std::string Title;
     DataGrid Grid;
-    CellRange Selection; ///< the window system keeps it up to date
+    CellRange Selection{};    ///< the window system keeps it up to date
+    bool StretchLast = false; ///< its last column takes the room that is left
 };
 
 /// A field of what is asked.
@@ -77,6 +78,7 @@ struct OverlayBand {
 struct StudyOverlay {
     std::vector<OverlayCurve> Curves;
     std::vector<OverlayBand> Bands;
+    std::string Remark;              ///< in the heads of charts with curves of the study
     std::vector<MarkedPlace> Places; ///< in the drawing of the corner, where points are entered
 };
 
@@ -110,7 +112,8 @@ class CStudyPanel {
     std::vector<StudyTable*> Answers;
     std::vector<ChartSheet> Sheets;
     StudyOverlay Overlay;
-    Control cmdKeep; ///< invisible where no design comes out
+    std::optional<std::size_t> Front; ///< asks the window system, once, to bring that table forward
+    Control cmdKeep;                  ///< invisible where no design comes out
 
     Control cmdRun, cmdStop, cmdReport;
     Control labStatus; ///< what goes on, what came out or why nothing can, in one line
@@ -171,6 +174,15 @@ class CStudyPanel {
     /// The question has changed: it is shown anew, and a live panel works on it.
     void QuestionChanged();
 
+    /// The curves of a design on the charts, under a name. Solves it, in whichever thread.
+    [[nodiscard]] static std::vector<OverlayCurve> CurvesOf(const Design& design,
+                                                            const std::string& name,
+                                                            const std::vector<StudyChart>& charts,
+                                                            const SolveSettings& settings);
+
+    /// The title of the chart in hand.
+    [[nodiscard]] std::string ChartTitle() const;
+
     /// True for a panel that works anew with each change of the document while it is in sight.
     [[nodiscard]] virtual bool IsLive() const { return false; }
 
@@ -193,11 +205,11 @@ class CStudyPanel {
     void Begin();
     void ShowButtons();
     void ForgetAnswer();
-    void ShowAsOld();
+    void ShowAsOld(const char* words);
 
     CStudyJob m_job;
     std::optional<Design> m_askedOf; ///< what the work or the answer is about
-    std::string m_answered;          ///< what the status says of the answer
+    std::vector<StudyChart> m_askedCharts;
     bool m_hasAnswer = false;
     bool m_isOld = false;     ///< the document has changed since
     bool m_isDropped = false; ///< nobody wants what the work finds: another document is there

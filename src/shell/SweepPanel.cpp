@@ -77,6 +77,7 @@ void SweepPanel::ListValues() {
 }
 
 void SweepPanel::ShowQuestion() {
+    cboFigure.Caption = "&Figure of " + ChartTitle() + ":";
     ListValues();
     const std::vector<SweepAxis>& axes = Questions().Sweep.Axes;
     DataGrid& grid = grdAxes.Grid;
@@ -167,6 +168,10 @@ void SweepPanel::EditCell(std::size_t /*table*/, int row, int column, const std:
 CStudyJob::Work SweepPanel::Prepare(const Design& design,
                                     std::shared_ptr<const StudySettings> settings) {
     SweepQuestion question = Questions().Sweep;
+    if (question.Axes.empty()) {
+        throw Failure(fnInvalidCall, "Nothing runs: select a cell among the points and press Add "
+                                     "Selected, or add a value");
+    }
     question.Charts = Charts();
     question.Number = NumberOfChart(Charts().at(m_host.ChartInHand()), cboFigure.Index(),
                                     m_desk.Current.Study().Targets);

@@ -1,7 +1,9 @@
 #include "shell/TolerancePanel.h"
 
+#include "model/Failure.h"
 #include "shell/StudyFigures.h"
 #include "shell/VariableRows.h"
+#include "study/Statistics.h"
 
 #include <algorithm>
 #include <array>
@@ -17,14 +19,14 @@ constexpr double FirstHalfWidth = 0.5;    ///< mm
 constexpr std::size_t SamplesAtOnce = 50; ///< which are on the screen before all are done
 constexpr const char* PerCentFormat = "0.0";
 
-double GreatestShare(const ToleranceAnswer& answer, std::size_t tolerance) {
-    double greatest = 0;
+/// The share in the first of the figures that anything spreads.
+double FirstShare(const ToleranceAnswer& answer, std::size_t tolerance) {
     for (const FigureSpread& spread : answer.Spreads) {
-        if (tolerance < spread.Shares.size()) {
-            greatest = std::max(greatest, spread.Shares[tolerance]);
+        if (tolerance < spread.Shares.size() && spread.StandardDeviation > 0) {
+            return spread.Shares[tolerance];
         }
     }
-    return greatest;
+    return 0;
 }
 
 } // namespace
@@ -111,8 +113,17 @@ void TolerancePanel::Fill(std::size_t /*table*/) {
 CStudyJob::Work TolerancePanel::Prepare(const Design& design,
                                         std::shared_ptr<const StudySettings> settings) {
     ToleranceQuestion question = Questions().Tolerance;
+    if (question.Tolerances.empty()) {
+        throw Failure(fnInvalidCall, "Nothing has a tolerance: press Defaults, or select cells "
+                                     "among the points and press Add Selected");
+    }
     question.Charts = Charts();
-    question.Figures = DefaultFigures(question.Charts);
+    if (const std::size_t inHand = m_host.ChartInHand(); inHand < question.Charts.size()) {
+        std::rotate(question.Charts.begin(),
+                    question.Charts.begin() + static_cast<std::ptrdiff_t>(inHand),
+                    question.Charts.begin() + static_cast<std::ptrdiff_t>(inHand) + 1);
+    }
+    question.Figures = DefaultFigures(question.Charts); // those of the chart in hand first
     question.Targets = m_desk.Current.Study().Targets;
     return [this, design, settings, question](const StudyWork& work,
                                               const CStudyJob::Interim& interim) {
@@ -170,7 +181,7 @@ void TolerancePanel::ShowShares(const ToleranceQuestion& question, const Toleran
     std::vector<std::size_t> order(question.Tolerances.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-        return GreatestShare(answer, a) > GreatestShare(answer, b);
+        return FirstShare(answer, a) > FirstShare(answer, b);
     });
     std::vector<std::string> heads{"Coordinate"};
     std::vector<std::string> units{""};
@@ -216,25 +227,41 @@ void TolerancePanel::ShowShares(const ToleranceQuestion& question, const Toleran
 }
 
 void TolerancePanel::ShowSpread(const ToleranceQuestion& question, const ToleranceAnswer& answer) {
+    constexpr double Low = 0.05;
+    constexpr double High = 0.95;
     DataGrid& grid = grdSpread.Grid;
-    LayOutAnswer(
-        grid, std::array<std::string, 5>{"Figure", "Unit", "Nominal", "Mean", "Standard deviation"},
-        {}, answer.Spreads.size());
+    LayOutAnswer(grid,
+                 std::array<std::string, 9>{"Figure", "Unit", "Nominal", "Mean",
+                                            "Standard deviation", "Least", "5 %", "95 %",
+                                            "Greatest"},
+                 {}, answer.Spreads.size());
     int row = grid.FixedRows();
     for (std::size_t n = 0; n < answer.Spreads.size(); ++n, ++row) {
         const FigureSpread& spread = answer.Spreads[n];
-        const FigureDisplay display =
-            DisplayOf(question.Figures[n], m_desk.Program.Channels, Units());
-        FigureDisplay finer = display;
-        finer.Format += display.Format.find('.') == std::string::npos ? ".00" : "00";
+        FigureDisplay display = DisplayOf(question.Figures[n], m_desk.Program.Channels, Units());
+        display.Format += display.Format.find('.') == std::string::npos ? ".00" : "00";
+        const auto show = [&](int column, std::optional<double> value) {
+            grid.SetCell(row, column, NumberText(display, value, Units().NumberSeparators));
+        };
         grid.SetCell(row, 0, display.Title);
         grid.SetCell(row, 1, display.UnitLabel);
-        grid.SetCell(row, 2, NumberText(finer, spread.Nominal, Units().NumberSeparators));
-        if (spread.Count > 0) {
-            grid.SetCell(row, 3, NumberText(finer, spread.Mean, Units().NumberSeparators));
-            grid.SetCell(row, 4,
-                         NumberText(finer, spread.StandardDeviation, Units().NumberSeparators));
+        show(2, spread.Nominal);
+        if (spread.Count == 0) {
+            continue;
         }
+        std::vector<double> values;
+        for (const std::optional<double>& value : spread.Values) {
+            if (value) {
+                values.push_back(*value);
+            }
+        }
+        std::sort(values.begin(), values.end());
+        show(3, spread.Mean);
+        show(4, spread.StandardDeviation);
+        show(5, values.front());
+        show(6, QuantileOf(values, Low));
+        show(7, QuantileOf(values, High));
+        show(8, values.back());
     }
 }
 

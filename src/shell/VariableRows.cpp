@@ -90,11 +90,15 @@ double TypedNumberOf(const DesignVariable& variable, const std::string& text,
 }
 
 std::string SpreadWord(Spread spread) {
-    return spread == Spread::Normal ? "normal" : "uniform";
+    return spread == Spread::Normal ? "normal, 3 sd" : "uniform";
 }
 
 Spread SpreadOf(const std::string& text) {
-    return !text.empty() && (text[0] == 'u' || text[0] == 'U') ? Spread::Uniform : Spread::Normal;
+    const std::string letters = "uUnN";
+    if (text.empty() || letters.find(text[0]) == std::string::npos) {
+        throw Failure(fnInvalidCall, "Write normal or uniform");
+    }
+    return text[0] == 'u' || text[0] == 'U' ? Spread::Uniform : Spread::Normal;
 }
 
 double TypedCount(NumberBox& box, double least, double most, const Separators& separators) {

@@ -60,7 +60,8 @@ void EraseRow(std::vector<Entry>& entries, std::size_t row) {
 [[nodiscard]] std::string TextOf(const DesignVariable& variable, double stored,
                                  const FundamentalUnits& units);
 
-/// The word of a distribution, and the distribution of a text: its first letter is enough.
+/// The word of a distribution, and the distribution of a text: its first letter is enough. Throws
+/// Failure for a text of neither.
 [[nodiscard]] std::string SpreadWord(Spread spread);
 [[nodiscard]] Spread SpreadOf(const std::string& text);
 

@@ -218,10 +218,12 @@ void WorkbenchCharts::AddTargets(ChartSheet& sheet, const ChartsContent& content
 /// What the study in sight has found of this channel along this travel.
 void WorkbenchCharts::AddStudy(ChartSheet& sheet, const ChartsContent& content,
                                std::size_t n) const {
-    if (content.Study == nullptr) {
+    const StudyChart& chart = content.Charts[n];
+    if (content.Study == nullptr || content.Now == nullptr) {
         return;
     }
-    const StudyChart& chart = content.Charts[n];
+    const TravelPlace& place = content.Now->Place;
+    const bool isStatic = (AlongRack(chart) ? place.Wheel : place.Rack) == 0;
     const double factor = m_program.Channels[chart.Channel].Factor;
     const auto isHere = [&](const StudyChart& other) {
         return other.Channel == chart.Channel && other.Kind == chart.Kind;
@@ -233,6 +235,22 @@ void WorkbenchCharts::AddStudy(ChartSheet& sheet, const ChartsContent& content,
         }
         return points;
     };
+    const auto remark = [&](const std::string& words) {
+        if (sheet.MarkText.empty()) {
+            sheet.MarkText = words;
+        }
+    };
+    if (!isStatic) { // studies are about the other travel at static
+        const auto any = [&](const auto& overlays) {
+            return std::any_of(overlays.begin(), overlays.end(),
+                               [&](const auto& overlay) { return isHere(overlay.Chart); });
+        };
+        if (any(content.Study->Bands) || any(content.Study->Curves)) {
+            remark(AlongRack(chart) ? "study at static wheel travel"
+                                    : "study at static rack travel");
+        }
+        return;
+    }
     for (const OverlayBand& band : content.Study->Bands) {
         if (isHere(band.Chart)) {
             sheet.Bands.push_back({band.Name, BandKind::Tolerance, StudyColour,
@@ -241,6 +259,7 @@ void WorkbenchCharts::AddStudy(ChartSheet& sheet, const ChartsContent& content,
     }
     for (const OverlayCurve& curve : content.Study->Curves) {
         if (isHere(curve.Chart)) {
+            remark(content.Study->Remark);
             sheet.Curves.push_back({curve.Name, CurveStyle::Thin, curve.Drawn, false,
                                     line(curve.Travel, curve.Values)});
         }

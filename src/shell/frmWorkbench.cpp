@@ -370,7 +370,7 @@ void frmWorkbench::Chart_Hovered(std::size_t n, std::optional<ChartPoint> place)
 void frmWorkbench::Chart_TravelMoved(std::size_t n, const ChartPoint& place, bool held) {
     if (n < Charts().size()) {
         m_held = held;
-        TakeInHand(n);
+        Chart_TakenInHand(n);
         MoveTo(WorkbenchCharts::TravelAt(m_desk.Program, Charts()[n], place));
         m_stale = true; // axes may shrink again when the hand lets go
     }

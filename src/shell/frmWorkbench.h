@@ -89,6 +89,9 @@ class frmWorkbench final : public Window, private DocumentWatcher, private Study
     /// A click or drag in a chart brings all windows to its travel.
     void Chart_TravelMoved(std::size_t n, const ChartPoint& place, bool held);
 
+    /// A chart was clicked or has the keyboard: the studies that ask about one chart ask about it.
+    void Chart_TakenInHand(std::size_t n);
+
     // The corner.
     CornerPanel Corner;
 
@@ -191,7 +194,6 @@ class frmWorkbench final : public Window, private DocumentWatcher, private Study
     [[nodiscard]] TravelPlace Place() const;
     void MoveTo(const TravelPlace& place);
     void MovePoint(PointNumber number, const SuspPoint& place);
-    void TakeInHand(std::size_t chart);
     void ChangeVariants(const std::vector<Variant>& variants);
 
     Desk& m_desk;

@@ -256,9 +256,10 @@ void frmWorkbench::ReportStudy() {
 }
 
 /// What the studies show of the chart that was worked with last is about another one now.
-void frmWorkbench::TakeInHand(std::size_t chart) {
-    if (std::exchange(m_chartInHand, chart) != chart) {
+void frmWorkbench::Chart_TakenInHand(std::size_t n) {
+    if (n < Charts().size() && std::exchange(m_chartInHand, n) != n) {
         Studies.Follow(DocumentChange::Beside);
+        m_stale = true;
     }
 }
 

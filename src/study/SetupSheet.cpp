@@ -63,7 +63,7 @@ std::string StepText(const Adjuster& adjuster, int count, const FundamentalUnits
     const Separators& separators = units.NumberSeparators;
     const double moved = count * StepOf(adjuster) * static_cast<double>(length.Factor);
     const std::string sign = count > 0 ? "+" : "";
-    std::string by = sign + NumberToText(moved, separators) + " " + length.Label;
+    std::string by = sign + FormatNumber(moved, "0.000", separators) + " " + length.Label;
     if (adjuster.Kind == AdjusterKind::Shim) {
         return by;
     }

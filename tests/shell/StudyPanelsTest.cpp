@@ -161,8 +161,7 @@ TEST_F(StudyPanelsTest, TolerancesBandTheChartsUntilTheDesignChanges) {
     ASSERT_EQ(bands.size(), 3U) << "target, extremes and quantiles";
     EXPECT_LT(bands[1].Low.back().Y, bands[2].Low.back().Y);
     EXPECT_LT(bands[2].High.back().Y, bands[1].High.back().Y);
-    EXPECT_EQ(Row(panel.grdTargets.Grid, 0).substr(0, 43),
-              "Steer Angle - Bump along wheel travel|120|1");
+    EXPECT_THAT(Row(panel.grdTargets.Grid, 0), StartsWith("Steer Angle - Bump|120|"));
     EXPECT_EQ(panel.grdShares.Grid.Rows(), panel.grdTolerances.Grid.Rows() + 1);
     const std::string html =
         ReportAsHtml(m_windowSystem.Pages, {}, ReportOf(m_desk, panel, Bench().Sheets()));
@@ -184,7 +183,7 @@ TEST_F(StudyPanelsTest, TheBumpSteerIsTakenOutWithTwoCoordinates) {
     AddTarget(PlainTarget(chSteerAngleBump, vvAlongWheelTravel, 0, 0.01, -25, 25));
     auto& panel = Show<OptimisePanel>();
     Run(panel);
-    EXPECT_EQ(panel.labStatus.Caption, "no coordinate is free");
+    EXPECT_THAT(panel.labStatus.Caption, HasSubstr("press Add Selected"));
     Add(panel, ptTRI, 2);
     Add(panel, ptTRI, 1);
     Add(panel, ptTRI, 1); // twice is once
