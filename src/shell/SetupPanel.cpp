@@ -276,7 +276,9 @@ void SetupPanel::ShowSheet(const TurnsQuestion& question, const SetupSheet& shee
     LayOutAnswer(grid, heads, units, table.Lines.size());
     int row = grid.FixedRows();
     for (const SheetTable::Line& line : table.Lines) {
-        grid.SetCell(row, 0, line.Name + (line.Step.empty() ? "" : "  " + line.Step));
+        grid.SetCell(
+            row, 0,
+            line.Name + (line.Step.empty() ? "" : " " + line.Step.substr(0, line.Step.find(", "))));
         int column = 1;
         for (const std::string& text : line.Texts) {
             grid.SetCell(row, column++, text);
