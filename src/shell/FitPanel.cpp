@@ -91,7 +91,12 @@ Reading FitPanel::ReadingNow() const {
     const auto scratch = std::make_unique<Suspension>();
     const auto curve = CurveOfDesign(*scratch, DesignNow(), m_desk.Current.Settings(),
                                      chart.Channel, vvAlongWheelTravel, place);
-    reading.Value = curve ? ValueAt(*curve, place.Wheel).value_or(0) : 0;
+    const std::optional<double> value =
+        curve ? ValueAt(*curve, place.Wheel) : std::optional<double>();
+    if (!value) {
+        throw Failure(fnInvalidCall, "The corner has no value of " + ChartTitle() + " there");
+    }
+    reading.Value = *value;
     const ChannelRecord& record = program.Channels[chart.Channel];
     reading.Uncertainty =
         CAxisRange(record.Format).LastDigit() / static_cast<double>(record.Factor);
@@ -227,11 +232,13 @@ void FitPanel::ShowAnswer(const FitQuestion& question, const FitAnswer& answer) 
 }
 
 void FitPanel::ShowFound(const FitAnswer& answer) {
+    const std::string& length = Units()[ucDisplacement].Label;
     DataGrid& grid = grdFound.Grid;
     LayOutAnswer(grid,
                  std::array<std::string, 6>{"Coordinate", "Designed", "Built", "Difference",
                                             "Standard deviation", ""},
-                 {}, answer.Variables.size());
+                 std::array<std::string, 6>{"", length, length, length, length, ""},
+                 answer.Variables.size());
     int row = grid.FixedRows();
     for (const FittedVariable& found : answer.Variables) {
         const DesignVariable& variable = found.Variable;
@@ -240,7 +247,7 @@ void FitPanel::ShowFound(const FitAnswer& answer) {
         grid.SetCell(row, 2, TextOf(variable, found.After, Units()));
         grid.SetCell(row, 3, TextOf(variable, found.After - found.Before, Units()));
         grid.SetCell(row, 4, found.Deviation ? TextOf(variable, *found.Deviation, Units()) : "-");
-        grid.SetCell(row++, 5, found.Told ? "" : "the readings can't tell");
+        grid.SetCell(row++, 5, found.Told || !found.Deviation ? "" : "the readings can't tell");
     }
 }
 

@@ -19,7 +19,6 @@ class FitPanel final : public CStudyPanel {
   private:
     void ShowQuestion() override;
     void ShowReadings();
-    void TakeFields() override {}
     void EditCell(std::size_t table, int row, int column, const std::string& text) override;
     void EditReading(std::size_t n, int column, const std::string& text);
     void AddRows(std::size_t table) override;
@@ -27,6 +26,9 @@ class FitPanel final : public CStudyPanel {
 
     /// Readings from the clipboard.
     void Fill(std::size_t table) override;
+    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
+        return then.Fit == Questions().Fit;
+    }
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;
     void ShowAnswer(const FitQuestion& question, const FitAnswer& answer);

@@ -119,8 +119,10 @@ void OptimisePanel::ShowAnswer(const OptimiseQuestion& question, const OptimiseA
     m_best = answer.Best;
     ShowGains(question, answer);
     DataGrid& grid = grdFound.Grid;
+    const std::string& length = Units()[ucDisplacement].Label;
     LayOutAnswer(grid, std::array<std::string, 5>{"Coordinate", "Before", "After", "Change", ""},
-                 {}, answer.Variables.size());
+                 std::array<std::string, 5>{"", length, length, length, ""},
+                 answer.Variables.size());
     int row = grid.FixedRows();
     for (const OptimisedVariable& found : answer.Variables) {
         const DesignVariable& variable = found.Variable;

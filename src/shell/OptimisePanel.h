@@ -23,6 +23,10 @@ class OptimisePanel final : public CStudyPanel {
     void EditCell(std::size_t table, int row, int column, const std::string& text) override;
     void AddRows(std::size_t table) override;
     void RemoveRow(std::size_t table, std::size_t row) override;
+    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
+        return then.Optimise == Questions().Optimise;
+    }
+    [[nodiscard]] bool UsesTargets() const override { return true; }
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;
     void ShowAnswer(const OptimiseQuestion& question, const OptimiseAnswer& answer);

@@ -142,7 +142,9 @@ void RegionPanel::TakeFields() {
 }
 
 void RegionPanel::Fill(std::size_t /*table*/) {
-    Change([&](StudyQuestions& questions) { PlaceBox(questions.Region); });
+    RegionQuestion question = Question();
+    PlaceBox(question);
+    Change([&](StudyQuestions& questions) { questions.Region = question; });
 }
 
 void RegionPanel::EditCell(std::size_t /*table*/, int row, int column, const std::string& text) {
@@ -186,20 +188,13 @@ std::string RegionPanel::AxisTitle(std::size_t axis) const {
 
 void RegionPanel::ShowAnswer(const RegionQuestion& question, const RegionAnswer& answer) {
     ShowSlices(question, answer);
-    ShowPlaces(question, answer);
+    ShowPlaces(answer);
     ShowVerdicts(question, answer);
     const std::string name = CatalogueOf(AskedOf().Data)[question.Point].LongName;
-    std::string found = "Where it stands now, ";
-    if (const std::optional<double> kind = KindOf(answer.Present)) {
-        found += *kind == 0 ? (question.Targets.empty() ? "all travel is reached; no target is set"
-                                                        : "all is held")
-                            : "fails: " + KindsOf(question)[static_cast<std::size_t>(*kind)].Name;
-    }
-    if (std::none_of(answer.Nodes.begin(), answer.Nodes.end(),
-                     [](const RegionNode& node) { return node.Verdict == RegionVerdict::Held; })) {
-        found += "; nowhere in the box everything holds";
-    }
-    m_words = {Page.Caption, {name}, {found + (answer.Stopped ? ", stopped" : "")}};
+    const std::string found = WordsOf(question, answer);
+    m_words = {Page.Caption,
+               {name},
+               {answer.Stopped ? found + (found.empty() ? "Stopped" : ", stopped") : found}};
     for (std::size_t axis = 0; axis < 3; ++axis) {
         const RegionAxis& side = question.Box[axis];
         const PointCoordinate of = CoordinateOf(question, axis);
@@ -208,6 +203,26 @@ void RegionPanel::ShowAnswer(const RegionQuestion& question, const RegionAnswer&
                                 std::to_string(side.Nodes) + " places");
     }
     AnswerCame(m_words.Found.front());
+}
+
+std::string RegionPanel::WordsOf(const RegionQuestion& question, const RegionAnswer& answer) const {
+    std::string words;
+    if (const std::optional<double> kind = KindOf(answer.Present)) {
+        words = "Where it stands now, ";
+        if (*kind > 0) {
+            words += "fails: " + KindsOf(question)[static_cast<std::size_t>(*kind)].Name;
+            words += answer.PresentFailure.empty() ? "" : " (" + answer.PresentFailure + ")";
+        } else {
+            words += question.Targets.empty() ? "all travel is reached; no target is set"
+                                              : "all is held";
+        }
+    }
+    if (!answer.Stopped &&
+        std::none_of(answer.Nodes.begin(), answer.Nodes.end(),
+                     [](const RegionNode& node) { return node.Verdict == RegionVerdict::Held; })) {
+        words += "; nowhere in the box everything holds";
+    }
+    return words;
 }
 
 /// Three layers through where the point stands now.
@@ -251,7 +266,7 @@ void RegionPanel::ShowSlices(const RegionQuestion& question, const RegionAnswer&
 }
 
 /// The skin of the region in the drawing of the corner.
-void RegionPanel::ShowPlaces(const RegionQuestion& /*question*/, const RegionAnswer& answer) {
+void RegionPanel::ShowPlaces(const RegionAnswer& answer) {
     Overlay = {};
     const auto& [xs, ys, zs] = answer.Places;
     for (std::size_t z = 0; z < zs.size(); ++z) {
@@ -263,6 +278,14 @@ void RegionPanel::ShowPlaces(const RegionQuestion& /*question*/, const RegionAns
                 }
             }
         }
+    }
+    constexpr std::size_t MostDots = 2000;
+    std::vector<MarkedPlace>& places = Overlay.Places;
+    if (const std::size_t step = places.size() / MostDots + 1; step > 1) {
+        for (std::size_t n = 0; n * step < places.size(); ++n) {
+            places[n] = places[n * step];
+        }
+        places.resize((places.size() + step - 1) / step);
     }
 }
 

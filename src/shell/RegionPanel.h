@@ -22,13 +22,19 @@ class RegionPanel final : public CStudyPanel {
     void TakeFields() override;
     void EditCell(std::size_t table, int row, int column, const std::string& text) override;
     void Fill(std::size_t table) override;
+    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
+        return then.Region == Questions().Region;
+    }
+    [[nodiscard]] bool UsesTargets() const override { return true; }
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;
     [[nodiscard]] RegionQuestion Question() const;
     void PlaceBox(RegionQuestion& question) const;
     void ShowAnswer(const RegionQuestion& question, const RegionAnswer& answer);
     void ShowSlices(const RegionQuestion& question, const RegionAnswer& answer);
-    void ShowPlaces(const RegionQuestion& question, const RegionAnswer& answer);
+    void ShowPlaces(const RegionAnswer& answer);
+    [[nodiscard]] std::string WordsOf(const RegionQuestion& question,
+                                      const RegionAnswer& answer) const;
     void ShowVerdicts(const RegionQuestion& question, const RegionAnswer& answer);
     [[nodiscard]] std::vector<MapKind> KindsOf(const RegionQuestion& question) const;
     [[nodiscard]] std::string AxisTitle(std::size_t axis) const;

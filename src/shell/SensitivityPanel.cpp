@@ -61,6 +61,7 @@ CStudyJob::Work SensitivityPanel::Prepare(const Design& design,
 
 void SensitivityPanel::ShowAnswer(const SensitivityQuestion& question, SensitivityAnswer answer) {
     if (answer.Stopped) {
+        StoppedWithoutAnswer();
         return;
     }
     std::stable_sort(answer.Slopes.begin(), answer.Slopes.end(),

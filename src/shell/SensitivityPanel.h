@@ -19,8 +19,9 @@ class SensitivityPanel final : public CStudyPanel {
 
   private:
     void ShowQuestion() override;
-    void TakeFields() override {}
     [[nodiscard]] bool IsLive() const override { return true; }
+    [[nodiscard]] bool AsksTheSame(const StudyQuestions& /*then*/) const override { return true; }
+    [[nodiscard]] bool EndsSoon() const override { return true; }
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;
     void ShowAnswer(const SensitivityQuestion& question, SensitivityAnswer answer);

@@ -20,7 +20,7 @@ constexpr const char* FreeWord = "free";
 constexpr const char* HeldWord = "held";
 constexpr const char* WantedWord = "change";
 
-/// "+3 x 0.5 turn" and the like, in words a mechanic reads.
+/// "+1.5 turns" or "-2 shims".
 std::string TurnsText(const Adjuster& adjuster, int count, const Separators& separators) {
     if (count == 0) {
         return "-";
@@ -35,6 +35,12 @@ std::string TurnsText(const Adjuster& adjuster, int count, const Separators& sep
 double UsualTolerance(const FigureDisplay& display) {
     constexpr double Digits = 50;
     return Digits * CAxisRange(display.Format).LastDigit() / std::abs(display.Factor);
+}
+
+/// Who raises a car wants its camber and toe as they were.
+bool IsHeldUsually(const SheetFigure& figure) {
+    return !figure.RideHeight && figure.Of.Kind == FigureKind::AtStatic &&
+           (figure.Of.Channel == chCamberAngle || figure.Of.Channel == chSteerAngle);
 }
 
 } // namespace
@@ -112,8 +118,14 @@ void SetupPanel::ShowWanted() {
     }
 }
 
+double SetupPanel::TypedLength(const std::string& place, const std::string& text) const {
+    const UnitRecord& unit = UsableUnit(Units(), ucDisplacement);
+    return NumberOfText(text, place, unit.Label, Units().NumberSeparators) /
+           static_cast<double>(unit.Factor);
+}
+
 void SetupPanel::TakeFields() {
-    const double travel = TypedNumberOf(PointCoordinate{ptRHM, 2}, txtRideHeight.Text, Units());
+    const double travel = TypedLength("Ride height", txtRideHeight.Text);
     Change([&](StudyQuestions& questions) { questions.Setup.Sheet.RideHeight = travel; });
 }
 
@@ -134,7 +146,7 @@ void SetupPanel::EditAdjuster(std::size_t n, int column, const std::string& text
     };
     switch (column) {
     case ColPitch:
-        adjuster.Pitch = TypedNumberOf(PointCoordinate{ptRHM, 2}, text, Units());
+        adjuster.Pitch = TypedLength("The pitch", text);
         break;
     case ColPart:
         adjuster.Part = NumberOfText(text, "The part", "", Units().NumberSeparators);
@@ -218,7 +230,8 @@ void SetupPanel::Fill(std::size_t table) {
             question.Sheet.Figures = SheetFiguresOf(data);
             question.Wishes.clear();
             for (const SheetFigure& figure : question.Sheet.Figures) {
-                question.Wishes.push_back({true, 0, UsualTolerance(Display(figure))});
+                question.Wishes.push_back(
+                    {!IsHeldUsually(figure), 0, UsualTolerance(Display(figure))});
             }
         }
     });
@@ -227,15 +240,22 @@ void SetupPanel::Fill(std::size_t table) {
 CStudyJob::Work SetupPanel::Prepare(const Design& design,
                                     std::shared_ptr<const StudySettings> settings) {
     const TurnsQuestion question = Questions().Setup;
-    const bool wants = std::any_of(question.Wishes.begin(), question.Wishes.end(),
-                                   [](const FigureWish& wish) { return wish.Change != 0; });
+    const bool wants =
+        std::any_of(question.Wishes.begin(), question.Wishes.end(),
+                    [](const FigureWish& wish) { return !wish.Free && wish.Change != 0; });
     return [this, design, settings, question, wants, charts = Charts()](const StudyWork& work,
                                                                         const auto&) {
-        Answer answer{MakeSetupSheet(design, question.Sheet, settings->Settings(), work), {}, {}};
+        constexpr double SheetShare = 0.1; // of the whole work
+        const SolveSettings solve = settings->Settings();
+        Answer answer{
+            MakeSetupSheet(design, question.Sheet, solve, PartOf(work, 0, wants ? SheetShare : 1)),
+            {},
+            {}};
         if (wants && !answer.Sheet.Stopped) {
-            answer.Turns = FindTurns(design, question, settings->Settings(), work);
-            answer.Curves =
-                CurvesOf(answer.Turns->Reached.Corner, "Set up", charts, settings->Settings());
+            answer.Turns = FindTurns(design, question, solve, PartOf(work, SheetShare, 1));
+            if (!answer.Turns->Reached.Values.empty()) {
+                answer.Curves = CurvesOf(answer.Turns->Reached.Corner, "Set up", charts, solve);
+            }
         }
         return [this, question, answer = std::move(answer)] { ShowAnswer(question, answer); };
     };
@@ -302,7 +322,7 @@ void SetupPanel::ShowTurns(const TurnsQuestion& question, const TurnsAnswer& tur
         grid.SetCell(row, 0, adjuster.Name);
         grid.SetCell(row, 1, TurnsText(adjuster, turns.Counts[n], separators));
     }
-    if (turns.Reached.Fault.empty()) {
+    if (turns.Reached.Fault.empty() && !turns.Reached.Values.empty()) {
         m_reached = turns.Reached.Corner;
     }
     DataGrid& reached = grdReached.Grid;

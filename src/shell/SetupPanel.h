@@ -31,11 +31,15 @@ class SetupPanel final : public CStudyPanel {
     void ShowWanted();
     void TakeFields() override;
     void EditCell(std::size_t table, int row, int column, const std::string& text) override;
+    [[nodiscard]] double TypedLength(const std::string& place, const std::string& text) const;
     void EditAdjuster(std::size_t n, int column, const std::string& text);
     void EditWanted(std::size_t n, int column, const std::string& text);
     void AddRows(std::size_t table) override;
     void RemoveRow(std::size_t table, std::size_t row) override;
     void Fill(std::size_t table) override;
+    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
+        return then.Setup == Questions().Setup;
+    }
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;
     void ShowAnswer(const TurnsQuestion& question, const Answer& answer);

@@ -4,6 +4,14 @@
 
 namespace corvanta {
 
+StudyWork PartOf(const StudyWork& work, double from, double to) {
+    return {work.Threads, work.Stop, [told = work.Progress, from, to](double share) {
+                if (told) {
+                    told(from + share * (to - from));
+                }
+            }};
+}
+
 void CStudyJob::Start(Work work) {
     m_show = m_interim = {};
     m_thrown = {};

@@ -25,6 +25,9 @@ struct StudySettings {
     ChannelCatalogue Channels;
 };
 
+/// A part of a work: what it tells of its progress runs from one share to another.
+[[nodiscard]] StudyWork PartOf(const StudyWork& work, double from, double to);
+
 /// A study at work beside the windows. All is called from the thread of the windows.
 class CStudyJob {
   public:

@@ -11,12 +11,6 @@
 
 namespace corvanta {
 
-namespace {
-
-constexpr const char* OfFormerDesign = "Of the design before its last change: run it again";
-
-} // namespace
-
 CStudyPanel::CStudyPanel(Desk& desk, StudyHost& host) : m_desk(desk), m_host(host) {
     cmdRun.Caption = "&Run";
     cmdRun.ToolTip = "Begin the study (F5)";
@@ -45,67 +39,84 @@ void CStudyPanel::Try(const std::function<void()>& event) {
 
 // --- What is asked -----------------------------------------------------------------------------
 
-void CStudyPanel::Field_Changed(std::size_t n) {
-    const bool isTyping = std::holds_alternative<NumberBox*>(Fields.at(n).Box);
+/// Texts of the number boxes, empty for other fields.
+std::vector<std::string> CStudyPanel::Typed() const {
+    std::vector<std::string> texts;
+    for (const StudyField& field : Fields) {
+        const auto* const box = std::get_if<NumberBox*>(&field.Box);
+        texts.push_back(box == nullptr ? "" : (*box)->Text);
+    }
+    return texts;
+}
+
+/// Shows what is asked; a text that is being typed stays.
+void CStudyPanel::ShowAsked() {
+    if (!m_desk.Program.Document.DataLoaded) {
+        return;
+    }
+    const std::vector<std::string> typed = Typed();
+    const std::vector<std::string> before = m_typed;
+    ShowQuestion();
+    m_typed = Typed();
+    for (std::size_t n = 0; n < before.size(); ++n) {
+        if (NumberBox* const* const box = std::get_if<NumberBox*>(&Fields[n].Box)) {
+            const bool isTyping = typed[n] != before[n];
+            (*box)->Text = isTyping ? typed[n] : (*box)->Text;
+            (*box)->Fault = isTyping && (*box)->Fault;
+        }
+    }
+}
+
+/// Runs a change of the question and shows what became of it.
+void CStudyPanel::Edit(const std::function<void()>& event) {
     Try([&] {
-        TakeFields();
-        if (!isTyping) { // a text that is half typed stays
-            QuestionChanged();
+        event();
+        m_typed = Typed(); // it is taken
+        labStatus.Caption = m_status;
+        ShowAsked();
+        if (IsLive()) {
+            m_again = true;
+            Begin();
+        } else {
+            m_isOld = false;
+            CheckAge();
         }
     });
 }
 
+void CStudyPanel::Field_Changed(std::size_t n) {
+    if (!std::holds_alternative<NumberBox*>(Fields.at(n).Box)) { // which is taken when it is left
+        Edit([this] { TakeFields(); });
+    }
+}
+
 void CStudyPanel::Field_Left(std::size_t /*n*/) {
-    Try([&] {
-        TakeFields();
-        QuestionChanged();
-    });
+    if (Typed() != m_typed) {
+        Edit([this] { TakeFields(); });
+    }
 }
 
 void CStudyPanel::Asked_Edited(std::size_t table, int row, int column, const std::string& text) {
-    Try([&] {
-        EditCell(table, row, column, text);
-        QuestionChanged();
-    });
+    Edit([&] { EditCell(table, row, column, text); });
 }
 
 void CStudyPanel::cmdAdd_Click(std::size_t table) {
-    Try([&] {
-        AddRows(table);
-        QuestionChanged();
-    });
+    Edit([&] { AddRows(table); });
 }
 
 void CStudyPanel::cmdRemove_Click(std::size_t table) {
-    Try([&] {
+    Edit([&] {
         const StudyTable& asked = *Asked.at(table);
         const int first = std::max(asked.Selection.FirstRow, asked.Grid.FixedRows());
         for (int row = std::min(asked.Selection.LastRow, asked.Grid.Rows() - 1); row >= first;
              --row) {
             RemoveRow(table, static_cast<std::size_t>(row - asked.Grid.FixedRows()));
         }
-        QuestionChanged();
     });
 }
 
 void CStudyPanel::cmdFill_Click(std::size_t table) {
-    Try([&] {
-        Fill(table);
-        QuestionChanged();
-    });
-}
-
-void CStudyPanel::QuestionChanged() {
-    labStatus.Caption.clear();
-    if (m_desk.Program.Document.DataLoaded) {
-        ShowQuestion();
-    }
-    if (IsLive()) {
-        m_again = true;
-        Begin();
-    } else if (m_hasAnswer && !IsRunning()) {
-        ShowAsOld("Of what was asked before: run it again");
-    }
+    Edit([&] { Fill(table); });
 }
 
 void CStudyPanel::Change(const std::function<void(StudyQuestions&)>& change) {
@@ -124,28 +135,39 @@ void CStudyPanel::Begin() {
         return;
     }
     if (IsRunning()) {
-        m_job.Stop();
+        if (!EndsSoon()) {
+            m_job.Stop();
+        }
         return;
     }
     m_again = false;
     Try([this] {
-        const Design design = DesignNow();
+        StudyInquiry inquiry{DesignNow(), Charts(), {}, Questions(), {}};
+        if (UsesTargets()) {
+            inquiry.Targets = m_desk.Current.Study().Targets;
+        }
+        for (const StudyTable* const table : Asked) {
+            inquiry.Tables.push_back(*table);
+        }
         try {
-            m_job.Start(Prepare(design, std::make_shared<const StudySettings>(m_desk.Program)));
+            m_job.Start(
+                Prepare(inquiry.Design, std::make_shared<const StudySettings>(m_desk.Program)));
         } catch (...) {
             ForgetAnswer();
             throw;
         }
-        m_askedOf = design;
-        m_askedCharts = Charts();
-        m_isOld = false;
+        m_asked = std::move(inquiry);
+        m_hasInterim = false;
         labStatus.Caption.clear();
     });
 }
 
 void CStudyPanel::cmdRun_Click() {
     Try([this] {
-        TakeFields(); // the key that runs it leaves no field
+        if (Typed() != m_typed) { // the key that runs it leaves no field
+            TakeFields();
+            m_typed = Typed();
+        }
         m_again = true;
         Begin();
     });
@@ -169,14 +191,28 @@ bool CStudyPanel::Poll() {
         }
     });
     const bool ended = wasRunning && !IsRunning();
-    const bool isWanted = !m_again && !m_isDropped;
+    // What was stopped for the next question is about the one before it.
+    const bool isWanted = !m_isDropped && (!m_again || EndsSoon() || (IsLive() && !ended));
     m_isDropped = m_isDropped && !ended;
-    if (m_again && ended) { // what came out is about what was asked before
+    if (show && *show && isWanted) {
+        ShowOutcome(*show);
+    }
+    if (m_again && ended) {
         Begin();
-    } else if (isWanted && show && *show) {
-        Try(*show);
     }
     return show || ended;
+}
+
+void CStudyPanel::ShowOutcome(const CStudyJob::Show& show) {
+    Try([&] {
+        if (m_asked) { // all that comes of one work is about the same
+            m_answered = IsRunning() ? m_asked : std::exchange(m_asked, {});
+        }
+        m_isOld = false;
+        show();
+        m_hasInterim = IsRunning() && m_answered;
+        CheckAge();
+    });
 }
 
 std::vector<OverlayCurve> CStudyPanel::CurvesOf(const Design& design, const std::string& name,
@@ -205,21 +241,44 @@ std::string CStudyPanel::ChartTitle() const {
 }
 
 void CStudyPanel::AnswerCame(const std::string& status) {
-    m_hasAnswer = true;
-    labStatus.Caption = status;
-    if (m_isOld) {
-        ShowAsOld(OfFormerDesign);
+    m_status = labStatus.Caption = status;
+}
+
+void CStudyPanel::StoppedWithoutAnswer() {
+    const std::string interim = m_hasInterim ? m_status + ", " : "";
+    if (!m_hasInterim) {
+        ForgetAnswer();
+    }
+    AnswerCame(interim.empty() ? "Stopped" : interim + "stopped");
+}
+
+/// Why the answer is not about what stands there now; null when it is.
+const char* CStudyPanel::WhyOld() const {
+    if (!(m_answered->Design == DesignNow())) {
+        return "Of the design before its last change: run it again";
+    }
+    if (!AsksTheSame(m_answered->Questions) ||
+        (UsesTargets() && m_answered->Targets != m_desk.Current.Study().Targets)) {
+        return "Of what was asked before: run it again";
+    }
+    return m_answered->Charts == Charts() ? nullptr : "The charts are others since: run it again";
+}
+
+void CStudyPanel::CheckAge() {
+    if (!m_answered || IsLive() || m_isOld) {
+        return;
+    }
+    if (const char* const words = WhyOld()) {
+        m_isOld = true;
+        Overlay = {};
+        labStatus.Caption = words;
     }
 }
 
-void CStudyPanel::ShowAsOld(const char* words) {
-    Overlay = {};
-    labStatus.Caption = words;
-}
-
 void CStudyPanel::ForgetAnswer() {
-    m_hasAnswer = false;
-    m_askedOf.reset();
+    m_answered.reset();
+    m_isOld = false;
+    m_status.clear();
     for (StudyTable* const table : Answers) {
         table->Grid.Reset();
     }
@@ -230,9 +289,9 @@ void CStudyPanel::ForgetAnswer() {
 
 void CStudyPanel::SetShown(bool shown) {
     m_shown = shown;
-    if (shown && m_desk.Program.Document.DataLoaded) {
-        ShowQuestion();
-        m_again = m_again || (IsLive() && !m_hasAnswer);
+    if (shown) {
+        ShowAsked();
+        m_again = m_again || (IsLive() && !m_answered);
         Begin();
     }
     ShowButtons();
@@ -243,22 +302,17 @@ void CStudyPanel::Follow(DocumentChange change) {
         m_job.Stop();
         m_isDropped = IsRunning();
         m_again = false;
+        m_typed.clear();
         ForgetAnswer();
     }
-    if (!m_desk.Program.Document.DataLoaded) {
-        return;
-    }
-    const bool isOld = m_askedOf && *m_askedOf != DesignNow();
-    if (IsLive() && (isOld || !m_askedOf || change == DocumentChange::Beside)) {
-        m_again = true;
-    } else if (isOld && !std::exchange(m_isOld, true) && !IsRunning() && m_hasAnswer) {
-        ShowAsOld(OfFormerDesign);
-    } else if (m_hasAnswer && !IsRunning() && !m_isOld && m_askedCharts != Charts()) {
-        labStatus.Caption = "The charts are others since: run it again";
-    }
-    if (m_shown) {
-        ShowQuestion();
-        Begin();
+    if (m_desk.Program.Document.DataLoaded) {
+        const bool isOther = !m_answered || m_answered->Design != DesignNow();
+        m_again = m_again || (IsLive() && (isOther || change == DocumentChange::Beside));
+        CheckAge();
+        if (m_shown) {
+            ShowAsked();
+            Begin();
+        }
     }
     ShowButtons();
 }
@@ -268,8 +322,8 @@ void CStudyPanel::ShowButtons() {
     cmdRun.Enabled = loaded && !IsRunning();
     cmdStop.Enabled = IsRunning();
     cmdAdd.Enabled = cmdRemove.Enabled = cmdFill.Enabled = loaded;
-    cmdReport.Enabled = m_hasAnswer && !IsRunning();
-    cmdKeep.Enabled = loaded && m_hasAnswer && !IsRunning();
+    cmdReport.Enabled = loaded && m_answered && !IsRunning();
+    cmdKeep.Enabled = cmdReport.Enabled;
 }
 
 } // namespace corvanta

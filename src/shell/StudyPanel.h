@@ -89,6 +89,15 @@ struct StudyWords {
     std::vector<std::string> Found;
 };
 
+/// What a study was asked: kept with its answer, whatever becomes of the panel meanwhile.
+struct StudyInquiry {
+    corvanta::Design Design;
+    std::vector<StudyChart> Charts;
+    std::vector<Target> Targets; ///< that the study looks at
+    StudyQuestions Questions;
+    std::vector<StudyTable> Tables; ///< as they were filled in
+};
+
 /// One study of the workbench: what is asked, what came out, and the work between the two, which
 /// goes on beside the windows. It is about the design as it stood when the work began.
 class CStudyPanel {
@@ -142,20 +151,26 @@ class CStudyPanel {
     [[nodiscard]] bool IsRunning() const { return m_job.IsRunning(); }
     [[nodiscard]] double Progress() const { return m_job.Progress(); }
 
-    [[nodiscard]] bool HasAnswer() const { return m_hasAnswer; }
+    [[nodiscard]] bool HasAnswer() const { return m_answered.has_value(); }
 
     /// What was asked and found, as the report says it.
     [[nodiscard]] virtual StudyWords Words() const = 0;
 
-    /// The design that the work or the answer is about; there is one where there is an answer.
-    [[nodiscard]] const Design& AskedOf() const { return *m_askedOf; }
+    /// What the answer is about, as it was asked; there is one where there is an answer.
+    [[nodiscard]] const StudyInquiry& Answered() const { return *m_answered; }
 
   protected:
     /// Brings what is asked to fields and tables.
     virtual void ShowQuestion() = 0;
 
     /// Takes what the fields hold. Throws Failure for a text that can't be taken.
-    virtual void TakeFields() = 0;
+    virtual void TakeFields() {}
+
+    /// True for questions of which this study's is the one that there is now.
+    [[nodiscard]] virtual bool AsksTheSame(const StudyQuestions& then) const = 0;
+
+    /// True for a study that looks at the targets of the document.
+    [[nodiscard]] virtual bool UsesTargets() const { return false; }
 
     virtual void EditCell(std::size_t /*table*/, int /*row*/, int /*column*/,
                           const std::string& /*text*/) {}
@@ -168,11 +183,14 @@ class CStudyPanel {
     [[nodiscard]] virtual CStudyJob::Work
     Prepare(const Design& design, std::shared_ptr<const StudySettings> settings) = 0;
 
-    /// An answer is there, about the design that `Prepare` was given: what the status says of it.
+    /// What the status says of the answer that is shown.
     void AnswerCame(const std::string& status);
 
-    /// The question has changed: it is shown anew, and a live panel works on it.
-    void QuestionChanged();
+    /// The work was stopped before there was any answer; one that came in between stays.
+    void StoppedWithoutAnswer();
+
+    /// The design that the work or the answer on show is about.
+    [[nodiscard]] const Design& AskedOf() const { return m_answered->Design; }
 
     /// The curves of a design on the charts, under a name. Solves it, in whichever thread.
     [[nodiscard]] static std::vector<OverlayCurve> CurvesOf(const Design& design,
@@ -185,6 +203,9 @@ class CStudyPanel {
 
     /// True for a panel that works anew with each change of the document while it is in sight.
     [[nodiscard]] virtual bool IsLive() const { return false; }
+
+    /// True for a live one that is so quick that its work is never stopped for the next.
+    [[nodiscard]] virtual bool EndsSoon() const { return false; }
 
     [[nodiscard]] Design DesignNow() const { return DesignOf(m_desk.Program.Document); }
     [[nodiscard]] const FundamentalUnits& Units() const { return m_desk.Program.Units; }
@@ -202,17 +223,24 @@ class CStudyPanel {
 
   private:
     void Try(const std::function<void()>& event);
+    void Edit(const std::function<void()>& event);
+    void ShowAsked();
+    [[nodiscard]] std::vector<std::string> Typed() const;
     void Begin();
+    void ShowOutcome(const CStudyJob::Show& show);
+    void CheckAge();
+    [[nodiscard]] const char* WhyOld() const;
     void ShowButtons();
     void ForgetAnswer();
-    void ShowAsOld(const char* words);
 
     CStudyJob m_job;
-    std::optional<Design> m_askedOf; ///< what the work or the answer is about
-    std::vector<StudyChart> m_askedCharts;
-    bool m_hasAnswer = false;
-    bool m_isOld = false;     ///< the document has changed since
-    bool m_isDropped = false; ///< nobody wants what the work finds: another document is there
+    std::optional<StudyInquiry> m_asked;    ///< what the work is about
+    std::optional<StudyInquiry> m_answered; ///< what the answer on show is about
+    std::string m_status;                   ///< of that answer
+    std::vector<std::string> m_typed;       ///< texts of the fields as they were shown
+    bool m_isOld = false;      ///< the answer is about something else than what stands there now
+    bool m_hasInterim = false; ///< the work that runs has shown an answer already
+    bool m_isDropped = false;  ///< nobody wants what the work finds: another document is there
     bool m_shown = false;
     bool m_again = false; ///< the question is another since the work began
 };

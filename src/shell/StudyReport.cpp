@@ -4,9 +4,12 @@
 #include "results/MDisplay.h"
 #include "results/PointsTable.h"
 #include "shell/ExportCommands.h"
+#include "shell/StudyFigures.h"
+#include "shell/VariableRows.h"
 #include "solver/SInitGeo.h"
 
 #include <algorithm>
+#include <array>
 
 namespace corvanta {
 
@@ -24,12 +27,36 @@ ReportTable CoordinatesOf(const Desk& desk, const Design& design) {
 }
 
 /// Nothing but the head is a table that says nothing.
-void AddTables(std::vector<ReportTable>& to, const std::vector<StudyTable*>& tables) {
-    for (const StudyTable* const table : tables) {
-        if (table->Grid.Rows() > table->Grid.FixedRows()) {
-            to.push_back({table->Title, table->Grid});
+void AddTable(std::vector<ReportTable>& to, const StudyTable& table) {
+    if (table.Grid.Rows() > table.Grid.FixedRows()) {
+        to.push_back({table.Title, table.Grid});
+    }
+}
+
+/// The bands that were asked for, corner by corner.
+ReportTable TargetsOf(const Desk& desk, const std::vector<Target>& targets) {
+    const FundamentalUnits& units = desk.Program.Units;
+    ReportTable table{"Targets", {}};
+    std::size_t corners = 0;
+    for (const Target& target : targets) {
+        corners += target.Band.size();
+    }
+    LayOutAnswer(table.Grid,
+                 std::array<std::string, 5>{"Target", "At travel", "Least", "Greatest", "Weight"},
+                 std::array<std::string, 5>{"", units[ucDisplacement].Label, "", "", ""}, corners);
+    int row = table.Grid.FixedRows();
+    for (const Target& target : targets) {
+        const ChannelRecord& record = desk.Program.Channels[target.Channel];
+        for (const BandCorner& corner : target.Band) {
+            table.Grid.SetCell(
+                row, 0, TargetName(target, desk.Program.Channels) + " [" + record.UnitLabel + "]");
+            table.Grid.SetCell(row, 1, FormatChannelValue(units, corner.Travel, ucDisplacement));
+            table.Grid.SetCell(row, 2, FormatChannelValue(units, corner.Low, record.Class));
+            table.Grid.SetCell(row, 3, FormatChannelValue(units, corner.High, record.Class));
+            table.Grid.SetCell(row++, 4, NumberToText(target.Weight, units.NumberSeparators));
         }
     }
+    return table;
 }
 
 bool ShowsStudy(const ChartSheet& sheet, const CStudyPanel& panel) {
@@ -119,14 +146,21 @@ constexpr const char* HtmlLook =
 StudyReport ReportOf(const Desk& desk, const CStudyPanel& panel,
                      std::span<const ChartSheet> charts) {
     StudyReport report{desk.Program.DocumentPath, panel.Words(), {}, panel.Sheets, {}};
-    AddTables(report.Asked, panel.Asked);
+    for (const StudyTable& table : panel.Answered().Tables) {
+        AddTable(report.Asked, table);
+    }
+    if (!panel.Answered().Targets.empty()) {
+        report.Asked.push_back(TargetsOf(desk, panel.Answered().Targets));
+    }
     for (const ChartSheet& sheet : charts) {
         if (ShowsStudy(sheet, panel)) {
             report.Sheets.push_back(sheet);
         }
     }
-    AddTables(report.Answers, panel.Answers);
-    report.Answers.push_back(CoordinatesOf(desk, panel.AskedOf()));
+    for (const StudyTable* const table : panel.Answers) {
+        AddTable(report.Answers, *table);
+    }
+    report.Answers.push_back(CoordinatesOf(desk, panel.Answered().Design));
     return report;
 }
 

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numeric>
 #include <sstream>
 
 namespace corvanta {
@@ -22,7 +23,19 @@ enum Column { ColVariable, ColFrom, ColTo, ColCount };
 constexpr std::size_t FirstCount = 11; ///< values of an axis
 constexpr double FirstWay = 5;         ///< to either side of a coordinate, mm
 constexpr double FirstShare = 0.2;     ///< to either side of any other number
+constexpr std::size_t MostDrawn = 60;  ///< lines of a fan that an eye can part
 constexpr std::size_t MostNamed = 9;   ///< lines of a fan that a legend has room for
+
+/// The places of values by their size, of equal ones the first.
+std::vector<std::size_t> InOrder(const std::vector<double>& values) {
+    std::vector<std::size_t> order(values.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::stable_sort(order.begin(), order.end(),
+                     [&](std::size_t a, std::size_t b) { return values[a] < values[b]; });
+    const auto isSame = [&](std::size_t a, std::size_t b) { return values[a] == values[b]; };
+    order.erase(std::unique(order.begin(), order.end(), isSame), order.end());
+    return order;
+}
 
 /// Numbers that make another grid have no curves to compare.
 bool CanRun(const NumberPlace& place) {
@@ -172,6 +185,7 @@ CStudyJob::Work SweepPanel::Prepare(const Design& design,
         throw Failure(fnInvalidCall, "Nothing runs: select a cell among the points and press Add "
                                      "Selected, or add a value");
     }
+    m_askedFigure = cboFigure.Index();
     question.Charts = Charts();
     question.Number = NumberOfChart(Charts().at(m_host.ChartInHand()), cboFigure.Index(),
                                     m_desk.Current.Study().Targets);
@@ -242,7 +256,8 @@ void SweepPanel::ShowFan(const SweepQuestion& question, const SweepAnswer& answe
             answer.Designs.size() <= MostNamed || n == 0 || n + 1 == answer.Designs.size();
         const std::string name =
             isNamed ? Text(axis, design.Values[0]) + " " + across.UnitLabel : "";
-        for (std::size_t chart = 0; chart < design.Curves.size(); ++chart) {
+        const bool isDrawn = isNamed || n % (answer.Designs.size() / MostDrawn + 1) == 0;
+        for (std::size_t chart = 0; isDrawn && chart < design.Curves.size(); ++chart) {
             if (const std::optional<Curve>& curve = design.Curves[chart]) {
                 Overlay.Curves.push_back(
                     {question.Charts[chart], name, colours[n], curve->X, curve->Y});
@@ -269,25 +284,23 @@ void SweepPanel::ShowMap(const SweepQuestion& question, const SweepAnswer& answe
     SheetMap map;
     map.BarTitle = display.UnitLabel;
     map.UnreachedText = "can't be solved";
-    const auto fill = [&](std::vector<double>& values, SheetAxis& axis, std::size_t n) {
+    const std::vector<std::size_t> across = InOrder(question.Axes[0].Values);
+    const std::vector<std::size_t> up = InOrder(question.Axes[1].Values);
+    const auto fill = [&](std::vector<double>& values, SheetAxis& axis, std::size_t n,
+                          const std::vector<std::size_t>& order) {
         const double factor = SweptDisplay(question.Axes[n].What, Units()).Factor;
-        for (const double value : question.Axes[n].Values) {
-            values.push_back(value * factor);
+        for (const std::size_t place : order) {
+            values.push_back(question.Axes[n].Values[place] * factor);
         }
-        std::sort(values.begin(), values.end());
         axis = {NameOfAxis(AskedOf().Data, question.Axes[n]), {values.front(), values.back()}};
     };
-    fill(map.X, sheet.AxisX, 0);
-    fill(map.Y, sheet.AxisY, 1);
-    const auto place = [&](std::size_t n, std::size_t of) { // both may run downwards
-        const std::vector<double>& values = question.Axes[of].Values;
-        return values.front() <= values.back() ? n : values.size() - 1 - n;
-    };
+    fill(map.X, sheet.AxisX, 0, across);
+    fill(map.Y, sheet.AxisY, 1, up);
     double low = HUGE_VAL;
     double high = -HUGE_VAL;
-    for (std::size_t y = 0; y < answer.SecondCount; ++y) {
-        for (std::size_t x = 0; x < answer.FirstCount; ++x) {
-            const std::optional<double> number = answer.At(place(x, 0), place(y, 1)).Number;
+    for (const std::size_t y : up) {
+        for (const std::size_t x : across) {
+            const std::optional<double> number = answer.At(x, y).Number;
             map.Values.push_back(number ? std::optional(*number * display.Factor) : std::nullopt);
             low = std::min(low, map.Values.back().value_or(low));
             high = std::max(high, map.Values.back().value_or(high));

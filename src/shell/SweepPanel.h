@@ -20,11 +20,13 @@ class SweepPanel final : public CStudyPanel {
 
   private:
     void ShowQuestion() override;
-    void TakeFields() override {}
     void EditCell(std::size_t table, int row, int column, const std::string& text) override;
     void AddRows(std::size_t table) override;
     void RemoveRow(std::size_t table, std::size_t row) override;
     void Fill(std::size_t table) override;
+    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
+        return then.Sweep == Questions().Sweep && m_askedFigure == cboFigure.Index();
+    }
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;
     [[nodiscard]] std::size_t RowOf(int row) const;
@@ -38,6 +40,7 @@ class SweepPanel final : public CStudyPanel {
     [[nodiscard]] std::string NameOfAxis(const SuspensionData& data, const SweepAxis& axis) const;
 
     std::vector<SweptValue> m_values; ///< of the list
+    int m_askedFigure = 0;            ///< of the list
     StudyWords m_words;
 };
 

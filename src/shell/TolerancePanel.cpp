@@ -127,17 +127,20 @@ CStudyJob::Work TolerancePanel::Prepare(const Design& design,
     question.Targets = m_desk.Current.Study().Targets;
     return [this, design, settings, question](const StudyWork& work,
                                               const CStudyJob::Interim& interim) {
-        CSampleRunner runner(work);
-        const auto ask = [&](const ToleranceQuestion& asked) -> CStudyJob::Show {
+        const double atOnce =
+            static_cast<double>(SamplesAtOnce) / static_cast<double>(question.Samples);
+        const auto ask = [&](const ToleranceQuestion& asked, double from,
+                             double to) -> CStudyJob::Show {
+            CSampleRunner runner(PartOf(work, from, to));
             ToleranceAnswer answer = FindTolerance(runner, design, asked, settings->Settings());
             return [this, asked, answer = std::move(answer)] { ShowAnswer(asked, answer); };
         };
         if (question.Samples > 2 * SamplesAtOnce) {
             ToleranceQuestion first = question;
             first.Samples = SamplesAtOnce;
-            interim(ask(first));
+            interim(ask(first, 0, atOnce));
         }
-        return ask(question);
+        return ask(question, atOnce, 1);
     };
 }
 
@@ -145,7 +148,7 @@ CStudyJob::Work TolerancePanel::Prepare(const Design& design,
 
 void TolerancePanel::ShowAnswer(const ToleranceQuestion& question, const ToleranceAnswer& answer) {
     if (answer.Stopped) {
-        labStatus.Caption = "Stopped";
+        StoppedWithoutAnswer();
         return;
     }
     ShowBands(question, answer);
@@ -222,7 +225,11 @@ void TolerancePanel::ShowShares(const ToleranceQuestion& question, const Toleran
     grid.SetCell(row, 0, "Not explained by straight lines");
     int column = 1;
     for (const FigureSpread* const spread : shown) {
-        show(row, column++, spread->Unexplained, false);
+        if (spread->Shares.empty()) {
+            grid.SetCell(row, column++, "-");
+        } else {
+            show(row, column++, spread->Unexplained, false);
+        }
     }
 }
 

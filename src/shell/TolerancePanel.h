@@ -25,6 +25,10 @@ class TolerancePanel final : public CStudyPanel {
     void AddRows(std::size_t table) override;
     void RemoveRow(std::size_t table, std::size_t row) override;
     void Fill(std::size_t table) override;
+    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
+        return then.Tolerance == Questions().Tolerance;
+    }
+    [[nodiscard]] bool UsesTargets() const override { return true; }
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;
     [[nodiscard]] bool IsLive() const override { return chkFollow.Checked; }

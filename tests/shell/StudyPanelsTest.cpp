@@ -321,5 +321,72 @@ TEST_F(StudyPanelsTest, StudiesAreStoppedByHandAndByAnotherDocument) {
     EXPECT_TRUE(m_box.Shown.empty());
 }
 
+// Whatever a stopped study shows, it claims nothing and keeps no corner that was never solved.
+TEST_F(StudyPanelsTest, EveryStudyIsStoppedAtOnceAndInItsMiddle) {
+    AddTarget(PlainTarget(chSteerAngleBump, vvAlongWheelTravel, 0.2, 0.01, -25, 25));
+    for (const auto& panel : Bench().Studies.All()) {
+        for (std::size_t table = 0; table < panel->Asked.size(); ++table) {
+            panel->cmdFill_Click(table);
+        }
+    }
+    Add(Show<OptimisePanel>(), ptTRI, 2);
+    Add(Show<SweepPanel>(), ptTRI, 1);
+    auto& fit = Show<FitPanel>();
+    Add(fit, ptTRI, 2, 0);
+    Add(fit, ptTRI, 2, 1);
+    auto& setup = Show<SetupPanel>();
+    setup.Asked_Edited(1, setup.grdWanted.Grid.FixedRows(), 2, "-0.5");
+    for (std::size_t n = 0; n < Bench().Studies.All().size(); ++n) {
+        for (const int wait : {0, 1, 7}) {
+            Bench().ShowStudy(n);
+            CStudyPanel& panel = *Bench().Studies.All()[n];
+            panel.cmdRun_Click();
+            std::this_thread::sleep_for(std::chrono::milliseconds(wait));
+            panel.cmdStop_Click();
+            Wait(panel);
+            EXPECT_FALSE(panel.labStatus.Caption.empty()) << panel.Page.Caption;
+            if (panel.cmdKeep.Enabled) {
+                panel.cmdKeep_Click();
+            }
+            if (panel.HasAnswer()) {
+                EXPECT_FALSE(ReportOf(m_desk, panel, Bench().Sheets()).Words.Title.empty())
+                    << panel.Page.Caption << ": " << panel.labStatus.Caption;
+            }
+        }
+    }
+    for (const Variant& variant : m_current.Study().Variants) {
+        Suspension solved;
+        EXPECT_TRUE(Solve(solved, variant.Design, m_current.Settings()).Solved) << variant.Name;
+    }
+}
+
+TEST_F(StudyPanelsTest, AFieldIsTakenWhenItIsLeftAndAnAnswerKnowsItsQuestion) {
+    auto& setup = Show<SetupPanel>();
+    for (const char* text : {"1", "12", "12."}) {
+        setup.txtRideHeight.Text = text;
+        setup.Field_Changed(0);
+        EXPECT_EQ(setup.txtRideHeight.Text, text);
+    }
+    setup.Field_Left(0);
+    EXPECT_EQ(setup.txtRideHeight.Text, "12.00");
+    EXPECT_EQ(m_current.Study().Questions.Setup.Sheet.RideHeight, 12);
+    auto& panel = Show<TolerancePanel>();
+    panel.txtSamples.Text = "0";
+    panel.cmdRun_Click(); // with the field not left
+    EXPECT_FALSE(panel.IsRunning());
+    EXPECT_THAT(panel.labStatus.Caption, HasSubstr("from 2 to"));
+    EXPECT_TRUE(panel.txtSamples.Fault);
+    panel.txtSamples.Text = "60";
+    panel.Field_Left(0);
+    EXPECT_FALSE(panel.txtSamples.Fault);
+    Add(panel, ptTRI, 2);
+    Run(panel);
+    const std::string asked = panel.Answered().Tables.front().Grid.Cell(2, 1);
+    panel.Asked_Edited(0, 2, 1, "0.11");
+    EXPECT_THAT(panel.labStatus.Caption, HasSubstr("asked before"));
+    EXPECT_EQ(ReportOf(m_desk, panel, {}).Asked.front().Grid.Cell(2, 1), asked);
+    EXPECT_EQ(panel.grdTolerances.Grid.Cell(2, 1), "0.11");
+}
+
 } // namespace
 } // namespace corvanta::test
