@@ -11,7 +11,6 @@ namespace {
 
 using namespace reportstyles;
 
-constexpr const char* Product = "Corvanta";
 constexpr const char* Blank = " ";
 
 void PageSetup(const ReportPlace& place) {

@@ -22,6 +22,7 @@ struct ReportPlace {
 
 /// The styles of a report's paragraphs and tables.
 namespace reportstyles {
+inline constexpr const char* Product = "Corvanta"; ///< in the headers of pages
 inline constexpr const char* NormalStyle = "Normal";
 inline constexpr const char* CloseSpacedStyle = "CloseSpaced"; ///< lines close under a title
 inline constexpr const char* TitleStyle = "Title1";

@@ -30,7 +30,7 @@ FitPanel::FitPanel(Desk& desk, StudyHost& host)
       grdCorrelations{"grdCorrelations", "Correlations", {}, {}} {
     Page.Caption = "Fit";
     Page.ToolTip = "Which pickups were really built, as readings of a measured car tell?";
-    HelpTopicNumber = 350;
+    HelpTopicNumber = htFit;
     cmdAdd.Caption = "&Add";
     cmdAdd.ToolTip = "A reading of the chart in hand at the travel of the cursor, or the "
                      "coordinates whose cells are selected among the points";

@@ -14,6 +14,13 @@ enum HelpTopic : int {
     htEditGeometry = 20,
     htOptions = 30,
     htWorkbench = 70,
+    htSensitivity = 300,
+    htSweep = 310,
+    htTolerance = 320,
+    htOptimise = 330,
+    htRegion = 340,
+    htFit = 350,
+    htSetup = 360,
 };
 
 /// Opens the help. A viewer that fails is ignored.

@@ -30,7 +30,7 @@ OptimisePanel::OptimisePanel(Desk& desk, StudyHost& host)
       grdFound{"grdFound", "Coordinates", {}, {}} {
     Page.Caption = "Optimise";
     Page.ToolTip = "Which coordinates bring all curves into the bands of their targets?";
-    HelpTopicNumber = 330;
+    HelpTopicNumber = htOptimise;
     txtStarts.Caption = "&Starts:";
     txtStarts.ToolTip = "The first is the design as it stands, the others are drawn in the boxes";
     txtSeed.Caption = "S&eed:";

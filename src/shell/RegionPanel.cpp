@@ -67,7 +67,7 @@ RegionPanel::RegionPanel(Desk& desk, StudyHost& host)
       grdVerdicts{"grdVerdicts", "Demands", {}, {}} {
     Page.Caption = "Where may it go";
     Page.ToolTip = "In which region around a pickup is all travel reached and every target held?";
-    HelpTopicNumber = 340;
+    HelpTopicNumber = htRegion;
     cboPoint.Caption = "P&oint:";
     chkWholeGrid.Caption = "Also at all &rack travel";
     chkWholeGrid.ToolTip = "All wheel travel must be reached at every rack travel too";

@@ -32,7 +32,7 @@ SensitivityPanel::SensitivityPanel(Desk& desk, StudyHost& host)
       grdSlopes{"grdSlopes", "Per length", {}, {}, true} {
     Page.Caption = "What moves this";
     Page.ToolTip = "Which coordinate changes the chart in hand most?";
-    HelpTopicNumber = 300;
+    HelpTopicNumber = htSensitivity;
     cboFigure.Caption = "&Figure:";
     ListFigures(cboFigure);
     cboFigure.Select(1); // the value at static is the first thing that everybody sets

@@ -37,10 +37,10 @@ double UsualTolerance(const FigureDisplay& display) {
     return Digits * CAxisRange(display.Format).LastDigit() / std::abs(display.Factor);
 }
 
-/// Who raises a car wants its camber and toe as they were.
+/// Who changes anything else wants the toe as it was.
 bool IsHeldUsually(const SheetFigure& figure) {
     return !figure.RideHeight && figure.Of.Kind == FigureKind::AtStatic &&
-           (figure.Of.Channel == chCamberAngle || figure.Of.Channel == chSteerAngle);
+           figure.Of.Channel == chSteerAngle;
 }
 
 } // namespace
@@ -54,7 +54,7 @@ SetupPanel::SetupPanel(Desk& desk, StudyHost& host)
       grdReached{"grdReached", "Reached", {}, {}} {
     Page.Caption = "Setup";
     Page.ToolTip = "What does one turn, one shim do? And which turns give the change I want?";
-    HelpTopicNumber = 360;
+    HelpTopicNumber = htSetup;
     txtRideHeight.Caption = "R&ide height from the design:";
     txtRideHeight.ToolTip = "Wheel travel at which the car stands, bump positive";
     cmdAdd.Caption = "&Add Shims";

@@ -188,7 +188,7 @@ std::string ReportAsHtml(const PageWriter& pages, const ProductVersion& version,
     std::string html =
         "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"utf-8\">\n<title>" + title +
         "</title>\n" + HtmlLook + "</head><body>\n";
-    html += Element("header", Escaped("Corvanta " + version.Text() + " - " +
+    html += Element("header", Escaped(reportstyles::Product + (" " + version.Text()) + " - " +
                                       FileServices::BaseName(report.DocumentPath) + " - " +
                                       pages.ShortTime() + "  " + pages.MediumDate()));
     html += Element("h1", title) + HtmlOf(report.Words.Asked) + HtmlOf(report.Words.Found) +

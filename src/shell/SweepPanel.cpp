@@ -53,7 +53,7 @@ SweepPanel::SweepPanel(Desk& desk, StudyHost& host)
       grdDesigns{"grdDesigns", "Designs", {}, {}} {
     Page.Caption = "Sweep";
     Page.ToolTip = "What if one or two values run from a to b?";
-    HelpTopicNumber = 310;
+    HelpTopicNumber = htSweep;
     cboFigure.Caption = "&Figure of the chart:";
     ListFigures(cboFigure);
     cboValue.Caption = "&Value:";

@@ -39,7 +39,7 @@ TolerancePanel::TolerancePanel(Desk& desk, StudyHost& host)
       grdTargets{"grdTargets", "Targets", {}, {}} {
     Page.Caption = "Tolerance";
     Page.ToolTip = "How much do build tolerances spread the curves?";
-    HelpTopicNumber = 320;
+    HelpTopicNumber = htTolerance;
     txtSamples.Caption = "&Samples:";
     txtSeed.Caption = "S&eed:";
     txtSeed.ToolTip = "The same seed draws the same samples";
