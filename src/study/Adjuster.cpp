@@ -120,10 +120,4 @@ CornerChange ChangeOf(std::span<const Adjuster> adjusters, std::span<const doubl
     return change;
 }
 
-CornerStance Apply(const Design& design, std::span<const Adjuster> adjusters,
-                   std::span<const double> counts, double rideHeight) {
-    const CRigidCorner corner(design);
-    return corner.OnSpring(corner.AtTravel(rideHeight), ChangeOf(adjusters, counts));
-}
-
 } // namespace corvanta

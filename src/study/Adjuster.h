@@ -47,10 +47,4 @@ struct Adjuster {
 [[nodiscard]] CornerChange ChangeOf(std::span<const Adjuster> adjusters,
                                     std::span<const double> counts);
 
-/// The corner that is built as the design and stands at a wheel travel from it, `rideHeight`, mm,
-/// with its adjusters set: they are turned after the spring platform has brought it there. The
-/// adjusters must be ones of these mechanisms.
-[[nodiscard]] CornerStance Apply(const Design& design, std::span<const Adjuster> adjusters,
-                                 std::span<const double> counts, double rideHeight);
-
 } // namespace corvanta

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <cmath>
 #include <cstdio>
+#include <limits>
 
 namespace corvanta {
 
@@ -47,6 +48,16 @@ Directions WishboneDirections(const SuspPoint& front, const SuspPoint& rear,
                               const SuspPoint& joint) {
     return DirectionsOf(VectorSubtract(rear, front), VectorSubtract(joint, front))
         .value_or(Directions{Vector3{1, 0, 0}, Vector3{0, 1, 0}, Vector3{0, 0, 1}});
+}
+
+/// The contact patch below a wheel: as `ContactPatchPoint`, whose angles carry the resolution of
+/// single precision, without that step, so that an equation can be met to the last digits.
+SuspPoint PatchBelow(const SuspPoint& wheelCentre, const SuspPoint& stubAxle, double radius) {
+    const Vector3 axle = VectorSubtract(stubAxle, wheelCentre);
+    const Vector3 u = UnitVector(axle.X, axle.Y, axle.Z);
+    const double plan = std::hypot(u.X, u.Y); // cosine of the camber
+    return {wheelCentre.X + radius * u.Z * u.X / plan, wheelCentre.Y + radius * u.Z * u.Y / plan,
+            wheelCentre.Z - radius * plan};
 }
 
 } // namespace
@@ -104,14 +115,6 @@ std::string NameOf(const SuspensionData& data, CornerLink link) {
         return "T-Bar drop link";
     }
     return {};
-}
-
-SuspPoint PatchBelow(const SuspPoint& wheelCentre, const SuspPoint& stubAxle, double radius) {
-    const Vector3 axle = VectorSubtract(stubAxle, wheelCentre);
-    const Vector3 u = UnitVector(axle.X, axle.Y, axle.Z);
-    const double plan = std::hypot(u.X, u.Y); // cosine of the camber
-    return {wheelCentre.X + radius * u.Z * u.X / plan, wheelCentre.Y + radius * u.Z * u.Y / plan,
-            wheelCentre.Z - radius * plan};
 }
 
 CCornerLinkage::CCornerLinkage(const SuspensionData& data, const PointSet& base,
@@ -259,13 +262,16 @@ double CCornerLinkage::DemandMissed(const PointSet& places, const Unknowns& unkn
     return 0;
 }
 
-/// The mount lies on the line through the lower joint and the top of the strut's body.
+/// The mount lies on the line through the lower joint and the top of the strut's body. Where the
+/// stub axle lies on that line too, nothing tells what is beside it: the residuals are no numbers.
 void CCornerLinkage::AddStrutMissed(Unknowns& residuals, std::size_t& n, const PointSet& places) {
     const Vector3 line = VectorSubtract(places[ptUWO_MACPH], places[ptLWO]);
-    const Directions directions =
-        DirectionsOf(line, VectorSubtract(places[ptWSA], places[ptLWO])).value_or(Directions{});
+    const std::optional<Directions> directions =
+        DirectionsOf(line, VectorSubtract(places[ptWSA], places[ptLWO]));
+    constexpr double None = std::numeric_limits<double>::quiet_NaN();
     const Vector3 beside =
-        InDirections(directions, VectorSubtract(places[ptSAI], places[ptUWO_MACPH]));
+        directions ? InDirections(*directions, VectorSubtract(places[ptSAI], places[ptUWO_MACPH]))
+                   : Vector3{None, None, None};
     residuals[n++] = beside.Y;
     residuals[n++] = beside.Z;
 }

@@ -138,9 +138,4 @@ class CCornerLinkage {
     std::size_t m_count = 0;
 };
 
-/// The contact patch below a wheel: as `ContactPatchPoint`, whose angles carry the resolution of
-/// single precision, without that step, so that an equation can be met to the last digits.
-[[nodiscard]] SuspPoint PatchBelow(const SuspPoint& wheelCentre, const SuspPoint& stubAxle,
-                                   double radius);
-
 } // namespace corvanta

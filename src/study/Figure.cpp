@@ -14,15 +14,14 @@ constexpr const char* GainFormat = "0.0000";
 /// Tables show whole rates, but designs differ by less.
 constexpr const char* RateFormat = "0.0";
 
-/// A spring that is not there has a velocity ratio of 0.
+} // namespace
+
 bool HasChannel(const SuspensionData& data, int channel) {
     if (channel == chSpringVelocityRatio) {
         return MovingSpringEnd(data).has_value();
     }
     return channel != chCentreSpringVelocityRatio || HasCentreSpring(data);
 }
-
-} // namespace
 
 std::string FormatUnsignedZero(double value, std::string_view format,
                                const Separators& separators) {

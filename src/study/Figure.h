@@ -33,6 +33,10 @@ struct Figure {
     friend bool operator==(const Figure&, const Figure&) = default;
 };
 
+/// False for the velocity ratio of a spring that a corner of these mechanisms does not have, which
+/// would be 0.
+[[nodiscard]] bool HasChannel(const SuspensionData& data, int channel);
+
 /// The figure of a curve of its channel along its travel, stored units (a gain per mm). Nothing
 /// without a value at static or, for `AtTravel`, at that travel.
 [[nodiscard]] std::optional<double> FigureOf(const Curve& curve, const Figure& figure);

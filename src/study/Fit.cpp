@@ -228,7 +228,7 @@ void TellReadings(FitAnswer& answer, const Measured& measured, const LeastSquare
         fitted.InUncertainties = -found.Residuals[n];
         fitted.Residual = fitted.InUncertainties * reading.Uncertainty;
         fitted.After = reading.Value - fitted.Residual;
-        fitted.Outlier = std::abs(fitted.InUncertainties) > OutlierBeyond;
+        fitted.Outlier = found.Converged && std::abs(fitted.InUncertainties) > OutlierBeyond;
         if (fitted.Outlier) {
             ++answer.Outliers;
         } else {

@@ -34,7 +34,7 @@ struct FittedVariable {
     std::optional<double> Deviation; ///< the one after; none when it was stopped before the end
 
     /// The readings tell something of it: they have brought its standard deviation below nine
-    /// tenths of the one before.
+    /// tenths of the one before. Without a `Deviation` it is not known whether they do, and false.
     bool Told = false;
 };
 
@@ -43,7 +43,8 @@ struct FittedReading {
     double After = 0;           ///< as the fitted design has it
     double Residual = 0;        ///< the reading less that
     double InUncertainties = 0; ///< the residual in standard deviations of the reading
-    bool Outlier = false;       ///< more than `OutlierBeyond` of them: it has no say in the fit
+    bool Outlier = false;       ///< more than `OutlierBeyond` of them in a search that converged:
+                                ///< it has no say in the fit
 };
 
 /// The biweight's usual constant, with which normal readings lose 5 per cent of their say.

@@ -79,8 +79,9 @@ std::optional<Axis> InCommonStep(const std::vector<double>& travels, bool mirror
 Axis Spanning(const std::vector<double>& travels, bool mirrored) {
     Axis axis = Span(travels, mirrored);
     axis.Step = std::max(LeastCommonStep, (axis.Up + axis.Down) / SpanningSteps);
-    axis.Up = std::max(axis.Up, 2 * axis.Step);
-    axis.Down = std::max(axis.Down, 2 * axis.Step);
+    for (double* const end : {&axis.Up, &axis.Down}) { // whole steps, as the grid has no others
+        *end = (std::max(std::ceil(*end / axis.Step), 1.0) + 1) * axis.Step;
+    }
     return axis;
 }
 

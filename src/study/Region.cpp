@@ -5,6 +5,7 @@
 #include "study/Curve.h"
 #include "study/DesignVariable.h"
 #include "study/RegionCells.h"
+#include "study/StudySolve.h"
 
 #include <algorithm>
 #include <cmath>
@@ -124,7 +125,7 @@ class RegionSearch {
         RegionNode node;
         if (!result.Solved) {
             if (!result.Stopped) {
-                failure = result.Failure.Message;
+                failure = ReasonOf(result.Failure);
                 node.Verdict = RegionVerdict::OutOfReach;
                 node.Solved = true;
             }

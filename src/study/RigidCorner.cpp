@@ -104,7 +104,7 @@ bool Close(const CCornerLinkage& linkage, Unknowns& at) {
 std::string WorstFault(const CCornerLinkage& linkage, const Unknowns& at) {
     const Unknowns residuals = linkage.Residuals(at);
     std::size_t worst = 0;
-    for (std::size_t n = 1; n < linkage.Count(); ++n) {
+    for (std::size_t n = 1; n < linkage.Count() && !std::isnan(residuals[worst]); ++n) {
         if (!(std::abs(residuals[n]) <= std::abs(residuals[worst]))) {
             worst = n;
         }

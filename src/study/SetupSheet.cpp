@@ -1,6 +1,7 @@
 #include "study/SetupSheet.h"
 
 #include "model/Failure.h"
+#include "study/StudySolve.h"
 
 #include <array>
 #include <utility>
@@ -16,14 +17,12 @@ constexpr std::array<int, 11> SheetChannels{
     chHalfTrack,          chWheelRateTotal, chSpringVelocityRatio};
 
 bool HasFigure(const SuspensionData& data, int channel) {
-    return channel == chWheelRateTotal        ? data.SpringMechanism != smNone
-           : channel == chSpringVelocityRatio ? MovingSpringEnd(data).has_value()
-                                              : true;
+    return channel == chWheelRateTotal ? data.SpringMechanism != smNone : HasChannel(data, channel);
 }
 
 /// The cut of the grid that figures need: the static position, or its row or column as well.
 GridCut CutFor(std::span<const SheetFigure> figures) {
-    GridCut cut{false, {}, {}, false};
+    GridCut cut = StaticCut();
     for (const SheetFigure& figure : figures) {
         if (figure.RideHeight) {
             continue;
@@ -32,7 +31,7 @@ GridCut CutFor(std::span<const SheetFigure> figures) {
         if (figure.Of.Kind == FigureKind::AtStatic) {
             continue;
         }
-        (figure.Of.Variable == vvAlongRackTravel ? cut.WheelTravels : cut.RackTravels) = {0};
+        AddCurve(cut, figure.Of.Channel, figure.Of.Variable);
     }
     return cut;
 }
@@ -154,7 +153,7 @@ SheetState CSetupBench::StateAt(std::span<const double> counts, Suspension& scra
     }
     const SolveResult result = Solve(scratch, stance.Corner, m_settings, m_cut, stop);
     if (!result.Solved) {
-        state.Fault = result.Stopped ? "Stopped." : result.Failure.Message;
+        state.Fault = result.Stopped ? "Stopped" : ReasonOf(result.Failure);
         return state;
     }
     for (const SheetFigure& figure : m_question.Figures) {

@@ -182,10 +182,18 @@ class TurnsSearch {
         answer.Base = base.front();
         answer.Counts.assign(count, 0);
         answer.Smooth.assign(count, 0);
-        if (!m_stopped && answer.Base.Fault.empty()) {
+        if (answer.Base.Values.empty() && answer.Base.Fault.empty()) {
+            answer.Base.Fault = "Stopped"; // before it was solved
+        }
+        m_best = answer.Counts;
+        m_bestState = answer.Base;
+        if (answer.Base.Fault.empty()) {
             m_base = answer.Base.Values;
+            const std::optional<Numbers> residuals = ResidualsOf(answer.Base);
+            m_merits[m_best] = residuals ? MeritOf(*residuals, m_best) : Merit{};
             Search(answer);
         }
+        answer.Reached = m_bestState;
         answer.Stopped = m_stopped;
         answer.Solved = m_solved;
         return answer;
@@ -271,7 +279,6 @@ class TurnsSearch {
             }
             effects = there;
         }
-        Consider({answer.Counts});
         if (effects) {
             answer.Smooth = effects->At;
             const std::vector<Counts> starts = StartsBy(*effects);
@@ -281,7 +288,6 @@ class TurnsSearch {
             }
         }
         answer.Counts = m_best;
-        answer.Reached = m_bestState;
         answer.Holds = m_merits[m_best].Holds;
         for (std::size_t n = 0; n < m_question.Wishes.size(); ++n) {
             const FigureWish& wish = m_question.Wishes[n];
@@ -308,7 +314,7 @@ class TurnsSearch {
             const std::optional<Numbers> residuals = ResidualsOf(states[n]);
             Merit merit = residuals ? MeritOf(*residuals, fresh[n]) : Merit{};
             m_merits[fresh[n]] = merit;
-            if (m_best.empty() || Better(merit, m_merits[m_best])) {
+            if (Better(merit, m_merits[m_best])) {
                 m_best = fresh[n];
                 m_bestState = states[n];
             }
@@ -420,7 +426,7 @@ class TurnsSearch {
     std::size_t m_solved = 0;
     std::vector<std::optional<double>> m_base;
     std::map<Counts, Merit> m_merits;
-    Counts m_best;
+    Counts m_best; ///< the base to begin with
     SheetState m_bestState;
 };
 

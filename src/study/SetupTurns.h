@@ -43,7 +43,7 @@ struct TurnsAnswer {
     std::vector<double> Smooth; ///< what counts need not be whole for
     bool Holds = false;         ///< every wish is met within its tolerance
     SheetState Base;
-    SheetState Reached;
+    SheetState Reached; ///< with these counts; with a fault when stopped before the base
     std::vector<std::optional<double>> LeftOver; ///< reached less wanted; none for a free figure
     std::size_t Solved = 0;                      ///< corners that were solved on the way
     bool Stopped = false;                        ///< what was found up to then stands

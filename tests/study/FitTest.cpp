@@ -186,6 +186,8 @@ TEST_F(FitTest, ThreadsAndStopChangeNothingElse) {
         EXPECT_FALSE(stopped.Converged);
         EXPECT_THAT(stopped.Variables, SizeIs(4));
         EXPECT_THAT(stopped.Readings, SizeIs(18));
+        EXPECT_GT(stopped.ChiSquared, one.ChiSquared);
+        EXPECT_EQ(stopped.Outliers, 0) << "what a search has not fitted yet is no gross error";
     }
 }
 

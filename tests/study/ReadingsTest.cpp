@@ -111,5 +111,20 @@ TEST(ReadingsTest, TravelsOffTheGridAreSolvedOrLieOnACubic) {
     EXPECT_NEAR((near.Values[1] - near.Values[0]) / 0.1, -0.025, 0.003);
 }
 
+TEST(ReadingsTest, TheFarthestReadingsLieWithinTheirFourStepsToo) {
+    const Design design = DesignOf(LoadSample("formula-front-pushrod.WSP"));
+    const std::vector<Reading> readings{{20.13, 0, chCamberAngle, 0, 1},
+                                        {-17.77, 0, chCamberAngle, 0, 1},
+                                        {0.71, 13.37, chCamberAngle, 0, 1},
+                                        {3, -26.9, chCamberAngle, 0, 1}};
+    for (const ReadingPlace& place : GridOfReadings(design, readings, MetricUnits()).Places) {
+        for (const std::vector<StepShare>& shares : {place.Rack, place.Wheel}) {
+            for (const StepShare& share : shares) { // the least of a cubic's middle is -1 / 16
+                EXPECT_GE(share.Share, -0.065);
+            }
+        }
+    }
+}
+
 } // namespace
 } // namespace corvanta::test

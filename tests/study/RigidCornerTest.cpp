@@ -413,6 +413,23 @@ TEST(RigidCornerTest, TheRodGivesTheRideHeightThatTheTravelGives) {
     }
 }
 
+TEST(RigidCornerTest, AStrutWithoutADirectionIsNotMet) {
+    const CRigidCorner corner(DesignOf(LoadSample("saloon-front-strut.WSP")));
+    Design design = corner.Base();
+    const auto missed = [&] {
+        const Unknowns residuals =
+            CCornerLinkage(design.Data, design.Points, {}, CornerDemand::WheelTravel, 0)
+                .Residuals({});
+        return std::count_if(residuals.begin(), residuals.end(), [](double residual) {
+            return !(std::abs(residual) < PlaceTolerance);
+        });
+    };
+    EXPECT_EQ(missed(), 0);
+    design.Points[ptWSA] = // on the line through lower joint and mount
+        VectorScale(VectorAdd(design.Points[ptLWO], design.Points[ptSAI]), 0.5);
+    EXPECT_EQ(missed(), 2);
+}
+
 TEST(RigidCornerTest, ALengthThatCantBeMetIsNamed) {
     const CRigidCorner corner(DesignOf(LoadSample("formula-front-pushrod.WSP")));
     const auto faultOf = [&](CornerLink link, double longer) {

@@ -203,6 +203,31 @@ TEST_F(SetupSheetTest, ThreadsAndStopChangeNothingThatIsTold) {
     const TurnsAnswer stopped = FindTurns(m_pushrod, question, m_settings, work);
     EXPECT_TRUE(stopped.Stopped);
     EXPECT_LT(stopped.Solved, one.Solved);
+    // Stopped before or after the base is solved: what is reached is the base or has its reason.
+    std::size_t standing = 0;
+    for (const int calls : {0, 1, 2, 5, 20}) {
+        std::stop_source early;
+        int left = calls;
+        work.Stop = early.get_token();
+        work.Progress = [&](double) {
+            if (--left <= 0) {
+                early.request_stop();
+            }
+        };
+        if (calls == 0) {
+            early.request_stop();
+        }
+        const TurnsAnswer answer = FindTurns(m_pushrod, question, m_settings, work);
+        EXPECT_TRUE(answer.Stopped);
+        EXPECT_THAT(answer.Counts, SizeIs(question.Ranges.size()));
+        EXPECT_EQ(answer.Reached.Fault.empty(), !answer.Reached.Values.empty()) << calls;
+        if (answer.Reached.Fault.empty()) {
+            ++standing;
+            EXPECT_EQ(answer.Reached.Corner.Points[ptWC].Y, m_pushrod.Points[ptWC].Y) << calls;
+            EXPECT_EQ(answer.Reached.Values, answer.Base.Values);
+        }
+    }
+    EXPECT_GT(standing, 0U);
 
     question.Wishes[1].Tolerance = 0;
     EXPECT_THAT(FaultOf(m_pushrod, question), HasSubstr("tolerance"));
