@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <functional>
 
 namespace corvanta {
 
@@ -196,7 +197,10 @@ QWidget* StudyPanelView::BuildRowButtons() {
         auto* button = new QPushButton(buttons);
         button->setObjectName(name);
         button->setAutoDefault(false);
-        m_binder.Bind(button, control, [this, clicked] { (m_panel.*clicked)(AskedTable()); });
+        m_binder.Bind(button, control, [this, clicked] {
+            const std::size_t table = AskedTable();
+            std::invoke(clicked, m_panel, table);
+        });
         row->addWidget(button);
     };
     add(m_panel.cmdAdd, "cmdAdd", &CStudyPanel::cmdAdd_Click);
