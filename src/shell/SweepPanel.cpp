@@ -37,14 +37,6 @@ std::vector<std::size_t> InOrder(const std::vector<double>& values) {
     return order;
 }
 
-/// Numbers that make another grid have no curves to compare.
-bool CanRun(const NumberPlace& place) {
-    using Data = SuspensionData;
-    return place.Member != &Data::Bump && place.Member != &Data::Droop &&
-           place.Member != &Data::WheelTravelStepSize && place.Member != &Data::RackTravel &&
-           place.Member != &Data::RackTravelStepSize;
-}
-
 } // namespace
 
 SweepPanel::SweepPanel(Desk& desk, StudyHost& host)
@@ -82,8 +74,11 @@ void SweepPanel::ListValues() {
     }
     for (const DesignField& field : DesignFields()) {
         const auto* const place = std::get_if<NumberPlace>(&field.Place);
-        if (place != nullptr && CanRun(*place)) {
-            add(std::string(field.Caption), DesignVariable(DataNumber{place->Member}));
+        if (place == nullptr) {
+            continue;
+        }
+        if (const DesignVariable number = DataNumber{place->Member}; !IsTravel(number)) {
+            add(std::string(field.Caption), number);
         }
     }
     cboValue.Select(std::min(chosen, cboValue.Count() - 1));

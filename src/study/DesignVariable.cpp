@@ -4,6 +4,7 @@
 #include "study/DesignFields.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 
@@ -89,6 +90,16 @@ std::string NameOf(const SuspensionData& data, const DesignVariable& variable) {
 bool HasVariable(const SuspensionData& data, const DesignVariable& variable) {
     const auto* const coordinate = std::get_if<PointCoordinate>(&variable);
     return coordinate == nullptr || CatalogueOf(data)[coordinate->Point].Enabled;
+}
+
+bool IsTravel(const DesignVariable& variable) {
+    using Data = SuspensionData;
+    constexpr std::array<double Data::*, 5> travels{&Data::Bump, &Data::Droop,
+                                                    &Data::WheelTravelStepSize, &Data::RackTravel,
+                                                    &Data::RackTravelStepSize};
+    const auto* const number = std::get_if<DataNumber>(&variable);
+    return number != nullptr &&
+           std::find(travels.begin(), travels.end(), number->Member) != travels.end();
 }
 
 std::vector<PointCoordinate> CoordinatesInPlay(const SuspensionData& data) {

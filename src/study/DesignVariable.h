@@ -46,6 +46,10 @@ void SetValue(Design& design, const DesignVariable& variable, double value);
 /// True when a design of these mechanisms has the variable: the point is in play.
 [[nodiscard]] bool HasVariable(const SuspensionData& data, const DesignVariable& variable);
 
+/// True for the travels and their steps: where the corner is calculated, not how it is made.
+/// Designs that differ in them have no travels in common.
+[[nodiscard]] bool IsTravel(const DesignVariable& variable);
+
 /// The coordinates of all points in play, in the order of the catalogue, X to Z of each.
 [[nodiscard]] std::vector<PointCoordinate> CoordinatesInPlay(const SuspensionData& data);
 

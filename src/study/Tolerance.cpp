@@ -59,16 +59,6 @@ double DefaultHalfWidth(PointNumber point) {
     }
 }
 
-/// True for a variable that shapes the grid.
-bool IsTravel(const DesignVariable& variable) {
-    using SD = SuspensionData;
-    constexpr std::array<double SD::*, 5> travels{&SD::Bump, &SD::Droop, &SD::WheelTravelStepSize,
-                                                  &SD::RackTravel, &SD::RackTravelStepSize};
-    const auto* const number = std::get_if<DataNumber>(&variable);
-    return number != nullptr &&
-           std::find(travels.begin(), travels.end(), number->Member) != travels.end();
-}
-
 std::string FaultOfTolerances(const std::vector<Tolerance>& tolerances, const Design& design) {
     if (tolerances.empty()) {
         return "no coordinate has a tolerance";

@@ -18,16 +18,6 @@ constexpr double LeastNumber = 1;
 
 constexpr double ShareOfJacobian = 1.0 / 6;
 
-/// True for the travels and their steps.
-bool SetsTravel(const DesignVariable& variable) {
-    using SD = SuspensionData;
-    const auto* const number = std::get_if<DataNumber>(&variable);
-    return number != nullptr &&
-           (number->Member == &SD::Bump || number->Member == &SD::Droop ||
-            number->Member == &SD::WheelTravelStepSize || number->Member == &SD::RackTravel ||
-            number->Member == &SD::RackTravelStepSize);
-}
-
 } // namespace
 
 void SetValues(Design& design, std::span<const DesignVariable> variables,
@@ -45,7 +35,7 @@ double DifferenceStep(const DesignVariable& variable, double value) {
 
 std::string FaultOfMoving(const Design& design, std::span<const DesignVariable> variables) {
     for (const DesignVariable& variable : variables) {
-        if (SetsTravel(variable)) {
+        if (IsTravel(variable)) {
             return NameOf(design.Data, variable) +
                    " can't be free: it is where the corner is calculated, not how it is made";
         }
