@@ -3,6 +3,7 @@
 #include "model/Failure.h"
 #include "shell/StudyFigures.h"
 #include "shell/VariableRows.h"
+#include "study/SampleRandom.h"
 
 #include <array>
 
@@ -58,8 +59,8 @@ void OptimisePanel::ShowQuestion() {
 
 void OptimisePanel::TakeFields() {
     const Separators& separators = Units().NumberSeparators;
-    const double starts = TypedCount(txtStarts, 1, MostStarts, separators);
-    const double seed = TypedCount(txtSeed, 0, GreatestSeed, separators);
+    const std::int64_t starts = TypedCount(txtStarts, 1, MostStarts, separators);
+    const std::int64_t seed = TypedCount(txtSeed, 0, GreatestSeed, separators);
     Change([&](StudyQuestions& questions) {
         questions.Optimise.Starts = static_cast<int>(starts);
         questions.Optimise.Seed = static_cast<std::uint64_t>(seed);
@@ -153,7 +154,7 @@ void OptimisePanel::ShowGains(const OptimiseQuestion& question, const OptimiseAn
     for (std::size_t n = 0; n < answer.Targets.size(); ++n, ++row) {
         const FigureDisplay display = DisplayOf(question.Targets[n], m_desk.Program);
         const Separators& separators = Units().NumberSeparators;
-        grid.SetCell(row, 0, TargetName(question.Targets[n], m_desk.Program.Channels));
+        grid.SetCell(row, 0, NameOf(question.Targets[n], m_desk.Program.Channels));
         grid.SetCell(row, 1, display.UnitLabel);
         grid.SetCell(row, 2, ResultText(answer.Targets[n].Before, display, separators));
         grid.SetCell(row, 3, ResultText(answer.Targets[n].After, display, separators));

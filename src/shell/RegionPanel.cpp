@@ -166,7 +166,8 @@ CStudyJob::Work RegionPanel::Prepare(const Design& design,
     RegionQuestion question = Question();
     question.Targets = m_desk.Current.Study().Targets;
     return [this, design, settings, question](const StudyWork& work, const auto&) {
-        RegionAnswer answer = FindRegion(design, question, settings->Settings(), work);
+        CSampleRunner runner(work);
+        RegionAnswer answer = FindRegion(runner, design, question, settings->Settings());
         return [this, question, answer = std::move(answer)] { ShowAnswer(question, answer); };
     };
 }
@@ -176,7 +177,7 @@ CStudyJob::Work RegionPanel::Prepare(const Design& design,
 std::vector<MapKind> RegionPanel::KindsOf(const RegionQuestion& question) const {
     std::vector<MapKind> kinds{{"All held", HeldColour}, {"Travel not reached", ReachColour}};
     for (std::size_t n = 0; n < question.Targets.size(); ++n) {
-        kinds.push_back({TargetName(question.Targets[n], m_desk.Program.Channels),
+        kinds.push_back({NameOf(question.Targets[n], m_desk.Program.Channels),
                          TargetColours.at(n % TargetColours.size())});
     }
     return kinds;

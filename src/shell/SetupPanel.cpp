@@ -247,12 +247,11 @@ CStudyJob::Work SetupPanel::Prepare(const Design& design,
                                                                         const auto&) {
         constexpr double SheetShare = 0.1; // of the whole work
         const SolveSettings solve = settings->Settings();
-        Answer answer{
-            MakeSetupSheet(design, question.Sheet, solve, PartOf(work, 0, wants ? SheetShare : 1)),
-            {},
-            {}};
+        CSampleRunner sheetRunner(PartOf(work, 0, wants ? SheetShare : 1));
+        Answer answer{MakeSetupSheet(sheetRunner, design, question.Sheet, solve), {}, {}};
         if (wants && !answer.Sheet.Stopped) {
-            answer.Turns = FindTurns(design, question, solve, PartOf(work, SheetShare, 1));
+            CSampleRunner turnsRunner(PartOf(work, SheetShare, 1));
+            answer.Turns = FindTurns(turnsRunner, design, question, solve);
             if (!answer.Turns->Reached.Values.empty()) {
                 answer.Curves = CurvesOf(answer.Turns->Reached.Corner, "Set up", charts, solve);
             }

@@ -56,11 +56,6 @@ StudyNumber NumberOfChart(const StudyChart& chart, int entry, const std::vector<
     throw Failure(fnInvalidCall, "The chart in hand has no target: give it one by its menu");
 }
 
-std::string TargetName(const Target& target, const ChannelCatalogue& channels) {
-    return std::string(TrimBlanks(channels[target.Channel].Title)) +
-           (target.Variable == vvAlongRackTravel ? " along rack travel" : "");
-}
-
 FigureDisplay DisplayOf(const StudyNumber& number, const Program& program) {
     if (const auto* const figure = std::get_if<Figure>(&number)) {
         return DisplayOf(*figure, program.Channels, program.Units);

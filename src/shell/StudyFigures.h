@@ -24,9 +24,6 @@ void ListFigures(ListControl& list);
 [[nodiscard]] StudyNumber NumberOfChart(const StudyChart& chart, int entry,
                                         const std::vector<Target>& targets);
 
-/// "Camber Angle", or "Ackerman % along rack travel".
-[[nodiscard]] std::string TargetName(const Target& target, const ChannelCatalogue& channels);
-
 /// How such a number is called and shown.
 [[nodiscard]] FigureDisplay DisplayOf(const StudyNumber& number, const Program& program);
 

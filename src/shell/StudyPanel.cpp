@@ -5,7 +5,6 @@
 #include "study/DesignResults.h"
 
 #include <algorithm>
-#include <cctype>
 #include <iterator>
 #include <utility>
 
@@ -29,10 +28,6 @@ void CStudyPanel::Try(const std::function<void()>& event) {
         event();
     } catch (...) {
         labStatus.Caption = FailureInFlight().Description();
-        if (!labStatus.Caption.empty()) { // reasons are parts of sentences elsewhere
-            labStatus.Caption[0] =
-                static_cast<char>(std::toupper(static_cast<unsigned char>(labStatus.Caption[0])));
-        }
     }
     ShowButtons();
 }

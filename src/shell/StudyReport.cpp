@@ -49,7 +49,7 @@ ReportTable TargetsOf(const Desk& desk, const std::vector<Target>& targets) {
         const ChannelRecord& record = desk.Program.Channels[target.Channel];
         for (const BandCorner& corner : target.Band) {
             table.Grid.SetCell(
-                row, 0, TargetName(target, desk.Program.Channels) + " [" + record.UnitLabel + "]");
+                row, 0, NameOf(target, desk.Program.Channels) + " [" + record.UnitLabel + "]");
             table.Grid.SetCell(row, 1, FormatChannelValue(units, corner.Travel, ucDisplacement));
             table.Grid.SetCell(row, 2, FormatChannelValue(units, corner.Low, record.Class));
             table.Grid.SetCell(row, 3, FormatChannelValue(units, corner.High, record.Class));

@@ -3,6 +3,7 @@
 #include "model/Failure.h"
 #include "shell/StudyFigures.h"
 #include "shell/VariableRows.h"
+#include "study/SampleRandom.h"
 #include "study/Statistics.h"
 
 #include <algorithm>
@@ -72,8 +73,8 @@ void TolerancePanel::ShowQuestion() {
 
 void TolerancePanel::TakeFields() {
     const Separators& separators = Units().NumberSeparators;
-    const double samples = TypedCount(txtSamples, 2, MostToleranceSamples, separators);
-    const double seed = TypedCount(txtSeed, 0, GreatestSeed, separators);
+    const std::int64_t samples = TypedCount(txtSamples, 2, MostToleranceSamples, separators);
+    const std::int64_t seed = TypedCount(txtSeed, 0, GreatestSeed, separators);
     Change([&](StudyQuestions& questions) {
         questions.Tolerance.Samples = static_cast<std::size_t>(samples);
         questions.Tolerance.Seed = static_cast<std::uint64_t>(seed);
@@ -280,7 +281,7 @@ void TolerancePanel::ShowTargets(const ToleranceQuestion& question, const Tolera
     int row = grid.FixedRows();
     for (std::size_t n = 0; n < answer.Targets.size(); ++n, ++row) {
         const TargetCount& count = answer.Targets[n];
-        grid.SetCell(row, 0, TargetName(question.Targets[n], m_desk.Program.Channels));
+        grid.SetCell(row, 0, NameOf(question.Targets[n], m_desk.Program.Channels));
         grid.SetCell(row, 1, std::to_string(count.Judged));
         grid.SetCell(row, 2, std::to_string(count.Leave));
         grid.SetCell(row, 3, count.NominalHolds ? "yes" : "no");

@@ -71,15 +71,15 @@ double NumberOfText(const std::string& text, const std::string& place, const std
     return LeadingNumber(typed->Text);
 }
 
-double TypedCount(const std::string& place, const std::string& text, double least, double most,
-                  const Separators& separators) {
+std::int64_t TypedCount(const std::string& place, const std::string& text, std::int64_t least,
+                        std::int64_t most, const Separators& separators) {
     const double number = NumberOfText(text, place, "", separators);
-    if (number < least || number > most || number != std::floor(number)) {
+    if (number < static_cast<double>(least) || number > static_cast<double>(most) ||
+        number != std::floor(number)) {
         throw Failure(fnInvalidCall, place + " must be a whole number from " +
-                                         NumberToText(least, separators) + " to " +
-                                         NumberToText(most, separators));
+                                         std::to_string(least) + " to " + std::to_string(most));
     }
-    return number;
+    return static_cast<std::int64_t>(number);
 }
 
 double TypedNumberOf(const DesignVariable& variable, const std::string& text,
@@ -101,10 +101,11 @@ Spread SpreadOf(const std::string& text) {
     return text[0] == 'u' || text[0] == 'U' ? Spread::Uniform : Spread::Normal;
 }
 
-double TypedCount(NumberBox& box, double least, double most, const Separators& separators) {
+std::int64_t TypedCount(NumberBox& box, std::int64_t least, std::int64_t most,
+                        const Separators& separators) {
     const std::string place = ReplaceAll(box.Caption.substr(0, box.Caption.find(':')), "&", "");
     box.Fault = true;
-    const double number = TypedCount(place, box.Text, least, most, separators);
+    const std::int64_t number = TypedCount(place, box.Text, least, most, separators);
     box.Fault = false;
     return number;
 }

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -70,16 +71,14 @@ void EraseRow(std::vector<Entry>& entries, std::size_t row) {
 [[nodiscard]] double NumberOfText(const std::string& text, const std::string& place,
                                   const std::string& unit, const Separators& separators);
 
-/// The greatest whole number up to which a double has all of them.
-inline constexpr double GreatestSeed = 0x1p53;
-
 /// A whole number that was typed in a place, from `least` to `most`; throws Failure for any other.
-[[nodiscard]] double TypedCount(const std::string& place, const std::string& text, double least,
-                                double most, const Separators& separators);
+[[nodiscard]] std::int64_t TypedCount(const std::string& place, const std::string& text,
+                                      std::int64_t least, std::int64_t most,
+                                      const Separators& separators);
 
 /// The same of a box, which shows a text that can't be taken as a fault.
-[[nodiscard]] double TypedCount(NumberBox& box, double least, double most,
-                                const Separators& separators);
+[[nodiscard]] std::int64_t TypedCount(NumberBox& box, std::int64_t least, std::int64_t most,
+                                      const Separators& separators);
 
 /// Lays out a table of answers: a head row, a unit row, and the first column fixed.
 void LayOutAnswer(DataGrid& grid, std::span<const std::string> heads,

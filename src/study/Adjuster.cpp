@@ -72,15 +72,15 @@ std::vector<Adjuster> AdjustersOf(const SuspensionData& data) {
 
 std::string FaultOf(const SuspensionData& data, const Adjuster& adjuster) {
     if (adjuster.Name.empty()) {
-        return "An adjuster has no name.";
+        return "An adjuster has no name";
     }
     if (!(adjuster.Pitch > 0 && std::isfinite(adjuster.Pitch))) {
-        return "The pitch of \"" + adjuster.Name + "\" must be above 0.";
+        return "The pitch of \"" + adjuster.Name + "\" must be above 0";
     }
     if (!(adjuster.Part > 0 && adjuster.Part <= 1)) {
-        return "The smallest part of a turn of \"" + adjuster.Name + "\" must be above 0, to 1.";
+        return "The smallest part of a turn of \"" + adjuster.Name + "\" must be above 0, to 1";
     }
-    const std::string missing = "This corner does not have \"" + adjuster.Name + "\".";
+    const std::string missing = "This corner does not have \"" + adjuster.Name + "\"";
     switch (adjuster.Kind) {
     case AdjusterKind::LinkLength:
         return HasLink(data, adjuster.Link) ? std::string() : missing;
@@ -91,7 +91,7 @@ std::string FaultOf(const SuspensionData& data, const Adjuster& adjuster) {
     }
     if (std::find(ShimPlaces.begin(), ShimPlaces.end(), adjuster.Place.Point) == ShimPlaces.end() ||
         adjuster.Place.Axis < 0 || adjuster.Place.Axis > 2) {
-        return "\"" + adjuster.Name + "\" is not at a joint or pickup of a link.";
+        return "\"" + adjuster.Name + "\" is not at a joint or pickup of a link";
     }
     return HasVariable(data, adjuster.Place) ? std::string() : missing;
 }

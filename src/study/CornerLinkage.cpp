@@ -293,7 +293,7 @@ Unknowns CCornerLinkage::Residuals(const Unknowns& unknowns) const {
 
 std::string CCornerLinkage::LengthFault(CornerLink link) const {
     return NameOf(m_data, link) + " can't be " + Millimetres(Length(link)) +
-           " long: the linkage does not close.";
+           " long: the linkage does not close";
 }
 
 std::string CCornerLinkage::FaultOf(std::size_t equation) const {
@@ -301,16 +301,16 @@ std::string CCornerLinkage::FaultOf(std::size_t equation) const {
         return LengthFault(m_links[equation]);
     }
     if (equation + 1 < m_count) {
-        return "The strut does not reach its pickup on the chassis.";
+        return "The strut does not reach its pickup on the chassis";
     }
     switch (m_demand) {
     case CornerDemand::WheelTravel:
-        return "The wheel can't stand at a travel of " + Millimetres(m_demanded) + ".";
+        return "The wheel can't stand at a travel of " + Millimetres(m_demanded);
     case CornerDemand::SpringLength:
         return "The spring can't be " + Millimetres(m_demanded) +
-               " long: the linkage does not close.";
+               " long: the linkage does not close";
     case CornerDemand::RockerAngle:
-        return "The rocker can't keep its place: the linkage does not close.";
+        return "The rocker can't keep its place: the linkage does not close";
     }
     return {};
 }

@@ -129,22 +129,27 @@ VariableDisplay DisplayOf(const DesignVariable& variable, const FundamentalUnits
     return display;
 }
 
-std::string FaultOfFreeVariables(const Design& design, const std::vector<FreeVariable>& free) {
-    if (free.empty()) {
-        return "no coordinate is free";
+std::string FaultOfVariable(const Design& design, const DesignVariable& variable) {
+    if (!HasVariable(design.Data, variable)) { // the catalogue has no name for it
+        return KeyOf(variable) + " is not in play";
     }
-    for (auto each = free.begin(); each != free.end(); ++each) {
-        if (!HasVariable(design.Data, each->Variable)) {
-            return KeyOf(each->Variable) + " is not in play";
+    const std::string name = NameOf(design.Data, variable);
+    if (IsTravel(variable)) {
+        return name + " can't vary: it is where the corner is calculated, not how it is made";
+    }
+    return std::isfinite(ValueOf(design, variable)) ? "" : name + " has no value to begin with";
+}
+
+std::string FaultOfVariables(const Design& design, std::span<const DesignVariable> variables) {
+    if (variables.empty()) {
+        return "No coordinate is chosen";
+    }
+    for (auto each = variables.begin(); each != variables.end(); ++each) {
+        if (std::string fault = FaultOfVariable(design, *each); !fault.empty()) {
+            return fault;
         }
-        const std::string name = NameOf(design.Data, each->Variable);
-        if (!std::isfinite(each->Low) || !std::isfinite(each->High) || each->Low >= each->High) {
-            return "the box of " + name + " is empty";
-        }
-        if (std::any_of(free.begin(), each, [&](const FreeVariable& other) {
-                return other.Variable == each->Variable;
-            })) {
-            return name + " is free twice";
+        if (std::find(variables.begin(), each, *each) != each) {
+            return NameOf(design.Data, *each) + " is chosen twice";
         }
     }
     return {};

@@ -5,6 +5,7 @@
 #include "model/Units.h"
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -73,9 +74,22 @@ struct FreeVariable {
     friend bool operator==(const FreeVariable&, const FreeVariable&) = default;
 };
 
-/// Why variables can't be the free ones of a study of a design; empty when they can. There must be
-/// at least one, none twice, each in play, with a box of numbers that is not empty.
-[[nodiscard]] std::string FaultOfFreeVariables(const Design& design,
-                                               const std::vector<FreeVariable>& free);
+/// Why a study can't vary a design in a variable; empty when it can. It must be in play, have a
+/// value to begin with, and be no travel.
+[[nodiscard]] std::string FaultOfVariable(const Design& design, const DesignVariable& variable);
+
+/// The same for several at a time: at least one, and none twice.
+[[nodiscard]] std::string FaultOfVariables(const Design& design,
+                                           std::span<const DesignVariable> variables);
+
+/// The variables of entries that are each about one.
+template <typename Entry>
+[[nodiscard]] std::vector<DesignVariable> VariablesOf(const std::vector<Entry>& entries) {
+    std::vector<DesignVariable> variables;
+    for (const Entry& entry : entries) {
+        variables.push_back(entry.Variable);
+    }
+    return variables;
+}
 
 } // namespace corvanta

@@ -11,7 +11,6 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
-#include <memory>
 #include <utility>
 
 namespace corvanta {
@@ -43,24 +42,11 @@ struct Measured {
 
 std::string FaultOfWords(const Measured& measured) {
     const FitQuestion& question = measured.Question;
-    std::vector<FreeVariable> free;
-    for (const Tolerance& each : question.Free) {
-        free.push_back({each.Variable, -1, 1}); // a fit knows no boxes
-    }
-    if (std::string fault = FaultOfFreeVariables(measured.Base, free); !fault.empty()) {
+    if (std::string fault = FaultOfTolerances(measured.Base, question.Free); !fault.empty()) {
         return fault;
-    }
-    if (std::string fault = FaultOfMoving(measured.Base, measured.Variables); !fault.empty()) {
-        return fault;
-    }
-    for (const Tolerance& each : question.Free) {
-        if (!(each.HalfWidth > 0) || !std::isfinite(each.HalfWidth)) {
-            return "the tolerance of " + NameOf(measured.Base.Data, each.Variable) +
-                   " must be above 0";
-        }
     }
     if (question.Readings.empty()) {
-        return "there is no reading";
+        return "There is no reading";
     }
     const ChannelCatalogue& channels = measured.Settings.Channels;
     std::string fault = FaultOfReadings(question.Readings, channels);
@@ -101,25 +87,22 @@ std::string FaultOfChannels(const Measured& measured, const Suspension& solved) 
     for (std::size_t n = 0; n < measured.Question.Readings.size(); ++n) {
         const int channel = measured.Question.Readings[n].Channel;
         if (!FigureValue(solved, {channel}) || !ValueAt(solved, measured.Grid.Places[n])) {
-            return "reading " + std::to_string(n + 1) + ": the corner has no " +
+            return "Reading " + std::to_string(n + 1) + ": the corner has no " +
                    std::string(TrimBlanks(measured.Settings.Channels[channel].Title));
         }
     }
     return {};
 }
 
-/// Readies a fit by solving its design where it was read; returns the fault of its question.
-std::string Begin(Measured& measured, Suspension& scratch) {
-    for (const Tolerance& free : measured.Question.Free) {
-        measured.Variables.push_back(free.Variable);
-    }
+/// Solves the design where it was read; returns what is wrong with the question.
+std::string FaultOfBase(Measured& measured, Suspension& scratch) {
     if (std::string fault = FaultOfWords(measured); !fault.empty()) {
         return fault;
     }
     // What fails on any grid is told first, so that the travels of the readings are not blamed.
     SolveResult result = Solve(scratch, measured.Base, measured.Settings, StaticCut());
     if (!result.Solved) {
-        return "the design can't be calculated: " + ReasonOf(result.Failure);
+        return "The design can't be calculated: " + ReasonOf(result.Failure);
     }
     measured.Grid =
         GridOfReadings(measured.Base, measured.Question.Readings, measured.Settings.Units);
@@ -127,7 +110,7 @@ std::string Begin(Measured& measured, Suspension& scratch) {
     SetTravels(design, measured.Grid);
     result = Solve(scratch, design, measured.Settings, measured.Grid.Cut);
     if (!result.Solved) {
-        return "the design can't be calculated at the travels of the readings: " +
+        return "The design can't be calculated at the travels of the readings: " +
                ReasonOf(result.Failure);
     }
     if (std::string fault = FaultOfChannels(measured, scratch); !fault.empty()) {
@@ -256,16 +239,10 @@ double PriorDeviation(const Tolerance& tolerance) {
     return tolerance.HalfWidth / (tolerance.Distribution == Spread::Normal ? 3 : std::sqrt(3.0));
 }
 
-std::string FaultOf(const FitQuestion& question, const Design& design,
-                    const SolveSettings& settings) {
-    Measured measured{design, question, settings};
-    return Begin(measured, *std::make_unique<Suspension>());
-}
-
 FitAnswer Fit(CSampleRunner& runner, const Design& design, const FitQuestion& question,
               const SolveSettings& settings) {
-    Measured measured{design, question, settings};
-    if (const std::string fault = Begin(measured, runner.Scratch()); !fault.empty()) {
+    Measured measured{design, question, settings, VariablesOf(question.Free)};
+    if (const std::string fault = FaultOfBase(measured, runner.Scratch()); !fault.empty()) {
         throw Failure(fnInvalidCall, fault);
     }
     const LeastSquaresResult found = Search(runner, measured);

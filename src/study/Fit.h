@@ -71,11 +71,6 @@ struct FitAnswer {
     bool Exact = true;
 };
 
-/// Why the question has no answer for a design; empty when it has one. Solves the design, as its
-/// corner must have what was read.
-[[nodiscard]] std::string FaultOf(const FitQuestion& question, const Design& design,
-                                  const SolveSettings& settings);
-
 /// The variables that explain the readings best, by least squares of the residuals and of the moves
 /// in standard deviations. Large residuals count linearly at first (Huber) and then, from there,
 /// less and less (Tukey's biweight), so that a gross error is named and not followed. Standard
@@ -83,7 +78,7 @@ struct FitAnswer {
 /// of the weighted normal matrix, the tolerances within. Travels that the document's grid does not
 /// hold are those of a `ReadingGrid`.
 ///
-/// Throws Failure (`fnInvalidCall`) with the fault of the question.
+/// Throws Failure (`fnInvalidCall`) that says what is wrong with the question.
 [[nodiscard]] FitAnswer Fit(CSampleRunner& runner, const Design& design,
                             const FitQuestion& question, const SolveSettings& settings);
 

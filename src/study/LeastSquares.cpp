@@ -39,7 +39,7 @@ void CheckProblem(const LeastSquaresProblem& problem) {
                 std::isfinite(problem.Step[i]);
     }
     if (!sound) {
-        throw Failure(fnInvalidCall, "The least squares problem is none.");
+        throw Failure(fnInvalidCall, "The least squares problem is none");
     }
 }
 
@@ -348,15 +348,15 @@ void SilenceCeres() {
 
 std::string WordsOf(const LeastSquaresResult& result, const ceres::Solver::Summary& summary) {
     if (result.Stopped) {
-        return "The search was stopped.";
+        return "The search was stopped";
     }
     if (result.Converged) {
-        return "The search has converged.";
+        return "The search has converged";
     }
     return summary.termination_type == ceres::NO_CONVERGENCE
                ? "The search has not converged after " + std::to_string(result.Iterations) +
-                     " steps."
-               : "The search could not go on from the best point.";
+                     " steps"
+               : "The search could not go on from the best point";
 }
 
 void TakeBest(LeastSquaresResult& result, const CEvaluation& evaluation) {
@@ -381,7 +381,7 @@ LeastSquaresResult SolveLeastSquares(const LeastSquaresProblem& problem) {
     evaluation.RethrowIfThrown();
     result.Stopped = evaluation.Stopped();
     if (!result.Evaluated) {
-        result.Words = result.Stopped ? "The search was stopped." : "The start can't be evaluated.";
+        result.Words = result.Stopped ? "The search was stopped" : "The start can't be evaluated";
         return result;
     }
     const std::size_t count = evaluation.Best().Residuals->size();
@@ -389,7 +389,7 @@ LeastSquaresResult SolveLeastSquares(const LeastSquaresProblem& problem) {
         return each.empty() || each.size() == count;
     };
     if (count == 0 || !fits(problem.LossScales) || !fits(problem.Enough)) {
-        throw Failure(fnInvalidCall, "The least squares problem is none.");
+        throw Failure(fnInvalidCall, "The least squares problem is none");
     }
     ceres::Problem ceresProblem;
     AddResiduals(ceresProblem, problem, evaluation, place);

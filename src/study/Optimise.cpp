@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <memory>
 #include <optional>
 #include <tuple>
 #include <utility>
@@ -78,25 +77,22 @@ struct Search {
 };
 
 std::string TargetName(const Search& search, std::size_t n) {
-    const Target& target = search.Question.Targets[n];
-    std::string name = "target " + std::to_string(n + 1);
-    if (HasCurve(target.Channel)) {
-        name +=
-            " (" + std::string(TrimBlanks(search.Settings.Channels[target.Channel].Title)) + ")";
-    }
-    return name;
+    return "Target " + std::to_string(n + 1) + " (" +
+           NameOf(search.Question.Targets[n], search.Settings.Channels) + ")";
 }
 
 std::string FaultOfWords(const Search& search) {
     const OptimiseQuestion& question = search.Question;
-    if (std::string fault = FaultOfFreeVariables(search.Base, question.Free); !fault.empty()) {
+    if (std::string fault = FaultOfVariables(search.Base, search.Variables); !fault.empty()) {
         return fault;
     }
-    if (std::string fault = FaultOfMoving(search.Base, search.Variables); !fault.empty()) {
-        return fault;
+    for (const FreeVariable& free : question.Free) {
+        if (!std::isfinite(free.Low) || !std::isfinite(free.High) || free.Low >= free.High) {
+            return "The box of " + NameOf(search.Base.Data, free.Variable) + " is empty";
+        }
     }
     if (question.Targets.empty()) {
-        return "there is no target";
+        return "There is no target";
     }
     for (std::size_t n = 0; n < question.Targets.size(); ++n) {
         if (const std::string fault = FaultOfTarget(question.Targets[n]); !fault.empty()) {
@@ -104,7 +100,7 @@ std::string FaultOfWords(const Search& search) {
         }
     }
     return question.Starts < 1 || question.Starts > MostStarts
-               ? "the number of starts must be from 1 to " + std::to_string(MostStarts)
+               ? "The number of starts must be from 1 to " + std::to_string(MostStarts)
                : "";
 }
 
@@ -128,11 +124,9 @@ Curve CurveOfTarget(const Suspension& solved, const Target& target) {
     return CurveOf(solved, target.Channel, target.Variable);
 }
 
-/// Readies a search by solving its design; returns the fault of its question.
-std::string Begin(Search& search, Suspension& scratch) {
-    for (const FreeVariable& free : search.Question.Free) {
-        search.Variables.push_back(free.Variable);
-    }
+/// Solves the design and sees where its curves meet the bands; returns what is wrong with the
+/// question.
+std::string FaultOfBase(Search& search, Suspension& scratch) {
     if (std::string fault = FaultOfWords(search); !fault.empty()) {
         return fault;
     }
@@ -141,7 +135,7 @@ std::string Begin(Search& search, Suspension& scratch) {
     }
     const SolveResult result = Solve(scratch, search.Base, search.Settings, search.Cut);
     if (!result.Solved) {
-        return "the design can't be calculated: " + ReasonOf(result.Failure);
+        return "The design can't be calculated: " + ReasonOf(result.Failure);
     }
     for (std::size_t n = 0; n < search.Question.Targets.size(); ++n) {
         const Target& target = search.Question.Targets[n];
@@ -324,7 +318,7 @@ std::string FailureOfStart(const Search& search, int start, Suspension& scratch)
     Design design = search.Base;
     SetValues(design, search.Variables, x);
     const SolveResult result = Solve(scratch, design, search.Settings, search.Cut);
-    return result.Solved ? "a curve does not reach its band" : ReasonOf(result.Failure);
+    return result.Solved ? "A curve does not reach its band" : ReasonOf(result.Failure);
 }
 
 void TellStarts(OptimiseAnswer& answer, const Search& search, const std::vector<Arrival>& arrivals,
@@ -370,16 +364,10 @@ LeastSquaresResult Unmoved(const Search& search) {
 
 } // namespace
 
-std::string FaultOf(const OptimiseQuestion& question, const Design& design,
-                    const SolveSettings& settings) {
-    Search search{design, question, settings};
-    return Begin(search, *std::make_unique<Suspension>());
-}
-
 OptimiseAnswer Optimise(CSampleRunner& runner, const Design& design,
                         const OptimiseQuestion& question, const SolveSettings& settings) {
-    Search search{design, question, settings};
-    if (const std::string fault = Begin(search, runner.Scratch()); !fault.empty()) {
+    Search search{design, question, settings, VariablesOf(question.Free)};
+    if (const std::string fault = FaultOfBase(search, runner.Scratch()); !fault.empty()) {
         throw Failure(fnInvalidCall, fault);
     }
     const std::vector<Arrival> arrivals = RunStarts(runner, search);
@@ -388,7 +376,7 @@ OptimiseAnswer Optimise(CSampleRunner& runner, const Design& design,
     TellStarts(answer, search, arrivals, runner.Scratch());
     const bool arrived = !arrivals.empty() && arrivals.front().Start.Evaluated;
     if (!arrived && !runner.Work().Stop.stop_requested()) {
-        throw Failure(fnInvalidCall, "no design within the boxes can be calculated, of " +
+        throw Failure(fnInvalidCall, "No design within the boxes can be calculated, of " +
                                          std::to_string(question.Starts) +
                                          " starts: " + answer.FirstFailure);
     }

@@ -61,11 +61,6 @@ struct OptimiseAnswer {
     std::string FirstFailure;           ///< why, of the first of them
 };
 
-/// Why the question has no answer for a design; empty when it has one. Solves the design, as a
-/// curve must have a travel in common with its band.
-[[nodiscard]] std::string FaultOf(const OptimiseQuestion& question, const Design& design,
-                                  const SolveSettings& settings);
-
 /// Bounded robust least squares from each start. A residual is how far the curve lies outside the
 /// band at one of `TravelsInCommon`, in half widths of the band there (but never less than what the
 /// channel's unit can show), times the root of the target's weight over the number of its travels;

@@ -19,8 +19,10 @@ constexpr int MostMirrored = (MostPositions - 1) / 2;
 /// A common step below this would spoil the differences that velocity ratios are, mm.
 constexpr double LeastCommonStep = 0.5;
 
-/// Steps of a grid with readings between them: as many as leave room for two more at each end.
+/// Steps of a grid with readings between them: as many as leave room for four on a side and for two
+/// more at each end.
 constexpr double SpanningSteps = MostPositions - 7;
+constexpr double LeastSteps = 4;
 
 /// One travel of a grid, mm. Both ends are distances from static.
 struct Axis {
@@ -80,7 +82,7 @@ Axis Spanning(const std::vector<double>& travels, bool mirrored) {
     Axis axis = Span(travels, mirrored);
     axis.Step = std::max(LeastCommonStep, (axis.Up + axis.Down) / SpanningSteps);
     for (double* const end : {&axis.Up, &axis.Down}) { // whole steps, as the grid has no others
-        *end = (std::max(std::ceil(*end / axis.Step), 1.0) + 1) * axis.Step;
+        *end = std::max(std::ceil(*end / axis.Step) + 1, LeastSteps) * axis.Step;
     }
     return axis;
 }
@@ -94,14 +96,16 @@ Axis AxisFor(const Axis& own, const std::vector<double>& travels, bool mirrored)
 }
 
 /// The shares of the steps around a travel. Step `i` of `count`, from 0, is `first + i` steps from
-/// static.
-std::vector<StepShare> SharesAt(double travel, double step, int first, int count) {
+/// static. With a jump at static the steps are all on the travel's side of it.
+std::vector<StepShare> SharesAt(double travel, double step, int first, int count, bool jump) {
     if (OnStep(travel, step)) {
         return {{static_cast<int>(std::round(travel / step)) - first, 1}};
     }
     constexpr int Nodes = 4;
     const double at = travel / step - first;
-    const int lowest = std::clamp(static_cast<int>(std::floor(at)) - 1, 0, count - Nodes);
+    const int low = jump && travel > 0 ? 1 - first : 0;
+    const int high = (jump && travel < 0 ? -first : count) - Nodes;
+    const int lowest = std::clamp(static_cast<int>(std::floor(at)) - 1, low, high);
     std::vector<StepShare> shares;
     for (int i = lowest; i < lowest + Nodes; ++i) { // Lagrange's form
         StepShare share{i, 1};
@@ -133,7 +137,7 @@ std::string FaultOfPlaces(const Design& design, std::span<const Reading> reading
     for (std::size_t n = 0; n < readings.size(); ++n) {
         if (design.Data.ChassisMotion == cmRoll && IsRollCentre(readings[n].Channel) &&
             std::abs(readings[n].WheelTravel) > mirrored) {
-            return "reading " + std::to_string(n + 1) + " (" +
+            return "Reading " + std::to_string(n + 1) + " (" +
                    std::string(TrimBlanks(channels[readings[n].Channel].Title)) +
                    "): the opposite wheel has no such travel";
         }
@@ -160,9 +164,11 @@ ReadingGrid GridOfReadings(const Design& design, std::span<const Reading> readin
     grid.Cut = {false, {}, {}, false};
     for (const Reading& reading : readings) {
         ReadingPlace place{reading.Channel, {}, {}};
-        place.Rack = SharesAt(reading.RackTravel, rack.Step, 2 - counted.StaticRack, counted.NR);
+        const bool jump = reading.Channel == chAckerman; // 0 straight ahead, and beside it not
+        place.Rack =
+            SharesAt(reading.RackTravel, rack.Step, 2 - counted.StaticRack, counted.NR, jump);
         place.Wheel = SharesAt(reading.WheelTravel, wheel.Step,
-                               counted.StaticWheel - counted.NW - 1, counted.NW);
+                               counted.StaticWheel - counted.NW - 1, counted.NW, false);
         for (StepShare& share : place.Rack) {
             share.Step += 2;
             grid.Cut.RackTravels.push_back((share.Step - counted.StaticRack) * rack.Step);

@@ -23,17 +23,17 @@ std::string TitleOf(const ChannelCatalogue& channels, int channel) {
 
 std::string FaultOfReading(const Reading& reading) {
     if (!HasCurve(reading.Channel)) {
-        return "there is no such channel";
+        return "There is no such channel";
     }
     if (reading.Channel == chWheelTravel || reading.Channel == chRackTravel) {
-        return "a travel is where it is read, not what is read";
+        return "A travel is where it is read, not what is read";
     }
     if (reading.Channel == chARBRotation) {
-        return "the rotation of the bar has no sign of its own";
+        return "The rotation of the bar has no sign of its own";
     }
     if (!std::isfinite(reading.WheelTravel) || !std::isfinite(reading.RackTravel) ||
         !std::isfinite(reading.Value)) {
-        return "a travel or the value is no number";
+        return "A travel or the value is no number";
     }
     return reading.Uncertainty > 0 && std::isfinite(reading.Uncertainty)
                ? ""
@@ -167,7 +167,7 @@ std::vector<Cell> CellsOf(std::string_view line, std::size_t number, char separa
 std::string FaultOfReadings(std::span<const Reading> readings, const ChannelCatalogue& channels) {
     for (std::size_t n = 0; n < readings.size(); ++n) {
         if (const std::string fault = FaultOfReading(readings[n]); !fault.empty()) {
-            return "reading " + std::to_string(n + 1) +
+            return "Reading " + std::to_string(n + 1) +
                    (HasCurve(readings[n].Channel)
                         ? " (" + TitleOf(channels, readings[n].Channel) + ")"
                         : "") +

@@ -54,13 +54,13 @@ GridCut CutFor(const SuspensionData& data, const RegionQuestion& question,
 /// One run of the study.
 class RegionSearch {
   public:
-    RegionSearch(const Design& design, const RegionQuestion& question,
-                 const SolveSettings& settings, const StudyWork& work)
+    RegionSearch(CSampleRunner& runner, const Design& design, const RegionQuestion& question,
+                 const SolveSettings& settings)
         : m_design(design),
           m_question(question),
           m_settings(settings),
           m_cut(CutFor(design.Data, question, settings.Units)),
-          m_runner(work) {
+          m_runner(runner) {
         std::size_t count = 1;
         for (std::size_t axis = 0; axis < 3; ++axis) {
             m_nodes[axis] = question.Box[axis].Nodes;
@@ -77,28 +77,19 @@ class RegionSearch {
     RegionAnswer Run() {
         m_answer.Present =
             Judge(m_design, m_runner.Scratch(), m_answer.PresentFailure, nullptr, true);
-        if (m_question.EveryNode) {
-            std::vector<std::size_t> all(m_answer.Nodes.size());
-            for (std::size_t n = 0; n < all.size(); ++n) {
-                all[n] = n;
-            }
-            SolveNodes(all, 0, 1);
-            return std::move(m_answer);
-        }
         const Stretches stretches = CoarseStretches(m_nodes);
         std::vector<LatticeCell> cells;
         AddCells(cells, stretches);
         m_slopes = CCoarseSlopes(stretches, m_question.Targets.size());
         // How much work the border will be is not known before: each pass is told as half of what
         // is left.
-        double share = 0;
-        while (SolveCorners(cells, share, (1 + share) / 2)) {
-            if (share == 0) { // the coarse lattice itself
-                TakeSlopes(cells);
-            }
-            if (!Refine(cells)) {
-                break;
-            }
+        double share = 0.5;
+        bool done = SolveCorners(cells, 0, share);
+        if (done) {
+            TakeSlopes(cells);
+        }
+        while (done && Refine(cells)) {
+            done = SolveCorners(cells, share, (1 + share) / 2);
             share = (1 + share) / 2;
         }
         if (!m_answer.Stopped) {
@@ -139,7 +130,7 @@ class RegionSearch {
             const TargetResult judged = JudgeTarget(target, curve);
             if (present && !judged.Judged) {
                 throw Failure(fnInvalidCall,
-                              "Target " + std::to_string(n + 1) + " lies outside the travel.");
+                              "Target " + std::to_string(n + 1) + " lies outside the travel");
             }
             if (deviations != nullptr) {
                 deviations[n] = judged.Deviation;
@@ -322,7 +313,7 @@ class RegionSearch {
     const RegionQuestion& m_question;
     const SolveSettings& m_settings;
     GridCut m_cut;
-    CSampleRunner m_runner;
+    CSampleRunner& m_runner;
     std::array<int, 3> m_nodes{};
     std::vector<bool> m_asked;
     std::vector<double> m_deviations; ///< of all targets at each node
@@ -333,25 +324,26 @@ class RegionSearch {
 
 std::string FaultOfAxis(const RegionAxis& axis) {
     if (!std::isfinite(axis.Low) || !std::isfinite(axis.High)) {
-        return "The ends of the box must be numbers.";
+        return "The ends of the box must be numbers";
     }
     if (axis.Low > axis.High) {
-        return "The box ends before it begins.";
+        return "The box ends before it begins";
     }
     if (axis.Nodes < 1 || axis.Nodes > MostNodesOfAxis) {
-        return "The box takes 1 to 201 places along an axis.";
+        return "The box takes 1 to 201 places along an axis";
     }
     if (axis.Low == axis.High && axis.Nodes > 1) { // exactly no width
-        return "An axis without width has one place only.";
+        return "An axis without width has one place only";
     }
     return {};
 }
 
-} // namespace
-
-std::string FaultOf(const Design& design, const RegionQuestion& question) {
-    if (!HasVariable(design.Data, PointCoordinate{question.Point, 0})) {
-        return "This corner does not have the point.";
+std::string FaultOf(const RegionQuestion& question, const Design& design) {
+    for (int axis = 0; axis < 3; ++axis) {
+        const PointCoordinate coordinate{question.Point, axis};
+        if (std::string fault = FaultOfVariable(design, coordinate); !fault.empty()) {
+            return fault;
+        }
     }
     std::size_t count = 1;
     for (const RegionAxis& axis : question.Box) {
@@ -361,7 +353,7 @@ std::string FaultOf(const Design& design, const RegionQuestion& question) {
         count *= static_cast<std::size_t>(axis.Nodes);
     }
     if (count > MostNodes) {
-        return "The box has too many places: 2,000,000 at most.";
+        return "The box has too many places: 2,000,000 at most";
     }
     for (const Target& target : question.Targets) {
         if (std::string fault = FaultOfTarget(target); !fault.empty()) {
@@ -371,12 +363,14 @@ std::string FaultOf(const Design& design, const RegionQuestion& question) {
     return {};
 }
 
-RegionAnswer FindRegion(const Design& design, const RegionQuestion& question,
-                        const SolveSettings& settings, const StudyWork& work) {
-    if (const std::string fault = FaultOf(design, question); !fault.empty()) {
+} // namespace
+
+RegionAnswer FindRegion(CSampleRunner& runner, const Design& design, const RegionQuestion& question,
+                        const SolveSettings& settings) {
+    if (const std::string fault = FaultOf(question, design); !fault.empty()) {
         throw Failure(fnInvalidCall, fault);
     }
-    return RegionSearch(design, question, settings, work).Run();
+    return RegionSearch(runner, design, question, settings).Run();
 }
 
 RegionSlice SliceOf(const RegionAnswer& answer, std::size_t axis, double place) {

@@ -34,14 +34,8 @@ struct RegionQuestion {
     /// travel only where a target is along it.
     bool WholeGrid = false;
 
-    bool EveryNode = false; ///< solve every node, also where nothing is expected to change
-
     friend bool operator==(const RegionQuestion&, const RegionQuestion&) = default;
 };
-
-/// Why a question can't be answered for a design; empty when it can. What the design itself does at
-/// the present place is no matter.
-[[nodiscard]] std::string FaultOf(const Design& design, const RegionQuestion& question);
 
 enum class RegionVerdict : std::uint8_t {
     Unknown, ///< stopped before
@@ -88,10 +82,11 @@ struct RegionAnswer {
 /// coarse lattice and leaves no trace at its nodes: a hole where a target is missed, or an island
 /// that reaches its travel.
 ///
-/// Throws Failure `fnInvalidCall` with the text of `FaultOf`, or when a target has no travel in
-/// common with the design's curve or is of a channel that the corner does not have.
-[[nodiscard]] RegionAnswer FindRegion(const Design& design, const RegionQuestion& question,
-                                      const SolveSettings& settings, const StudyWork& work);
+/// Throws Failure `fnInvalidCall` that says what is wrong with the question, or when a target has
+/// no travel in common with the design's curve or is of a channel that the corner does not have.
+[[nodiscard]] RegionAnswer FindRegion(CSampleRunner& runner, const Design& design,
+                                      const RegionQuestion& question,
+                                      const SolveSettings& settings);
 
 /// A layer of a region square to one axis.
 struct RegionSlice {

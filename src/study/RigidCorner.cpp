@@ -163,7 +163,7 @@ CornerStance CRigidCorner::Stand(const CornerStance& from, const CornerChange& c
     stance.Fault = m_fault;
     const double greatest = Greater(GreatestOf(change), demanded - start);
     if (stance.Fault.empty() && !(greatest < GreatestChange)) {
-        stance.Fault = "A change of the corner is too great.";
+        stance.Fault = "A change of the corner is too great";
     }
     if (!stance.Fault.empty()) {
         return stance;

@@ -5,6 +5,10 @@
 
 namespace corvanta {
 
+/// The greatest seed of a study: up to it every whole number is a double, in which boxes of numbers
+/// and other readers of files hold it.
+inline constexpr std::uint64_t GreatestSeed = std::uint64_t{1} << 53;
+
 /// The random numbers of one sample of a study: they follow from the study's seed and the sample's
 /// number alone, the same on every machine and whichever thread draws them.
 /// Generator: SplitMix64 (Steele, Lea, Flood, "Fast Splittable Pseudorandom Number Generators",

@@ -17,14 +17,10 @@ constexpr double Step = 0.1;
 
 } // namespace
 
-std::string FaultOf(const SensitivityQuestion& question) {
-    return FaultOfNumber(question.Number);
-}
-
 SensitivityAnswer FindSensitivity(CSampleRunner& runner, const Design& design,
                                   const SensitivityQuestion& question,
                                   const SolveSettings& settings) {
-    if (const std::string fault = FaultOf(question); !fault.empty()) {
+    if (const std::string fault = FaultOfNumber(question.Number); !fault.empty()) {
         throw Failure(fnInvalidCall, fault);
     }
     GridCut cut = StaticCut();

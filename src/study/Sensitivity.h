@@ -30,12 +30,9 @@ struct SensitivityAnswer {
     bool Stopped = false; ///< on request: coordinates not come to have neither slope nor reason
 };
 
-/// Why the question has no answer for any design; empty when it has one.
-[[nodiscard]] std::string FaultOf(const SensitivityQuestion& question);
-
 /// How a number of a design changes with every coordinate in play: central differences, each of the
-/// row or column of the grid that the number needs. Throws Failure `fnInvalidCall` with the fault
-/// of the question, or with the reason when the design itself has no such number.
+/// row or column of the grid that the number needs. Throws Failure `fnInvalidCall` that
+/// says what is wrong with the question, or why the design itself has no such number.
 [[nodiscard]] SensitivityAnswer FindSensitivity(CSampleRunner& runner, const Design& design,
                                                 const SensitivityQuestion& question,
                                                 const SolveSettings& settings);

@@ -116,9 +116,9 @@ FigureDisplay DisplayOf(const SheetFigure& figure, const ChannelCatalogue& chann
     return {"Ride height", length.Label, static_cast<double>(length.Factor), length.Format};
 }
 
-std::string FaultOf(const Design& design, const SetupQuestion& question) {
+std::string FaultOf(const SetupQuestion& question, const Design& design) {
     if (question.Adjusters.empty()) {
-        return "Choose at least one adjuster.";
+        return "Choose at least one adjuster";
     }
     for (const Adjuster& adjuster : question.Adjusters) {
         if (std::string fault = FaultOf(design.Data, adjuster); !fault.empty()) {
@@ -126,11 +126,11 @@ std::string FaultOf(const Design& design, const SetupQuestion& question) {
         }
     }
     if (question.Figures.empty()) {
-        return "Choose at least one figure.";
+        return "Choose at least one figure";
     }
     for (const SheetFigure& figure : question.Figures) {
         if (!figure.RideHeight && (figure.Of.Channel < 1 || figure.Of.Channel > ChannelCount)) {
-            return "A figure is of no channel.";
+            return "A figure is of no channel";
         }
     }
     return CRigidCorner(design).AtTravel(question.RideHeight).Fault;
@@ -162,18 +162,18 @@ SheetState CSetupBench::StateAt(std::span<const double> counts, Suspension& scra
     return state;
 }
 
-SetupSheet MakeSetupSheet(const Design& design, const SetupQuestion& question,
-                          const SolveSettings& settings, const StudyWork& work) {
-    if (const std::string fault = FaultOf(design, question); !fault.empty()) {
+SetupSheet MakeSetupSheet(CSampleRunner& runner, const Design& design,
+                          const SetupQuestion& question, const SolveSettings& settings) {
+    if (const std::string fault = FaultOf(question, design); !fault.empty()) {
         throw Failure(fnInvalidCall, fault);
     }
     const CSetupBench bench(design, question, settings);
-    CSampleRunner runner(work);
     const std::size_t adjusters = question.Adjusters.size();
     std::vector<SheetState> states(1 + 2 * adjusters);
     SetupSheet sheet;
     sheet.Stopped = !runner.Run(states.size(), [&](std::size_t sample, Suspension& scratch) {
-        states[sample] = bench.StateAt(CountsOfSample(sample, adjusters), scratch, work.Stop);
+        states[sample] =
+            bench.StateAt(CountsOfSample(sample, adjusters), scratch, runner.Work().Stop);
     });
     sheet.Base = states.front();
     if (sheet.Stopped) {

@@ -43,7 +43,7 @@ struct SetupQuestion {
 };
 
 /// Why a question can't be answered for a design; empty when it can.
-[[nodiscard]] std::string FaultOf(const Design& design, const SetupQuestion& question);
+[[nodiscard]] std::string FaultOf(const SetupQuestion& question, const Design& design);
 
 /// A corner on its wheels with its figures, in stored units.
 struct SheetState {
@@ -95,9 +95,10 @@ struct SetupSheet {
 };
 
 /// Solves the base and both steps of each adjuster, each anew. Throws Failure `fnInvalidCall` with
-/// the text of `FaultOf`, or with why the base can't be solved.
-[[nodiscard]] SetupSheet MakeSetupSheet(const Design& design, const SetupQuestion& question,
-                                        const SolveSettings& settings, const StudyWork& work);
+/// `FaultOf`'s text, or with why the base can't be solved.
+[[nodiscard]] SetupSheet MakeSetupSheet(CSampleRunner& runner, const Design& design,
+                                        const SetupQuestion& question,
+                                        const SolveSettings& settings);
 
 /// A setup sheet as texts in display units: a line for the base, then two for each adjuster. What a
 /// corner does not have is "-"; a step that can't be made has its reason in place of its numbers.

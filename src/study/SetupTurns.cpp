@@ -1,6 +1,7 @@
 #include "study/SetupTurns.h"
 
 #include "model/Failure.h"
+#include "study/Statistics.h"
 
 #include <algorithm>
 #include <cmath>
@@ -63,38 +64,6 @@ bool Better(const Merit& one, const Merit& other) {
     return std::pair(one.Cost, one.Steps) < std::pair(other.Cost, other.Steps);
 }
 
-/// Solves a symmetric definite set of equations (Cholesky). A pivot of nothing leaves its unknown
-/// at 0.
-Numbers SolveDefinite(std::vector<Numbers> matrix, Numbers right) {
-    const std::size_t count = right.size();
-    for (std::size_t i = 0; i < count; ++i) {
-        for (std::size_t k = 0; k < i; ++k) {
-            matrix[i][i] -= matrix[i][k] * matrix[i][k];
-        }
-        matrix[i][i] =
-            matrix[i][i] > 0 ? std::sqrt(matrix[i][i]) : std::numeric_limits<double>::infinity();
-        for (std::size_t j = i + 1; j < count; ++j) {
-            for (std::size_t k = 0; k < i; ++k) {
-                matrix[j][i] -= matrix[j][k] * matrix[i][k];
-            }
-            matrix[j][i] /= matrix[i][i];
-        }
-    }
-    for (std::size_t i = 0; i < count; ++i) {
-        for (std::size_t k = 0; k < i; ++k) {
-            right[i] -= matrix[i][k] * right[k];
-        }
-        right[i] /= matrix[i][i];
-    }
-    for (std::size_t i = count; i-- > 0;) {
-        for (std::size_t k = i + 1; k < count; ++k) {
-            right[i] -= matrix[k][i] * right[k];
-        }
-        right[i] /= matrix[i][i];
-    }
-    return right;
-}
-
 /// The residuals near a setting by the effects of the adjusters there.
 struct Effects {
     Numbers At;                 ///< counts
@@ -150,30 +119,31 @@ struct Effects {
                 start[r] += Slope[a][r] * ((moves ? 0 : fixed[a]) - At[a]);
             }
         }
-        std::vector<Numbers> normal(moving.size(), Numbers(moving.size()));
-        Numbers right(moving.size());
-        for (std::size_t i = 0; i < moving.size(); ++i) {
+        const std::size_t count = moving.size();
+        Numbers normal(count * count);
+        Numbers right(count);
+        for (std::size_t i = 0; i < count; ++i) {
             for (std::size_t r = 0; r < start.size(); ++r) {
-                for (std::size_t j = 0; j < moving.size(); ++j) {
-                    normal[i][j] += Slope[moving[i]][r] * Slope[moving[j]][r];
+                for (std::size_t j = 0; j < count; ++j) {
+                    normal[i * count + j] += Slope[moving[i]][r] * Slope[moving[j]][r];
                 }
                 right[i] -= Slope[moving[i]][r] * start[r];
             }
-            normal[i][i] *= 1 + CostOfCount;
-            normal[i][i] += CostOfCount;
+            double& pivot = normal[i * count + i];
+            pivot += (pivot + 1) * CostOfCount;
         }
-        return SolveDefinite(std::move(normal), std::move(right));
+        return SolveSymmetric(normal, right) ? right : Numbers(count);
     }
 };
 
 /// The settings that were solved, and the search through them.
 class TurnsSearch {
   public:
-    TurnsSearch(const Design& design, const TurnsQuestion& question, const SolveSettings& settings,
-                const StudyWork& work)
+    TurnsSearch(CSampleRunner& runner, const Design& design, const TurnsQuestion& question,
+                const SolveSettings& settings)
         : m_question(question),
           m_bench(design, question.Sheet, settings),
-          m_runner(work) {}
+          m_runner(runner) {}
 
     TurnsAnswer Run() {
         TurnsAnswer answer;
@@ -181,7 +151,6 @@ class TurnsSearch {
         const std::vector<SheetState> base = StatesAt({Numbers(count)});
         answer.Base = base.front();
         answer.Counts.assign(count, 0);
-        answer.Smooth.assign(count, 0);
         if (answer.Base.Values.empty() && answer.Base.Fault.empty()) {
             answer.Base.Fault = "Stopped"; // before it was solved
         }
@@ -265,7 +234,7 @@ class TurnsSearch {
         for (std::size_t n = 0; n < all.size(); ++n) {
             all[n] = n;
         }
-        std::optional<Effects> effects = EffectsAt(answer.Smooth);
+        std::optional<Effects> effects = EffectsAt(Numbers(all.size()));
         for (int n = 0; n < MostNewtonSteps && effects; ++n) {
             const Numbers next = effects->Best(all, m_question.Ranges);
             double moved = 0;
@@ -280,7 +249,6 @@ class TurnsSearch {
             effects = there;
         }
         if (effects) {
-            answer.Smooth = effects->At;
             const std::vector<Counts> starts = StartsBy(*effects);
             for (const Counts& start : starts) {
                 m_share += 1 / static_cast<double>(starts.size() + 1);
@@ -420,7 +388,7 @@ class TurnsSearch {
 
     const TurnsQuestion& m_question;
     CSetupBench m_bench;
-    CSampleRunner m_runner;
+    CSampleRunner& m_runner;
     double m_share = 0; ///< of the progress
     bool m_stopped = false;
     std::size_t m_solved = 0;
@@ -430,47 +398,47 @@ class TurnsSearch {
     SheetState m_bestState;
 };
 
-} // namespace
-
-std::string FaultOf(const Design& design, const TurnsQuestion& question) {
+std::string FaultOf(const TurnsQuestion& question, const Design& design) {
     const SetupQuestion& sheet = question.Sheet;
     if (question.Wishes.size() != sheet.Figures.size() ||
         question.Ranges.size() != sheet.Adjusters.size()) {
-        return "Every figure needs a wish and every adjuster a range.";
+        return "Every figure needs a wish and every adjuster a range";
     }
     bool wished = false;
     for (const FigureWish& wish : question.Wishes) {
         wished = wished || !wish.Free;
         if (!wish.Free &&
             !(wish.Tolerance > 0 && std::isfinite(wish.Tolerance) && std::isfinite(wish.Change))) {
-            return "The change of a figure must be a number, its tolerance one above 0.";
+            return "The change of a figure must be a number, its tolerance one above 0";
         }
     }
     if (!wished) {
-        return "Choose at least one figure to change or hold.";
+        return "Choose at least one figure to change or hold";
     }
     for (std::size_t n = 0; n < question.Ranges.size(); ++n) {
         const CountRange& range = question.Ranges[n];
         if (range.Low > 0 || range.High < 0 || range.Low < -MostCount || range.High > MostCount) {
             return "The range of \"" + sheet.Adjusters[n].Name +
-                   "\" must hold 0 and not go beyond 10000.";
+                   "\" must hold 0 and not go beyond 10000";
         }
     }
-    return FaultOf(design, sheet);
+    return FaultOf(sheet, design);
 }
 
-TurnsAnswer FindTurns(const Design& design, const TurnsQuestion& question,
-                      const SolveSettings& settings, const StudyWork& work) {
-    if (const std::string fault = FaultOf(design, question); !fault.empty()) {
+} // namespace
+
+TurnsAnswer FindTurns(CSampleRunner& runner, const Design& design, const TurnsQuestion& question,
+                      const SolveSettings& settings) {
+    if (const std::string fault = FaultOf(question, design); !fault.empty()) {
         throw Failure(fnInvalidCall, fault);
     }
-    TurnsAnswer answer = TurnsSearch(design, question, settings, work).Run();
+    TurnsAnswer answer = TurnsSearch(runner, design, question, settings).Run();
     if (!answer.Stopped && !answer.Base.Fault.empty()) {
         throw Failure(fnInvalidCall, answer.Base.Fault);
     }
     for (std::size_t n = 0; n < question.Wishes.size() && !answer.Stopped; ++n) {
         if (!question.Wishes[n].Free && !answer.Base.Values[n]) {
-            throw Failure(fnInvalidCall, "The corner does not have a figure that is asked for.");
+            throw Failure(fnInvalidCall, "The corner does not have a figure that is asked for");
         }
     }
     return answer;

@@ -35,13 +35,10 @@ struct TurnsQuestion {
     friend bool operator==(const TurnsQuestion&, const TurnsQuestion&) = default;
 };
 
-[[nodiscard]] std::string FaultOf(const Design& design, const TurnsQuestion& question);
-
 /// The whole counts that come nearest, and what is left.
 struct TurnsAnswer {
-    std::vector<int> Counts;    ///< one for each adjuster, of its smallest step
-    std::vector<double> Smooth; ///< what counts need not be whole for
-    bool Holds = false;         ///< every wish is met within its tolerance
+    std::vector<int> Counts; ///< one for each adjuster, of its smallest step
+    bool Holds = false;      ///< every wish is met within its tolerance
     SheetState Base;
     SheetState Reached; ///< with these counts; with a fault when stopped before the base
     std::vector<std::optional<double>> LeftOver; ///< reached less wanted; none for a free figure
@@ -57,8 +54,9 @@ struct TurnsAnswer {
 /// The search goes downhill from several places, one or two adjusters at a time; with many
 /// adjusters of like effect it may miss a setting that is a little better still.
 ///
-/// Throws Failure `fnInvalidCall` with the text of `FaultOf`, or with why the base can't be solved.
-[[nodiscard]] TurnsAnswer FindTurns(const Design& design, const TurnsQuestion& question,
-                                    const SolveSettings& settings, const StudyWork& work);
+/// Throws Failure `fnInvalidCall` that says what is wrong with the question, or why the base can't
+/// be solved.
+[[nodiscard]] TurnsAnswer FindTurns(CSampleRunner& runner, const Design& design,
+                                    const TurnsQuestion& question, const SolveSettings& settings);
 
 } // namespace corvanta

@@ -34,33 +34,6 @@ std::vector<double> StandardColumns(std::span<const double> rows, std::size_t co
     return columns;
 }
 
-/// Solves A x = b in place of b, A symmetric of order b.size(), its lower half given row by row and
-/// lost (Cholesky). False when A is not positive definite.
-bool SolveSymmetric(std::vector<double>& a, std::vector<double>& b) {
-    /// A pivot of a correlation matrix below this says that an input follows from others.
-    constexpr double LeastPivot = 1e-10;
-    const std::size_t n = b.size();
-    for (std::size_t j = 0; j < n; ++j) {
-        const std::span<const double> upper(&a[j * n], j);
-        const double pivot = a[j * n + j] - Product(upper, upper);
-        if (!(pivot > LeastPivot * a[j * n + j])) {
-            return false;
-        }
-        a[j * n + j] = std::sqrt(pivot);
-        for (std::size_t i = j + 1; i < n; ++i) {
-            a[i * n + j] = (a[i * n + j] - Product(upper, {&a[i * n], j})) / a[j * n + j];
-        }
-        b[j] = (b[j] - Product(upper, {b.data(), j})) / a[j * n + j];
-    }
-    for (std::size_t j = n; j-- > 0;) {
-        for (std::size_t i = j + 1; i < n; ++i) {
-            b[j] -= a[i * n + j] * b[i];
-        }
-        b[j] /= a[j * n + j];
-    }
-    return true;
-}
-
 } // namespace
 
 double QuantileOf(std::span<const double> sorted, double probability) {
@@ -91,6 +64,31 @@ double StandardDeviationOf(std::span<const double> values) {
         sum += (value - mean) * (value - mean);
     }
     return std::sqrt(sum / static_cast<double>(values.size() - 1));
+}
+
+bool SolveSymmetric(std::vector<double>& a, std::vector<double>& b) {
+    /// Below this share of its diagonal a pivot says that one unknown follows from others.
+    constexpr double LeastPivot = 1e-10;
+    const std::size_t n = b.size();
+    for (std::size_t j = 0; j < n; ++j) {
+        const std::span<const double> upper(&a[j * n], j);
+        const double pivot = a[j * n + j] - Product(upper, upper);
+        if (!(pivot > LeastPivot * a[j * n + j])) {
+            return false;
+        }
+        a[j * n + j] = std::sqrt(pivot);
+        for (std::size_t i = j + 1; i < n; ++i) {
+            a[i * n + j] = (a[i * n + j] - Product(upper, {&a[i * n], j})) / a[j * n + j];
+        }
+        b[j] = (b[j] - Product(upper, {b.data(), j})) / a[j * n + j];
+    }
+    for (std::size_t j = n; j-- > 0;) {
+        for (std::size_t i = j + 1; i < n; ++i) {
+            b[j] -= a[i * n + j] * b[i];
+        }
+        b[j] /= a[j * n + j];
+    }
+    return true;
 }
 
 VarianceShares SharesOf(std::span<const double> numbers, std::span<const double> inputs,

@@ -16,6 +16,10 @@ namespace corvanta {
 /// The standard deviation of the population that values are a sample of; 0 for fewer than two.
 [[nodiscard]] double StandardDeviationOf(std::span<const double> values);
 
+/// Solves A x = b in place of b, A symmetric of order b.size(), its lower half given row by row and
+/// lost (Cholesky). False when A is not positive definite.
+[[nodiscard]] bool SolveSymmetric(std::vector<double>& a, std::vector<double>& b);
+
 /// What of the variance of a number its inputs stand for.
 struct VarianceShares {
     std::vector<double> Shares; ///< one for each input, 0 to 1; empty when they can't be told

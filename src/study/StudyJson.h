@@ -31,7 +31,7 @@ using Json = nlohmann::ordered_json;
 [[nodiscard]] Json Text(const std::string& text, const std::string& place);
 
 template <typename Whole>
-[[nodiscard]] Json WholeNumber(Whole value, std::int32_t lowest, std::int32_t highest,
+[[nodiscard]] Json WholeNumber(Whole value, std::int64_t lowest, std::int64_t highest,
                                const std::string& place) {
     if (std::cmp_less(value, lowest) || std::cmp_greater(value, highest)) {
         RefuseToWrite(place, RangeWords(lowest, highest));

@@ -82,16 +82,17 @@ class Node {
         const std::vector<Node> elements = Elements(*this);
         return {elements[0].Number(), elements[1].Number(), elements[2].Number()};
     }
-    [[nodiscard]] std::int32_t WholeNumber(std::int32_t lowest, std::int32_t highest) const {
+    template <typename Whole = std::int32_t>
+    [[nodiscard]] Whole WholeNumber(std::type_identity_t<Whole> lowest,
+                                    std::type_identity_t<Whole> highest) const {
         Require(m_json.is_number_integer(), "must be a whole number");
-        const auto value = m_json.get<double>();
-        Require(value >= lowest && value <= highest, RangeWords(lowest, highest));
-        return m_json.get<std::int32_t>();
-    }
-    /// A whole number that a double may be too coarse for.
-    [[nodiscard]] std::uint64_t LargeNumber() const {
-        Require(m_json.is_number_unsigned(), "must be a whole number from 0 to 2^64 - 1");
-        return m_json.get<std::uint64_t>();
+        const auto within = [&](auto value) {
+            return std::cmp_greater_equal(value, lowest) && std::cmp_less_equal(value, highest);
+        };
+        Require(m_json.is_number_unsigned() ? within(m_json.get<std::uint64_t>())
+                                            : within(m_json.get<std::int64_t>()),
+                RangeWords(static_cast<std::int64_t>(lowest), static_cast<std::int64_t>(highest)));
+        return m_json.get<Whole>();
     }
     [[nodiscard]] bool Flag() const {
         Require(m_json.is_boolean(), "must be true or false");

@@ -8,10 +8,10 @@ namespace corvanta {
 
 std::string FaultOfFigure(const Figure& figure) {
     if (!HasCurve(figure.Channel)) {
-        return "there is no such channel";
+        return "There is no such channel";
     }
     if (figure.Variable != vvAlongWheelTravel && figure.Variable != vvAlongRackTravel) {
-        return "it runs along neither wheel nor rack travel";
+        return "It runs along neither wheel nor rack travel";
     }
     return std::isfinite(figure.Travel) ? "" : "the travel is no number";
 }

@@ -1,5 +1,6 @@
 #include "model/Points.h"
 #include "study/DesignFields.h"
+#include "study/SampleRandom.h"
 #include "study/StudyQuestionsJson.h"
 
 #include <algorithm>
@@ -60,12 +61,11 @@ SweepAxis ReadAxis(const Node& node) {
 }
 
 SweepQuestion ReadSweep(const Node& node) {
-    node.RequireMembers({AxesKey, CurvesOverTwoAxesKey});
+    node.RequireMembers({AxesKey});
     SweepQuestion question;
     const Node axes = node[AxesKey];
     question.Axes = ReadList(axes, ReadAxis);
     axes.Require(question.Axes.size() <= MostAxes, std::string(AxesWords));
-    question.CurvesOverTwoAxes = node[CurvesOverTwoAxesKey].Flag();
     return question;
 }
 
@@ -78,9 +78,8 @@ Tolerance ReadTolerance(const Node& node) {
 ToleranceQuestion ReadToleranceQuestion(const Node& node) {
     node.RequireMembers({SamplesKey, SeedKey, TolerancesKey});
     ToleranceQuestion question;
-    question.Samples =
-        static_cast<std::size_t>(node[SamplesKey].WholeNumber(1, int{MostToleranceSamples}));
-    question.Seed = node[SeedKey].LargeNumber();
+    question.Samples = node[SamplesKey].WholeNumber<std::size_t>(1, MostToleranceSamples);
+    question.Seed = node[SeedKey].WholeNumber<std::uint64_t>(0, GreatestSeed);
     question.Tolerances = ReadList(node[TolerancesKey], ReadTolerance);
     return question;
 }
@@ -94,7 +93,7 @@ OptimiseQuestion ReadOptimise(const Node& node) {
     node.RequireMembers({StartsKey, SeedKey, FreeKey});
     OptimiseQuestion question;
     question.Starts = node[StartsKey].WholeNumber(1, MostStarts);
-    question.Seed = node[SeedKey].LargeNumber();
+    question.Seed = node[SeedKey].WholeNumber<std::uint64_t>(0, GreatestSeed);
     question.Free = ReadList(node[FreeKey], ReadFree);
     return question;
 }
@@ -112,7 +111,7 @@ FitQuestion ReadFit(const Node& node) {
 }
 
 RegionQuestion ReadRegion(const Node& node) {
-    node.RequireMembers({PointKey, BoxKey, WholeGridKey, EveryNodeKey});
+    node.RequireMembers({PointKey, BoxKey, WholeGridKey});
     RegionQuestion question;
     question.Point = ReadPoint(node[PointKey]);
     const Node box = node[BoxKey];
@@ -124,7 +123,6 @@ RegionQuestion ReadRegion(const Node& node) {
                               side[NodesKey].WholeNumber(1, MostNodesOfAxis)};
     }
     question.WholeGrid = node[WholeGridKey].Flag();
-    question.EveryNode = node[EveryNodeKey].Flag();
     return question;
 }
 

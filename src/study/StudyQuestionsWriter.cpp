@@ -1,5 +1,6 @@
 #include "model/Points.h"
 #include "study/DesignFields.h"
+#include "study/SampleRandom.h"
 #include "study/StudyQuestionsJson.h"
 
 #include <cstddef>
@@ -51,8 +52,7 @@ Json SweepJson(const SweepQuestion& question, const std::string& place) {
                  : std::pair(VariableKey, Json(KeyOf(std::get<DesignVariable>(axis.What)))),
              {ValuesKey, ListJson(axis.Values, values, Number)}});
     };
-    return Object({{AxesKey, ListJson(question.Axes, axes, axisJson)},
-                   {CurvesOverTwoAxesKey, question.CurvesOverTwoAxes}});
+    return Object({{AxesKey, ListJson(question.Axes, axes, axisJson)}});
 }
 
 Json ToleranceJson(const Tolerance& tolerance, const std::string& place) {
@@ -62,9 +62,9 @@ Json ToleranceJson(const Tolerance& tolerance, const std::string& place) {
 }
 
 Json ToleranceQuestionJson(const ToleranceQuestion& question, const std::string& place) {
-    return Object({{SamplesKey, WholeNumber(question.Samples, 1, int{MostToleranceSamples},
+    return Object({{SamplesKey, WholeNumber(question.Samples, 1, MostToleranceSamples,
                                             Member(place, SamplesKey))},
-                   {SeedKey, question.Seed},
+                   {SeedKey, WholeNumber(question.Seed, 0, GreatestSeed, Member(place, SeedKey))},
                    {TolerancesKey,
                     ListJson(question.Tolerances, Member(place, TolerancesKey), ToleranceJson)}});
 }
@@ -78,7 +78,7 @@ Json FreeJson(const FreeVariable& free, const std::string& place) {
 Json OptimiseJson(const OptimiseQuestion& question, const std::string& place) {
     return Object(
         {{StartsKey, WholeNumber(question.Starts, 1, MostStarts, Member(place, StartsKey))},
-         {SeedKey, question.Seed},
+         {SeedKey, WholeNumber(question.Seed, 0, GreatestSeed, Member(place, SeedKey))},
          {FreeKey, ListJson(question.Free, Member(place, FreeKey), FreeJson)}});
 }
 
@@ -111,8 +111,7 @@ Json RegionJson(const RegionQuestion& question, const std::string& place) {
     }
     return Object({{PointKey, Key(PointShortName(question.Point))},
                    {BoxKey, std::move(box)},
-                   {WholeGridKey, question.WholeGrid},
-                   {EveryNodeKey, question.EveryNode}});
+                   {WholeGridKey, question.WholeGrid}});
 }
 
 // --- Setup --------------------------------------------------------------------------------------

@@ -14,10 +14,9 @@ namespace {
 /// Why a value can't be swept in a design; empty when it can.
 std::string FaultOfValue(const SweptValue& what, const Design& design) {
     if (const auto* const link = std::get_if<CornerLink>(&what)) {
-        return HasLink(design.Data, *link) ? "" : "the corner has no such link";
+        return HasLink(design.Data, *link) ? "" : "The corner has no such link";
     }
-    const auto& variable = std::get<DesignVariable>(what);
-    return HasVariable(design.Data, variable) ? "" : KeyOf(variable) + " is not in play";
+    return FaultOfVariable(design, std::get<DesignVariable>(what));
 }
 
 /// The design with the values of the axes in place. Where it can't be built so, `fault` says why.
@@ -47,21 +46,21 @@ Design Place(Design design, const std::vector<SweepAxis>& axes, const SweptDesig
 
 std::string FaultOfAxes(const std::vector<SweepAxis>& axes, const Design& design) {
     if (axes.empty() || axes.size() > 2) {
-        return "a sweep has one axis or two";
+        return "A sweep has one axis or two";
     }
     for (const SweepAxis& axis : axes) {
         if (std::string fault = FaultOfValue(axis.What, design); !fault.empty()) {
             return fault;
         }
         if (axis.Values.empty()) {
-            return "an axis has no values";
+            return "An axis has no values";
         }
         if (!std::all_of(axis.Values.begin(), axis.Values.end(),
                          [](double value) { return std::isfinite(value); })) {
-            return "a value of an axis is no number";
+            return "A value of an axis is no number";
         }
     }
-    return axes.size() == 2 && axes[0].What == axes[1].What ? "both axes are the same" : "";
+    return axes.size() == 2 && axes[0].What == axes[1].What ? "Both axes are the same" : "";
 }
 
 /// The number of designs, or more than may be.
@@ -74,7 +73,7 @@ std::size_t DesignCount(const std::vector<SweepAxis>& axes) {
 }
 
 bool KeepsCurves(const SweepQuestion& question) {
-    return question.Axes.size() == 1 || question.CurvesOverTwoAxes;
+    return question.Axes.size() == 1;
 }
 
 GridCut CutFor(const SweepQuestion& question) {
@@ -103,6 +102,26 @@ void Read(SweptDesign& swept, const Suspension& solved, const SweepQuestion& que
     }
 }
 
+std::string FaultOf(const SweepQuestion& question, const Design& design) {
+    if (std::string fault = FaultOfAxes(question.Axes, design); !fault.empty()) {
+        return fault;
+    }
+    if (DesignCount(question.Axes) > MostSweptDesigns) {
+        return "A sweep has at most " + std::to_string(MostSweptDesigns) + " designs";
+    }
+    if (!std::all_of(question.Charts.begin(), question.Charts.end(),
+                     [](const StudyChart& chart) { return HasCurve(chart.Channel); })) {
+        return "There is no such channel";
+    }
+    if (question.Number) {
+        return FaultOfNumber(*question.Number);
+    }
+    return KeepsCurves(question) &&
+                   std::any_of(question.Charts.begin(), question.Charts.end(), IsLine)
+               ? ""
+               : "Neither a curve nor a figure is asked for";
+}
+
 } // namespace
 
 std::string SweptName(const SuspensionData& data, const SweptValue& what) {
@@ -129,26 +148,6 @@ std::vector<double> EvenlySpaced(double from, double to, std::size_t count) {
         values[n] = n == count - 1 ? to : (from * (last - place) + to * place) / last;
     }
     return values;
-}
-
-std::string FaultOf(const SweepQuestion& question, const Design& design) {
-    if (std::string fault = FaultOfAxes(question.Axes, design); !fault.empty()) {
-        return fault;
-    }
-    if (DesignCount(question.Axes) > MostSweptDesigns) {
-        return "a sweep has at most " + std::to_string(MostSweptDesigns) + " designs";
-    }
-    if (!std::all_of(question.Charts.begin(), question.Charts.end(),
-                     [](const StudyChart& chart) { return HasCurve(chart.Channel); })) {
-        return "there is no such channel";
-    }
-    if (question.Number) {
-        return FaultOfNumber(*question.Number);
-    }
-    return KeepsCurves(question) &&
-                   std::any_of(question.Charts.begin(), question.Charts.end(), IsLine)
-               ? ""
-               : "neither a curve nor a figure is asked for";
 }
 
 SweepAnswer RunSweep(CSampleRunner& runner, const Design& design, const SweepQuestion& question,

@@ -43,9 +43,8 @@ struct SweepAxis {
 /// What if this runs from a to b?
 struct SweepQuestion {
     std::vector<SweepAxis> Axes;       ///< one or two
-    std::vector<StudyChart> Charts;    ///< maps among them have no curve and are passed over
+    std::vector<StudyChart> Charts;    ///< for the curves of one axis; maps are passed over
     std::optional<StudyNumber> Number; ///< one that stands for each design
-    bool CurvesOverTwoAxes = false;    ///< over one axis curves are always kept
 
     friend bool operator==(const SweepQuestion&, const SweepQuestion&) = default;
 };
@@ -75,11 +74,8 @@ struct SweepAnswer {
     }
 };
 
-/// Why a sweep of a design can't be made; empty when it can.
-[[nodiscard]] std::string FaultOf(const SweepQuestion& question, const Design& design);
-
-/// Solves the design with every value of the axes in its place. Throws Failure `fnInvalidCall` with
-/// the fault of the question.
+/// Solves the design with every value of the axes in its place. Throws Failure `fnInvalidCall`
+/// that says what is wrong with the question.
 [[nodiscard]] SweepAnswer RunSweep(CSampleRunner& runner, const Design& design,
                                    const SweepQuestion& question, const SolveSettings& settings);
 

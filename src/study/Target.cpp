@@ -1,5 +1,7 @@
 #include "study/Target.h"
 
+#include "model/NumberText.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -40,30 +42,36 @@ Target PlainTarget(int channel, std::int32_t variable, double value, double tole
     return target;
 }
 
+std::string NameOf(const Target& target, const ChannelCatalogue& channels) {
+    return (HasCurve(target.Channel) ? std::string(TrimBlanks(channels[target.Channel].Title))
+                                     : "unknown channel") +
+           (target.Variable == vvAlongRackTravel ? " along rack travel" : "");
+}
+
 std::string FaultOfTarget(const Target& target) {
     if (!HasCurve(target.Channel)) {
-        return "there is no such channel";
+        return "There is no such channel";
     }
     if (target.Variable != vvAlongWheelTravel && target.Variable != vvAlongRackTravel) {
-        return "it runs along neither wheel nor rack travel";
+        return "It runs along neither wheel nor rack travel";
     }
     if (!(target.Weight > 0) || !std::isfinite(target.Weight)) {
-        return "the weight must be above 0";
+        return "The weight must be above 0";
     }
     if (target.Band.empty()) {
-        return "the band has no corner";
+        return "The band has no corner";
     }
     for (std::size_t i = 0; i < target.Band.size(); ++i) {
         const BandCorner& corner = target.Band[i];
         const std::string place = " at corner " + std::to_string(i + 1);
         if (!Finite(corner)) {
-            return "the band holds no number" + place;
+            return "The band holds no number" + place;
         }
         if (corner.Low > corner.High) {
-            return "the lower end of the band lies above the upper one" + place;
+            return "The lower end of the band lies above the upper one" + place;
         }
         if (i > 0 && corner.Travel <= target.Band[i - 1].Travel) {
-            return "the travels of the band don't grow" + place;
+            return "The travels of the band don't grow" + place;
         }
     }
     return {};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/Channels.h"
 #include "model/Views.h"
 #include "study/Curve.h"
 
@@ -36,6 +37,9 @@ struct Target {
 /// tolerance does not matter.
 [[nodiscard]] Target PlainTarget(int channel, std::int32_t variable, double value, double tolerance,
                                  double from, double to);
+
+/// "Camber Angle", "Steer Angle along rack travel".
+[[nodiscard]] std::string NameOf(const Target& target, const ChannelCatalogue& channels);
 
 /// Why a target can't be judged, for a message; empty when it can.
 [[nodiscard]] std::string FaultOfTarget(const Target& target);

@@ -59,29 +59,6 @@ double DefaultHalfWidth(PointNumber point) {
     }
 }
 
-std::string FaultOfTolerances(const std::vector<Tolerance>& tolerances, const Design& design) {
-    if (tolerances.empty()) {
-        return "no coordinate has a tolerance";
-    }
-    for (auto each = tolerances.begin(); each != tolerances.end(); ++each) {
-        if (!HasVariable(design.Data, each->Variable)) {
-            return KeyOf(each->Variable) + " is not in play";
-        }
-        const std::string name = NameOf(design.Data, each->Variable);
-        if (IsTravel(each->Variable)) {
-            return name + " is a travel, which has no tolerance";
-        }
-        if (!std::isfinite(each->HalfWidth) || each->HalfWidth <= 0) {
-            return "the tolerance of " + name + " must be above 0";
-        }
-        if (std::any_of(tolerances.begin(), each,
-                        [&](const Tolerance& other) { return other.Variable == each->Variable; })) {
-            return name + " has two tolerances";
-        }
-    }
-    return {};
-}
-
 /// The cells of a channel along a travel, from the lowest travel to the highest.
 class Course {
   public:
@@ -313,6 +290,31 @@ ToleranceAnswer ToleranceRun::Find() {
     return m_answer;
 }
 
+std::string FaultOf(const ToleranceQuestion& question, const Design& design) {
+    if (std::string fault = FaultOfTolerances(design, question.Tolerances); !fault.empty()) {
+        return fault;
+    }
+    if (question.Samples == 0 || question.Samples > MostToleranceSamples) {
+        return "The samples must number from 1 to " + std::to_string(MostToleranceSamples);
+    }
+    for (const StudyChart& chart : question.Charts) {
+        if (!HasCurve(chart.Channel)) {
+            return "There is no such channel";
+        }
+    }
+    for (const Figure& figure : question.Figures) {
+        if (std::string fault = FaultOfFigure(figure); !fault.empty()) {
+            return fault;
+        }
+    }
+    for (const Target& target : question.Targets) {
+        if (std::string fault = FaultOfTarget(target); !fault.empty()) {
+            return fault;
+        }
+    }
+    return {};
+}
+
 } // namespace
 
 std::vector<Tolerance> DefaultTolerances(const SuspensionData& data) {
@@ -323,6 +325,18 @@ std::vector<Tolerance> DefaultTolerances(const SuspensionData& data) {
         }
     }
     return tolerances;
+}
+
+std::string FaultOfTolerances(const Design& design, const std::vector<Tolerance>& tolerances) {
+    if (std::string fault = FaultOfVariables(design, VariablesOf(tolerances)); !fault.empty()) {
+        return fault;
+    }
+    for (const Tolerance& each : tolerances) {
+        if (!std::isfinite(each.HalfWidth) || each.HalfWidth <= 0) {
+            return "The tolerance of " + NameOf(design.Data, each.Variable) + " must be above 0";
+        }
+    }
+    return {};
 }
 
 std::vector<Figure> DefaultFigures(const std::vector<StudyChart>& charts) {
@@ -338,31 +352,6 @@ std::vector<Figure> DefaultFigures(const std::vector<StudyChart>& charts) {
         }
     }
     return figures;
-}
-
-std::string FaultOf(const ToleranceQuestion& question, const Design& design) {
-    if (std::string fault = FaultOfTolerances(question.Tolerances, design); !fault.empty()) {
-        return fault;
-    }
-    if (question.Samples == 0 || question.Samples > MostToleranceSamples) {
-        return "the samples must number from 1 to " + std::to_string(MostToleranceSamples);
-    }
-    for (const StudyChart& chart : question.Charts) {
-        if (!HasCurve(chart.Channel)) {
-            return "there is no such channel";
-        }
-    }
-    for (const Figure& figure : question.Figures) {
-        if (std::string fault = FaultOfFigure(figure); !fault.empty()) {
-            return fault;
-        }
-    }
-    for (const Target& target : question.Targets) {
-        if (std::string fault = FaultOfTarget(target); !fault.empty()) {
-            return fault;
-        }
-    }
-    return {};
 }
 
 ToleranceAnswer FindTolerance(CSampleRunner& runner, const Design& design,

@@ -33,6 +33,10 @@ struct Tolerance {
 /// The wheel, the ride height's reference point and the pivots of a T-bar have none.
 [[nodiscard]] std::vector<Tolerance> DefaultTolerances(const SuspensionData& data);
 
+/// Why these can't be the tolerances of a design; empty when they can.
+[[nodiscard]] std::string FaultOfTolerances(const Design& design,
+                                            const std::vector<Tolerance>& tolerances);
+
 /// The value and the gain at static and the range over travel of the channel of every chart that is
 /// no map, each once. The value alone would tell little, as many are 0 at static or decided by the
 /// wheel; nor would the range, which is no straight line where a curve is nearly level.
@@ -99,13 +103,9 @@ struct ToleranceAnswer {
     bool Stopped = false;              ///< on request: there is nothing else in the answer then
 };
 
-/// Why the question has no answer for a design; empty when it has one. A travel or its step has no
-/// tolerance, as the curves would have no travels in common.
-[[nodiscard]] std::string FaultOf(const ToleranceQuestion& question, const Design& design);
-
 /// Solves samples of the design as it may be built, each variable drawn for itself. Throws Failure
-/// `fnInvalidCall` with the fault of the question, or with the reason when the design itself can't
-/// be solved.
+/// `fnInvalidCall` that says what is wrong with the question, or why the design itself can't be
+/// solved.
 [[nodiscard]] ToleranceAnswer FindTolerance(CSampleRunner& runner, const Design& design,
                                             const ToleranceQuestion& question,
                                             const SolveSettings& settings);

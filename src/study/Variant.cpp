@@ -72,12 +72,12 @@ std::string UniqueVariantName(std::span<const Variant> variants, std::string_vie
 
 std::string FaultOfVariantName(std::span<const Variant> variants, std::string_view name) {
     if (TrimBlanks(name).empty()) {
-        return "a variant needs a name";
+        return "A variant needs a name";
     }
     if (std::any_of(name.begin(), name.end(), IsControl)) {
-        return "the name must be one line of text";
+        return "The name must be one line of text";
     }
-    return Has(variants, name) ? "another variant has this name" : "";
+    return Has(variants, name) ? "Another variant has this name" : "";
 }
 
 Variant NewVariant(std::span<const Variant> variants, std::string_view wantedName,

@@ -33,19 +33,6 @@ double DifferenceStep(const DesignVariable& variable, double value) {
                : NumberShare * std::max(std::abs(value), LeastNumber);
 }
 
-std::string FaultOfMoving(const Design& design, std::span<const DesignVariable> variables) {
-    for (const DesignVariable& variable : variables) {
-        if (IsTravel(variable)) {
-            return NameOf(design.Data, variable) +
-                   " can't be free: it is where the corner is calculated, not how it is made";
-        }
-        if (!std::isfinite(ValueOf(design, variable))) {
-            return NameOf(design.Data, variable) + " has no value to begin with";
-        }
-    }
-    return {};
-}
-
 CSharedResiduals::CSharedResiduals(CSampleRunner& runner, ResidualsOfDesign residuals,
                                    double fromShare, double toShare)
     : m_runner(&runner),

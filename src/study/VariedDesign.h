@@ -20,11 +20,6 @@ void SetValues(Design& design, std::span<const DesignVariable> variables,
 /// for the wheel leaves open, small against what bends a curve.
 [[nodiscard]] double DifferenceStep(const DesignVariable& variable, double value);
 
-/// Why a search can't move variables of a design; empty when it can. The travels and their steps
-/// are where a corner is calculated, not how it is made, and each must have a value to begin with.
-[[nodiscard]] std::string FaultOfMoving(const Design& design,
-                                        std::span<const DesignVariable> variables);
-
 /// The residuals of a design at a point of its variables, from a scratch document; none where it
 /// can't be solved.
 using ResidualsOfDesign =

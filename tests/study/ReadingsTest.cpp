@@ -91,6 +91,8 @@ TEST(ReadingsTest, TravelsOffTheGridAreSolvedOrLieOnACubic) {
         readings.push_back({-3.5, 7, channel, 0, 1});
         readings.push_back({10.5, -3.5, channel, 0, 1});
     }
+    readings.push_back({2, 1, chAckerman, 0, 1}); // beside its jump at static
+    readings.push_back({2, -1, chAckerman, 0, 1});
     const OnGrid common = ValuesOf(own, readings);
     EXPECT_TRUE(common.Exact);
     readings.push_back({0.77, 5.93, chCamberAngle, 0, 1}); // no common step any more

@@ -165,7 +165,7 @@ TEST_F(SensitivityTest, TellsWhatHasNoSlopeAndWhatHasNoAnswer) {
                 testing::AllOf(EndsWith("wishbone inboard points back to front"),
                                testing::Not(HasSubstr("\r"))));
     EXPECT_THAT(fault(design, Figure{chCentreSpringVelocityRatio}), HasSubstr("no value"));
-    EXPECT_EQ(fault(design, Figure{chLinkLoads}), "there is no such channel");
+    EXPECT_EQ(fault(design, Figure{chLinkLoads}), "There is no such channel");
     std::stop_source source;
     const auto stop = [&](double share) { share > 0.5 && source.request_stop(); };
     const SensitivityAnswer stopped = Find(design, ackerman, {1, source.get_token(), stop});

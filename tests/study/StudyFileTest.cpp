@@ -1,4 +1,5 @@
 #include "study/StudyFile.h"
+#include "study/SampleRandom.h"
 
 #include "model/Mechanisms.h"
 #include "tests/support/MemoryFileServices.h"
@@ -20,18 +21,17 @@ StudyQuestions AskedOf(const Design& design) {
     asked.Sweep = {{{CornerLink::TrackRod, EvenlySpaced(-1, 1.1, 4)},
                     {DesignVariable(DataNumber{&SuspensionData::KSpring}), {0.1 + 0.2}}},
                    {},
-                   {},
-                   true};
+                   {}};
     asked.Tolerance.Tolerances = {{PointCoordinate{ptUWO, 0}, 1.0 / 3, Spread::Uniform},
                                   {rod, 0.25, Spread::Normal}};
     asked.Tolerance.Samples = 20;
-    asked.Tolerance.Seed = 18446744073709551615U;
+    asked.Tolerance.Seed = GreatestSeed;
     asked.Optimise.Free = {{rod, -1e-310, 101.5}, {PointCoordinate{ptTRO, 1}, 7, -7}};
     asked.Optimise.Starts = 7;
-    asked.Optimise.Seed = 9007199254740993U; // no double
+    asked.Optimise.Seed = 9007199254740991U;
     asked.Fit = {{{rod, -0.5, Spread::Uniform}},
                  {{-25, 3, chCamberAngle, -1.1, 0.05}, {1e300, -2.5, chSteerAngle, 1, 0}}};
-    asked.Region = {ptLWIF, {{{-1, 1.7, 201}, {5, 5, 1}, {3, 2, 4}}}, {}, true, true};
+    asked.Region = {ptLWIF, {{{-1, 1.7, 201}, {5, 5, 1}, {3, 2, 4}}}, {}, true};
     SetupQuestion& sheet = asked.Setup.Sheet;
     sheet = {AdjustersOf(design.Data), SheetFiguresOf(design.Data), 12.5};
     for (std::size_t n = 0; n < CornerLinkCount; ++n) {
@@ -245,10 +245,10 @@ TEST(StudyFileTest, NamesThePlaceOfWhatItRefuses) {
              {R"("Bump":)", R"("Bump": "much", "x":)", "baseline.data.x: there is no such member"},
              {R"("colour": "#)", R"("colour": ")", "variants[0].colour: must be a colour"},
              {R"("ticked": false)", R"("ticked": 0)", "variants[0].ticked: must be true or false"},
-             {R"(low \"roll\" centre)", " ", "variants[0].name: a variant needs a name"},
+             {R"(low \"roll\" centre)", " ", "variants[0].name: A variant needs a name"},
              {R"("channel": 37)", R"("channel": 26)", "targets[0].channel: this channel makes no"},
              {R"("channel": 37)", R"("channel": -1)", "targets[0].channel: must be 1 to 51"},
-             {"[9.0,", "[1.0,", "targets[1]: the travels of the band don't grow at corner 2"},
+             {"[9.0,", "[1.0,", "targets[1]: The travels of the band don't grow at corner 2"},
              {R"("kind": "map")", R"("kind": "pie")",
               R"(charts[0].kind: must be "wheel travel" or "rack travel" or "map")"},
              {R"("targets": [)", R"("targets": {}, "more": [)", "targets: must be a list"},
@@ -260,7 +260,8 @@ TEST(StudyFileTest, NamesThePlaceOfWhatItRefuses) {
              {R"("axes": [)", R"("axes": [{"variable": "KARB", "values": [1]},)",
               "sweep.axes: a sweep has two axes at most"},
              {R"("samples": 20)", R"("samples": 10001)", "tolerance.samples: must be 1 to 10000"},
-             {"18446744073709551615", "18446744073709551616", "tolerance.seed: must be a whole"},
+             {"9007199254740992", "9007199254740993",
+              "tolerance.seed: must be 0 to 9007199254740992"},
              {R"("spread": "uniform")", R"("spread": "flat")",
               R"(tolerance.tolerances[0].spread: must be "normal" or "uniform")"},
              {R"("starts": 7)", R"("starts": 0)", "optimise.starts: must be 1 to 1000"},
@@ -282,7 +283,7 @@ TEST(StudyFileTest, NamesThePlaceOfWhatItRefuses) {
     twins.Variants.push_back(NewVariant(twins.Variants, "other", {}));
     std::string text = WriteStudy(twins);
     text.replace(text.find("\"other\""), 7, R"("low \"roll\" centre")");
-    EXPECT_THAT(Reason(text), HasSubstr("variants[1].name: another variant has this name"));
+    EXPECT_THAT(Reason(text), HasSubstr("variants[1].name: Another variant has this name"));
 }
 
 TEST(StudyFileTest, StandsUpToHostileText) {
