@@ -1,3 +1,4 @@
+#include "benchmarks/AgainstOneThread.h"
 #include "benchmarks/Documents.h"
 #include "study/Fit.h"
 #include "study/Optimise.h"
@@ -6,6 +7,7 @@
 #include <benchmark/benchmark.h>
 
 #include <array>
+#include <vector>
 
 namespace corvanta::benchmarks {
 namespace {
@@ -47,10 +49,9 @@ void BM_Optimise(benchmark::State& state) {
                         PlainTarget(chCamberAngle, vvAlongWheelTravel, -3.2, 0.6, -25, 25),
                         PlainTarget(chRollCentreToGround, vvAlongWheelTravel, 45, 15, -10, 10),
                         PlainTarget(chAckerman, vvAlongRackTravel, -0.03, 0.01, 14, 28)};
-    CSampleRunner runner({static_cast<unsigned>(state.range(0))});
-    for (auto _ : state) {
+    TimeAgainstOneThread(state, [&](CSampleRunner& runner) {
         benchmark::DoNotOptimize(Optimise(runner, design, question, settings));
-    }
+    });
 }
 BENCHMARK(BM_Optimise)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond)->UseRealTime();
 
@@ -67,9 +68,8 @@ void BM_Fit(benchmark::State& state) {
         question.Free.push_back({coordinate, 3});
         SetValue(built, coordinate, ValueOf(built, coordinate) + random.Normal());
     }
-    CSampleRunner runner({static_cast<unsigned>(state.range(0))});
-    Solve(runner.Scratch(), built, settings);
-    const Suspension& car = runner.Scratch();
+    Suspension car;
+    Solve(car, built, settings);
     for (const double rack : {-14.0, 0.0, 14.0}) {
         for (const double wheel : {-25.0, -12.5, 0.0, 12.5, 25.0}) {
             const WheelState& at =
@@ -82,9 +82,9 @@ void BM_Fit(benchmark::State& state) {
             }
         }
     }
-    for (auto _ : state) {
+    TimeAgainstOneThread(state, [&](CSampleRunner& runner) {
         benchmark::DoNotOptimize(Fit(runner, design, question, settings));
-    }
+    });
 }
 BENCHMARK(BM_Fit)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond)->UseRealTime();
 

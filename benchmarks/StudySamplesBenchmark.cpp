@@ -1,20 +1,14 @@
 // The studies that solve many designs: slopes, sweeps, tolerances. The corner has its own grid, the
-// argument is the number of threads. `alone` is the same question on one thread in the same run,
-// and `times_one` how many times as fast the threads are (1 for one thread).
+// argument is the number of threads.
 
+#include "benchmarks/AgainstOneThread.h"
 #include "benchmarks/Documents.h"
-
 #include "calculation/SCalcs.h"
 #include "study/Sensitivity.h"
 #include "study/Sweep.h"
 #include "study/Tolerance.h"
 
 #include <benchmark/benchmark.h>
-
-#include <algorithm>
-#include <chrono>
-#include <functional>
-#include <vector>
 
 namespace corvanta::benchmarks {
 namespace {
@@ -25,42 +19,9 @@ struct Corner {
     SolveSettings Settings{Program->Units, Program->Channels};
 };
 
-using Clock = std::chrono::steady_clock;
-
-double Milliseconds(const std::function<void()>& work) {
-    const Clock::time_point start = Clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
-
-double Median(std::vector<double> times) {
-    const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
-    std::nth_element(times.begin(), middle, times.end());
-    return *middle;
-}
-
-/// Asks in turns with the threads of the benchmark and with one.
-void AskInTurns(benchmark::State& state, const std::function<void(CSampleRunner&)>& ask) {
-    CSampleRunner threads({static_cast<unsigned>(state.range(0))});
-    CSampleRunner one({1});
-    ask(threads);
-    ask(one);
-    std::vector<double> shared;
-    std::vector<double> alone;
-    for (auto _ : state) {
-        shared.push_back(Milliseconds([&] { ask(threads); }));
-        state.PauseTiming();
-        alone.push_back(Milliseconds([&] { ask(one); }));
-        state.ResumeTiming();
-    }
-    state.counters["median"] = Median(shared);
-    state.counters["alone"] = Median(alone);
-    state.counters["times_one"] = Median(alone) / Median(shared);
-}
-
 void BM_Sensitivity(benchmark::State& state, const Figure& figure) {
     const Corner corner;
-    AskInTurns(state, [&](CSampleRunner& runner) {
+    TimeAgainstOneThread(state, [&](CSampleRunner& runner) {
         benchmark::DoNotOptimize(FindSensitivity(runner, corner.Loaded, {figure}, corner.Settings));
     });
 }
@@ -87,7 +48,7 @@ void BM_Sweep(benchmark::State& state) {
                                  {},
                                  Figure{chSteerAngleBump, FigureKind::RangeOverTravel},
                                  false};
-    AskInTurns(state, [&](CSampleRunner& runner) {
+    TimeAgainstOneThread(state, [&](CSampleRunner& runner) {
         benchmark::DoNotOptimize(RunSweep(runner, corner.Loaded, question, corner.Settings));
     });
 }
@@ -105,7 +66,7 @@ void BM_Tolerance(benchmark::State& state) {
                        {chAckerman, ChartKind::AlongRackTravel},
                        {chHalfTrack}};
     question.Figures = DefaultFigures(question.Charts);
-    AskInTurns(state, [&](CSampleRunner& runner) {
+    TimeAgainstOneThread(state, [&](CSampleRunner& runner) {
         benchmark::DoNotOptimize(FindTolerance(runner, corner.Loaded, question, corner.Settings));
     });
 }

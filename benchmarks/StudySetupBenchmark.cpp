@@ -1,5 +1,6 @@
 // The setup sheet and the region of a point on a pushrod corner over its own grid.
 
+#include "benchmarks/AgainstOneThread.h"
 #include "benchmarks/Documents.h"
 #include "study/Curve.h"
 #include "study/Region.h"
@@ -43,9 +44,9 @@ void BM_Region(benchmark::State& state) {
     question.WholeGrid = state.range(1) != 0;
     question.EveryNode = state.range(2) != 0;
     RegionAnswer answer;
-    for (auto _ : state) {
-        answer = FindRegion(design, question, settings, {static_cast<unsigned>(state.range(0))});
-    }
+    TimeAgainstOneThread(state, [&](CSampleRunner& runner) {
+        answer = FindRegion(design, question, settings, runner.Work());
+    });
     std::size_t held = 0;
     for (const RegionNode& node : answer.Nodes) {
         held += node.Verdict == RegionVerdict::Held ? 1 : 0;
@@ -69,10 +70,9 @@ void BM_SetupSheet(benchmark::State& state) {
     const SolveSettings settings{program->Units, program->Channels};
     const Design design = SampleDesign(program);
     const SetupQuestion question{AdjustersOf(design.Data), SheetFiguresOf(design.Data)};
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(
-            MakeSetupSheet(design, question, settings, {static_cast<unsigned>(state.range(0))}));
-    }
+    TimeAgainstOneThread(state, [&](CSampleRunner& runner) {
+        benchmark::DoNotOptimize(MakeSetupSheet(design, question, settings, runner.Work()));
+    });
     state.counters["adjusters"] = static_cast<double>(question.Adjusters.size());
 }
 BENCHMARK(BM_SetupSheet)->Arg(1)->Arg(2)->UseRealTime()->Unit(benchmark::kMillisecond);
@@ -90,9 +90,9 @@ void BM_FindTurns(benchmark::State& state) {
     question.Wishes[3] = {false, 3, 0.2};
     question.Ranges.resize(question.Sheet.Adjusters.size());
     TurnsAnswer answer;
-    for (auto _ : state) {
-        answer = FindTurns(design, question, settings, {static_cast<unsigned>(state.range(0))});
-    }
+    TimeAgainstOneThread(state, [&](CSampleRunner& runner) {
+        answer = FindTurns(design, question, settings, runner.Work());
+    });
     state.counters["solved"] = static_cast<double>(answer.Solved);
     state.counters["holds"] = answer.Holds ? 1 : 0;
 }

@@ -1,5 +1,6 @@
 // The workbench under a hand: from a key or a mouse move to the painted window, offscreen.
 
+#include "benchmarks/Median.h"
 #include "benchmarks/OpenWindow.h"
 #include "desktop/CornerPanelView.h"
 #include "desktop/PointsPanel.h"
@@ -10,7 +11,6 @@
 #include <QMouseEvent>
 #include <QTest>
 
-#include <algorithm>
 #include <chrono>
 #include <fstream>
 #include <string>
@@ -23,12 +23,6 @@ using Clock = std::chrono::steady_clock;
 
 double Milliseconds(Clock::duration time) {
     return std::chrono::duration<double, std::milli>(time).count();
-}
-
-double Median(std::vector<double> times) {
-    const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
-    std::nth_element(times.begin(), middle, times.end());
-    return *middle;
 }
 
 /// Counts what is painted of a widget and all its children.

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QDateTime>
+#include <QFont>
 #include <QFontMetricsF>
 #include <QLocale>
 #include <QPageSetupDialog>
@@ -26,10 +27,6 @@ constexpr double UnitsPerPoint = 10;
 constexpr double TopMargin = 22 * UnitsPerMillimetre; ///< with the header in it
 constexpr double BottomMargin = 15 * UnitsPerMillimetre;
 constexpr double HeaderTop = 10 * UnitsPerMillimetre;
-constexpr double CellPadding = 34;
-constexpr double RowPadding = 12;
-constexpr double LeastColumn = 270;
-constexpr double WidestHead = 400; ///< a longer head is wrapped
 constexpr double PixelsPerInch = 96;
 constexpr int RowsBelowHeads = 3;  ///< at least, at the foot of a page
 constexpr double SheetHeight = 58; ///< of a chart of the workbench, mm
@@ -42,23 +39,6 @@ QFont PageFontOf(const PageFont& font) {
     shown.setPixelSize(static_cast<int>(font.Size * UnitsPerPoint));
     shown.setBold(font.Bold);
     return shown;
-}
-
-QString Cell(const DataGrid& grid, int row, int column) {
-    return QString::fromStdString(grid.Cell(row, column));
-}
-
-bool IsNumber(const QString& text) {
-    bool number = false;
-    static_cast<void>(QString(text).remove(',').toDouble(&number));
-    return number;
-}
-
-/// Names stand at the left of their column, numbers and their heads at the right.
-Qt::Alignment SideOf(const DataGrid& grid, int column) {
-    const int row = grid.FixedRows();
-    const bool name = column == 0 && row < grid.Rows() && !IsNumber(Cell(grid, row, 0));
-    return name ? Qt::AlignLeft : Qt::AlignRight;
 }
 
 } // namespace
@@ -259,114 +239,22 @@ void QtPageWriter::WriteParagraph(const Paragraph& paragraph) {
     m_y += look.SpaceAfter * UnitsPerPoint;
 }
 
-std::vector<std::vector<QtPageWriter::TableColumn>>
-QtPageWriter::TableBlocks(const DataGrid& grid, const QFont& font) const {
-    const QFontMetricsF metrics(font);
-    QFont bold = font;
-    bold.setBold(true);
-    const QFontMetricsF heads(bold);
-    const auto width = [&](int column) {
-        double needed = LeastColumn;
-        const QString head = Cell(grid, 0, column);
-        for (const QString& word : head.split(' ')) {
-            needed = std::max(needed, heads.horizontalAdvance(word));
-        }
-        needed = std::max(needed, std::min(heads.horizontalAdvance(head), WidestHead));
-        for (int row = 1; row < grid.Rows(); ++row) {
-            needed = std::max(needed, metrics.horizontalAdvance(Cell(grid, row, column)));
-        }
-        return needed + 2 * CellPadding;
+void QtPageWriter::WriteBlock(const PageTable& table, const PageTable::Block& block) {
+    const auto writeRow = [&](int row) {
+        m_y += table.PaintRow(Brush(), {Current().Left, m_y}, row, block);
     };
-    std::vector<TableColumn> fixed;
-    double fixedWidth = 0;
-    for (int column = 0; column < grid.FixedColumns(); ++column) {
-        fixed.push_back({column, width(column)});
-        fixedWidth += fixed.back().Width;
-    }
-    std::vector<std::vector<TableColumn>> blocks{fixed};
-    double used = fixedWidth;
-    for (int column = grid.FixedColumns(); column < grid.Columns(); ++column) {
-        const double needed = width(column);
-        if (used + needed > LineEnd() - Current().Left && blocks.back().size() > fixed.size()) {
-            blocks.push_back(fixed);
-            used = fixedWidth;
-        }
-        blocks.back().push_back({column, needed});
-        used += needed;
-    }
-    return blocks;
-}
-
-double QtPageWriter::RowHeight(const DataGrid& grid, int row,
-                               const std::vector<TableColumn>& columns, const QFont& font) {
-    QFont shown = font;
-    shown.setBold(row == 0);
-    const QFontMetricsF metrics(shown);
-    double height = metrics.height();
-    for (const TableColumn& column : columns) {
-        if (row < grid.FixedRows()) {
-            const QRectF room(0, 0, column.Width - 2 * CellPadding + 1, 1e6);
-            height = std::max(
-                height, metrics.boundingRect(room, Qt::TextWordWrap, Cell(grid, row, column.Column))
-                            .height());
-        }
-    }
-    return height + 2 * RowPadding;
-}
-
-void QtPageWriter::WriteRow(const DataGrid& grid, int row, const std::vector<TableColumn>& columns,
-                            const QFont& font, double height) {
-    constexpr int Shade = 244;
-    const bool head = row < grid.FixedRows();
-    QPainter& brush = Brush();
-    double x = Current().Left;
-    for (const TableColumn& column : columns) {
-        const QRectF box(x, m_y, column.Width, height);
-        if (!head && grid.Shaded(row, column.Column)) {
-            brush.fillRect(box, QColor(Shade, Shade, Shade));
-        }
-        QFont shown = font;
-        shown.setBold(head && row == 0);
-        brush.setFont(shown);
-        brush.drawText(box.adjusted(CellPadding, RowPadding, -CellPadding + 1, -RowPadding),
-                       static_cast<int>(SideOf(grid, column.Column) | Qt::AlignTop) |
-                           (head ? Qt::TextWordWrap : Qt::TextSingleLine),
-                       Cell(grid, row, column.Column));
-        x += column.Width;
-    }
-    m_y += height;
-    if (row == grid.FixedRows() - 1 || row == grid.MarkedRow || row == grid.MarkedRow - 1) {
-        brush.setPen(QPen(head ? Qt::black : Qt::gray, head ? 5 : 3));
-        brush.drawLine(QPointF(Current().Left, m_y), QPointF(x, m_y));
-        brush.setPen(Qt::black);
-    }
-}
-
-/// Height of the heads and of a number of rows below them.
-double QtPageWriter::BlockHeight(const DataGrid& grid, int rows,
-                                 const std::vector<TableColumn>& columns, const QFont& font) {
-    double height = rows * RowHeight(grid, grid.Rows(), columns, font);
-    for (int row = 0; row < grid.FixedRows(); ++row) {
-        height += RowHeight(grid, row, columns, font);
-    }
-    return height;
-}
-
-void QtPageWriter::WriteBlock(const DataGrid& grid, const std::vector<TableColumn>& columns,
-                              const QFont& font) {
-    const double rowHeight = RowHeight(grid, grid.Rows(), columns, font);
     const auto writeHeads = [&] {
-        for (int row = 0; row < grid.FixedRows(); ++row) {
-            WriteRow(grid, row, columns, font, RowHeight(grid, row, columns, font));
+        for (int row = 0; row < table.Heads(); ++row) {
+            writeRow(row);
         }
     };
     writeHeads();
-    for (int row = grid.FixedRows(); row < grid.Rows(); ++row) {
-        if (m_y + rowHeight > PageEnd()) {
+    for (int row = table.Heads(); row < table.Heads() + table.Rows(); ++row) {
+        if (m_y + table.RowHeight() > PageEnd()) {
             BeginPage();
             writeHeads();
         }
-        WriteRow(grid, row, columns, font, rowHeight);
+        writeRow(row);
     }
 }
 
@@ -375,15 +263,14 @@ void QtPageWriter::AddTable(const std::string& style, const DataGrid& grid) {
         return;
     }
     const ParagraphStyle& look = m_styles.at(style);
-    const QFont font = PageFontOf(look.Font);
-    for (const std::vector<TableColumn>& columns : TableBlocks(grid, font)) {
+    const PageTable table(grid, PageFontOf(look.Font));
+    for (const PageTable::Block& block : table.Blocks(LineEnd() - Current().Left)) {
         const double before = look.SpaceBefore * UnitsPerPoint;
         // A table that fits on a page is not cut, and its title goes with it.
-        const int rows = grid.Rows() - grid.FixedRows();
-        WriteWaiting(before + BlockHeight(grid, rows, columns, font),
-                     before + BlockHeight(grid, std::min(rows, RowsBelowHeads), columns, font));
+        WriteWaiting(before + table.Height(table.Rows(), block),
+                     before + table.Height(std::min(table.Rows(), RowsBelowHeads), block));
         m_y += before;
-        WriteBlock(grid, columns, font);
+        WriteBlock(table, block);
         m_y += look.SpaceAfter * UnitsPerPoint;
     }
 }

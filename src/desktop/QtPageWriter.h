@@ -1,8 +1,8 @@
 #pragma once
 
+#include "desktop/PageTable.h"
 #include "platform/PageWriter.h"
 
-#include <QFont>
 #include <QPageSize>
 #include <QPainter>
 #include <QPicture>
@@ -74,12 +74,6 @@ class QtPageWriter final : public PageWriter {
         std::string Text;
     };
 
-    /// One column of a table on its way to the page.
-    struct TableColumn {
-        int Column = 0;
-        double Width = 0;
-    };
-
     /// Made at its first use: asking the system for its printers takes time that a start has not.
     [[nodiscard]] QPrinter& Printer();
     void TakePaper();
@@ -98,18 +92,7 @@ class QtPageWriter final : public PageWriter {
     void WriteWaiting(double wholeBelow = 0, double leastBelow = 0);
     void WriteParagraph(const Paragraph& paragraph);
     void FinishPage();
-    [[nodiscard]] std::vector<std::vector<TableColumn>> TableBlocks(const DataGrid& grid,
-                                                                    const QFont& font) const;
-    [[nodiscard]] static double RowHeight(const DataGrid& grid, int row,
-                                          const std::vector<TableColumn>& columns,
-                                          const QFont& font);
-    void WriteRow(const DataGrid& grid, int row, const std::vector<TableColumn>& columns,
-                  const QFont& font, double height);
-    [[nodiscard]] static double BlockHeight(const DataGrid& grid, int rows,
-                                            const std::vector<TableColumn>& columns,
-                                            const QFont& font);
-    void WriteBlock(const DataGrid& grid, const std::vector<TableColumn>& columns,
-                    const QFont& font);
+    void WriteBlock(const PageTable& table, const PageTable::Block& block);
     void PaintAll(QPagedPaintDevice& paper) const;
     void PaintHeader(QPainter& painter, int page) const;
 

@@ -212,12 +212,13 @@ TEST(StudyFileTest, CutAnywhereIsRefusedWhole) {
     }
 }
 
-TEST(StudyFileTest, NamesThePlaceOfWhatItRefuses) {
-    struct Damage {
-        std::string From;
-        std::string To;
-        std::string Place;
-    };
+struct Damage {
+    std::string From;
+    std::string To;
+    std::string Place; ///< and reason
+};
+
+TEST(StudyFileTest, SaysWhyAFileIsNoStudyOfThisProgram) {
     for (const Damage& damage : std::vector<Damage>{
              {R"("version": 1,)", R"("version": 1;)", "line 3, column 15: this is no JSON"},
              {"cars/", "\xFF", "line 4, column 19: this is no JSON"},
@@ -228,6 +229,13 @@ TEST(StudyFileTest, NamesThePlaceOfWhatItRefuses) {
              {R"("version": 1)", R"("version": 0)", "version: must be 1 to 1"},
              {R"("version": 1)", R"("version": "1")", "version: must be a whole number"},
              {R"("document")", R"("version")", "version: stands here twice"},
+         }) {
+        EXPECT_THAT(Reason(Changed(damage.From, damage.To)), HasSubstr(damage.Place));
+    }
+}
+
+TEST(StudyFileTest, NamesThePlaceOfWhatItRefuses) {
+    for (const Damage& damage : std::vector<Damage>{
              {R"("ptWTCP")", R"("ptWC")", "baseline.points.ptWC: stands here twice"},
              {R"("ptWTCP")", R"("ptXY")", "baseline.points.ptXY: there is no such member"},
              {R"("ptWTCP")", R"("ptUWCR")", "baseline.points: ptWTCP is missing"},
