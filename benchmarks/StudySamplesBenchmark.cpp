@@ -44,10 +44,8 @@ void BM_Sweep(benchmark::State& state) {
         const double height = corner.Loaded.Points[point].Z;
         return SweepAxis{PointCoordinate{point, 2}, EvenlySpaced(height - 5, height + 5, 21)};
     };
-    const SweepQuestion question{{axis(ptTRI), axis(ptUWIF)},
-                                 {},
-                                 Figure{chSteerAngleBump, FigureKind::RangeOverTravel},
-                                 false};
+    const SweepQuestion question{
+        {axis(ptTRI), axis(ptUWIF)}, {}, Figure{chSteerAngleBump, FigureKind::RangeOverTravel}};
     TimeAgainstOneThread(state, [&](CSampleRunner& runner) {
         benchmark::DoNotOptimize(RunSweep(runner, corner.Loaded, question, corner.Settings));
     });

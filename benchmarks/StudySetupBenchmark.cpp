@@ -30,7 +30,7 @@ Target Held(const Design& design, const SolveSettings& settings, int channel, do
 }
 
 /// 21 x 21 x 21 places of the upper front pickup, 40 mm to every side, all wheel travel and two
-/// targets. Arguments: threads; all rack travel as well; every node.
+/// targets. Arguments: threads; all rack travel as well.
 void BM_Region(benchmark::State& state) {
     LoadedProgram program(Sample, SampleSteps);
     const SolveSettings settings{program->Units, program->Channels};
@@ -42,10 +42,9 @@ void BM_Region(benchmark::State& state) {
         {Held(design, settings, chRollCentreToGround, 40),
          Held(design, settings, chCamberAngle, 1.5)}};
     question.WholeGrid = state.range(1) != 0;
-    question.EveryNode = state.range(2) != 0;
     RegionAnswer answer;
     TimeAgainstOneThread(state, [&](CSampleRunner& runner) {
-        answer = FindRegion(design, question, settings, runner.Work());
+        answer = FindRegion(runner, design, question, settings);
     });
     std::size_t held = 0;
     for (const RegionNode& node : answer.Nodes) {
@@ -54,15 +53,8 @@ void BM_Region(benchmark::State& state) {
     state.counters["solved"] = static_cast<double>(answer.Solved);
     state.counters["held"] = static_cast<double>(held);
 }
-BENCHMARK(BM_Region)
-    ->Args({1, 0, 0})
-    ->Args({2, 0, 0})
-    ->Args({1, 1, 0})
-    ->Args({2, 1, 0})
-    ->Args({1, 0, 1})
-    ->Args({2, 0, 1})
-    ->UseRealTime()
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Region)->Args({1, 0})->Args({2, 0})->Args({1, 1})->Args({2, 1})->UseRealTime()->Unit(
+    benchmark::kMillisecond);
 
 /// All adjusters that the corner usually has, both steps of each. Argument: threads.
 void BM_SetupSheet(benchmark::State& state) {
@@ -71,7 +63,7 @@ void BM_SetupSheet(benchmark::State& state) {
     const Design design = SampleDesign(program);
     const SetupQuestion question{AdjustersOf(design.Data), SheetFiguresOf(design.Data)};
     TimeAgainstOneThread(state, [&](CSampleRunner& runner) {
-        benchmark::DoNotOptimize(MakeSetupSheet(design, question, settings, runner.Work()));
+        benchmark::DoNotOptimize(MakeSetupSheet(runner, design, question, settings));
     });
     state.counters["adjusters"] = static_cast<double>(question.Adjusters.size());
 }
@@ -91,7 +83,7 @@ void BM_FindTurns(benchmark::State& state) {
     question.Ranges.resize(question.Sheet.Adjusters.size());
     TurnsAnswer answer;
     TimeAgainstOneThread(state, [&](CSampleRunner& runner) {
-        answer = FindTurns(design, question, settings, runner.Work());
+        answer = FindTurns(runner, design, question, settings);
     });
     state.counters["solved"] = static_cast<double>(answer.Solved);
     state.counters["holds"] = answer.Holds ? 1 : 0;
