@@ -125,7 +125,7 @@ TEST(LeastSquaresTest, PointsThatCannotBeEvaluatedAreNotTaken) {
     EXPECT_NEAR(found.X[0], 1, 1e-6);
     const LeastSquaresResult none = SolveLeastSquares(ProblemOf({-1}, logarithm));
     EXPECT_FALSE(none.Evaluated || none.Converged);
-    EXPECT_EQ(none.Words, "The start can't be evaluated.");
+    EXPECT_EQ(none.Words, "The start can't be evaluated");
     const LeastSquaresResult noNumber =
         SolveLeastSquares(ProblemOf({1}, [](const std::vector<double>& x) {
             return Residuals(std::vector{x[0] > 0.5 ? x[0] : std::sqrt(-1.0)});
