@@ -4,6 +4,7 @@
 #include "study/Figure.h"
 #include "study/LeastSquares.h"
 #include "study/ReadingGrid.h"
+#include "study/SearchSideBySide.h"
 #include "study/StudySolve.h"
 #include "study/VariedDesign.h"
 
@@ -154,17 +155,15 @@ LeastSquaresProblem ProblemOf(const Measured& measured) {
 /// gross errors.
 LeastSquaresResult Search(CSampleRunner& runner, const Measured& measured) {
     LeastSquaresProblem problem = ProblemOf(measured);
-    problem.Stop = runner.Work().Stop;
-    const auto residuals = [&](const std::vector<double>& x, Suspension& scratch) {
-        return ResidualsAt(measured, x, scratch, problem.Stop);
+    const ResidualsOfDesign residuals = [&](const std::vector<double>& x, Suspension& scratch) {
+        return ResidualsAt(measured, x, scratch, runner.Work().Stop);
     };
     const auto solve = [&](RobustLoss loss, double scale, double from, double to) {
         problem.Loss = loss;
         problem.CostTolerance = problem.Covariance ? CostTolerance : FirstCostTolerance;
         problem.LossScales.assign(measured.Before.size(), scale);
         problem.LossScales.resize(measured.Before.size() + problem.Start.size(), 0);
-        problem.Evaluate = CSharedResiduals(runner, residuals, from, to);
-        return SolveLeastSquares(problem);
+        return SearchSideBySide(runner, residuals, {&problem, 1}, from, to).front();
     };
     LeastSquaresResult first = solve(RobustLoss::Huber, LinearBeyond, 0, ShareOfFirst);
     if (first.Stopped || !first.Evaluated) {

@@ -4,6 +4,7 @@
 #include "study/Curve.h"
 #include "study/LeastSquares.h"
 #include "study/SampleRandom.h"
+#include "study/SearchSideBySide.h"
 #include "study/StudySolve.h"
 #include "study/VariedDesign.h"
 
@@ -11,6 +12,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <span>
 #include <tuple>
 #include <utility>
 
@@ -245,30 +247,32 @@ bool AllHold(const std::vector<TargetResult>& results) {
                        [](const TargetResult& result) { return result.Holds; });
 }
 
-/// Solves from the start of a problem, as the study's progress from one share to another.
-LeastSquaresResult SolveFrom(CSampleRunner& runner, const Search& search,
-                             LeastSquaresProblem& problem, double fromShare, double toShare) {
-    problem.Stop = runner.Work().Stop;
-    problem.Evaluate = CSharedResiduals(
+/// Solves from the starts of problems, as the study's progress from one share to another.
+std::vector<LeastSquaresResult> SolveAll(CSampleRunner& runner, const Search& search,
+                                         std::span<const LeastSquaresProblem> problems,
+                                         double fromShare, double toShare) {
+    return SearchSideBySide(
         runner,
         [&](const std::vector<double>& x, Suspension& scratch) {
-            return ResidualsAt(search, x, scratch, problem.Stop);
+            return ResidualsAt(search, x, scratch, runner.Work().Stop);
         },
-        fromShare * ShareOfStarts, toShare * ShareOfStarts);
-    return SolveLeastSquares(problem);
+        problems, fromShare, toShare);
 }
 
 std::vector<Arrival> RunStarts(CSampleRunner& runner, const Search& search) {
-    LeastSquaresProblem problem = ProblemOf(search);
+    std::vector<LeastSquaresProblem> problems(static_cast<std::size_t>(search.Question.Starts),
+                                              ProblemOf(search));
+    int number = 0;
+    for (LeastSquaresProblem& problem : problems) {
+        problem.Start = StartPoint(search, number++);
+    }
     std::vector<Arrival> arrivals;
-    const double count = search.Question.Starts;
-    for (int start = 0; start < search.Question.Starts; ++start) {
-        if (runner.Work().Stop.stop_requested()) {
-            break;
+    number = 0;
+    for (LeastSquaresResult& result : SolveAll(runner, search, problems, 0, ShareOfStarts)) {
+        Arrival arrival{{++number}, std::move(result)};
+        if (arrival.Result.Stopped && !arrival.Result.Evaluated) {
+            continue; // it was not begun
         }
-        problem.Start = StartPoint(search, start);
-        Arrival arrival{{start + 1},
-                        SolveFrom(runner, search, problem, start / count, (start + 1) / count)};
         arrival.Start.Evaluated = arrival.Result.Evaluated;
         arrival.Start.Converged = arrival.Result.Converged;
         arrival.Start.Cost = arrival.Result.Cost;
@@ -294,7 +298,7 @@ LeastSquaresResult GoOn(CSampleRunner& runner, const Search& search, const Arriv
     problem.Enough.clear();
     problem.MostIterations = MostStepsMore;
     problem.Start = best.Result.X;
-    LeastSquaresResult more = SolveFrom(runner, search, problem, 1, 1 / ShareOfStarts);
+    LeastSquaresResult more = SolveAll(runner, search, {&problem, 1}, ShareOfStarts, 1).front();
     const bool better = more.Evaluated && AllHold(Judge(search, more.X, runner.Scratch()));
     return better ? more : best.Result;
 }

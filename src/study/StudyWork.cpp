@@ -72,18 +72,19 @@ bool CSampleRunner::Run(std::size_t count,
                         const std::function<void(std::size_t, Suspension&)>& sample,
                         double fromShare, double toShare) {
     SharedRun run{count, sample, m_work, fromShare, toShare};
-    {
-        std::vector<std::jthread> threads;
-        const std::size_t others = std::min(m_scratches.size(), count) - (count == 0 ? 0 : 1);
-        for (std::size_t n = 1; n <= others; ++n) {
-            threads.emplace_back([&run, &scratch = *m_scratches[n]] { WorkOn(run, scratch); });
-        }
-        WorkOn(run, *m_scratches.front());
-    }
+    OnEveryThread([&](Suspension& scratch) { WorkOn(run, scratch); }, count);
     if (run.Thrown) {
         std::rethrow_exception(run.Thrown);
     }
     return !run.Ended;
+}
+
+void CSampleRunner::OnEveryThread(const std::function<void(Suspension&)>& work, std::size_t most) {
+    std::vector<std::jthread> threads;
+    for (std::size_t n = 1; n < std::min(m_scratches.size(), most); ++n) {
+        threads.emplace_back([&work, &scratch = *m_scratches[n]] { work(scratch); });
+    }
+    work(*m_scratches.front());
 }
 
 } // namespace corvanta

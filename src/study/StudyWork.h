@@ -3,6 +3,7 @@
 #include "model/Suspension.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <stop_token>
@@ -35,6 +36,10 @@ class CSampleRunner {
     /// The same, and what of the study's progress the run stands for.
     bool Run(std::size_t count, const std::function<void(std::size_t, Suspension&)>& sample,
              double fromShare, double toShare);
+
+    /// Calls `work`, which throws nothing, on all threads at the same time, `most` at most, each
+    /// with its scratch document.
+    void OnEveryThread(const std::function<void(Suspension&)>& work, std::size_t most = SIZE_MAX);
 
     /// A scratch document for work that is not shared out.
     [[nodiscard]] Suspension& Scratch() { return *m_scratches.front(); }
