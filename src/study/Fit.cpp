@@ -195,10 +195,12 @@ void TellVariables(FitAnswer& answer, const Measured& measured, const LeastSquar
         answer.ChiSquared += moved * moved;
         answer.Variables.push_back(variable);
     }
-    for (std::size_t n = 0; n < found.Covariance.size(); ++n) {
-        answer.Correlations.push_back(
-            found.Covariance[n] /
-            (*answer.Variables[n / count].Deviation * *answer.Variables[n % count].Deviation));
+    for (std::size_t i = 0; !found.Covariance.empty() && i < count; ++i) {
+        for (std::size_t j = 0; j < count; ++j) {
+            answer.Correlations.push_back(
+                found.Covariance[i * count + j] /
+                (*answer.Variables[i].Deviation * *answer.Variables[j].Deviation));
+        }
     }
 }
 
