@@ -12,9 +12,8 @@ namespace corvanta {
 
 namespace {
 
-/// Positions along a travel and, where both sides must reach as far, steps on one side.
+/// Positions along a travel.
 constexpr int MostPositions = 49;
-constexpr int MostMirrored = (MostPositions - 1) / 2;
 
 /// A common step below this would spoil the differences that velocity ratios are, mm.
 constexpr double LeastCommonStep = 0.5;
