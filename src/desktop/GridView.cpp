@@ -36,6 +36,7 @@ GridView::GridView(const DataGrid& grid, QWidget* parent) : QTableView(parent), 
                              text.toStdString());
                 }
             });
+    connect(delegate, &GridDelegate::Chosen, this, &GridView::CommitTyping);
     setCornerButtonEnabled(false);
     setShowGrid(false);
     setWordWrap(false);
@@ -56,7 +57,9 @@ void GridView::Refresh() {
 }
 
 void GridView::MakeNarrow(int firstColumn) {
+    constexpr int NarrowTitle = 64;
     m_heads->LeastWidth = 0;
+    m_heads->WidestTitle = NarrowTitle;
     m_rowHeads->MostWidth = firstColumn;
 }
 
@@ -79,7 +82,7 @@ void GridView::FitColumns() {
 }
 
 int GridView::NeededWidth() const {
-    return m_rowHeads->sizeHint().width() + m_heads->length() +
+    return (m_rowHeads->isHidden() ? 0 : m_rowHeads->sizeHint().width()) + m_heads->length() +
            verticalScrollBar()->sizeHint().width();
 }
 

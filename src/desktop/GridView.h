@@ -23,7 +23,7 @@ class GridView final : public QTableView {
     [[nodiscard]] GridModel& Model() { return m_model; }
 
     /// Makes the most of a narrow place: the first column is no wider than this, its longer texts
-    /// shortened, and the others are as narrow as their numbers.
+    /// shortened, and the others are as narrow as their numbers; longer titles are wrapped.
     void MakeNarrow(int firstColumn);
 
     /// No column of values is wider than this, longer texts are shortened; tooltips hold them

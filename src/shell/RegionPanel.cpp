@@ -41,6 +41,12 @@ PointCoordinate CoordinateOf(const RegionQuestion& question, std::size_t axis) {
     return {question.Point, static_cast<int>(axis)};
 }
 
+/// A range of a length about the middle of places.
+AxisRange Widened(const std::vector<double>& places, double length) {
+    const double middle = (places.front() + places.back()) / 2;
+    return {middle - length / 2, middle + length / 2};
+}
+
 /// True where a neighbour along an axis is not held, or the box ends.
 bool IsBorder(const RegionAnswer& answer, const std::array<std::size_t, 3>& at) {
     for (std::size_t axis = 0; axis < 3; ++axis) {
@@ -116,8 +122,8 @@ void RegionPanel::ShowQuestion() {
     chkWholeGrid.Checked = question.WholeGrid;
     const std::string& length = Units()[ucDisplacement].Label;
     DataGrid& grid = grdBox.Grid;
-    LayOutAnswer(grid, std::array<std::string, 4>{"Box", "From", "To", "Places"},
-                 std::array<std::string, 4>{"", length, length, ""}, 3);
+    LayOutTable(grid, std::array<std::string, 4>{"Box", "From", "To", "Places"},
+                std::array<std::string, 4>{"", length, length, ""}, 3);
     for (std::size_t axis = 0; axis < 3; ++axis) {
         const int row = grid.FixedRows() + static_cast<int>(axis);
         const RegionAxis& side = question.Box[axis];
@@ -226,11 +232,18 @@ std::string RegionPanel::WordsOf(const RegionQuestion& question, const RegionAns
     return words;
 }
 
-/// Three layers through where the point stands now.
+/// Three layers through where the point stands now. All have axes of the same length, so that they
+/// have one scale when they are equally large.
 void RegionPanel::ShowSlices(const RegionQuestion& question, const RegionAnswer& answer) {
     constexpr std::array<std::array<std::size_t, 2>, 3> Others{{{1, 2}, {0, 2}, {0, 1}}};
     const std::vector<MapKind> kinds = KindsOf(question);
     const double factor = UsableUnit(Units(), ucDisplacement).Factor;
+    std::array<double, 3> sides{};
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        sides[axis] = question.Box[axis].High - question.Box[axis].Low;
+    }
+    const double width = std::max(sides[0], sides[1]);
+    const double height = std::max(sides[1], sides[2]);
     Sheets.clear();
     for (std::size_t axis = 0; axis < 3; ++axis) {
         const PointCoordinate of = CoordinateOf(question, axis);
@@ -259,8 +272,9 @@ void RegionPanel::ShowSlices(const RegionQuestion& question, const RegionAnswer&
         const auto [across, up] = Others.at(axis);
         map.Cross = ChartPoint{ValueOf(AskedOf(), CoordinateOf(question, across)) * factor,
                                ValueOf(AskedOf(), CoordinateOf(question, up)) * factor};
-        sheet.AxisX = {AxisTitle(across), {map.X.front(), map.X.back()}};
-        sheet.AxisY = {AxisTitle(up), {map.Y.front(), map.Y.back()}};
+        sheet.AxisX = {AxisTitle(across), Widened(map.X, width * factor)};
+        sheet.AxisY = {AxisTitle(up), Widened(map.Y, height * factor)};
+        sheet.ToScale = true;
         sheet.Map = std::move(map);
         Sheets.push_back(std::move(sheet));
     }
@@ -299,8 +313,8 @@ void RegionPanel::ShowVerdicts(const RegionQuestion& question, const RegionAnswe
         }
     }
     DataGrid& grid = grdVerdicts.Grid;
-    LayOutAnswer(grid, std::array<std::string, 3>{"What fails first", "Places", "Of all, %"}, {},
-                 kinds.size() + 1);
+    LayOutTable(grid, std::array<std::string, 3>{"What fails first", "Places", "Of all, %"}, {},
+                kinds.size() + 1);
     int row = grid.FixedRows();
     const auto all = static_cast<double>(answer.Nodes.size());
     for (std::size_t n = 0; n < kinds.size(); ++n, ++row) {
