@@ -113,7 +113,8 @@ AxisRange RangeOf(const QCPAxis& axis) {
 } // namespace
 
 double EvenTicker::getTickStep(const QCPRange& range) {
-    m_step = NiceStep(range.size() / mTickCount, NiceWay::Up);
+    m_step = std::min(NiceStep(range.size() / mTickCount, NiceWay::Up),
+                      NiceStep(range.size() / 2, NiceWay::Down)); // one number alone tells no scale
     return m_step;
 }
 

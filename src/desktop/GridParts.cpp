@@ -123,6 +123,11 @@ int GridHeader::NeededWidth(int column) const {
         gridColumn < m_model.Grid().Columns() && !m_model.Grid().Choices(gridColumn).empty();
     const int beside =
         2 * GridPadding + (isChosen ? metrics.horizontalAdvance(ChoiceMark) + GridPadding : 0);
+    if (m_model.Grid().FixedRows() > 1) {
+        width = std::max(width,
+                         QFontMetrics(UnitFont()).horizontalAdvance(m_model.Text(1, gridColumn)) +
+                             2 * GridPadding);
+    }
     for (int row = m_model.Grid().FixedRows(); row < m_model.Grid().Rows(); ++row) {
         width = std::max(width, metrics.horizontalAdvance(m_model.Text(row, gridColumn)) + beside);
     }

@@ -57,9 +57,7 @@ void GridView::Refresh() {
 }
 
 void GridView::MakeNarrow(int firstColumn) {
-    constexpr int NarrowTitle = 64;
     m_heads->LeastWidth = 0;
-    m_heads->WidestTitle = NarrowTitle;
     m_rowHeads->MostWidth = firstColumn;
 }
 

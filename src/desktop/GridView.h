@@ -23,8 +23,11 @@ class GridView final : public QTableView {
     [[nodiscard]] GridModel& Model() { return m_model; }
 
     /// Makes the most of a narrow place: the first column is no wider than this, its longer texts
-    /// shortened, and the others are as narrow as their numbers; longer titles are wrapped.
+    /// shortened, and the others are as narrow as their numbers.
     void MakeNarrow(int firstColumn);
+
+    /// Wraps titles that are wider than this between their words.
+    void WrapTitles(int widest) { m_heads->WidestTitle = widest; }
 
     /// No column of values is wider than this, longer texts are shortened; tooltips hold them
     /// whole.

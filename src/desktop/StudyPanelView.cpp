@@ -24,6 +24,7 @@ namespace {
 constexpr int FieldsInARow = 3;
 constexpr int MostColumn = 220;
 constexpr int NameWidth = 190;
+constexpr int AskedTitle = 70;
 
 /// Letters of the choices, within reason: which of two pickups it is stands at the end.
 int LongestChoice(const ListControl& list) {
@@ -130,6 +131,7 @@ QWidget* StudyPanelView::BuildQuestion() {
     m_asked->setDocumentMode(true);
     for (StudyTable* const table : m_panel.Asked) {
         GridView* const view = BuildTable(m_askedTables, *table, *m_asked);
+        view->WrapTitles(AskedTitle);
         const std::size_t n = m_askedTables.size() - 1;
         view->Model().OnTyped([this, n](int row, int column, const std::string& text) {
             m_desktop.Handle([&] { m_panel.Asked_Edited(n, row, column, text); });
@@ -275,7 +277,7 @@ void StudyPanelView::DivideRoom() {
     for (const Table& table : m_askedTables) {
         asked = std::max(asked, table.View->NeededWidth());
     }
-    asked = std::min(asked, m_halves->width() / 2);
+    asked = std::min(asked, m_halves->width() * 11 / 20);
     if (m_halves->sizes().constFirst() != asked) {
         m_halves->setSizes({asked, m_halves->width() - asked});
     }

@@ -19,9 +19,18 @@ constexpr int FirstNodes = 21;
 constexpr Colour HeldColour{120, 190, 110};
 constexpr Colour ReachColour{120, 120, 120};
 
-/// Of the targets, in their order; told apart on white and from the two above.
+/// Of the targets, as they came; told apart on white and from the two above.
 constexpr std::array TargetColours{Colour{240, 160, 60}, Colour{90, 140, 210}, Colour{200, 90, 150},
                                    Colour{220, 210, 80}, Colour{100, 200, 200}};
+
+/// Whether a target is one of the same curve, whatever its band.
+struct IsOfCurve {
+    const Target& Of;
+
+    bool operator()(const std::optional<Target>& target) const {
+        return target && target->Channel == Of.Channel && target->Variable == Of.Variable;
+    }
+};
 
 /// Which of the kinds a place is; none for one that was not come to.
 std::optional<double> KindOf(const RegionNode& node) {
@@ -182,11 +191,29 @@ CStudyJob::Work RegionPanel::Prepare(const Design& design,
 
 std::vector<MapKind> RegionPanel::KindsOf(const RegionQuestion& question) const {
     std::vector<MapKind> kinds{{"All held", HeldColour}, {"Travel not reached", ReachColour}};
-    for (std::size_t n = 0; n < question.Targets.size(); ++n) {
-        kinds.push_back({NameOf(question.Targets[n], m_desk.Program.Channels),
-                         TargetColours.at(n % TargetColours.size())});
+    for (const Target& target : question.Targets) {
+        const auto place = std::find_if(m_coloured.begin(), m_coloured.end(), IsOfCurve{target});
+        kinds.push_back({NameOf(target, m_desk.Program.Channels),
+                         TargetColours.at(static_cast<std::size_t>(place - m_coloured.begin()) %
+                                          TargetColours.size())});
     }
     return kinds;
+}
+
+/// A target keeps its colour while others come and go.
+void RegionPanel::GiveColours(const std::vector<Target>& targets) {
+    for (std::optional<Target>& place : m_coloured) {
+        const auto takes = [&](const Target& target) { return IsOfCurve{target}(place); };
+        if (std::none_of(targets.begin(), targets.end(), takes)) {
+            place.reset();
+        }
+    }
+    for (const Target& target : targets) {
+        if (std::none_of(m_coloured.begin(), m_coloured.end(), IsOfCurve{target})) {
+            const auto free = std::find(m_coloured.begin(), m_coloured.end(), std::nullopt);
+            *(free == m_coloured.end() ? m_coloured.emplace(free) : free) = target;
+        }
+    }
 }
 
 std::string RegionPanel::AxisTitle(std::size_t axis) const {
@@ -194,6 +221,7 @@ std::string RegionPanel::AxisTitle(std::size_t axis) const {
 }
 
 void RegionPanel::ShowAnswer(const RegionQuestion& question, const RegionAnswer& answer) {
+    GiveColours(question.Targets);
     ShowSlices(question, answer);
     ShowPlaces(answer);
     ShowVerdicts(question, answer);

@@ -217,6 +217,13 @@ TEST_F(StudyPanelsTest, ARegionIsDrawnAsSlicesAndInTheCorner) {
     const DataGrid& verdicts = panel.grdVerdicts.Grid;
     EXPECT_EQ(Number(verdicts, 0, 1) + Number(verdicts, 1, 1) + Number(verdicts, 2, 1), 729);
     EXPECT_GT(Number(verdicts, 2, 1), 0);
+    StudyData study = m_current.Study();
+    const Colour camber = map.Kinds.back().Drawn;
+    study.Targets.insert(study.Targets.begin(),
+                         PlainTarget(chSteerAngleBump, vvAlongWheelTravel, 0, 9, -25, 25));
+    m_current.ChangeStudy(study);
+    Run(panel);
+    EXPECT_EQ(panel.Sheets[0].Map->Kinds.back().Drawn, camber) << "with another one before it";
 }
 
 TEST_F(StudyPanelsTest, APlantedErrorIsFoundInPastedReadings) {
