@@ -113,7 +113,8 @@ AxisRange RangeOf(const QCPAxis& axis) {
 } // namespace
 
 double EvenTicker::getTickStep(const QCPRange& range) {
-    m_step = NiceStep(range.size() / mTickCount, NiceWay::Up);
+    m_step = std::min(NiceStep(range.size() / mTickCount, NiceWay::Up),
+                      NiceStep(range.size() / 2, NiceWay::Down)); // one number alone tells no scale
     return m_step;
 }
 
@@ -211,8 +212,8 @@ SheetLegend::SheetLegend(QCustomPlot* plot, const SheetLook& look)
 int SheetLegend::Flow(const Entry& entry) const {
     const ChartSheet& sheet = m_look.Sheet;
     const QFontMetrics metrics(mParentPlot->font());
-    if (sheet.Map && !sheet.Map->Kinds.empty()) {
-        return FlowKinds(*sheet.Map, entry);
+    if (sheet.Map && !sheet.Map->Kinds.empty()) { // whose window lists those of all its charts
+        return m_look.IsForPicture ? FlowKinds(*sheet.Map, entry) : 0;
     }
     if (sheet.Map) {
         const bool names = HasUnreached(*sheet.Map) && !sheet.Map->UnreachedText.empty();
@@ -383,7 +384,13 @@ void SheetMapSurface::draw(QCPPainter* painter) {
     const SheetMap& map = *m_look.Sheet.Map;
     const QRect area = clipRect();
     if (HasUnreached(map)) {
-        PaintHatch(*painter, area.adjusted(1, 1, -1, -1), m_look.Paper); // its lines are wide
+        const auto at = [this](double x, double y) {
+            return QPointF(mParentPlot->xAxis->coordToPixel(x),
+                           mParentPlot->yAxis->coordToPixel(y));
+        };
+        const QRectF box(at(map.X.front(), map.Y.back()), at(map.X.back(), map.Y.front()));
+        PaintHatch(*painter, box.toRect().intersected(area).adjusted(1, 1, -1, -1), // broad lines
+                   m_look.Paper);
     }
     if (m_look.IsForPicture) {
         painter->drawImage(area, Paint(map, area, PictureDensity));

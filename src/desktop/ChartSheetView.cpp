@@ -52,8 +52,8 @@ bool DifferInOverlayAlone(const ChartSheet& a, const ChartSheet& b) {
         return plain;
     };
     return a.Title == b.Title && a.Mark == b.Mark && a.MarkText == b.MarkText &&
-           a.AxisX == b.AxisX && a.AxisY == b.AxisY && a.Bands == b.Bands && a.Curves == b.Curves &&
-           map(a) == map(b);
+           a.AxisX == b.AxisX && a.AxisY == b.AxisY && a.ToScale == b.ToScale &&
+           a.Bands == b.Bands && a.Curves == b.Curves && map(a) == map(b);
 }
 
 } // namespace
@@ -241,6 +241,29 @@ void ChartSheetView::LoadSize(const QSize& size) {
     }
     m_look->HasLegend = m_look->IsForPicture || (size.width() >= SizeForLegend.width() &&
                                                  size.height() >= SizeForLegend.height());
+    KeepScale();
+}
+
+/// Has the axis with more room for its units reach farther, so that both are of one scale.
+void ChartSheetView::KeepScale() {
+    if (!m_look->Sheet.ToScale) {
+        return;
+    }
+    const AxisRange& across = m_look->Sheet.AxisX.Shown;
+    const AxisRange& up = m_look->Sheet.AxisY.Shown;
+    for (int pass = 0; pass < 2; ++pass) { // other numbers along the axes leave them other room
+        for (const auto phase : {QCPLayoutElement::upPreparation, QCPLayoutElement::upMargins,
+                                 QCPLayoutElement::upLayout}) {
+            m_plot->plotLayout()->update(phase);
+        }
+        const QSize room = m_plot->axisRect()->size().expandedTo({1, 1});
+        const double unitsPerPixel = std::max((across.Upper - across.Lower) / room.width(),
+                                              (up.Upper - up.Lower) / room.height());
+        m_plot->xAxis->setRange((across.Lower + across.Upper) / 2, unitsPerPixel * room.width(),
+                                Qt::AlignCenter);
+        m_plot->yAxis->setRange((up.Lower + up.Upper) / 2, unitsPerPixel * room.height(),
+                                Qt::AlignCenter);
+    }
 }
 
 bool ChartSheetView::IsOnAxes(const QPointF& at) const {
@@ -310,6 +333,7 @@ void ChartSheetView::SaveAs(const QString& path) {
 }
 
 void ChartSheetView::ShowMenu(const QPoint& at) {
+    Hover(std::nullopt); // nobody tells where the pointer goes while the menu is open
     ContextMenu menu(this);
     if (m_events.FillMenu) {
         m_events.FillMenu(menu);

@@ -75,6 +75,7 @@ class ChartSheetView final : public QWidget {
     void ConnectPointer();
     void SetColours();
     void LoadSheet();
+    void KeepScale();
     void LoadMap();
     void LoadSize(const QSize& size);
     void Replot();

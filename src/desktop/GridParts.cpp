@@ -1,10 +1,15 @@
 #include "desktop/GridParts.h"
 
+#include "desktop/ChartParts.h"
+#include "platform/ColourScale.h"
+
 #include <QApplication>
+#include <QComboBox>
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <QLineEdit>
 #include <QPainter>
+#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
@@ -14,8 +19,8 @@ namespace corvanta {
 namespace {
 
 constexpr int LeastRowHeadWidth = 72;
-constexpr int WidestTitle = 120; ///< a longer title is wrapped
 constexpr int RowPadding = 6;
+constexpr QChar ChoiceMark(0x25BE); ///< a small triangle: there is a list below
 
 /// A colour between two, `share` of the second.
 QColor Blend(const QColor& first, const QColor& second, double share) {
@@ -54,7 +59,7 @@ void PaintBar(QPainter& painter, const QRect& cell, double share, const QPalette
     const int length = static_cast<int>(std::lround(half.width() * std::abs(share)));
     const int left = share < 0 ? half.left() - length : half.left();
     painter.fillRect(QRect(left, half.top(), length, half.height()),
-                     Blend(palette.color(QPalette::Base), QColor(31, 119, 180), 0.75));
+                     Blend(palette.color(QPalette::Base), ColourOf(StudyColour), 0.75));
     painter.setPen(LineColour(palette));
     painter.drawLine(half.left(), cell.top(), half.left(), cell.bottom());
 }
@@ -114,9 +119,17 @@ int GridHeader::NeededWidth(int column) const {
     }
     width =
         std::max(width, std::min(titles.horizontalAdvance(title) + 2 * GridPadding, WidestTitle));
+    const bool isChosen =
+        gridColumn < m_model.Grid().Columns() && !m_model.Grid().Choices(gridColumn).empty();
+    const int beside =
+        2 * GridPadding + (isChosen ? metrics.horizontalAdvance(ChoiceMark) + GridPadding : 0);
+    if (m_model.Grid().FixedRows() > 1) {
+        width = std::max(width,
+                         QFontMetrics(UnitFont()).horizontalAdvance(m_model.Text(1, gridColumn)) +
+                             2 * GridPadding);
+    }
     for (int row = m_model.Grid().FixedRows(); row < m_model.Grid().Rows(); ++row) {
-        width = std::max(width, metrics.horizontalAdvance(m_model.Text(row, gridColumn)) +
-                                    2 * GridPadding);
+        width = std::max(width, metrics.horizontalAdvance(m_model.Text(row, gridColumn)) + beside);
     }
     return std::min(width, MostWidth);
 }
@@ -252,6 +265,10 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
         PaintBar(*painter, option.rect, *share, option.palette);
     }
     painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
+    if (grid.Editable && !grid.Choices(column).empty()) {
+        painter->drawText(option.rect.adjusted(GridPadding, 0, 0, 0),
+                          Qt::AlignLeft | Qt::AlignVCenter, ChoiceMark);
+    }
     painter->drawText(option.rect.adjusted(0, 0, -GridPadding, 0),
                       Qt::AlignRight | Qt::AlignVCenter, m_model.Text(row, column));
     if (option.state.testFlag(QStyle::State_HasFocus) && grid.Editable) {
@@ -267,6 +284,10 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 
 QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                                     const QModelIndex& index) const {
+    const auto& choices = m_model.Grid().Choices(m_model.GridColumn(index.column()));
+    if (!choices.empty()) {
+        return CreateList(parent, choices);
+    }
     QWidget* const editor = QStyledItemDelegate::createEditor(parent, option, index);
     if (auto* const line = qobject_cast<QLineEdit*>(editor)) {
         line->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -278,10 +299,32 @@ QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
     return editor;
 }
 
+QWidget* GridDelegate::CreateList(QWidget* parent, const std::vector<std::string>& choices) const {
+    auto* const list = new QComboBox(parent);
+    for (const std::string& choice : choices) {
+        list->addItem(QString::fromStdString(choice));
+    }
+    connect(list, &QComboBox::activated, this, [this] { emit Chosen(); });
+    QTimer::singleShot(0, list, &QComboBox::showPopup); // once it has its place
+    return list;
+}
+
 void GridDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
+    if (auto* const list = qobject_cast<QComboBox*>(editor)) {
+        list->setCurrentIndex(list->findText(index.data(Qt::EditRole).toString()));
+        return;
+    }
     const auto* const line = qobject_cast<QLineEdit*>(editor);
     if (line == nullptr || !line->isModified()) {
         QStyledItemDelegate::setEditorData(editor, index);
+    }
+}
+
+void GridDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
+                                const QModelIndex& index) const {
+    const auto* const list = qobject_cast<QComboBox*>(editor);
+    if (list == nullptr || list->currentIndex() >= 0) {
+        QStyledItemDelegate::setModelData(editor, model, index);
     }
 }
 

@@ -28,7 +28,8 @@ class GridHeader final : public QHeaderView {
 
     [[nodiscard]] QSize sizeHint() const override;
 
-    int LeastWidth = 72; ///< of a column
+    int LeastWidth = 72;   ///< of a column
+    int WidestTitle = 120; ///< a longer title is wrapped
     int MostWidth = std::numeric_limits<int>::max();
 
   protected:
@@ -87,18 +88,28 @@ class GridDelegate final : public QStyledItemDelegate {
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
 
-    /// The line that a cell is typed into, on the side where the cell's text stands.
+    /// The line that a cell is typed into, on the side where the cell's text stands, or the list
+    /// of its column's choices, open.
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override;
 
     /// What was typed stays when the table is brought up to date meanwhile.
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
 
+    /// A list that was left without a choice changes nothing.
+    void setModelData(QWidget* editor, QAbstractItemModel* model,
+                      const QModelIndex& index) const override;
+
   signals:
     /// A keystroke in the open cell.
     void Typing(const QModelIndex& index, const QString& text) const;
 
+    /// A choice for the open cell, which is all there is to do there.
+    void Chosen() const;
+
   private:
+    QWidget* CreateList(QWidget* parent, const std::vector<std::string>& choices) const;
+
     const GridModel& m_model;
 };
 

@@ -36,6 +36,7 @@ GridView::GridView(const DataGrid& grid, QWidget* parent) : QTableView(parent), 
                              text.toStdString());
                 }
             });
+    connect(delegate, &GridDelegate::Chosen, this, &GridView::CommitTyping);
     setCornerButtonEnabled(false);
     setShowGrid(false);
     setWordWrap(false);
@@ -79,7 +80,7 @@ void GridView::FitColumns() {
 }
 
 int GridView::NeededWidth() const {
-    return m_rowHeads->sizeHint().width() + m_heads->length() +
+    return (m_rowHeads->isHidden() ? 0 : m_rowHeads->sizeHint().width()) + m_heads->length() +
            verticalScrollBar()->sizeHint().width();
 }
 

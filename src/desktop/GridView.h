@@ -26,6 +26,9 @@ class GridView final : public QTableView {
     /// shortened, and the others are as narrow as their numbers.
     void MakeNarrow(int firstColumn);
 
+    /// Wraps titles that are wider than this between their words.
+    void WrapTitles(int widest) { m_heads->WidestTitle = widest; }
+
     /// No column of values is wider than this, longer texts are shortened; tooltips hold them
     /// whole.
     void BoundColumns(int most);

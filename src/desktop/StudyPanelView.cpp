@@ -1,5 +1,6 @@
 #include "desktop/StudyPanelView.h"
 
+#include "desktop/ChartParts.h"
 #include "desktop/ChartSheetView.h"
 #include "desktop/Desktop.h"
 #include "desktop/GridView.h"
@@ -23,6 +24,7 @@ namespace {
 constexpr int FieldsInARow = 3;
 constexpr int MostColumn = 220;
 constexpr int NameWidth = 190;
+constexpr int AskedTitle = 70;
 
 /// Letters of the choices, within reason: which of two pickups it is stands at the end.
 int LongestChoice(const ListControl& list) {
@@ -35,10 +37,21 @@ int LongestChoice(const ListControl& list) {
     return std::min(longest, Most);
 }
 
+/// The kinds of places of a map, each behind its colour.
+QString NamesOf(const std::vector<MapKind>& kinds) {
+    QString names;
+    for (const MapKind& kind : kinds) {
+        names += QString("<span style='color:%1'>\u25A0</span>&nbsp;%2 &nbsp; ")
+                     .arg(ColourOf(kind.Drawn).name(),
+                          QString::fromStdString(kind.Name).toHtmlEscaped().replace(' ', "&nbsp;"));
+    }
+    return names;
+}
+
 /// Pages of what came out.
 enum AnswerPage { PageQuestion, PageChart, FirstTable };
 
-constexpr int QuestionWidth = 310;
+constexpr int QuestionWidth = 310; ///< at least
 constexpr int ProgressWidth = 120;
 constexpr int ProgressSteps = 1000;
 
@@ -61,16 +74,16 @@ StudyPanelView::StudyPanelView(Desktop& desktop, frmWorkbench& window, CStudyPan
     layout->setSpacing(2);
     layout->addWidget(BuildHead());
     layout->addWidget(BuildFields());
-    auto* halves = new QSplitter(Qt::Horizontal, this);
-    halves->setChildrenCollapsible(false);
+    m_halves = new QSplitter(Qt::Horizontal, this);
+    m_halves->setChildrenCollapsible(false);
     if (!panel.Asked.empty()) {
-        halves->addWidget(BuildQuestion());
+        m_halves->addWidget(BuildQuestion());
     }
     BuildAnswer();
-    halves->addWidget(m_answer);
-    halves->setStretchFactor(halves->count() - 1, 1); // what came out gets the room
-    halves->setSizes({QuestionWidth, 2 * QuestionWidth});
-    layout->addWidget(halves, 1);
+    m_halves->addWidget(m_answer);
+    m_halves->setStretchFactor(m_halves->count() - 1, 1); // what came out gets the room
+    connect(m_halves, &QSplitter::splitterMoved, this, [this] { m_moved = true; });
+    layout->addWidget(m_halves, 1);
 }
 
 /// How the work goes, with what begins and ends it.
@@ -118,6 +131,7 @@ QWidget* StudyPanelView::BuildQuestion() {
     m_asked->setDocumentMode(true);
     for (StudyTable* const table : m_panel.Asked) {
         GridView* const view = BuildTable(m_askedTables, *table, *m_asked);
+        view->WrapTitles(AskedTitle);
         const std::size_t n = m_askedTables.size() - 1;
         view->Model().OnTyped([this, n](int row, int column, const std::string& text) {
             m_desktop.Handle([&] { m_panel.Asked_Edited(n, row, column, text); });
@@ -232,8 +246,14 @@ void StudyPanelView::BuildAnswer() {
     m_answer->setObjectName("tabAnswer");
     m_answer->setDocumentMode(true);
     m_charts = new QWidget(m_answer);
-    auto* sheets = new QHBoxLayout(m_charts);
-    sheets->setContentsMargins(0, 0, 0, 0);
+    auto* page = new QVBoxLayout(m_charts);
+    page->setContentsMargins(0, 0, 0, 0);
+    m_sheetRow = new QHBoxLayout;
+    page->addLayout(m_sheetRow, 1);
+    m_kinds = new QLabel(m_charts);
+    m_kinds->setTextFormat(Qt::RichText);
+    m_kinds->setWordWrap(true);
+    page->addWidget(m_kinds);
     auto* words = new QLabel(QString::fromStdString(m_panel.Page.ToolTip), m_answer);
     words->setAlignment(Qt::AlignCenter);
     words->setWordWrap(true);
@@ -248,6 +268,21 @@ void StudyPanelView::BuildAnswer() {
     }
 }
 
+/// All columns of what is asked are in sight, within reason, until a hand divides the room.
+void StudyPanelView::DivideRoom() {
+    if (m_moved || m_askedTables.empty()) {
+        return;
+    }
+    int asked = QuestionWidth;
+    for (const Table& table : m_askedTables) {
+        asked = std::max(asked, table.View->NeededWidth());
+    }
+    asked = std::min(asked, m_halves->width() * 11 / 20);
+    if (m_halves->sizes().constFirst() != asked) {
+        m_halves->setSizes({asked, m_halves->width() - asked});
+    }
+}
+
 void StudyPanelView::ShowSheets() {
     while (m_sheets.size() > m_panel.Sheets.size()) {
         delete m_sheets.back();
@@ -255,11 +290,17 @@ void StudyPanelView::ShowSheets() {
     }
     while (m_sheets.size() < m_panel.Sheets.size()) {
         m_sheets.push_back(new ChartSheetView({}, m_charts));
-        m_charts->layout()->addWidget(m_sheets.back());
+        m_sheetRow->addWidget(m_sheets.back());
     }
+    QString kinds; // of the places in maps, the same in all
     for (std::size_t n = 0; n < m_sheets.size(); ++n) {
         m_sheets[n]->Show(m_panel.Sheets[n]);
+        if (const auto& map = m_panel.Sheets[n].Map; map && n == 0) {
+            kinds = NamesOf(map->Kinds);
+        }
     }
+    SetTextOnce(m_kinds, kinds);
+    m_kinds->setVisible(!kinds.isEmpty());
 }
 
 /// Only pages with something on them; what the study answers stands there until there are any.
@@ -292,6 +333,7 @@ void StudyPanelView::Refresh() {
             table.View->Refresh();
         }
     }
+    DivideRoom();
     ShowSheets();
     ShowPages();
 }

@@ -8,7 +8,10 @@
 #include <vector>
 
 class QGridLayout;
+class QHBoxLayout;
+class QLabel;
 class QProgressBar;
+class QSplitter;
 class QTabWidget;
 
 namespace corvanta {
@@ -43,6 +46,7 @@ class StudyPanelView final : public QWidget {
     QWidget* BuildRowButtons();
     GridView* BuildTable(std::vector<Table>& tables, StudyTable& table, QTabWidget& pages);
     void BuildAnswer();
+    void DivideRoom();
     void ShowSheets();
     void ShowPages();
     [[nodiscard]] std::size_t AskedTable() const;
@@ -52,12 +56,16 @@ class StudyPanelView final : public QWidget {
     CStudyPanel& m_panel;
     Binder m_binder;
     QProgressBar* m_progress = nullptr;
+    QSplitter* m_halves = nullptr;
     QTabWidget* m_asked = nullptr;
     QTabWidget* m_answer = nullptr;
     QWidget* m_charts = nullptr;
+    QHBoxLayout* m_sheetRow = nullptr;
+    QLabel* m_kinds = nullptr; ///< names the colours of maps of kinds
     std::vector<Table> m_askedTables;
     std::vector<Table> m_answerTables;
     std::vector<ChartSheetView*> m_sheets;
+    bool m_moved = false; ///< a hand has divided the room
 };
 
 } // namespace corvanta

@@ -85,6 +85,7 @@ struct ChartSheet {
     std::string MarkText;
     SheetAxis AxisX;
     SheetAxis AxisY;
+    bool ToScale = false;           ///< both axes reach farther as needed to have one scale
     std::vector<SheetBand> Bands;   ///< the first lies undermost
     std::vector<SheetCurve> Curves; ///< the first lies uppermost
     std::optional<SheetMap> Map;

@@ -6,6 +6,9 @@
 
 namespace corvanta {
 
+/// What a study adds to charts and tables.
+inline constexpr Colour StudyColour{31, 119, 180};
+
 /// The colours of a map's steps, lowest value first, `steps` of them, at least 1. From a dark blue
 /// to a pale yellow: every step is as much lighter than the one before, so that equal differences
 /// look equal and the order can be read in grey too.

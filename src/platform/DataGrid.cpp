@@ -6,6 +6,7 @@ void DataGrid::Reset() {
     m_rows.clear();
     m_widths.clear();
     m_shadedColumns.clear();
+    m_choices.clear();
     m_columns = 0;
     m_fixedRows = 0;
     m_fixedColumns = 0;
@@ -24,6 +25,7 @@ void DataGrid::SetSize(int rows, int columns, int fixedRows, int fixedColumns) {
     }
     m_widths.resize(static_cast<std::size_t>(columns));
     m_shadedColumns.resize(static_cast<std::size_t>(columns));
+    m_choices.resize(static_cast<std::size_t>(columns));
 }
 
 void DataGrid::ClearNotes() {

@@ -8,6 +8,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace corvanta {
@@ -100,6 +101,14 @@ class DataGrid {
         m_rows[SlotOf(row, Rows())].Bars[column] = share;
     }
 
+    /// The texts of which the cells of a column hold one; none where any may be typed.
+    [[nodiscard]] const std::vector<std::string>& Choices(int column) const {
+        return m_choices[SlotOf(column, m_columns)];
+    }
+    void SetChoices(int column, std::vector<std::string> texts) {
+        m_choices[SlotOf(column, m_columns)] = std::move(texts);
+    }
+
     /// A text kept with a row and not shown.
     [[nodiscard]] const std::string& RowData(int row) const {
         return m_rows[SlotOf(row, Rows())].Data;
@@ -130,6 +139,7 @@ class DataGrid {
     std::vector<GridRow> m_rows;
     std::vector<int> m_widths;
     std::vector<bool> m_shadedColumns;
+    std::vector<std::vector<std::string>> m_choices; ///< by column
     int m_columns = 0;
     int m_fixedRows = 0;
     int m_fixedColumns = 0;

@@ -30,12 +30,14 @@ void ExportTo(Desk& desk, ShellHost& main, std::int32_t exportType, const std::s
 } // namespace
 
 std::optional<ChosenFile> AskForExport(const Desk& desk, ShellHost& main, const char* filter,
-                                       const char* extension, const std::string& title) {
+                                       const char* extension, const std::string& title,
+                                       const std::string& folder) {
     ChosenFile chosen;
     chosen.Title = title;
     chosen.Extension = extension;
-    const bool named = main.GetFileName(FileNameMode::SaveAs, filter,
-                                        desk.Program.Options.ExportFilePath, chosen, false);
+    const bool named = main.GetFileName(
+        FileNameMode::SaveAs, filter, folder.empty() ? desk.Program.Options.ExportFilePath : folder,
+        chosen, false);
     if (named && desk.Files.SameFile(chosen.Path, desk.Program.DocumentPath)) {
         desk.Messages.ShowMessage("That is the file of the suspension itself: results would "
                                   "replace it.\rExport under another name.",

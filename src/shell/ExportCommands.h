@@ -24,11 +24,13 @@ void AskAndExportComponent(Desk& desk, ShellHost& main);
 /// The corner at the current wheel and rack position as a DXF drawing.
 void AskAndExportDXF(Desk& desk, ShellHost& main);
 
-/// Asks for the name of a file to export to, beginning with `title`; nothing on cancel, and for the
-/// file of the suspension itself, which is told.
+/// Asks for the name of a file to export to, beginning with `title` in a folder, or in that of the
+/// last export when there is none; nothing on cancel, and for the file of the suspension itself,
+/// which is told.
 [[nodiscard]] std::optional<ChosenFile> AskForExport(const Desk& desk, ShellHost& main,
                                                      const char* filter, const char* extension,
-                                                     const std::string& title = {});
+                                                     const std::string& title = {},
+                                                     const std::string& folder = {});
 
 /// A file was exported: says so, and remembers its folder.
 void ExportedTo(Desk& desk, ShellHost& main, const std::string& path);

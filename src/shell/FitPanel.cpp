@@ -49,18 +49,18 @@ void FitPanel::ShowQuestion() {
         rows.push_back({free.Variable, {free.HalfWidth}, {SpreadWord(free.Distribution)}});
     }
     ShowVariables(grdFree.Grid, m_desk.Program.Document.Data, Units(),
-                  std::array<std::string, 3>{"Free", "Built to, plus or minus", "Spread"}, rows);
+                  std::array<std::string, 3>{"Free", "Plus or minus", "Spread"}, rows);
     grdFree.Grid.Editable = true;
+    OfferSpreads(grdFree.Grid, ColShape);
 }
 
 void FitPanel::ShowReadings() {
     const std::vector<Reading>& readings = Questions().Fit.Readings;
     const std::string& length = Units()[ucDisplacement].Label;
     DataGrid& grid = grdReadings.Grid;
-    LayOutAnswer(grid,
-                 std::array<std::string, 5>{"Wheel travel", "Rack travel", "Channel", "Value",
-                                            "Uncertainty"},
-                 std::array<std::string, 5>{length, length, "", "", ""}, readings.size());
+    LayOutTable(grid,
+                std::array<std::string, 5>{"Wheel", "Rack", "Channel", "Value", "Uncertainty"},
+                std::array<std::string, 5>{length, length, "", "", ""}, readings.size());
     grid.SetSize(grid.Rows(), grid.Columns(), grid.FixedRows(), 0); // its travel is typed too
     grid.Editable = true;
     int row = grid.FixedRows();
@@ -234,11 +234,11 @@ void FitPanel::ShowAnswer(const FitQuestion& question, const FitAnswer& answer) 
 void FitPanel::ShowFound(const FitAnswer& answer) {
     const std::string& length = Units()[ucDisplacement].Label;
     DataGrid& grid = grdFound.Grid;
-    LayOutAnswer(grid,
-                 std::array<std::string, 6>{"Coordinate", "Designed", "Built", "Difference",
-                                            "Standard deviation", ""},
-                 std::array<std::string, 6>{"", length, length, length, length, ""},
-                 answer.Variables.size());
+    LayOutTable(grid,
+                std::array<std::string, 6>{"Coordinate", "Designed", "Built", "Difference",
+                                           "Standard deviation", ""},
+                std::array<std::string, 6>{"", length, length, length, length, ""},
+                answer.Variables.size());
     int row = grid.FixedRows();
     for (const FittedVariable& found : answer.Variables) {
         const DesignVariable& variable = found.Variable;
@@ -254,11 +254,11 @@ void FitPanel::ShowFound(const FitAnswer& answer) {
 void FitPanel::ShowResiduals(const FitQuestion& question, const FitAnswer& answer) {
     const std::string& length = Units()[ucDisplacement].Label;
     DataGrid& grid = grdResiduals.Grid;
-    LayOutAnswer(grid,
-                 std::array<std::string, 8>{"Channel", "Wheel travel", "Rack travel", "Reading",
-                                            "Designed", "Fitted", "In uncertainties", ""},
-                 std::array<std::string, 8>{"", length, length, "", "", "", "", ""},
-                 answer.Readings.size());
+    LayOutTable(grid,
+                std::array<std::string, 8>{"Channel", "Wheel travel", "Rack travel", "Reading",
+                                           "Designed", "Fitted", "In uncertainties", ""},
+                std::array<std::string, 8>{"", length, length, "", "", "", "", ""},
+                answer.Readings.size());
     int row = grid.FixedRows();
     for (std::size_t n = 0; n < answer.Readings.size(); ++n, ++row) {
         const Reading& reading = question.Readings[n];
@@ -294,7 +294,7 @@ void FitPanel::ShowCorrelations(const FitAnswer& answer) {
     for (const FittedVariable& variable : answer.Variables) {
         heads.push_back(RowName(AskedOf().Data, variable.Variable));
     }
-    LayOutAnswer(grid, heads, {}, count);
+    LayOutTable(grid, heads, {}, count);
     for (std::size_t a = 0; a < count; ++a) {
         const int row = grid.FixedRows() + static_cast<int>(a);
         grid.SetCell(row, 0, RowName(AskedOf().Data, answer.Variables[a].Variable));
@@ -310,7 +310,7 @@ void FitPanel::ShowCorrelations(const FitAnswer& answer) {
 }
 
 void FitPanel::cmdKeep_Click() {
-    m_host.KeepAsVariant("As built", m_words.Found.front(), m_fitted);
+    Keep("As built", m_fitted);
 }
 
 } // namespace corvanta

@@ -121,9 +121,9 @@ void OptimisePanel::ShowAnswer(const OptimiseQuestion& question, const OptimiseA
     ShowGains(question, answer);
     DataGrid& grid = grdFound.Grid;
     const std::string& length = Units()[ucDisplacement].Label;
-    LayOutAnswer(grid, std::array<std::string, 5>{"Coordinate", "Before", "After", "Change", ""},
-                 std::array<std::string, 5>{"", length, length, length, ""},
-                 answer.Variables.size());
+    LayOutTable(grid, std::array<std::string, 5>{"Coordinate", "Before", "After", "Change", ""},
+                std::array<std::string, 5>{"", length, length, length, ""},
+                answer.Variables.size());
     int row = grid.FixedRows();
     for (const OptimisedVariable& found : answer.Variables) {
         const DesignVariable& variable = found.Variable;
@@ -148,8 +148,8 @@ void OptimisePanel::ShowAnswer(const OptimiseQuestion& question, const OptimiseA
 
 void OptimisePanel::ShowGains(const OptimiseQuestion& question, const OptimiseAnswer& answer) {
     DataGrid& grid = grdGains.Grid;
-    LayOutAnswer(grid, std::array<std::string, 4>{"Target", "Unit", "Outside before", "After"}, {},
-                 answer.Targets.size());
+    LayOutTable(grid, std::array<std::string, 4>{"Target", "Unit", "Outside before", "After"}, {},
+                answer.Targets.size());
     int row = grid.FixedRows();
     for (std::size_t n = 0; n < answer.Targets.size(); ++n, ++row) {
         const FigureDisplay display = DisplayOf(question.Targets[n], m_desk.Program);
@@ -162,7 +162,7 @@ void OptimisePanel::ShowGains(const OptimiseQuestion& question, const OptimiseAn
 }
 
 void OptimisePanel::cmdKeep_Click() {
-    m_host.KeepAsVariant("Optimised", m_words.Found.front(), m_best);
+    Keep("Optimised", m_best);
 }
 
 } // namespace corvanta

@@ -19,9 +19,18 @@ constexpr int FirstNodes = 21;
 constexpr Colour HeldColour{120, 190, 110};
 constexpr Colour ReachColour{120, 120, 120};
 
-/// Of the targets, in their order; told apart on white and from the two above.
+/// Of the targets, as they came; told apart on white and from the two above.
 constexpr std::array TargetColours{Colour{240, 160, 60}, Colour{90, 140, 210}, Colour{200, 90, 150},
                                    Colour{220, 210, 80}, Colour{100, 200, 200}};
+
+/// Whether a target is one of the same curve, whatever its band.
+struct IsOfCurve {
+    const Target& Of;
+
+    bool operator()(const std::optional<Target>& target) const {
+        return target && target->Channel == Of.Channel && target->Variable == Of.Variable;
+    }
+};
 
 /// Which of the kinds a place is; none for one that was not come to.
 std::optional<double> KindOf(const RegionNode& node) {
@@ -39,6 +48,12 @@ std::optional<double> KindOf(const RegionNode& node) {
 
 PointCoordinate CoordinateOf(const RegionQuestion& question, std::size_t axis) {
     return {question.Point, static_cast<int>(axis)};
+}
+
+/// A range of a length about the middle of places.
+AxisRange Widened(const std::vector<double>& places, double length) {
+    const double middle = (places.front() + places.back()) / 2;
+    return {middle - length / 2, middle + length / 2};
 }
 
 /// True where a neighbour along an axis is not held, or the box ends.
@@ -116,8 +131,8 @@ void RegionPanel::ShowQuestion() {
     chkWholeGrid.Checked = question.WholeGrid;
     const std::string& length = Units()[ucDisplacement].Label;
     DataGrid& grid = grdBox.Grid;
-    LayOutAnswer(grid, std::array<std::string, 4>{"Box", "From", "To", "Places"},
-                 std::array<std::string, 4>{"", length, length, ""}, 3);
+    LayOutTable(grid, std::array<std::string, 4>{"Box", "From", "To", "Places"},
+                std::array<std::string, 4>{"", length, length, ""}, 3);
     for (std::size_t axis = 0; axis < 3; ++axis) {
         const int row = grid.FixedRows() + static_cast<int>(axis);
         const RegionAxis& side = question.Box[axis];
@@ -176,11 +191,29 @@ CStudyJob::Work RegionPanel::Prepare(const Design& design,
 
 std::vector<MapKind> RegionPanel::KindsOf(const RegionQuestion& question) const {
     std::vector<MapKind> kinds{{"All held", HeldColour}, {"Travel not reached", ReachColour}};
-    for (std::size_t n = 0; n < question.Targets.size(); ++n) {
-        kinds.push_back({NameOf(question.Targets[n], m_desk.Program.Channels),
-                         TargetColours.at(n % TargetColours.size())});
+    for (const Target& target : question.Targets) {
+        const auto place = std::find_if(m_coloured.begin(), m_coloured.end(), IsOfCurve{target});
+        kinds.push_back({NameOf(target, m_desk.Program.Channels),
+                         TargetColours.at(static_cast<std::size_t>(place - m_coloured.begin()) %
+                                          TargetColours.size())});
     }
     return kinds;
+}
+
+/// A target keeps its colour while others come and go.
+void RegionPanel::GiveColours(const std::vector<Target>& targets) {
+    for (std::optional<Target>& place : m_coloured) {
+        const auto takes = [&](const Target& target) { return IsOfCurve{target}(place); };
+        if (std::none_of(targets.begin(), targets.end(), takes)) {
+            place.reset();
+        }
+    }
+    for (const Target& target : targets) {
+        if (std::none_of(m_coloured.begin(), m_coloured.end(), IsOfCurve{target})) {
+            const auto free = std::find(m_coloured.begin(), m_coloured.end(), std::nullopt);
+            *(free == m_coloured.end() ? m_coloured.emplace(free) : free) = target;
+        }
+    }
 }
 
 std::string RegionPanel::AxisTitle(std::size_t axis) const {
@@ -188,6 +221,7 @@ std::string RegionPanel::AxisTitle(std::size_t axis) const {
 }
 
 void RegionPanel::ShowAnswer(const RegionQuestion& question, const RegionAnswer& answer) {
+    GiveColours(question.Targets);
     ShowSlices(question, answer);
     ShowPlaces(answer);
     ShowVerdicts(question, answer);
@@ -226,11 +260,18 @@ std::string RegionPanel::WordsOf(const RegionQuestion& question, const RegionAns
     return words;
 }
 
-/// Three layers through where the point stands now.
+/// Three layers through where the point stands now. All have axes of the same length, so that they
+/// have one scale when they are equally large.
 void RegionPanel::ShowSlices(const RegionQuestion& question, const RegionAnswer& answer) {
     constexpr std::array<std::array<std::size_t, 2>, 3> Others{{{1, 2}, {0, 2}, {0, 1}}};
     const std::vector<MapKind> kinds = KindsOf(question);
     const double factor = UsableUnit(Units(), ucDisplacement).Factor;
+    std::array<double, 3> sides{};
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        sides[axis] = question.Box[axis].High - question.Box[axis].Low;
+    }
+    const double width = std::max(sides[0], sides[1]);
+    const double height = std::max(sides[1], sides[2]);
     Sheets.clear();
     for (std::size_t axis = 0; axis < 3; ++axis) {
         const PointCoordinate of = CoordinateOf(question, axis);
@@ -259,8 +300,9 @@ void RegionPanel::ShowSlices(const RegionQuestion& question, const RegionAnswer&
         const auto [across, up] = Others.at(axis);
         map.Cross = ChartPoint{ValueOf(AskedOf(), CoordinateOf(question, across)) * factor,
                                ValueOf(AskedOf(), CoordinateOf(question, up)) * factor};
-        sheet.AxisX = {AxisTitle(across), {map.X.front(), map.X.back()}};
-        sheet.AxisY = {AxisTitle(up), {map.Y.front(), map.Y.back()}};
+        sheet.AxisX = {AxisTitle(across), Widened(map.X, width * factor)};
+        sheet.AxisY = {AxisTitle(up), Widened(map.Y, height * factor)};
+        sheet.ToScale = true;
         sheet.Map = std::move(map);
         Sheets.push_back(std::move(sheet));
     }
@@ -299,8 +341,8 @@ void RegionPanel::ShowVerdicts(const RegionQuestion& question, const RegionAnswe
         }
     }
     DataGrid& grid = grdVerdicts.Grid;
-    LayOutAnswer(grid, std::array<std::string, 3>{"What fails first", "Places", "Of all, %"}, {},
-                 kinds.size() + 1);
+    LayOutTable(grid, std::array<std::string, 3>{"What fails first", "Places", "Of all, %"}, {},
+                kinds.size() + 1);
     int row = grid.FixedRows();
     const auto all = static_cast<double>(answer.Nodes.size());
     for (std::size_t n = 0; n < kinds.size(); ++n, ++row) {

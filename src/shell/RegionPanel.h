@@ -37,9 +37,11 @@ class RegionPanel final : public CStudyPanel {
                                       const RegionAnswer& answer) const;
     void ShowVerdicts(const RegionQuestion& question, const RegionAnswer& answer);
     [[nodiscard]] std::vector<MapKind> KindsOf(const RegionQuestion& question) const;
+    void GiveColours(const std::vector<Target>& targets);
     [[nodiscard]] std::string AxisTitle(std::size_t axis) const;
 
     StudyWords m_words;
+    std::vector<std::optional<Target>> m_coloured; ///< by place among the colours
 };
 
 } // namespace corvanta

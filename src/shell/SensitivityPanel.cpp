@@ -71,7 +71,7 @@ void SensitivityPanel::ShowAnswer(const SensitivityQuestion& question, Sensitivi
     const double factor = display.Factor / static_cast<double>(length.Factor);
     const double greatest = answer.Slopes.empty() ? 0 : SizeOf(answer.Slopes.front());
     DataGrid& grid = grdSlopes.Grid;
-    LayOutAnswer(
+    LayOutTable(
         grid, std::array<std::string, Columns>{"Coordinate", display.Title, ""},
         std::array<std::string, Columns>{"", display.UnitLabel + " per " + length.Label, ""},
         answer.Slopes.size());

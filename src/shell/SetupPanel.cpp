@@ -79,7 +79,7 @@ void SetupPanel::ShowQuestion() {
 void SetupPanel::ShowAdjusters() {
     const TurnsQuestion& question = Questions().Setup;
     DataGrid& grid = grdAdjusters.Grid;
-    LayOutAnswer(
+    LayOutTable(
         grid,
         std::array<std::string, 5>{"Adjuster", "Pitch or shim", "Smallest part", "From", "To"},
         std::array<std::string, 5>{"", Units()[ucDisplacement].Label, "turn", "steps", "steps"},
@@ -99,9 +99,10 @@ void SetupPanel::ShowAdjusters() {
 void SetupPanel::ShowWanted() {
     const TurnsQuestion& question = Questions().Setup;
     DataGrid& grid = grdWanted.Grid;
-    LayOutAnswer(grid, std::array<std::string, 4>{"Figure", "How", "Change", "Plus or minus"}, {},
-                 question.Sheet.Figures.size());
+    LayOutTable(grid, std::array<std::string, 4>{"Figure", "How", "Change", "Plus or minus"}, {},
+                question.Sheet.Figures.size());
     grid.Editable = true;
+    grid.SetChoices(ColHow, {FreeWord, HeldWord});
     int row = grid.FixedRows();
     for (std::size_t n = 0; n < question.Sheet.Figures.size(); ++n, ++row) {
         const FigureDisplay display = Display(question.Sheet.Figures[n]);
@@ -173,10 +174,7 @@ void SetupPanel::EditWanted(std::size_t n, int column, const std::string& text) 
                display.Factor;
     };
     if (column == ColHow) {
-        if (text.empty() || std::string("fFhH").find(text[0]) == std::string::npos) {
-            throw Failure(fnInvalidCall, "Write free or held, or a change beside it");
-        }
-        wish.Free = !text.empty() && (text[0] == 'f' || text[0] == 'F');
+        wish.Free = text == FreeWord;
         wish.Change = 0;
     } else if (column == ColChange) {
         wish.Change = typed();
@@ -292,7 +290,7 @@ void SetupPanel::ShowSheet(const TurnsQuestion& question, const SetupSheet& shee
     heads.insert(heads.end(), table.Titles.begin(), table.Titles.end());
     units.insert(units.end(), table.Units.begin(), table.Units.end());
     DataGrid& grid = grdSheet.Grid;
-    LayOutAnswer(grid, heads, units, table.Lines.size());
+    LayOutTable(grid, heads, units, table.Lines.size());
     int row = grid.FixedRows();
     for (const SheetTable::Line& line : table.Lines) {
         grid.SetCell(
@@ -313,8 +311,8 @@ void SetupPanel::ShowSheet(const TurnsQuestion& question, const SetupSheet& shee
 void SetupPanel::ShowTurns(const TurnsQuestion& question, const TurnsAnswer& turns) {
     const Separators& separators = Units().NumberSeparators;
     DataGrid& grid = grdTurns.Grid;
-    LayOutAnswer(grid, std::array<std::string, 2>{"Adjuster", "Turn or put in"}, {},
-                 turns.Counts.size());
+    LayOutTable(grid, std::array<std::string, 2>{"Adjuster", "Turn or put in"}, {},
+                turns.Counts.size());
     int row = grid.FixedRows();
     for (std::size_t n = 0; n < turns.Counts.size(); ++n, ++row) {
         const Adjuster& adjuster = question.Sheet.Adjusters[n];
@@ -325,7 +323,7 @@ void SetupPanel::ShowTurns(const TurnsQuestion& question, const TurnsAnswer& tur
         m_reached = turns.Reached.Corner;
     }
     DataGrid& reached = grdReached.Grid;
-    LayOutAnswer(
+    LayOutTable(
         reached,
         std::array<std::string, 6>{"Figure", "Before", "After", "Change", "Wanted", "Left over"},
         {}, question.Sheet.Figures.size());
@@ -354,7 +352,7 @@ void SetupPanel::ShowTurns(const TurnsQuestion& question, const TurnsAnswer& tur
 
 void SetupPanel::cmdKeep_Click() {
     if (m_reached) {
-        m_host.KeepAsVariant("Set up", m_words.Found.front(), *m_reached);
+        Keep("Set up", *m_reached);
     } else {
         labStatus.Caption = "Nothing is wanted yet, so there is no other setup to keep";
     }

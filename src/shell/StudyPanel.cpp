@@ -2,6 +2,7 @@
 
 #include "model/Failure.h"
 #include "model/NumberText.h"
+#include "platform/ColourScale.h"
 #include "study/DesignResults.h"
 
 #include <algorithm>
@@ -213,7 +214,6 @@ void CStudyPanel::ShowOutcome(const CStudyJob::Show& show) {
 std::vector<OverlayCurve> CStudyPanel::CurvesOf(const Design& design, const std::string& name,
                                                 const std::vector<StudyChart>& charts,
                                                 const SolveSettings& settings) {
-    constexpr Colour FoundColour{31, 119, 180};
     std::vector<StudyChart> lines;
     std::copy_if(charts.begin(), charts.end(), std::back_inserter(lines),
                  [](const StudyChart& chart) { return chart.Kind != ChartKind::Map; });
@@ -222,7 +222,7 @@ std::vector<OverlayCurve> CStudyPanel::CurvesOf(const Design& design, const std:
     std::vector<OverlayCurve> curves;
     for (std::size_t n = 0; n < lines.size(); ++n) {
         if (const std::optional<Curve>& curve = results.Curves[n]) {
-            curves.push_back({lines[n], name, FoundColour, curve->X, curve->Y});
+            curves.push_back({lines[n], name, StudyColour, curve->X, curve->Y});
         }
     }
     return curves;
@@ -237,6 +237,11 @@ std::string CStudyPanel::ChartTitle() const {
 
 void CStudyPanel::AnswerCame(const std::string& status) {
     m_status = labStatus.Caption = status;
+}
+
+void CStudyPanel::Keep(const std::string& name, const Design& design) {
+    labStatus.Caption =
+        "Kept as the variant \"" + m_host.KeepAsVariant(name, Words().Found.front(), design) + "\"";
 }
 
 void CStudyPanel::StoppedWithoutAnswer() {

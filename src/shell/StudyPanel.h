@@ -36,9 +36,10 @@ class StudyHost {
     /// The chart that was worked with last, counted from 0.
     [[nodiscard]] virtual std::size_t ChartInHand() const = 0;
 
-    /// Keeps a design that a study found as a variant, under a name like the one wanted.
-    virtual void KeepAsVariant(const std::string& name, const std::string& note,
-                               const Design& design) = 0;
+    /// Keeps a design that a study found as a variant, under a name like the one wanted, and
+    /// answers that name.
+    virtual std::string KeepAsVariant(const std::string& name, const std::string& note,
+                                      const Design& design) = 0;
 };
 
 /// A page with one table.
@@ -185,6 +186,9 @@ class CStudyPanel {
 
     /// What the status says of the answer that is shown.
     void AnswerCame(const std::string& status);
+
+    /// Keeps a design that was found as a variant, and says so.
+    void Keep(const std::string& name, const Design& design);
 
     /// The work was stopped before there was any answer; one that came in between stays.
     void StoppedWithoutAnswer();

@@ -41,9 +41,9 @@ ReportTable TargetsOf(const Desk& desk, const std::vector<Target>& targets) {
     for (const Target& target : targets) {
         corners += target.Band.size();
     }
-    LayOutAnswer(table.Grid,
-                 std::array<std::string, 5>{"Target", "At travel", "Least", "Greatest", "Weight"},
-                 std::array<std::string, 5>{"", units[ucDisplacement].Label, "", "", ""}, corners);
+    LayOutTable(table.Grid,
+                std::array<std::string, 5>{"Target", "At travel", "Least", "Greatest", "Weight"},
+                std::array<std::string, 5>{"", units[ucDisplacement].Label, "", "", ""}, corners);
     int row = table.Grid.FixedRows();
     for (const Target& target : targets) {
         const ChannelRecord& record = desk.Program.Channels[target.Channel];
@@ -202,9 +202,11 @@ std::string ReportAsHtml(const PageWriter& pages, const ProductVersion& version,
 
 void AskAndReportStudy(Desk& desk, ShellHost& main, const CStudyPanel& panel,
                        std::span<const ChartSheet> charts) {
-    const std::string name = FileServices::BaseName(desk.Program.DocumentPath);
+    const std::string& document = desk.Program.DocumentPath;
+    const std::string name = FileServices::BaseName(document);
     const std::optional<ChosenFile> file = AskForExport(
-        desk, main, Filter, "pdf", name + (name.empty() ? "" : " ") + panel.Page.Caption + ".pdf");
+        desk, main, Filter, "pdf", name + (name.empty() ? "" : " ") + panel.Page.Caption + ".pdf",
+        FileServices::ParentFolder(document));
     if (!file) {
         return;
     }

@@ -89,7 +89,7 @@ void SweepPanel::ShowQuestion() {
     ListValues();
     const std::vector<SweepAxis>& axes = Questions().Sweep.Axes;
     DataGrid& grid = grdAxes.Grid;
-    LayOutAnswer(grid, std::array<std::string, 4>{"Runs", "From", "To", "Values"}, {}, axes.size());
+    LayOutTable(grid, std::array<std::string, 4>{"Runs", "From", "To", "Values"}, {}, axes.size());
     grid.Editable = true;
     int row = grid.FixedRows();
     for (const SweepAxis& axis : axes) {
@@ -103,8 +103,7 @@ void SweepPanel::ShowQuestion() {
 }
 
 std::string SweepPanel::Text(const SweepAxis& axis, double stored) const {
-    const VariableDisplay display = SweptDisplay(axis.What, Units());
-    return FormatUnsignedZero(stored * display.Factor, display.Format, Units().NumberSeparators);
+    return TextOf(SweptDisplay(axis.What, Units()), stored, Units().NumberSeparators);
 }
 
 std::string SweepPanel::NameOfAxis(const SuspensionData& data, const SweepAxis& axis) const {
@@ -224,7 +223,7 @@ void SweepPanel::ShowDesigns(const SweepQuestion& question, const SweepAnswer& a
     heads.insert(heads.end(), {display.Title, "Remark"});
     units.insert(units.end(), {display.UnitLabel, ""});
     DataGrid& grid = grdDesigns.Grid;
-    LayOutAnswer(grid, heads, units, answer.Designs.size());
+    LayOutTable(grid, heads, units, answer.Designs.size());
     int row = grid.FixedRows();
     for (const SweptDesign& design : answer.Designs) {
         int column = 0;
@@ -244,7 +243,7 @@ void SweepPanel::ShowFan(const SweepQuestion& question, const SweepAnswer& answe
     const FigureDisplay display = DisplayOf(*question.Number, m_desk.Program);
     const VariableDisplay across = SweptDisplay(axis.What, Units());
     const std::vector<Colour> colours = SequentialColours(static_cast<int>(answer.Designs.size()));
-    SheetCurve line{display.Title, CurveStyle::Solid, {31, 119, 180}, false, {}};
+    SheetCurve line{display.Title, CurveStyle::Solid, StudyColour, false, {}};
     for (std::size_t n = 0; n < answer.Designs.size(); ++n) {
         const SweptDesign& design = answer.Designs[n];
         const bool isNamed =

@@ -69,6 +69,7 @@ void TolerancePanel::ShowQuestion() {
     ShowVariables(grdTolerances.Grid, m_desk.Program.Document.Data, Units(),
                   std::array<std::string, 3>{"Built to", "Plus or minus", "Spread"}, rows);
     grdTolerances.Grid.Editable = true;
+    OfferSpreads(grdTolerances.Grid, ColSpread);
 }
 
 void TolerancePanel::TakeFields() {
@@ -199,7 +200,7 @@ void TolerancePanel::ShowShares(const ToleranceQuestion& question, const Toleran
         }
     }
     DataGrid& grid = grdShares.Grid;
-    LayOutAnswer(grid, heads, units, order.size() + 1);
+    LayOutTable(grid, heads, units, order.size() + 1);
     const auto show = [&](int row, int column, double share, bool bar) {
         constexpr double PerCent = 100;
         grid.SetCell(row, column,
@@ -238,11 +239,11 @@ void TolerancePanel::ShowSpread(const ToleranceQuestion& question, const Toleran
     constexpr double Low = 0.05;
     constexpr double High = 0.95;
     DataGrid& grid = grdSpread.Grid;
-    LayOutAnswer(grid,
-                 std::array<std::string, 9>{"Figure", "Unit", "Nominal", "Mean",
-                                            "Standard deviation", "Least", "5 %", "95 %",
-                                            "Greatest"},
-                 {}, answer.Spreads.size());
+    LayOutTable(grid,
+                std::array<std::string, 9>{"Figure", "Unit", "Nominal", "Mean",
+                                           "Standard deviation", "Least", "5 %", "95 %",
+                                           "Greatest"},
+                {}, answer.Spreads.size());
     int row = grid.FixedRows();
     for (std::size_t n = 0; n < answer.Spreads.size(); ++n, ++row) {
         const FigureSpread& spread = answer.Spreads[n];
@@ -275,9 +276,9 @@ void TolerancePanel::ShowSpread(const ToleranceQuestion& question, const Toleran
 
 void TolerancePanel::ShowTargets(const ToleranceQuestion& question, const ToleranceAnswer& answer) {
     DataGrid& grid = grdTargets.Grid;
-    LayOutAnswer(grid,
-                 std::array<std::string, 4>{"Target", "Samples judged", "Outside", "Design holds"},
-                 {}, answer.Targets.size());
+    LayOutTable(grid,
+                std::array<std::string, 4>{"Target", "Samples judged", "Outside", "Design holds"},
+                {}, answer.Targets.size());
     int row = grid.FixedRows();
     for (std::size_t n = 0; n < answer.Targets.size(); ++n, ++row) {
         const TargetCount& count = answer.Targets[n];

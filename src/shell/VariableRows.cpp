@@ -9,8 +9,8 @@
 
 namespace corvanta {
 
-void LayOutAnswer(DataGrid& grid, std::span<const std::string> heads,
-                  std::span<const std::string> units, std::size_t rows) {
+void LayOutTable(DataGrid& grid, std::span<const std::string> heads,
+                 std::span<const std::string> units, std::size_t rows) {
     const int fixedRows = units.empty() ? 1 : 2;
     grid.Reset();
     grid.Visible = true;
@@ -40,7 +40,7 @@ void ShowVariables(DataGrid& grid, const SuspensionData& data, const Fundamental
     std::vector<std::string> heading(heads.size());
     const std::size_t numbers = rows.empty() ? 0 : rows.front().Numbers.size();
     std::fill_n(heading.begin() + 1, numbers, units[ucDisplacement].Label);
-    LayOutAnswer(grid, heads, heading, rows.size());
+    LayOutTable(grid, heads, heading, rows.size());
     int row = grid.FixedRows();
     for (const VariableRow& shown : rows) {
         const bool has = HasVariable(data, shown.Variable);
@@ -57,9 +57,12 @@ void ShowVariables(DataGrid& grid, const SuspensionData& data, const Fundamental
     }
 }
 
+std::string TextOf(const VariableDisplay& display, double stored, const Separators& separators) {
+    return FormatUnsignedZero(stored * display.Factor, display.Format, separators);
+}
+
 std::string TextOf(const DesignVariable& variable, double stored, const FundamentalUnits& units) {
-    const VariableDisplay display = DisplayOf(variable, units);
-    return FormatUnsignedZero(stored * display.Factor, display.Format, units.NumberSeparators);
+    return TextOf(DisplayOf(variable, units), stored, units.NumberSeparators);
 }
 
 double NumberOfText(const std::string& text, const std::string& place, const std::string& unit,
@@ -93,12 +96,12 @@ std::string SpreadWord(Spread spread) {
     return spread == Spread::Normal ? "normal, 3 sd" : "uniform";
 }
 
-Spread SpreadOf(const std::string& text) {
-    const std::string letters = "uUnN";
-    if (text.empty() || letters.find(text[0]) == std::string::npos) {
-        throw Failure(fnInvalidCall, "Write normal or uniform");
-    }
-    return text[0] == 'u' || text[0] == 'U' ? Spread::Uniform : Spread::Normal;
+Spread SpreadOf(const std::string& word) {
+    return word == SpreadWord(Spread::Uniform) ? Spread::Uniform : Spread::Normal;
+}
+
+void OfferSpreads(DataGrid& grid, int column) {
+    grid.SetChoices(column, {SpreadWord(Spread::Normal), SpreadWord(Spread::Uniform)});
 }
 
 std::int64_t TypedCount(NumberBox& box, std::int64_t least, std::int64_t most,

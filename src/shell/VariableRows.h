@@ -57,14 +57,20 @@ void EraseRow(std::vector<Entry>& entries, std::size_t row) {
 [[nodiscard]] std::string RowName(const SuspensionData& data, const DesignVariable& variable,
                                   const FundamentalUnits& units);
 
+/// A number as it is shown.
+[[nodiscard]] std::string TextOf(const VariableDisplay& display, double stored,
+                                 const Separators& separators);
+
 /// A number of a variable as it is shown.
 [[nodiscard]] std::string TextOf(const DesignVariable& variable, double stored,
                                  const FundamentalUnits& units);
 
-/// The word of a distribution, and the distribution of a text: its first letter is enough. Throws
-/// Failure for a text of neither.
+/// The word of a distribution, and the distribution of a word.
 [[nodiscard]] std::string SpreadWord(Spread spread);
-[[nodiscard]] Spread SpreadOf(const std::string& text);
+[[nodiscard]] Spread SpreadOf(const std::string& word);
+
+/// Offers the words of the distributions in the cells of a column.
+void OfferSpreads(DataGrid& grid, int column);
 
 /// A number that was typed in a place, in the unit behind it. Throws Failure that names the place
 /// when it is none.
@@ -80,8 +86,9 @@ void EraseRow(std::vector<Entry>& entries, std::size_t row) {
 [[nodiscard]] std::int64_t TypedCount(NumberBox& box, std::int64_t least, std::int64_t most,
                                       const Separators& separators);
 
-/// Lays out a table of answers: a head row, a unit row, and the first column fixed.
-void LayOutAnswer(DataGrid& grid, std::span<const std::string> heads,
-                  std::span<const std::string> units, std::size_t rows);
+/// Lays out a table of a study: a head row, a row of units when there are any, and the first
+/// column fixed.
+void LayOutTable(DataGrid& grid, std::span<const std::string> heads,
+                 std::span<const std::string> units, std::size_t rows);
 
 } // namespace corvanta

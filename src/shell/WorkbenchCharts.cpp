@@ -1,6 +1,7 @@
 #include "shell/WorkbenchCharts.h"
 
 #include "model/NumberText.h"
+#include "platform/ColourScale.h"
 #include "study/Figure.h"
 
 #include <algorithm>
@@ -13,7 +14,6 @@ namespace {
 
 constexpr Colour CurveColour{214, 39, 40};
 constexpr Colour TargetColour{44, 160, 44};
-constexpr Colour StudyColour{31, 119, 180};
 constexpr double Nowhere = std::numeric_limits<double>::quiet_NaN();
 
 bool AlongRack(const StudyChart& chart) {

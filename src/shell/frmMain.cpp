@@ -314,7 +314,7 @@ void frmMain::ExecuteWindowCommand(int command) {
         break;
     case mcWorkbenchTour:
         Workbench.Raise(m_desk, *this);
-        Workbench->Tour.Begin();
+        Workbench->BeginTour();
         break;
     case mcOptions:
         OptionsDialog.Open(m_desk, *this);

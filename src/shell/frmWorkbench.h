@@ -131,7 +131,7 @@ class frmWorkbench final : public Window, private DocumentWatcher, private Study
     /// What fails and where, or what became of the last typing; empty when all is well.
     Control labHead;
 
-    // The studies, below the charts while one of them is in sight.
+    // The studies, below the charts while one of them is in sight; they end the tour.
     CStudyPanels Studies;
     void ShowStudy(std::optional<std::size_t> n);
 
@@ -155,6 +155,9 @@ class frmWorkbench final : public Window, private DocumentWatcher, private Study
 
     CWorkbenchTour Tour;
 
+    /// Shows the tour anew; the studies, which lie where its bubble does, make room.
+    void BeginTour();
+
     Control cmdUndo, cmdRedo, cmdSetBaseline, cmdKeepVariant, cmdStudies;
 
     /// How the window system has divided the window; kept as it is.
@@ -175,8 +178,8 @@ class frmWorkbench final : public Window, private DocumentWatcher, private Study
     [[nodiscard]] std::vector<PointCoordinate> SelectedCoordinates() const override;
     void SelectCoordinate(const PointCoordinate& coordinate) override;
     [[nodiscard]] std::size_t ChartInHand() const override { return m_chartInHand; }
-    void KeepAsVariant(const std::string& name, const std::string& note,
-                       const Design& design) override;
+    std::string KeepAsVariant(const std::string& name, const std::string& note,
+                              const Design& design) override;
 
     void Evaluate();
     [[nodiscard]] bool IsUpToDate(const std::optional<Cached>& cached, const Design& design,

@@ -222,8 +222,16 @@ void frmWorkbench::SetVariantNote(std::size_t n, const std::string& note) {
 
 void frmWorkbench::ShowStudy(std::optional<std::size_t> n) {
     Studies.Show(n);
+    if (Studies.Shown() && Tour.IsOpen()) { // its bubble would lie upon the study
+        Tour.cmdSkip_Click();
+    }
     m_lastStudy = Studies.Shown().value_or(m_lastStudy);
     m_stale = true;
+}
+
+void frmWorkbench::BeginTour() {
+    ShowStudy(std::nullopt);
+    Tour.Begin();
 }
 
 void frmWorkbench::ToggleStudies() {
@@ -272,12 +280,13 @@ void frmWorkbench::SelectCoordinate(const PointCoordinate& coordinate) {
     m_stale = true;
 }
 
-void frmWorkbench::KeepAsVariant(const std::string& name, const std::string& note,
-                                 const Design& design) {
+std::string frmWorkbench::KeepAsVariant(const std::string& name, const std::string& note,
+                                        const Design& design) {
     std::vector<Variant> variants = m_desk.Current.Study().Variants;
     variants.push_back(NewVariant(variants, name, design));
     variants.back().Note = note;
     ChangeVariants(variants);
+    return variants.back().Name;
 }
 
 } // namespace corvanta

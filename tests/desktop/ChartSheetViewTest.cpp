@@ -138,10 +138,37 @@ TEST_F(ChartSheetViewTest, AMapShowsItsStepsAndWhatCannotBeReached) {
     EXPECT_GT(m_plot.axisRect()->rect().right(), 380);
 }
 
+TEST_F(ChartSheetViewTest, AMapToScaleKeepsItInEverySizeAndIsHatchedInItsBoxAlone) {
+    ChartSheet sheet = MapSheet();
+    sheet.ToScale = true;
+    Show(sheet);
+    for (const QSize& size : {QSize(400, 260), QSize(300, 420)}) {
+        m_view.resize(size);
+        QTest::qWait(20);
+        EXPECT_NEAR(PlaceOf(40, 0).x() - PlaceOf(-40, 0).x(),
+                    PlaceOf(0, -40).y() - PlaceOf(0, 40).y(), 2);
+        for (const double end : {-59.0, 59.0}) {
+            EXPECT_TRUE(m_plot.axisRect()->rect().contains(PlaceOf(end, end)));
+        }
+    }
+    std::fill(sheet.Map->Values.begin(), sheet.Map->Values.end(), std::nullopt);
+    Show(sheet);
+    const QImage picture = m_view.grab().toImage();
+    const QPoint corner = PlaceOf(-60, 30);
+    const int beside = corner.x() - m_plot.axisRect()->rect().left();
+    ASSERT_GT(beside, 20);
+    for (int n = 3; n < beside - 1; ++n) {
+        EXPECT_EQ(picture.pixelColor(corner - QPoint(n, 0)),
+                  picture.pixelColor(corner - QPoint(3, 0)));
+    }
+}
+
 TEST_F(ChartSheetViewTest, TheMenuBeginsWithTheWindowsOwnEntriesAndCopies) {
     Show(LineSheet());
+    QTest::mouseMove(&m_plot, PlaceOf(-30, -1));
     Choose("Camber Angle");
     EXPECT_EQ(m_chosen, 1);
+    EXPECT_FALSE(m_hovers.back()) << "the pointer may be anywhere by now";
     Choose("Copy Data");
     const QStringList lines = QApplication::clipboard()->text().split('\n');
     ASSERT_EQ(lines.size(), 52);

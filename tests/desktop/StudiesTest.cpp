@@ -6,6 +6,8 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Testing.h"
 
+#include <QAbstractItemView>
+#include <QComboBox>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTest>
@@ -75,6 +77,13 @@ TEST_F(StudiesTest, AStudyIsAskedRunAndReportedByHand) {
     QTest::keyClick(cell, Qt::Key_Return);
     QTest::qWait(20);
     EXPECT_EQ(asked.Model().Text(2, 1), "0.35");
+    asked.edit(asked.model()->index(0, 1));
+    auto* const list = asked.findChild<QComboBox*>();
+    ASSERT_NE(list, nullptr);
+    QTest::qWait(20); // it opens by itself
+    QTest::keyClick(list->view(), Qt::Key_Down);
+    QTest::keyClick(list->view(), Qt::Key_Return);
+    EXPECT_EQ(asked.Model().Text(2, 2), "uniform");
     Click("cmdRemove");
     QTest::keyClick(&View(), Qt::Key_F5);
     EXPECT_TRUE(InSight<QPushButton>("cmdStop").isEnabled());

@@ -6,8 +6,8 @@
 #include "shell/StudyReport.h"
 #include "shell/SweepPanel.h"
 #include "shell/TolerancePanel.h"
-#include "tests/support/MainFormTest.h"
 #include "tests/support/Testing.h"
+#include "tests/support/WorkbenchFormTest.h"
 
 #include <chrono>
 #include <thread>
@@ -16,19 +16,8 @@ namespace corvanta::test {
 namespace {
 
 /// The studies of the workbench, worked by their controls.
-class StudyPanelsTest : public MainFormTest {
+class StudyPanelsTest : public WorkbenchFormTest {
   protected:
-    StudyPanelsTest() {
-        Open(SampleBytes("formula-front-pushrod.WSP"));
-        m_main.Execute(mcWorkbench, 0);
-        m_box.Shown.clear();
-    }
-
-    [[nodiscard]] frmWorkbench& Bench() {
-        m_main.Workbench->Update();
-        return *m_main.Workbench;
-    }
-
     /// Brings the study of a kind in sight.
     template <typename Panel>
     Panel& Show() {
@@ -60,11 +49,6 @@ class StudyPanelsTest : public MainFormTest {
         panel.cmdAdd_Click(table);
     }
     void TakeInHand(std::size_t chart) { Bench().Chart_TravelMoved(chart, {0, 0}, false); }
-    void AddTarget(const Target& target) {
-        StudyData study = m_current.Study();
-        study.Targets.push_back(target);
-        m_current.ChangeStudy(study);
-    }
     void Move(PointNumber number, double SuspPoint::*axis, double way) {
         Design design = DesignOf(m_document);
         design.Points[number].*axis += way;
@@ -167,6 +151,9 @@ TEST_F(StudyPanelsTest, TolerancesBandTheChartsUntilTheDesignChanges) {
         ReportAsHtml(m_windowSystem.Pages, {}, ReportOf(m_desk, panel, Bench().Sheets()));
     EXPECT_THAT(html, AllOf(HasSubstr("120 samples, seed 1"), HasSubstr("<svg>Steer Angle - Bump"),
                             HasSubstr("Static coordinates")));
+    Bench().ReportStudy();
+    EXPECT_EQ(m_windowSystem.Requests.back().StartFolder, "/cars/");
+    EXPECT_EQ(m_windowSystem.Requests.back().InitialName, "front Tolerance.pdf");
     Move(ptTRI, &SuspPoint::Z, 1);
     EXPECT_EQ(Bench().Sheets()[1].Bands.size(), 1U);
     EXPECT_THAT(panel.labStatus.Caption, HasSubstr("before its last change"));
@@ -199,6 +186,7 @@ TEST_F(StudyPanelsTest, TheBumpSteerIsTakenOutWithTwoCoordinates) {
     panel.cmdKeep_Click();
     const Variant& kept = m_current.Study().Variants.back();
     EXPECT_EQ(kept.Name, "Optimised");
+    EXPECT_THAT(panel.labStatus.Caption, HasSubstr("\"Optimised\""));
     const auto scratch = std::make_unique<Suspension>();
     const auto curve = CurveOfDesign(*scratch, kept.Design, m_current.Settings(), chSteerAngleBump,
                                      vvAlongWheelTravel, {});
@@ -216,6 +204,12 @@ TEST_F(StudyPanelsTest, ARegionIsDrawnAsSlicesAndInTheCorner) {
     Run(panel);
     EXPECT_EQ(panel.labStatus.Caption, "Where it stands now, all is held");
     ASSERT_EQ(panel.Sheets.size(), 3U);
+    panel.Asked_Edited(0, 2, 2, "-150");
+    Run(panel);
+    for (const ChartSheet& sheet : panel.Sheets) { // with one side of the box shorter
+        EXPECT_DOUBLE_EQ(sheet.AxisX.Shown.Upper - sheet.AxisX.Shown.Lower, 40) << sheet.Title;
+        EXPECT_DOUBLE_EQ(sheet.AxisY.Shown.Upper - sheet.AxisY.Shown.Lower, 40) << sheet.Title;
+    }
     const SheetMap& map = *panel.Sheets[0].Map;
     EXPECT_EQ(map.Kinds.size(), 3U);
     EXPECT_EQ(ValueAt(map, map.Cross->X, map.Cross->Y), 0.0);
@@ -223,6 +217,13 @@ TEST_F(StudyPanelsTest, ARegionIsDrawnAsSlicesAndInTheCorner) {
     const DataGrid& verdicts = panel.grdVerdicts.Grid;
     EXPECT_EQ(Number(verdicts, 0, 1) + Number(verdicts, 1, 1) + Number(verdicts, 2, 1), 729);
     EXPECT_GT(Number(verdicts, 2, 1), 0);
+    StudyData study = m_current.Study();
+    const Colour camber = map.Kinds.back().Drawn;
+    study.Targets.insert(study.Targets.begin(),
+                         PlainTarget(chSteerAngleBump, vvAlongWheelTravel, 0, 9, -25, 25));
+    m_current.ChangeStudy(study);
+    Run(panel);
+    EXPECT_EQ(panel.Sheets[0].Map->Kinds.back().Drawn, camber) << "with another one before it";
 }
 
 TEST_F(StudyPanelsTest, APlantedErrorIsFoundInPastedReadings) {

@@ -52,6 +52,10 @@ TEST_F(WorkbenchTourTest, WalksThroughAllPartsAndBack) {
     EXPECT_FALSE(Tour().IsOpen());
     m_main.Execute(mcWorkbenchTour, 0);
     EXPECT_EQ(Tour().labCount.Caption, "1 of 5");
+    m_main.Workbench->ShowStudy(1); // below its bubble
+    EXPECT_FALSE(Tour().IsOpen());
+    m_main.Execute(mcWorkbenchTour, 0);
+    EXPECT_TRUE(Tour().IsOpen() && !m_main.Workbench->Studies.Shown());
 }
 
 } // namespace

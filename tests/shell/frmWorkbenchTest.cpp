@@ -1,26 +1,13 @@
-#include "shell/frmWorkbench.h"
-
-#include "tests/support/MainFormTest.h"
 #include "tests/support/Testing.h"
+#include "tests/support/WorkbenchFormTest.h"
 
 #include <cmath>
 
 namespace corvanta::test {
 namespace {
 
-/// The workbench beside the main window, on a corner with a rocker and a bar.
-class frmWorkbenchTest : public MainFormTest {
+class frmWorkbenchTest : public WorkbenchFormTest {
   protected:
-    frmWorkbenchTest() {
-        Open(SampleBytes("formula-front-pushrod.WSP"));
-        m_main.Execute(mcWorkbench, 0);
-        m_box.Shown.clear();
-    }
-
-    [[nodiscard]] frmWorkbench& Bench() {
-        m_main.Workbench->Update();
-        return *m_main.Workbench;
-    }
     [[nodiscard]] const ChartSheet& Sheet(std::size_t n) { return Bench().Sheets()[n]; }
     [[nodiscard]] const SheetCurve* CurveNamed(std::size_t n, const std::string& name) {
         for (const SheetCurve& curve : Sheet(n).Curves) {
@@ -51,11 +38,6 @@ class frmWorkbenchTest : public MainFormTest {
             names.push_back(step.Name);
         }
         return names;
-    }
-    void AddTarget(const Target& target) {
-        StudyData study = m_current.Study();
-        study.Targets.push_back(target);
-        m_current.ChangeStudy(study);
     }
 };
 
