@@ -72,6 +72,8 @@ enum class CornerDemand : std::uint8_t {
 /// that a leg that grows does not throw it.
 class CCornerLinkage {
   public:
+    static constexpr std::size_t FirstRocker = 6; ///< among the unknowns, behind the upright's
+
     /// `base` is a design whose stub axle and derived points are placed.
     CCornerLinkage(const SuspensionData& data, const PointSet& base, const CornerChange& change,
                    CornerDemand demand, double demanded);
@@ -100,8 +102,6 @@ class CCornerLinkage {
     }
 
   private:
-    static constexpr std::size_t FirstRocker = 6;
-
     /// A point on a wishbone, in the directions of the wishbone from its outer joint.
     struct Rider {
         PointNumber Point = ptPRO;

@@ -60,11 +60,8 @@ void ReadAt(DesignResults& results, const Suspension& scratch, std::span<const S
     }
     for (std::size_t n = 0; n < charts.size(); ++n) {
         const StudyChart& chart = charts[n];
-        if (chart.Kind != ChartKind::Map) {
-            const bool alongRack = chart.Kind == ChartKind::AlongRackTravel;
-            results.Curves[n] =
-                CurveOf(scratch, chart.Channel, alongRack ? vvAlongRackTravel : vvAlongWheelTravel,
-                        rack, wheel);
+        if (IsLine(chart)) {
+            results.Curves[n] = CurveOf(scratch, chart.Channel, TravelOf(chart), rack, wheel);
         }
     }
     results.Points = scratch.WheelStates(rack, wheel).Points;

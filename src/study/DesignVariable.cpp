@@ -14,6 +14,18 @@ namespace {
 
 constexpr const char* PlainFormat = "0.00";
 
+/// How far a coordinate is moved to either side, mm. Camber and steer pass through single
+/// precision, some 1e-7 deg, and a wheel's position is known to 1e-6 mm, so a shorter step drowns
+/// in noise; with a longer one the curvature of the shortest levers shows, and figures that have a
+/// kink, such as the range of a curve that is all but flat, are blurred. At a tenth of a
+/// millimetre, the finest step that is built to, both errors stay below a thousandth of the
+/// greatest slope.
+constexpr double CoordinateStep = 0.1;
+
+/// The step of any other number as a share of it, and the least of it.
+constexpr double NumberShare = 1e-3;
+constexpr double LeastNumber = 1;
+
 const PointAxis& AxisOf(const PointCoordinate& coordinate) {
     return PointAxes()[static_cast<std::size_t>(coordinate.Axis)];
 }
@@ -55,6 +67,19 @@ void SetValue(Design& design, const DesignVariable& variable, double value) {
     } else {
         design.Data.*std::get<DataNumber>(variable).Member = value;
     }
+}
+
+void SetValues(Design& design, std::span<const DesignVariable> variables,
+               std::span<const double> values) {
+    for (std::size_t i = 0; i < variables.size(); ++i) {
+        SetValue(design, variables[i], values[i]);
+    }
+}
+
+double DifferenceStep(const DesignVariable& variable, double value) {
+    return std::holds_alternative<PointCoordinate>(variable)
+               ? CoordinateStep
+               : NumberShare * std::max(std::abs(value), LeastNumber);
 }
 
 std::string KeyOf(const DesignVariable& variable) {

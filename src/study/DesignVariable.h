@@ -35,6 +35,13 @@ using DesignVariable = std::variant<PointCoordinate, DataNumber>;
 [[nodiscard]] double ValueOf(const Design& design, const DesignVariable& variable);
 void SetValue(Design& design, const DesignVariable& variable, double value);
 
+/// Puts values in the place of those that a design has of some variables.
+void SetValues(Design& design, std::span<const DesignVariable> variables,
+               std::span<const double> values);
+
+/// The step of central differences against a variable of that value, stored units.
+[[nodiscard]] double DifferenceStep(const DesignVariable& variable, double value);
+
 /// The name in files: "ptTRI.Z", or the name that documents use for a number, "KSpring".
 [[nodiscard]] std::string KeyOf(const DesignVariable& variable);
 

@@ -6,7 +6,6 @@
 #include "study/ReadingGrid.h"
 #include "study/SearchSideBySide.h"
 #include "study/StudySolve.h"
-#include "study/VariedDesign.h"
 
 #include <algorithm>
 #include <cmath>
@@ -237,7 +236,8 @@ LeastSquaresResult Unmoved(const Measured& measured) {
 } // namespace
 
 double PriorDeviation(const Tolerance& tolerance) {
-    return tolerance.HalfWidth / (tolerance.Distribution == Spread::Normal ? 3 : std::sqrt(3.0));
+    return tolerance.HalfWidth /
+           (tolerance.Distribution == Spread::Normal ? NormalDeviations : std::sqrt(3.0));
 }
 
 FitAnswer Fit(CSampleRunner& runner, const Design& design, const FitQuestion& question,

@@ -31,7 +31,8 @@ struct FittedVariable {
     double Before = 0; ///< of the design, stored units
     double After = 0;
     double Prior = 0;                ///< standard deviation before the readings
-    std::optional<double> Deviation; ///< the one after; none when it was stopped before the end
+    std::optional<double> Deviation; ///< the one after; none when the search was stopped, or was
+                                     ///< too far from its end to tell
 
     /// The readings tell something of it: they have brought its standard deviation below nine
     /// tenths of the one before. Without a `Deviation` it is not known whether they do, and false.
@@ -56,8 +57,8 @@ struct FitAnswer {
     std::string Words; ///< how the search ended
     Design Fitted;
     std::vector<FittedVariable> Variables; ///< in the order of the question
-    std::vector<double> Correlations;      ///< of the variables, row by row; empty when stopped
-    std::vector<FittedReading> Readings;   ///< in the order of the question
+    std::vector<double> Correlations;    ///< of the variables, row by row; empty without deviations
+    std::vector<FittedReading> Readings; ///< in the order of the question
     int Outliers = 0;
 
     /// Squares of the residuals of readings that are no outliers, and of the moves of the

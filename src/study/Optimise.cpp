@@ -6,7 +6,6 @@
 #include "study/SampleRandom.h"
 #include "study/SearchSideBySide.h"
 #include "study/StudySolve.h"
-#include "study/VariedDesign.h"
 
 #include <algorithm>
 #include <cmath>

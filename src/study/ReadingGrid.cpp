@@ -123,8 +123,9 @@ bool IsRollCentre(int channel) {
 
 /// The design's own axes, its steps as its grid has them.
 std::array<Axis, 2> OwnAxes(const SuspensionData& data, const TravelGrid& grid) {
+    const double wheel = grid.WheelTravelStepSize; // bump and droop may end within its last steps
     const double rack = std::abs(data.RackTravel);
-    return {Axis{data.Bump, data.Droop, grid.WheelTravelStepSize},
+    return {Axis{(grid.StaticWheel - 2) * wheel, (grid.NW + 1 - grid.StaticWheel) * wheel, wheel},
             Axis{rack, rack, grid.RackTravelStepSize}};
 }
 

@@ -37,7 +37,7 @@ std::string FaultOfReading(const Reading& reading) {
     }
     return reading.Uncertainty > 0 && std::isfinite(reading.Uncertainty)
                ? ""
-               : "the uncertainty must be above 0";
+               : "The uncertainty must be above 0";
 }
 
 std::vector<std::string_view> Split(std::string_view text, char separator) {

@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <mutex>
 #include <optional>
 #include <utility>
@@ -43,10 +42,10 @@ GridCut CutFor(const SuspensionData& data, const RegionQuestion& question,
         }
     }
     for (const Target& target : question.Targets) {
-        cut.BarRotation = cut.BarRotation || target.Channel == chARBRotation;
-        if (target.Variable == vvAlongRackTravel) {
-            cut.WheelTravels = {0};
-        }
+        const std::vector<double> racks =
+            cut.RackTravels; // all that is asked for, or the static one
+        AddCurve(cut, target.Channel, target.Variable);
+        cut.RackTravels = racks;
     }
     return cut;
 }

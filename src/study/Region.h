@@ -83,7 +83,8 @@ struct RegionAnswer {
 /// that reaches its travel.
 ///
 /// Throws Failure `fnInvalidCall` that says what is wrong with the question, or when a target has
-/// no travel in common with the design's curve or is of a channel that the corner does not have.
+/// no travel in common with the curve of the design, if that can be solved, or is of a channel that
+/// the corner does not have.
 [[nodiscard]] RegionAnswer FindRegion(CSampleRunner& runner, const Design& design,
                                       const RegionQuestion& question,
                                       const SolveSettings& settings);

@@ -53,7 +53,7 @@ Slopes SlopesAt(const CCornerLinkage& linkage, const Unknowns& at) {
     Slopes slopes{};
     for (std::size_t column = 0; column < linkage.Count(); ++column) {
         // An angle of a rocker is in radians.
-        const double step = column < 6 ? SlopeStep : SlopeStep / 100;
+        const double step = column < CCornerLinkage::FirstRocker ? SlopeStep : SlopeStep / 100;
         Unknowns less = at;
         Unknowns more = at;
         less[column] -= step;

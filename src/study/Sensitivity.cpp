@@ -5,18 +5,6 @@
 
 namespace corvanta {
 
-namespace {
-
-/// How far a coordinate is moved to either side, mm. Camber and steer pass through single
-/// precision, some 1e-7 deg, and a wheel's position is known to 1e-6 mm, so a shorter step drowns
-/// in noise; with a longer one the curvature of the shortest levers shows, and figures that have a
-/// kink, such as the range of a curve that is all but flat, are blurred. At a tenth of a
-/// millimetre, the finest step that is built to, both errors stay below a thousandth of the
-/// greatest slope.
-constexpr double Step = 0.1;
-
-} // namespace
-
 SensitivityAnswer FindSensitivity(CSampleRunner& runner, const Design& design,
                                   const SensitivityQuestion& question,
                                   const SolveSettings& settings) {
@@ -49,8 +37,9 @@ SensitivityAnswer FindSensitivity(CSampleRunner& runner, const Design& design,
             SetValue(moved, slope.Coordinate, there);
             return SolveNumber(scratch, moved, settings, cut, question.Number, slope.Reason, stop);
         };
-        const double low = place - Step;
-        const double high = place + Step; // what they truly differ by is rounded
+        const double step = DifferenceStep(slope.Coordinate, place);
+        const double low = place - step;
+        const double high = place + step; // what they truly differ by is rounded
         const std::optional<double> below = at(low);
         const std::optional<double> above = below ? at(high) : std::nullopt;
         if (above) {

@@ -1,6 +1,7 @@
 #include "study/SetupSheet.h"
 
 #include "model/Failure.h"
+#include "study/StudyNumber.h"
 #include "study/StudySolve.h"
 
 #include <array>
@@ -117,8 +118,8 @@ FigureDisplay DisplayOf(const SheetFigure& figure, const ChannelCatalogue& chann
 }
 
 std::string FaultOf(const SetupQuestion& question, const Design& design) {
-    if (question.Adjusters.empty()) {
-        return "Choose at least one adjuster";
+    if (question.Adjusters.empty() || question.Adjusters.size() > MostAdjusters) {
+        return "Choose at least one adjuster, and " + std::to_string(MostAdjusters) + " at most";
     }
     for (const Adjuster& adjuster : question.Adjusters) {
         if (std::string fault = FaultOf(design.Data, adjuster); !fault.empty()) {
@@ -129,8 +130,9 @@ std::string FaultOf(const SetupQuestion& question, const Design& design) {
         return "Choose at least one figure";
     }
     for (const SheetFigure& figure : question.Figures) {
-        if (!figure.RideHeight && (figure.Of.Channel < 1 || figure.Of.Channel > ChannelCount)) {
-            return "A figure is of no channel";
+        std::string fault = figure.RideHeight ? "" : FaultOfFigure(figure.Of);
+        if (!fault.empty()) {
+            return fault;
         }
     }
     return CRigidCorner(design).AtTravel(question.RideHeight).Fault;

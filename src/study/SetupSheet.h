@@ -30,6 +30,8 @@ struct SheetFigure {
 [[nodiscard]] FigureDisplay DisplayOf(const SheetFigure& figure, const ChannelCatalogue& channels,
                                       const FundamentalUnits& units);
 
+inline constexpr std::size_t MostAdjusters = 100;
+
 /// What one step of each adjuster does to a corner that is built as the design.
 struct SetupQuestion {
     std::vector<Adjuster> Adjusters;

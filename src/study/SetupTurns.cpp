@@ -32,8 +32,6 @@ constexpr std::size_t MostNeighbours = 16;
 
 constexpr int MostDescents = 200;
 
-constexpr int MostCount = 10000;
-
 /// How well a setting does; residuals are in tolerances.
 struct Merit {
     bool Solved = false;
@@ -419,7 +417,7 @@ std::string FaultOf(const TurnsQuestion& question, const Design& design) {
         const CountRange& range = question.Ranges[n];
         if (range.Low > 0 || range.High < 0 || range.Low < -MostCount || range.High > MostCount) {
             return "The range of \"" + sheet.Adjusters[n].Name +
-                   "\" must hold 0 and not go beyond 10000";
+                   "\" must hold 0 and not go beyond " + std::to_string(MostCount);
         }
     }
     return FaultOf(sheet, design);

@@ -26,6 +26,9 @@ struct CountRange {
     friend bool operator==(const CountRange&, const CountRange&) = default;
 };
 
+/// The greatest count to either side.
+inline constexpr int MostCount = 10'000;
+
 /// Which counts of the adjusters give the changes that are wanted?
 struct TurnsQuestion {
     SetupQuestion Sheet;

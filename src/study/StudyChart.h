@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/Views.h"
+
 #include <cstdint>
 
 namespace corvanta {
@@ -15,5 +17,15 @@ struct StudyChart {
 
     friend bool operator==(const StudyChart&, const StudyChart&) = default;
 };
+
+/// True for a chart that shows a curve.
+[[nodiscard]] inline bool IsLine(const StudyChart& chart) {
+    return chart.Kind != ChartKind::Map;
+}
+
+/// What the curve of a chart runs along.
+[[nodiscard]] inline std::int32_t TravelOf(const StudyChart& chart) {
+    return chart.Kind == ChartKind::AlongRackTravel ? vvAlongRackTravel : vvAlongWheelTravel;
+}
 
 } // namespace corvanta

@@ -31,14 +31,6 @@ std::string Key(std::string_view key) {
     return std::string(key);
 }
 
-std::string Member(const std::string& place, std::string_view key) {
-    return place + "." + Key(key);
-}
-
-std::string Element(std::string_view list, std::size_t index) {
-    return Key(list) + "[" + std::to_string(index) + "]";
-}
-
 Json Number(double value, const std::string& place) {
     if (!std::isfinite(value)) {
         RefuseToWrite(place, "it is no number");

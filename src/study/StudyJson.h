@@ -22,8 +22,6 @@ using Json = nlohmann::ordered_json;
 [[noreturn]] void RefuseToWrite(const std::string& place, const std::string& why);
 
 [[nodiscard]] std::string Key(std::string_view key);
-[[nodiscard]] std::string Member(const std::string& place, std::string_view key);
-[[nodiscard]] std::string Element(std::string_view list, std::size_t index);
 
 [[nodiscard]] Json Number(double value, const std::string& place);
 

@@ -5,11 +5,10 @@
 #include "platform/Utf8.h"
 #include "study/Curve.h"
 
+#include <algorithm>
+
 namespace corvanta::studyfile {
 
-namespace {
-
-/// A name from a file as part of a message: no longer than a reader wants to read.
 std::string ShortName(const std::string& name) {
     constexpr std::size_t longest = 60;
     if (name.size() <= longest) {
@@ -23,18 +22,8 @@ std::string ShortName(const std::string& name) {
     return name.substr(0, length) + "...";
 }
 
-} // namespace
-
 void RefuseToRead(const std::string& place, const std::string& why) {
     throw Failure(fnInvalidCall, place.empty() ? why : place + ": " + why);
-}
-
-std::string MemberPlace(const std::string& owner, const std::string& name) {
-    return (owner.empty() ? "" : owner + ".") + ShortName(name);
-}
-
-std::string ElementPlace(const std::string& list, std::size_t index) {
-    return list + "[" + std::to_string(index) + "]";
 }
 
 int ReadChannel(const Node& node) {

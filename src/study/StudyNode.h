@@ -23,9 +23,8 @@ using Json = nlohmann::ordered_json;
 /// Throws Failure with the place, if there is one, and the words.
 [[noreturn]] void RefuseToRead(const std::string& place, const std::string& why);
 
-/// Places in words, as in `variants[2].points`; long names shortened.
-[[nodiscard]] std::string MemberPlace(const std::string& owner, const std::string& name);
-[[nodiscard]] std::string ElementPlace(const std::string& list, std::size_t index);
+/// A name from a file as part of a message: no longer than a reader wants to read.
+[[nodiscard]] std::string ShortName(const std::string& name);
 
 /// A value of the file that knows where it stands.
 class Node {
@@ -39,7 +38,7 @@ class Node {
         RequireObject();
         for (const auto& member : m_json.items()) {
             if (std::ranges::find(known, member.key()) == std::ranges::end(known)) {
-                RefuseToRead(MemberPlace(m_place, member.key()), "there is no such member");
+                RefuseToRead(Member(m_place, ShortName(member.key())), "there is no such member");
             }
         }
     }
@@ -50,9 +49,8 @@ class Node {
 
     [[nodiscard]] std::optional<Node> Find(std::string_view name) const {
         const auto found = m_json.find(std::string(name));
-        return found == m_json.end()
-                   ? std::nullopt
-                   : std::optional(Node(*found, MemberPlace(m_place, std::string(name))));
+        return found == m_json.end() ? std::nullopt
+                                     : std::optional(Node(*found, Member(m_place, name)));
     }
     [[nodiscard]] Node operator[](std::string_view name) const {
         const std::optional<Node> found = Find(name);
@@ -66,7 +64,7 @@ class Node {
         if (list) {
             list->Require(list->m_json.is_array(), "must be a list");
             for (const Json& element : list->m_json) {
-                elements.emplace_back(element, ElementPlace(list->m_place, elements.size()));
+                elements.emplace_back(element, Element(list->m_place, elements.size()));
             }
         }
         return elements;

@@ -13,7 +13,7 @@ std::string FaultOfFigure(const Figure& figure) {
     if (figure.Variable != vvAlongWheelTravel && figure.Variable != vvAlongRackTravel) {
         return "It runs along neither wheel nor rack travel";
     }
-    return std::isfinite(figure.Travel) ? "" : "the travel is no number";
+    return std::isfinite(figure.Travel) ? "" : "The travel is no number";
 }
 
 std::string FaultOfNumber(const StudyNumber& number) {

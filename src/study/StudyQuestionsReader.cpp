@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -78,7 +77,8 @@ Tolerance ReadTolerance(const Node& node) {
 ToleranceQuestion ReadToleranceQuestion(const Node& node) {
     node.RequireMembers({SamplesKey, SeedKey, TolerancesKey});
     ToleranceQuestion question;
-    question.Samples = node[SamplesKey].WholeNumber<std::size_t>(1, MostToleranceSamples);
+    question.Samples =
+        node[SamplesKey].WholeNumber<std::size_t>(LeastToleranceSamples, MostToleranceSamples);
     question.Seed = node[SeedKey].WholeNumber<std::uint64_t>(0, GreatestSeed);
     question.Tolerances = ReadList(node[TolerancesKey], ReadTolerance);
     return question;
@@ -148,10 +148,7 @@ Adjuster ReadAdjuster(const Node& node) {
 }
 
 CountRange ReadRange(const Node& node) {
-    using Limits = std::numeric_limits<std::int32_t>;
-    const auto count = [](const Node& end) {
-        return end.WholeNumber(Limits::min(), Limits::max());
-    };
+    const auto count = [](const Node& end) { return end.WholeNumber(-MostCount, MostCount); };
     return {count(node[LowKey]), count(node[HighKey])};
 }
 

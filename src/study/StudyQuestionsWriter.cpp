@@ -62,8 +62,8 @@ Json ToleranceJson(const Tolerance& tolerance, const std::string& place) {
 }
 
 Json ToleranceQuestionJson(const ToleranceQuestion& question, const std::string& place) {
-    return Object({{SamplesKey, WholeNumber(question.Samples, 1, MostToleranceSamples,
-                                            Member(place, SamplesKey))},
+    return Object({{SamplesKey, WholeNumber(question.Samples, LeastToleranceSamples,
+                                            MostToleranceSamples, Member(place, SamplesKey))},
                    {SeedKey, WholeNumber(question.Seed, 0, GreatestSeed, Member(place, SeedKey))},
                    {TolerancesKey,
                     ListJson(question.Tolerances, Member(place, TolerancesKey), ToleranceJson)}});

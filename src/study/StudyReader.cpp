@@ -55,7 +55,7 @@ class TextWatch {
         std::string place;
         for (const Level& level : m_levels) {
             place =
-                level.IsList ? ElementPlace(place, level.Index) : MemberPlace(place, level.Name);
+                level.IsList ? Element(place, level.Index) : Member(place, ShortName(level.Name));
         }
         return place;
     }

@@ -132,6 +132,14 @@ inline constexpr std::array<Word<std::optional<FigureKind>>, 6> FigureWords{{
 inline constexpr std::size_t MostAxes = 2;
 inline constexpr std::string_view AxesWords = "a sweep has two axes at most";
 
+/// Places in words, as in `variants[2].points`.
+[[nodiscard]] inline std::string Member(const std::string& owner, std::string_view name) {
+    return (owner.empty() ? "" : owner + ".") + std::string(name);
+}
+[[nodiscard]] inline std::string Element(std::string_view list, std::size_t index) {
+    return std::string(list) + "[" + std::to_string(index) + "]";
+}
+
 [[nodiscard]] inline std::string RangeWords(std::int64_t lowest, std::int64_t highest) {
     return "must be " + std::to_string(lowest) + " to " + std::to_string(highest);
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "calculation/SCalcs.h"
-#include "model/Views.h"
 #include "study/StudyChart.h"
 
 #include <cstdint>
@@ -16,16 +15,6 @@ namespace corvanta {
 
 /// Adds what a channel's curve along wheel or rack travel needs, the other travel static.
 void AddCurve(GridCut& cut, int channel, std::int32_t variable);
-
-/// True for a chart that shows a curve.
-[[nodiscard]] inline bool IsLine(const StudyChart& chart) {
-    return chart.Kind != ChartKind::Map;
-}
-
-/// What the curve of a chart runs along.
-[[nodiscard]] inline std::int32_t TravelOf(const StudyChart& chart) {
-    return chart.Kind == ChartKind::AlongRackTravel ? vvAlongRackTravel : vvAlongWheelTravel;
-}
 
 /// What a study tells of a design that can't be solved: the reason alone, in one line.
 [[nodiscard]] std::string ReasonOf(const CalculationFailure& failure);

@@ -19,12 +19,6 @@ namespace {
 /// Stands in the table of samples where there is no value.
 constexpr double NoValue = std::numeric_limits<double>::quiet_NaN();
 
-/// A normal spread's half width in standard deviations.
-constexpr double DeviationsInHalfWidth = 3;
-
-constexpr double LowProbability = 0.05;
-constexpr double HighProbability = 0.95;
-
 /// The share of the work that the samples are; the rest is their statistics.
 constexpr double SamplingShare = 0.95;
 
@@ -204,7 +198,7 @@ void ToleranceRun::SolveSample(std::size_t sample, Suspension& scratch) {
         const Tolerance& tolerance = tolerances[n];
         const double share = tolerance.Distribution == Spread::Uniform
                                  ? 2 * random.Uniform() - 1
-                                 : random.Normal() / DeviationsInHalfWidth;
+                                 : random.Normal() / NormalDeviations;
         const double offset = share * tolerance.HalfWidth;
         m_offsets[sample * tolerances.size() + n] = offset;
         SetValue(built, tolerance.Variable, ValueOf(built, tolerance.Variable) + offset);
@@ -294,8 +288,8 @@ std::string FaultOf(const ToleranceQuestion& question, const Design& design) {
     if (std::string fault = FaultOfTolerances(design, question.Tolerances); !fault.empty()) {
         return fault;
     }
-    if (question.Samples == 0 || question.Samples > MostToleranceSamples) {
-        return "The samples must number from 1 to " + std::to_string(MostToleranceSamples);
+    if (question.Samples < LeastToleranceSamples || question.Samples > MostToleranceSamples) {
+        return "The samples must number from 2 to " + std::to_string(MostToleranceSamples);
     }
     for (const StudyChart& chart : question.Charts) {
         if (!HasCurve(chart.Channel)) {

@@ -19,6 +19,13 @@ enum class Spread : std::uint8_t {
     Normal,  ///< the half width is three standard deviations; 3 of 1,000 parts lie beyond it
 };
 
+/// The half width of a normal spread in standard deviations.
+inline constexpr double NormalDeviations = 3;
+
+/// The ends of a band: what share of the samples lies below.
+inline constexpr double LowProbability = 0.05;
+inline constexpr double HighProbability = 0.95;
+
 /// How exactly a variable is built.
 struct Tolerance {
     DesignVariable Variable;
@@ -54,6 +61,7 @@ struct ToleranceQuestion {
     friend bool operator==(const ToleranceQuestion&, const ToleranceQuestion&) = default;
 };
 
+inline constexpr std::size_t LeastToleranceSamples = 2;
 inline constexpr std::size_t MostToleranceSamples = 10'000;
 
 /// How samples spread the curve of a chart, at each travel at which the design has a value; stored

@@ -1,7 +1,6 @@
 #include "study/Fit.h"
 
 #include "study/SampleRandom.h"
-#include "study/VariedDesign.h"
 #include "tests/support/BatchTable.h"
 #include "tests/support/Corners.h"
 #include "tests/support/SampleCorners.h"
@@ -136,7 +135,7 @@ TEST_F(FitTest, WhatTheReadingsCannotTellStaysAndIsNamed) {
     EXPECT_GT(answer.Correlations[2], 0.5);
     EXPECT_NEAR(answer.Correlations[2], answer.Correlations[6], 1e-12);
     EXPECT_NEAR(answer.Correlations[4], 1, 1e-12);
-    // One reading for three coordinates.
+    // Fewer readings than coordinates.
     m_question.Readings.resize(2);
     const FitAnswer few = Fitted();
     EXPECT_TRUE(few.Converged);

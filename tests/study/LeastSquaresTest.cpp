@@ -116,7 +116,7 @@ TEST(LeastSquaresTest, FindsItsWayThroughAValley) {
 }
 
 TEST(LeastSquaresTest, PointsThatCannotBeEvaluatedAreNotTaken) {
-    // The first whole step from 4 leads beyond 0, where there is no logarithm.
+    // The first whole step from 8 leads beyond 0, where there is no logarithm.
     const auto logarithm = [](const std::vector<double>& x) {
         return x[0] > 0 ? Residuals(std::vector{std::log(x[0])}) : std::nullopt;
     };

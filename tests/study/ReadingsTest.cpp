@@ -48,7 +48,7 @@ TEST(ReadingsTest, AnErrorNamesLineAndColumn) {
     EXPECT_THAT(Refusal("0\t0\tcamber\t1\t1"), HasSubstr("Line 1, column 3 (Channel): \"camber\""));
     EXPECT_THAT(Refusal("a\tb\tc\td\te\n\n0\t0\t14\t1x\t1"), HasSubstr("Line 3, column 4 (Value)"));
     EXPECT_THAT(Refusal("0\t0\t14\t1"), EndsWith("column 5 (Uncertainty): there is no number"));
-    EXPECT_THAT(Refusal("0\t0\t14\t1\t0"), HasSubstr("column 5 (Uncertainty): the uncertainty"));
+    EXPECT_THAT(Refusal("0\t0\t14\t1\t0"), HasSubstr("column 5 (Uncertainty): The uncertainty"));
     EXPECT_THAT(Refusal("0\t0\t14\t1\tnan"), HasSubstr("column 5"));
     EXPECT_THAT(Refusal("0\t0\t14\t1e999\t1"), HasSubstr("column 4"));
     EXPECT_THAT(Refusal("0\t0\tARB Rotation\t1\t1"), HasSubstr("column 3"));

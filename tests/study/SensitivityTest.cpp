@@ -144,6 +144,15 @@ TEST_F(SensitivityTest, OfATargetIsThatOfItsWorstPlaceWithinTheBandToo) {
     }
 }
 
+TEST_F(SensitivityTest, ThreadsChangeNothing) {
+    const Design design = DesignOf(DoubleWishboneCorner());
+    const SensitivityAnswer one = Find(design, m_camber, {1});
+    const SensitivityAnswer two = Find(design, m_camber, {2});
+    for (std::size_t n = 0; n < one.Slopes.size(); ++n) {
+        EXPECT_EQ(two.Slopes[n].PerMillimetre, one.Slopes[n].PerMillimetre);
+    }
+}
+
 TEST_F(SensitivityTest, TellsWhatHasNoSlopeAndWhatHasNoAnswer) {
     // The bar is straight across the car or nothing is calculated.
     const Design design = DesignOf(DoubleWishboneCorner(smPushrodToLowerWishbone, abTBar));

@@ -267,7 +267,7 @@ TEST(StudyFileTest, NamesThePlaceOfWhatItRefuses) {
              {"[0.30000000000000004]", "[]", "sweep.axes[1].values: must hold 1 to 10000 numbers"},
              {R"("axes": [)", R"("axes": [{"variable": "KARB", "values": [1]},)",
               "sweep.axes: a sweep has two axes at most"},
-             {R"("samples": 20)", R"("samples": 10001)", "tolerance.samples: must be 1 to 10000"},
+             {R"("samples": 20)", R"("samples": 10001)", "tolerance.samples: must be 2 to 10000"},
              {"9007199254740992", "9007199254740993",
               "tolerance.seed: must be 0 to 9007199254740992"},
              {R"("spread": "uniform")", R"("spread": "flat")",
@@ -346,7 +346,7 @@ TEST(StudyFileTest, WritesNothingThatItWouldRefuse) {
     EXPECT_THAT(reason([](StudyData& study) { study.Questions.Sweep.Axes[1].Values.clear(); }),
                 HasSubstr("sweep.axes[1].values: must hold 1 to 10000"));
     EXPECT_THAT(reason([](StudyData& study) { study.Questions.Tolerance.Samples = 1U << 31; }),
-                HasSubstr("tolerance.samples: must be 1 to 10000"));
+                HasSubstr("tolerance.samples: must be 2 to 10000"));
     EXPECT_THAT(reason([](StudyData& study) { study.Questions.Fit.Readings[1].Channel = 0; }),
                 HasSubstr("fit.readings[1]"));
     EXPECT_THAT(reason([](StudyData& study) {

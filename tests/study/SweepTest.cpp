@@ -1,5 +1,6 @@
 #include "study/Sweep.h"
 
+#include "solver/RideHeight.h"
 #include "tests/support/BatchTable.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/Testing.h"
@@ -30,7 +31,7 @@ TEST_F(SweepTest, IsWhatSingleRunsOfTheBatchProgramExport) {
          {chHalfTrack, ChartKind::AlongRackTravel},
          {chCamberAngle, ChartKind::Map}},
         Figure{chCamberAngle, FigureKind::AtTravel, vvAlongWheelTravel, 10}};
-    const SweepAnswer answer = Run(question);
+    const SweepAnswer answer = Run(question, {1});
     ASSERT_EQ(answer.FirstCount, 3U);
     for (std::size_t n = 0; n < 3; ++n) {
         Design design = m_design;
@@ -52,7 +53,34 @@ TEST_F(SweepTest, IsWhatSingleRunsOfTheBatchProgramExport) {
         expect(1, vvAlongRackTravel, "Rack Travel", "Half Track", 0.0051);
     }
     EXPECT_EQ(answer.At(2).Number, ValueAt(*answer.At(2).Curves[0], 10));
+    const SweepAnswer again = Run(question, {2});
+    for (std::size_t n = 0; n < 3; ++n) {
+        EXPECT_EQ(again.At(n).Curves[1]->Y, answer.At(n).Curves[1]->Y);
+    }
     EXPECT_GT(std::abs(*answer.At(0).Number - *answer.At(2).Number), 0.01) << "nothing is swept";
+}
+
+TEST_F(SweepTest, OverALinkIsTheCornerAtItsNewRideHeight) {
+    Suspension raised = LoadSample("formula-front-pushrod.WSP");
+    SetUpCorner(raised);
+    CalculateCorner(raised);
+    std::string errorText;
+    ASSERT_TRUE(AdjustRideHeight(raised, errorText, 4, true)) << errorText;
+    const auto rod = [](const PointSet& points) {
+        return std::hypot(points[ptPRO].X - points[ptPRI].X, points[ptPRO].Y - points[ptPRI].Y,
+                          points[ptPRO].Z - points[ptPRI].Z);
+    };
+    const double longer = rod(raised.StaticPoints()) - rod(m_design.Points);
+    const SweepAnswer answer = Run({{{CornerLink::SpringRod, {0, longer}}},
+                                    {{chCamberAngle, ChartKind::AlongWheelTravel}},
+                                    Figure{chCamberAngle}});
+    const BatchTable table = BatchTableOf(DesignOf(raised), vvAlongWheelTravel);
+    const Curve& curve = answer.At(1).Curves[0].value();
+    for (std::size_t row = 0; row < table.Rows.size(); ++row) {
+        EXPECT_NEAR(ValueAt(curve, table.Cell(row, "Wheel Travel")).value(),
+                    table.Cell(row, "Camber Angle"), 0.00055);
+    }
+    EXPECT_GT(std::abs(*answer.At(1).Number - *answer.At(0).Number), 0.05);
 }
 
 TEST_F(SweepTest, OverTwoAxesIsAMapOfTheFigure) {
