@@ -18,8 +18,13 @@ constexpr std::string_view Layer = "Corvanta";
 /// Group codes of the format. Each coordinate of a line's end has its own.
 enum GroupCode : int {
     gcEntityType = 0,
+    gcText = 1,
     gcName = 2,
+    gcLineType = 6,
     gcLayer = 8,
+    gcVariable = 9,
+    gcColour = 62,
+    gcFlags = 70,
     gcStartX = 10,
     gcStartY = 20,
     gcStartZ = 30,
@@ -31,9 +36,11 @@ enum GroupCode : int {
 /// The longest fixed notation of a double: the digits of the smallest one.
 constexpr std::size_t LongestNumber = 400;
 
-/// The shortest plain decimal digits that read back as the same double, with the place of the sign
-/// in front and a blank behind.
-std::string NumberLine(double value) {
+} // namespace
+
+/// The shortest plain decimal digits that read back as the same double; in the classic form with
+/// the place of the sign in front and a blank behind.
+std::string CDXF::NumberLine(double value) const {
     std::array<char, LongestNumber> buffer{};
     // A zero has no sign in text.
     const double number = Checked(value) == 0 ? 0.0 : value;
@@ -41,23 +48,31 @@ std::string NumberLine(double value) {
                                           std::chars_format::fixed)
                                 .ptr;
     const std::string digits(static_cast<const char*>(buffer.data()), end);
-    return (number < 0 ? "" : " ") + digits + " ";
+    return m_form == DxfForm::R12 ? digits : (number < 0 ? "" : " ") + digits + " ";
 }
 
-std::string Pair(GroupCode code, std::string_view value) {
+std::string CDXF::Pair(int code, std::string_view value) const {
     std::string text = NumberLine(code);
     text.append(LineEnd).append(value).append(LineEnd);
     return text;
 }
 
-std::string Pair(GroupCode code, double value) {
+std::string CDXF::Pair(int code, double value) const {
     return Pair(code, NumberLine(value));
 }
 
-} // namespace
-
 void CDXF::OpenSection() {
-    m_text = Pair(gcEntityType, "SECTION") + Pair(gcName, "ENTITIES");
+    m_text.clear();
+    if (m_form == DxfForm::R12) {
+        m_text = Pair(gcEntityType, "SECTION") + Pair(gcName, "HEADER") +
+                 Pair(gcVariable, "$ACADVER") + Pair(gcText, "AC1009") +
+                 Pair(gcEntityType, "ENDSEC") + Pair(gcEntityType, "SECTION") +
+                 Pair(gcName, "TABLES") + Pair(gcEntityType, "TABLE") + Pair(gcName, "LAYER") +
+                 Pair(gcFlags, "1") + Pair(gcEntityType, "LAYER") + Pair(gcName, Layer) +
+                 Pair(gcFlags, "0") + Pair(gcColour, "7") + Pair(gcLineType, "CONTINUOUS") +
+                 Pair(gcEntityType, "ENDTAB") + Pair(gcEntityType, "ENDSEC");
+    }
+    m_text += Pair(gcEntityType, "SECTION") + Pair(gcName, "ENTITIES");
 }
 
 void CDXF::AddCircle(const SuspPoint& /*centre*/, const SuspPoint& /*axisPoint*/, double /*radius*/,

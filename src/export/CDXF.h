@@ -5,14 +5,24 @@
 #include "platform/Messages.h"
 #include "results/DrawingSink.h"
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace corvanta {
+
+/// How a DXF file is written.
+enum class DxfForm : std::uint8_t {
+    Classic, ///< as it always was: no header, a blank behind every number
+    R12,     ///< with the header and layer of AC1009, which every CAD program reads
+};
 
 /// Writes the lines of a drawing into a DXF file (Autodesk, DXF Reference, the ENTITIES section)
 /// that holds nothing but LINE entities on one layer. Circles, labels and colours are not written.
 class CDXF final : public DrawingSink {
   public:
+    explicit CDXF(DxfForm form = DxfForm::Classic) : m_form(form) {}
+
     void OpenSection();
     void AddCircle(const SuspPoint& centre, const SuspPoint& axisPoint, double radius,
                    Colour colour) override;
@@ -25,6 +35,11 @@ class CDXF final : public DrawingSink {
     [[nodiscard]] const std::string& Text() const { return m_text; }
 
   private:
+    [[nodiscard]] std::string NumberLine(double value) const;
+    [[nodiscard]] std::string Pair(int code, std::string_view value) const;
+    [[nodiscard]] std::string Pair(int code, double value) const;
+
+    DxfForm m_form;
     std::string m_text;
 };
 

@@ -9,7 +9,7 @@
 namespace corvanta {
 
 /// File services on the machine's own disk.
-class DiskFileServices final : public FileServices {
+class DiskFileServices : public FileServices {
   public:
     [[nodiscard]] bool FileExists(const std::string& path) const override;
     [[nodiscard]] bool FolderExists(const std::string& path) const override;

@@ -2,6 +2,7 @@
 
 #include "model/Failure.h"
 #include "model/NumberText.h"
+#include "persistence/DesignFile.h"
 #include "persistence/MData.h"
 #include "solver/SInitGeo.h"
 
@@ -16,33 +17,15 @@ namespace {
 constexpr const char* StudyFilter = "Study files (*.study)|*.study| All files (*.*)|*.*";
 constexpr std::string_view StudyExtension = ".study";
 
-/// Keeps what is said while nobody is to be asked.
-class ListeningBox final : public MessageBox {
-  public:
-    int Show(const std::string& prompt, int /*style*/, const std::string& /*title*/) override {
-        Heard += (Heard.empty() ? "" : "\r") + prompt;
-        return maNone;
-    }
-    std::string Heard;
-};
-
 /// A document read on the side; what there is to say of it stands in `words`. Nothing when it can't
 /// be read.
-std::optional<Design> ReadDesign(const std::string& path, const Desk& desk, std::string& words) {
-    Suspension document;
-    ViewSettings settings;
-    ChannelCatalogue channels = desk.Program.Channels;
-    ListeningBox box;
-    Messages messages(box);
-    ResetDocument(document, settings);
-    bool read = false;
+std::optional<Design> ReadAside(const std::string& path, const Desk& desk, std::string& words) {
     try {
-        read = DataLoad(document, channels, path, false, desk.Program.Units, desk.Files, messages);
-        words = box.Heard;
+        return ReadDesign(path, desk.Program.Units, desk.Files, words);
     } catch (...) {
         words = FailureInFlight().Description();
+        return std::nullopt;
     }
-    return read ? std::optional(DesignOf(document)) : std::nullopt;
 }
 
 /// True when one of the things is not among the others.
@@ -315,7 +298,7 @@ void StudyFiles::AddVariants(const std::vector<std::string>& paths) {
     std::size_t added = 0;
     for (const std::string& path : paths) {
         std::string words;
-        const std::optional<Design> design = ReadDesign(path, m_desk, words);
+        const std::optional<Design> design = ReadAside(path, m_desk, words);
         if (design) {
             study.Variants.push_back(
                 NewVariant(study.Variants, FileServices::BaseName(path), *design));

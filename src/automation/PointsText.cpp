@@ -1,0 +1,90 @@
+#include "automation/PointsText.h"
+
+#include "study/DesignFields.h"
+#include "study/SheetText.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+namespace corvanta {
+
+namespace {
+
+constexpr std::array<std::string_view, 5> Heads{"Point", "Name", "X", "Y", "Z"};
+constexpr std::size_t FirstAxis = 2;
+
+/// Of a line of the table, whose name is that of a point in play that was not named before.
+PointNumber PointOf(const SheetLine& line, const PointCatalogue& catalogue,
+                    std::vector<PointNumber>& named) {
+    const auto found = std::ranges::find_if(
+        AllPoints, [&](PointNumber number) { return PointShortName(number) == line.Cells[0]; });
+    const auto refuse = [&](const char* fault) {
+        RaiseAtCell(line, 0, Heads[0], QuotedCell(line.Cells[0]) + fault);
+    };
+    if (found == AllPoints.end()) {
+        refuse(" is no point");
+    }
+    if (!catalogue[*found].Enabled) {
+        refuse(" is not in play");
+    }
+    if (std::ranges::find(named, *found) != named.end()) {
+        refuse(" is named twice");
+    }
+    return named.emplace_back(*found);
+}
+
+} // namespace
+
+std::string PointsText(const Design& design, const FundamentalUnits& units) {
+    const std::string separator = units.NumberSeparators.Decimal == "," ? ";" : ",";
+    const UnitRecord& length = UsableUnit(units, ucDisplacement);
+    std::string text;
+    for (std::size_t n = 0; n < Heads.size(); ++n) {
+        text += (n == 0 ? "" : separator) + std::string(Heads[n]) +
+                (n < FirstAxis ? "" : " [" + length.Label + "]");
+    }
+    text += '\n';
+    const PointCatalogue catalogue = CatalogueOf(design.Data);
+    for (const PointNumber number : AllPoints) {
+        if (!catalogue[number].Enabled) {
+            continue;
+        }
+        text += std::string(PointShortName(number)) + separator + catalogue[number].LongName;
+        for (const PointAxis& axis : PointAxes()) {
+            text += separator + NumberToText(design.Points[number].*axis.Member *
+                                                 static_cast<double>(length.Factor),
+                                             units.NumberSeparators);
+        }
+        text += '\n';
+    }
+    return text;
+}
+
+void TakePoints(Design& design, std::string_view text, const FundamentalUnits& units) {
+    const auto factor = static_cast<double>(UsableUnit(units, ucDisplacement).Factor);
+    const PointCatalogue catalogue = CatalogueOf(design.Data);
+    PointSet points = design.Points;
+    std::vector<PointNumber> named;
+    bool first = true;
+    for (const SheetLine& line : SheetLines(text, Heads.size())) {
+        if (std::exchange(first, false) && IsHeading(line, units.NumberSeparators)) {
+            continue;
+        }
+        const PointNumber number = PointOf(line, catalogue, named);
+        for (std::size_t axis = 0; axis < PointAxes().size(); ++axis) {
+            const std::string& cell = line.Cells[FirstAxis + axis];
+            const std::optional<double> value = SheetNumber(cell, units.NumberSeparators);
+            if (!value) {
+                RaiseAtCell(line, FirstAxis + axis, Heads[FirstAxis + axis],
+                            cell.empty() ? "there is no number"
+                                         : QuotedCell(cell) + " is no number");
+            }
+            points[number].*PointAxes()[axis].Member = *value / factor;
+        }
+    }
+    design.Points = points;
+}
+
+} // namespace corvanta

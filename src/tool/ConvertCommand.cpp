@@ -1,0 +1,52 @@
+#include "automation/PointsText.h"
+#include "model/Failure.h"
+#include "persistence/DesignFile.h"
+#include "tool/Tool.h"
+
+namespace corvanta {
+
+namespace {
+
+struct ConvertChoice {
+    std::vector<std::string> Files;
+    std::string Output;
+    std::string To = "WSP";
+    std::string Points;
+    NumberChoice Numbers;
+};
+
+void Convert(Tool& tool, const ConvertChoice& choice) {
+    const FundamentalUnits units = choice.Numbers.Chosen();
+    tool.ForEach(choice.Files, [&](const std::string& path) {
+        const std::string output =
+            OutputFor(tool, choice.Output, path, "." + choice.To, choice.Files.size() > 1);
+        Design design = Open(tool, path, units);
+        if (!choice.Points.empty()) {
+            TakePoints(design, tool.Files.ReadBytes(choice.Points), units);
+        }
+        if (choice.To == "csv") {
+            tool.Files.WriteBytes(output, PointsText(design, units));
+        } else {
+            tool.Files.WriteText(output, DesignText(design, units, tool.Files));
+        }
+    });
+}
+
+} // namespace
+
+void AddConvert(CLI::App& app, Tool& tool) {
+    CLI::App& command = *app.add_subcommand(
+        "convert", "Writes documents of any version as present ones, or their points as a table");
+    const auto choice = std::make_shared<ConvertChoice>();
+    command.add_option("FILE", choice->Files, "documents; - for standard input")->required();
+    command.add_option("-o,--output", choice->Output,
+                       "file, or folder for several; standard output without it");
+    command.add_option("-t,--to", choice->To, "a document, or a table of its points")
+        ->check(CLI::IsMember({"WSP", "csv"}))
+        ->capture_default_str();
+    command.add_option("-p,--points", choice->Points, "a table of points to put in first");
+    choice->Numbers.AddTo(command);
+    command.callback([&tool, choice] { Convert(tool, *choice); });
+}
+
+} // namespace corvanta

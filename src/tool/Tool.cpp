@@ -1,0 +1,136 @@
+#include "tool/Tool.h"
+
+#include "model/Failure.h"
+#include "model/NumberText.h"
+#include "persistence/DesignFile.h"
+
+#include <array>
+#include <iostream>
+
+namespace corvanta {
+
+namespace {
+
+/// Labels of displacement, force, mass and rate.
+using UnitLabels = std::array<std::string, 4>;
+
+constexpr std::array<std::int32_t, 4> ChosenClasses{ucDisplacement, ucForce, ucMass, ucRate};
+
+UnitLabels LabelsOf(const std::string& units) {
+    if (units == "metric") {
+        return {"mm", "N", "kg", "N/mm"};
+    }
+    if (units == "imperial") {
+        return {"in", "lbs", "lbs", "lb/in"};
+    }
+    UnitLabels labels;
+    std::size_t n = 0;
+    for (const char c : units) {
+        if (c == ',') {
+            ++n;
+        } else if (n < labels.size()) {
+            labels[n] += c;
+        }
+    }
+    return n + 1 == labels.size() ? labels : UnitLabels();
+}
+
+FundamentalUnits UnitsOf(const UnitLabels& labels) {
+    FundamentalUnits units;
+    for (std::size_t n = 0; n < labels.size(); ++n) {
+        units[ChosenClasses[n]].Label = labels[n];
+    }
+    units.SetFundUnitsData();
+    return units;
+}
+
+std::string FaultOfUnits(const std::string& text) {
+    const FundamentalUnits units = UnitsOf(LabelsOf(text));
+    for (const std::int32_t unitClass : ChosenClasses) {
+        if (units[unitClass].Factor == 0) { // exactly as it was: the label is not known
+            return "units are metric, imperial, or four of mm or in, N or kg or lbs, kg or lbs, "
+                   "N/mm or kg/mm or lb/in, as in mm,N,kg,N/mm";
+        }
+    }
+    return {};
+}
+
+/// A message of the program in one line.
+std::string OneLine(const std::string& words) {
+    return ReplaceAll(ReplaceAll(ReplaceAll(words, "\r\n", "\r"), "\r\r", "\r"), "\r", " ");
+}
+
+} // namespace
+
+void Tool::Report(const std::string& path, const std::string& words) {
+    Failed = true;
+    Warn(path, words);
+}
+
+void Tool::Warn(const std::string& path, const std::string& words) const {
+    std::cerr << path << ": " << OneLine(words) << '\n';
+}
+
+void Tool::ForEach(const std::vector<std::string>& paths,
+                   const std::function<void(const std::string&)>& work) {
+    for (const std::string& path : paths) {
+        try {
+            work(path);
+        } catch (...) {
+            Report(path, FailureInFlight().Description());
+        }
+    }
+}
+
+void NumberChoice::AddTo(CLI::App& command) {
+    command.add_option("--units", Units, "metric, imperial, or four labels: mm,N,kg,N/mm")
+        ->check(CLI::Validator(FaultOfUnits, ""))
+        ->capture_default_str();
+    command.add_option("--decimal", Decimal, "the decimal separator")
+        ->check(CLI::IsMember({".", ","}))
+        ->capture_default_str();
+}
+
+FundamentalUnits NumberChoice::Chosen() const {
+    FundamentalUnits units = UnitsOf(LabelsOf(Units));
+    units.NumberSeparators = {Decimal, ""};
+    return units;
+}
+
+Design Open(Tool& tool, const std::string& path, const FundamentalUnits& units) {
+    std::string words;
+    const Design design = ReadDesign(path, units, tool.Files, words);
+    if (!words.empty()) {
+        tool.Warn(path, words);
+    }
+    return design;
+}
+
+std::unique_ptr<Program> OpenSolved(Tool& tool, const std::string& path,
+                                    const FundamentalUnits& units) {
+    const Design design = Open(tool, path, units);
+    CornerFailure failure;
+    std::unique_ptr<Program> corner = SolvedCorner(design, units, failure);
+    if (corner == nullptr) {
+        throw Failure(fnInvalidCall, TextOf(failure, design, units));
+    }
+    corner->DocumentPath = path;
+    return corner;
+}
+
+std::string OutputFor(Tool& tool, const std::string& output, const std::string& input,
+                      const std::string& suffix, bool several) {
+    if (output.empty() || output == StreamPath) {
+        return std::string(StreamPath);
+    }
+    if (!tool.Files.FolderExists(output)) {
+        if (several) {
+            throw Failure(fnInvalidCall, output + " is no folder, and several files are written");
+        }
+        return output;
+    }
+    const std::string name = input == StreamPath ? "document" : FileServices::BaseName(input);
+    return output + FileServices::Separator + name + suffix;
+}
+
+} // namespace corvanta

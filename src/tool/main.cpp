@@ -1,0 +1,32 @@
+#include "frame/MSusp.h"
+#include "frame/StartRequest.h"
+#include "model/Failure.h"
+#include "tool/Tool.h"
+
+#include <iostream>
+
+namespace {
+
+constexpr const char* Name = "corvanta-tool";
+
+} // namespace
+
+int main(int argc, char** argv) {
+    corvanta::Tool tool;
+    CLI::App app("Suspension documents on the command line: results, drawings, studies.", Name);
+    app.set_version_flag("--version", corvanta::VersionText(Name, corvanta::BuiltVersion()));
+    app.require_subcommand(1);
+    corvanta::AddExport(app, tool);
+    corvanta::AddDxf(app, tool);
+    corvanta::AddCheck(app, tool);
+    corvanta::AddInfo(app, tool);
+    corvanta::AddConvert(app, tool);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? corvanta::tsDone : corvanta::tsUsage;
+    } catch (...) {
+        tool.Report(Name, corvanta::FailureInFlight().Description());
+    }
+    return tool.Failed ? corvanta::tsFailed : corvanta::tsDone;
+}
