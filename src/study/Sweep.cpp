@@ -19,50 +19,6 @@ std::string FaultOfValue(const SweptValue& what, const Design& design) {
     return FaultOfVariable(design, std::get<DesignVariable>(what));
 }
 
-/// The design with the values of the axes in place. Where it can't be built so, `fault` says why.
-Design Place(Design design, const std::vector<SweepAxis>& axes, const SweptDesign& swept,
-             std::string& fault) {
-    CornerChange change;
-    bool changed = false;
-    for (std::size_t n = 0; n < axes.size(); ++n) {
-        if (const auto* const link = std::get_if<CornerLink>(&axes[n].What)) {
-            change[*link] += swept.Values[n];
-            changed = true;
-        } else {
-            SetValue(design, std::get<DesignVariable>(axes[n].What), swept.Values[n]);
-        }
-    }
-    if (!changed) {
-        return design;
-    }
-    const CRigidCorner corner(design);
-    CornerStance stance = corner.AtTravel(0);
-    if (stance.Closed) {
-        stance = corner.OnSpring(stance, change);
-    }
-    fault = stance.Fault;
-    return stance.Corner;
-}
-
-std::string FaultOfAxes(const std::vector<SweepAxis>& axes, const Design& design) {
-    if (axes.empty() || axes.size() > 2) {
-        return "A sweep has one axis or two";
-    }
-    for (const SweepAxis& axis : axes) {
-        if (std::string fault = FaultOfValue(axis.What, design); !fault.empty()) {
-            return fault;
-        }
-        if (axis.Values.empty()) {
-            return "An axis has no values";
-        }
-        if (!std::all_of(axis.Values.begin(), axis.Values.end(),
-                         [](double value) { return std::isfinite(value); })) {
-            return "A value of an axis is no number";
-        }
-    }
-    return axes.size() == 2 && axes[0].What == axes[1].What ? "Both axes are the same" : "";
-}
-
 /// The number of designs, or more than may be.
 std::size_t DesignCount(const std::vector<SweepAxis>& axes) {
     std::size_t count = 1;
@@ -103,6 +59,9 @@ void Read(SweptDesign& swept, const Suspension& solved, const SweepQuestion& que
 }
 
 std::string FaultOf(const SweepQuestion& question, const Design& design) {
+    if (question.Axes.size() > 2) {
+        return "A sweep has one axis or two";
+    }
     if (std::string fault = FaultOfAxes(question.Axes, design); !fault.empty()) {
         return fault;
     }
@@ -150,6 +109,53 @@ std::vector<double> EvenlySpaced(double from, double to, std::size_t count) {
     return values;
 }
 
+Design DesignWith(Design design, std::span<const SweepAxis> axes, std::span<const double> values,
+                  std::string& fault) {
+    CornerChange change;
+    bool changed = false;
+    for (std::size_t n = 0; n < axes.size(); ++n) {
+        if (const auto* const link = std::get_if<CornerLink>(&axes[n].What)) {
+            change[*link] += values[n];
+            changed = true;
+        } else {
+            SetValue(design, std::get<DesignVariable>(axes[n].What), values[n]);
+        }
+    }
+    if (!changed) {
+        return design;
+    }
+    const CRigidCorner corner(design);
+    CornerStance stance = corner.AtTravel(0);
+    if (stance.Closed) {
+        stance = corner.OnSpring(stance, change);
+    }
+    fault = stance.Fault;
+    return stance.Corner;
+}
+
+std::string FaultOfAxes(std::span<const SweepAxis> axes, const Design& design) {
+    if (axes.empty()) {
+        return "There is no axis";
+    }
+    for (auto axis = axes.begin(); axis != axes.end(); ++axis) {
+        if (std::string fault = FaultOfValue(axis->What, design); !fault.empty()) {
+            return fault;
+        }
+        if (axis->Values.empty()) {
+            return "An axis has no values";
+        }
+        if (!std::all_of(axis->Values.begin(), axis->Values.end(),
+                         [](double value) { return std::isfinite(value); })) {
+            return "A value of an axis is no number";
+        }
+        if (std::any_of(axes.begin(), axis,
+                        [&](const SweepAxis& other) { return other.What == axis->What; })) {
+            return "Two axes are the same";
+        }
+    }
+    return {};
+}
+
 SweepAnswer RunSweep(CSampleRunner& runner, const Design& design, const SweepQuestion& question,
                      const SolveSettings& settings) {
     if (const std::string fault = FaultOf(question, design); !fault.empty()) {
@@ -167,7 +173,7 @@ SweepAnswer RunSweep(CSampleRunner& runner, const Design& design, const SweepQue
     }
     answer.Stopped = !runner.Run(answer.Designs.size(), [&](std::size_t n, Suspension& scratch) {
         SweptDesign& swept = answer.Designs[n];
-        const Design moved = Place(design, axes, swept, swept.Failure);
+        const Design moved = DesignWith(design, axes, swept.Values, swept.Failure);
         if (!swept.Failure.empty()) {
             return;
         }

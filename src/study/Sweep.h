@@ -10,6 +10,7 @@
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <variant>
 #include <vector>
@@ -36,6 +37,14 @@ struct SweepAxis {
 
     friend bool operator==(const SweepAxis&, const SweepAxis&) = default;
 };
+
+/// Why values can't be swept in a design; empty when they can: at least one axis, none twice, each
+/// of what the design has, with values that are numbers.
+[[nodiscard]] std::string FaultOfAxes(std::span<const SweepAxis> axes, const Design& design);
+
+/// The design with a value of each axis in place. Where it can't be built so, `fault` says why.
+[[nodiscard]] Design DesignWith(Design design, std::span<const SweepAxis> axes,
+                                std::span<const double> values, std::string& fault);
 
 /// `count` values at even distances, both ends among them; the start alone for a count of 1.
 [[nodiscard]] std::vector<double> EvenlySpaced(double from, double to, std::size_t count);

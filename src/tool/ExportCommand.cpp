@@ -1,4 +1,5 @@
 #include "automation/TableText.h"
+#include "automation/Variants.h"
 #include "calculation/SCalcs.h"
 #include "model/Failure.h"
 #include "tool/Tool.h"
@@ -37,20 +38,9 @@ struct ExportChoice {
     NumberChoice Numbers;
 };
 
-/// A channel by its id or its title.
-int ChannelOf(const std::string& text, const ChannelCatalogue& channels) {
-    for (int id = 1; id <= ChannelCount; ++id) {
-        const std::string title(TrimBlanks(channels[id].Title));
-        if (text == std::to_string(id) || UpperCase(text) == UpperCase(title)) {
-            return id;
-        }
-    }
-    throw Failure(fnInvalidCall, "\"" + text + "\" is no channel");
-}
-
 std::vector<ResultTable> Wanted(Program& corner, const ExportChoice& choice) {
     for (const std::string& channel : choice.Channels) {
-        corner.CustomChannels.Add(ChannelOf(channel, corner.Channels));
+        corner.CustomChannels.Add(ChannelOfText(channel, corner.Channels));
     }
     const double factor = corner.Units[ucDisplacement].Factor;
     const TablePlace place{choice.Along == "rack" ? vvAlongRackTravel : vvAlongWheelTravel,

@@ -64,5 +64,6 @@ void AddDxf(CLI::App& app, Tool& tool);
 void AddCheck(CLI::App& app, Tool& tool);
 void AddInfo(CLI::App& app, Tool& tool);
 void AddConvert(CLI::App& app, Tool& tool);
+void AddSweep(CLI::App& app, Tool& tool);
 
 } // namespace corvanta

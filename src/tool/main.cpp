@@ -21,6 +21,7 @@ int main(int argc, char** argv) {
     corvanta::AddCheck(app, tool);
     corvanta::AddInfo(app, tool);
     corvanta::AddConvert(app, tool);
+    corvanta::AddSweep(app, tool);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -133,7 +133,7 @@ TEST_F(SweepTest, RefusesWhatCannotBeSwept) {
         return FailureOf([&] { (void)Run(question); }).Description();
     };
     using Asked = SweepQuestion;
-    EXPECT_EQ(fault([](Asked& asked) { asked.Axes[0] = asked.Axes[1]; }), "Both axes are the same");
+    EXPECT_EQ(fault([](Asked& asked) { asked.Axes[0] = asked.Axes[1]; }), "Two axes are the same");
     EXPECT_EQ(fault([](Asked& asked) { asked.Axes[1].Values.clear(); }), "An axis has no values");
     EXPECT_EQ(fault([](Asked& asked) { asked.Axes[1].Values[0] = std::nan(""); }),
               "A value of an axis is no number");
