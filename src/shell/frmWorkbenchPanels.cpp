@@ -1,5 +1,5 @@
-// The travel, the history and the variants of the workbench; the window around them is in
-// frmWorkbench.cpp.
+// The travel, the history, the variants and the studies of the workbench; the window around them is
+// in frmWorkbench.cpp.
 
 #include "shell/frmWorkbench.h"
 
@@ -259,7 +259,7 @@ bool frmWorkbench::PollStudies() {
 void frmWorkbench::ReportStudy() {
     if (const CStudyPanel* const study = Studies.InSight();
         study != nullptr && study->HasAnswer()) {
-        AskAndReportStudy(m_desk, m_main, *study, Sheets());
+        AskAndReportStudy(m_desk, m_main, *study);
     }
 }
 
