@@ -1,7 +1,7 @@
 #include "shell/StudyFigures.h"
 
 #include "shell/AxisRange.h"
-#include "study/StudySolve.h"
+#include "study/StudyChart.h"
 
 #include <algorithm>
 #include <array>

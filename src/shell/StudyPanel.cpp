@@ -5,7 +5,7 @@
 #include "platform/ColourScale.h"
 #include "shell/StudyFigures.h"
 #include "study/DesignResults.h"
-#include "study/StudySolve.h"
+#include "study/StudyChart.h"
 
 #include <algorithm>
 #include <iterator>

@@ -74,7 +74,8 @@ void TolerancePanel::ShowQuestion() {
 
 void TolerancePanel::TakeFields() {
     const Separators& separators = Units().NumberSeparators;
-    const std::int64_t samples = TypedCount(txtSamples, 2, MostToleranceSamples, separators);
+    const std::int64_t samples =
+        TypedCount(txtSamples, LeastToleranceSamples, MostToleranceSamples, separators);
     const std::int64_t seed = TypedCount(txtSeed, 0, GreatestSeed, separators);
     Change([&](StudyQuestions& questions) {
         questions.Tolerance.Samples = static_cast<std::size_t>(samples);

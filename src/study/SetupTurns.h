@@ -18,8 +18,6 @@ struct FigureWish {
     friend bool operator==(const FigureWish&, const FigureWish&) = default;
 };
 
-inline constexpr int MostCount = 10000;
-
 /// The counts that an adjuster may take, both included; 0 is the base.
 struct CountRange {
     int Low = -20;

@@ -64,9 +64,6 @@ struct ToleranceQuestion {
 inline constexpr std::size_t LeastToleranceSamples = 2;
 inline constexpr std::size_t MostToleranceSamples = 10'000;
 
-inline constexpr double LowProbability = 0.05;
-inline constexpr double HighProbability = 0.95;
-
 /// How samples spread the curve of a chart, at each travel at which the design has a value; stored
 /// units. Quantiles are straight between the sorted values (type 7 of Hyndman and Fan, "Sample
 /// Quantiles in Statistical Packages", The American Statistician 50, 1996). Empty for a map, and
