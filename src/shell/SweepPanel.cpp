@@ -193,9 +193,8 @@ void SweepPanel::ShowAnswer(const SweepQuestion& question, const SweepAnswer& an
     Overlay = {};
     Sheets.clear();
     question.Axes.size() == 1 ? ShowFan(question, answer) : ShowMap(question, answer);
-    const std::size_t done = static_cast<std::size_t>(
-        std::count_if(answer.Designs.begin(), answer.Designs.end(),
-                      [](const SweptDesign& design) { return design.Solved; }));
+    const auto done = std::count_if(answer.Designs.begin(), answer.Designs.end(),
+                                    [](const SweptDesign& design) { return design.Solved; });
     std::string found = std::to_string(done) + " designs";
     if (answer.FailedDesigns > 0) {
         found += ", " + std::to_string(answer.FailedDesigns) + " can't be solved";

@@ -238,7 +238,7 @@ void frmWorkbench::ToggleStudies() {
     ShowStudy(Studies.Shown() ? std::nullopt : std::optional(m_lastStudy));
 }
 
-void frmWorkbench::RunStudy() {
+void frmWorkbench::RunStudy() const {
     const std::optional<std::size_t> shown = Studies.Shown();
     if (shown && Studies.All()[*shown]->cmdRun.Enabled) {
         Studies.All()[*shown]->cmdRun_Click();
