@@ -45,6 +45,14 @@ class PaintCounter final : public QObject {
     Clock::time_point Last;
 };
 
+/// Until everything that was asked for is painted.
+void Settle() {
+    for (int turn = 0; turn < 5; ++turn) {
+        QApplication::sendPostedEvents();
+        QApplication::processEvents();
+    }
+}
+
 /// The workbench on a full grid, 1280 x 800, beside the main window, with a baseline. `map` has a
 /// map of the whole grid among its six charts.
 class OpenWorkbench {
@@ -78,14 +86,6 @@ class OpenWorkbench {
         Settle();
     }
 
-    /// Until everything that was asked for is painted.
-    void Settle() {
-        for (int turn = 0; turn < 5; ++turn) {
-            QApplication::sendPostedEvents();
-            QApplication::processEvents();
-        }
-    }
-
   private:
     OpenWindow m_window;
 };
@@ -104,7 +104,7 @@ void BM_WorkbenchNudge(benchmark::State& state, bool map) {
         const int before = counter.Paints;
         const Clock::time_point start = Clock::now();
         workbench.Nudge(up ? Qt::Key_Up : Qt::Key_Down);
-        workbench.Settle();
+        Settle();
         whole.push_back(Milliseconds(Clock::now() - start));
         unpainted += counter.Paints > before ? 0 : 1;
         up = !up;
@@ -144,12 +144,12 @@ void BM_WorkbenchDrag(benchmark::State& state) {
         }
         QApplication::sendPostedEvents();
         const Clock::time_point last = Clock::now();
-        workbench.Settle();
+        Settle();
         behind.push_back(Milliseconds(counter.Last - last));
         state.counters["paints"] = counter.Paints;
         QTest::keyClick(&canvas, Qt::Key_Escape);
         QTest::mouseRelease(&canvas, Qt::LeftButton, {}, start.toPoint());
-        workbench.Settle();
+        Settle();
     }
     state.counters["behind"] = Median(behind);
 }

@@ -269,7 +269,7 @@ void SheetLegend::applyDefaultAntialiasingHint(QCPPainter* painter) const {
 
 void SheetLegend::draw(QCPPainter* painter) {
     painter->setFont(mParentPlot->font());
-    Flow([&](const QPoint& at, const SheetCurve* curve) {
+    static_cast<void>(Flow([&](const QPoint& at, const SheetCurve* curve) {
         const QPoint place = mRect.topLeft() + at;
         painter->setPen(m_look.Paper.Ink);
         if (curve != nullptr) {
@@ -284,7 +284,7 @@ void SheetLegend::draw(QCPPainter* painter) {
         painter->drawRect(box);
         painter->drawText(place + QPoint(SwatchWidth + SwatchDistance, metrics.ascent()),
                           QString::fromStdString(m_look.Sheet.Map->UnreachedText));
-    });
+    }));
 }
 
 SheetLines::SheetLines(QCustomPlot* plot, const SheetLook& look)

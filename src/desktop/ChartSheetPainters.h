@@ -69,9 +69,9 @@ class SheetLegend final : public QCPLayoutElement {
   private:
     /// Goes through the entries, each told its place below the legend's top; answers the height.
     using Entry = std::function<void(const QPoint& at, const SheetCurve* curve)>;
-    int Flow(const Entry& entry) const;
-    int FlowKinds(const SheetMap& map, const Entry& entry) const;
-    int FlowCurves(const std::vector<SheetCurve>& curves, const Entry& entry) const;
+    [[nodiscard]] int Flow(const Entry& entry) const;
+    [[nodiscard]] int FlowKinds(const SheetMap& map, const Entry& entry) const;
+    [[nodiscard]] int FlowCurves(const std::vector<SheetCurve>& curves, const Entry& entry) const;
 
     const SheetLook& m_look;
 };

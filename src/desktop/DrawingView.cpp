@@ -1,17 +1,11 @@
 #include "desktop/DrawingView.h"
 
+#include "desktop/ChartParts.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 
 namespace corvanta {
-
-namespace {
-
-QColor ColourOf(const Colour& colour) {
-    return {colour.Red, colour.Green, colour.Blue};
-}
-
-} // namespace
 
 RecordedSurface::RecordedSurface(double width, double height, const QFont& font)
     : DrawingSurface(width, height),

@@ -59,6 +59,8 @@ template <typename... Kinds>
 struct Overloaded : Kinds... {
     using Kinds::operator()...;
 };
+template <typename... Kinds>
+Overloaded(Kinds...) -> Overloaded<Kinds...>;
 
 } // namespace
 

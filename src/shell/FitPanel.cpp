@@ -6,6 +6,7 @@
 #include "shell/VariableRows.h"
 #include "study/DesignResults.h"
 
+#include <algorithm>
 #include <array>
 
 namespace corvanta {
@@ -218,6 +219,11 @@ void FitPanel::ShowAnswer(const FitQuestion& question, const FitAnswer& answer) 
         found += ", chi squared per degree of freedom " +
                  FormatNumber(answer.ChiSquared / answer.DegreesOfFreedom, RatioFormat,
                               Units().NumberSeparators);
+    }
+    if (!answer.Stopped &&
+        std::any_of(answer.Variables.begin(), answer.Variables.end(),
+                    [](const FittedVariable& variable) { return !variable.Deviation; })) {
+        found += ", standard deviations can't be told";
     }
     if (answer.Outliers > 0) {
         found += ", " + std::to_string(answer.Outliers) +

@@ -65,7 +65,7 @@ bool IsBorder(const RegionAnswer& answer, const std::array<std::size_t, 3>& at) 
             if (up ? next[axis] == last : next[axis] == 0) {
                 return true;
             }
-            next[axis] += up ? 1 : -1;
+            next[axis] = up ? next[axis] + 1 : next[axis] - 1;
             if (answer.At(next[0], next[1], next[2]).Verdict != RegionVerdict::Held) {
                 return true;
             }

@@ -48,10 +48,7 @@ void SensitivityPanel::ShowQuestion() {
 
 CStudyJob::Work SensitivityPanel::Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) {
-    return [this, design, settings,
-            question = SensitivityQuestion{NumberOfChart(Charts().at(m_host.ChartInHand()),
-                                                         cboFigure.Index(),
-                                                         m_desk.Current.Study().Targets)}](
+    return [this, design, settings, question = SensitivityQuestion{NumberToAsk()}](
                const StudyWork& work, const CStudyJob::Interim&) {
         CSampleRunner runner(work);
         SensitivityAnswer answer = FindSensitivity(runner, design, question, settings->Settings());

@@ -22,6 +22,9 @@ class SensitivityPanel final : public CStudyPanel {
     [[nodiscard]] bool IsLive() const override { return true; }
     [[nodiscard]] bool AsksTheSame(const StudyQuestions& /*then*/) const override { return true; }
     [[nodiscard]] bool EndsSoon() const override { return true; }
+    [[nodiscard]] std::optional<StudyNumber> Number() const override {
+        return NumberInHand(cboFigure);
+    }
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;
     void ShowAnswer(const SensitivityQuestion& question, SensitivityAnswer answer);

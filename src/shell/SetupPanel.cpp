@@ -5,6 +5,7 @@
 #include "shell/StudyFigures.h"
 #include "shell/VariableRows.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -140,10 +141,9 @@ void SetupPanel::EditAdjuster(std::size_t n, int column, const std::string& text
     TurnsQuestion question = Questions().Setup;
     Adjuster& adjuster = question.Sheet.Adjusters.at(n);
     CountRange& range = question.Ranges.at(n);
-    constexpr double Most = 1000;
     const auto count = [&] {
-        return static_cast<int>(
-            TypedCount("The number of steps", text, -Most, Most, Units().NumberSeparators));
+        return static_cast<int>(TypedCount("The number of steps", text, -MostCount, MostCount,
+                                           Units().NumberSeparators));
     };
     switch (column) {
     case ColPitch:
@@ -260,6 +260,20 @@ CStudyJob::Work SetupPanel::Prepare(const Design& design,
 
 // --- What came out -----------------------------------------------------------------------------
 
+std::string SetupPanel::WordsOf(const Answer& answer) {
+    if (!answer.Turns) {
+        return answer.Sheet.Stopped ? "Stopped"
+                                    : "Each step is solved anew, with the spring's load as it is";
+    }
+    const TurnsAnswer& turns = *answer.Turns;
+    if (turns.Stopped && !turns.Reached.Fault.empty()) {
+        return "Stopped";
+    }
+    const std::string found = turns.Holds ? "All that is wanted is met"
+                                          : "Not all that is wanted is met: see what is left over";
+    return (turns.Stopped ? "Stopped. " : "") + found;
+}
+
 void SetupPanel::ShowAnswer(const TurnsQuestion& question, const Answer& answer) {
     ShowSheet(question, answer.Sheet);
     grdTurns.Grid.Reset();
@@ -268,18 +282,14 @@ void SetupPanel::ShowAnswer(const TurnsQuestion& question, const Answer& answer)
     Overlay = {};
     Overlay.Curves = answer.Curves;
     Front = answer.Turns ? 1 : 0;
-    std::string found = "Each step is solved anew, with the spring's load as it is";
     if (answer.Turns) {
         ShowTurns(question, *answer.Turns);
-        found = answer.Turns->Holds ? "All that is wanted is met"
-                                    : "Not all that is wanted can be met: see what is left over";
     }
-    const bool stopped = answer.Sheet.Stopped || (answer.Turns && answer.Turns->Stopped);
     m_words = {Page.Caption,
                {"Ride height from the design: " +
                 FormatChannelValue(Units(), question.Sheet.RideHeight, ucDisplacement) + " " +
                 Units()[ucDisplacement].Label},
-               {found + (stopped ? ", stopped" : "")}};
+               {WordsOf(answer)}};
     AnswerCame(m_words.Found.front());
 }
 

@@ -43,6 +43,7 @@ class SetupPanel final : public CStudyPanel {
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;
     void ShowAnswer(const TurnsQuestion& question, const Answer& answer);
+    [[nodiscard]] static std::string WordsOf(const Answer& answer);
     void ShowSheet(const TurnsQuestion& question, const SetupSheet& sheet);
     void ShowTurns(const TurnsQuestion& question, const TurnsAnswer& turns);
     [[nodiscard]] FigureDisplay Display(const SheetFigure& figure) const {

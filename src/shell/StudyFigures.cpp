@@ -1,7 +1,7 @@
 #include "shell/StudyFigures.h"
 
-#include "model/Failure.h"
 #include "shell/AxisRange.h"
+#include "study/StudyChart.h"
 
 #include <algorithm>
 #include <array>
@@ -41,9 +41,9 @@ void ListFigures(ListControl& list) {
     list.Select(0);
 }
 
-StudyNumber NumberOfChart(const StudyChart& chart, int entry, const std::vector<Target>& targets) {
-    const std::int32_t variable =
-        chart.Kind == ChartKind::AlongRackTravel ? vvAlongRackTravel : vvAlongWheelTravel;
+std::optional<StudyNumber> NumberOfChart(const StudyChart& chart, int entry,
+                                         const std::vector<Target>& targets) {
+    const std::int32_t variable = TravelOf(chart);
     const auto kind = static_cast<std::size_t>(std::max(0, entry));
     if (kind < Kinds.size()) {
         return Figure{chart.Channel, Kinds.at(kind).first, variable};
@@ -53,7 +53,7 @@ StudyNumber NumberOfChart(const StudyChart& chart, int entry, const std::vector<
             return target;
         }
     }
-    throw Failure(fnInvalidCall, "The chart in hand has no target: give it one by its menu");
+    return std::nullopt;
 }
 
 FigureDisplay DisplayOf(const StudyNumber& number, const Program& program) {

@@ -19,10 +19,10 @@ namespace corvanta {
 /// greatest deviation from the target.
 void ListFigures(ListControl& list);
 
-/// What an entry of that list is of a chart; a map stands for its line along wheel travel. Throws
-/// Failure for a deviation from a target that the chart does not have.
-[[nodiscard]] StudyNumber NumberOfChart(const StudyChart& chart, int entry,
-                                        const std::vector<Target>& targets);
+/// What an entry of that list is of a chart; a map stands for its line along wheel travel. Nothing
+/// for a deviation from a target that the chart does not have.
+[[nodiscard]] std::optional<StudyNumber> NumberOfChart(const StudyChart& chart, int entry,
+                                                       const std::vector<Target>& targets);
 
 /// How such a number is called and shown.
 [[nodiscard]] FigureDisplay DisplayOf(const StudyNumber& number, const Program& program);

@@ -3,13 +3,29 @@
 #include "model/Failure.h"
 #include "model/NumberText.h"
 #include "platform/ColourScale.h"
+#include "shell/StudyFigures.h"
 #include "study/DesignResults.h"
+#include "study/StudyChart.h"
 
 #include <algorithm>
 #include <iterator>
 #include <utility>
 
 namespace corvanta {
+
+namespace {
+
+constexpr const char* OfAnotherFigure = "Of the figure chosen before: run it again";
+
+} // namespace
+
+bool StudyOverlay::IsOn(const StudyChart& chart) const {
+    const auto any = [&](const auto& overlays) {
+        return std::any_of(overlays.begin(), overlays.end(),
+                           [&](const auto& each) { return IsSameLine(each.Chart, chart); });
+    };
+    return any(Bands) || any(Curves);
+}
 
 CStudyPanel::CStudyPanel(Desk& desk, StudyHost& host) : m_desk(desk), m_host(host) {
     cmdRun.Caption = "&Run";
@@ -74,7 +90,7 @@ void CStudyPanel::Edit(const std::function<void()>& event) {
             m_again = true;
             Begin();
         } else {
-            m_isOld = false;
+            m_whyOld.clear();
             CheckAge();
         }
     });
@@ -125,6 +141,20 @@ void CStudyPanel::Change(const std::function<void(StudyQuestions&)>& change) {
 
 // --- The work -----------------------------------------------------------------------------------
 
+/// What would be asked now.
+StudyInquiry CStudyPanel::Inquiry() const {
+    StudyInquiry inquiry{DesignNow(), Charts(), Number(), {}, Questions(), {}};
+    if (UsesTargets()) {
+        inquiry.Targets = m_desk.Current.Study().Targets;
+    } else if (inquiry.Number && std::holds_alternative<Target>(*inquiry.Number)) {
+        inquiry.Targets = {std::get<Target>(*inquiry.Number)};
+    }
+    for (const StudyTable* const table : Asked) {
+        inquiry.Tables.push_back(*table);
+    }
+    return inquiry;
+}
+
 /// Begins the work, or has it begin when the one that runs has ended.
 void CStudyPanel::Begin() {
     if (!m_again || !m_shown || !m_desk.Program.Document.DataLoaded) {
@@ -138,13 +168,7 @@ void CStudyPanel::Begin() {
     }
     m_again = false;
     Try([this] {
-        StudyInquiry inquiry{DesignNow(), Charts(), {}, Questions(), {}};
-        if (UsesTargets()) {
-            inquiry.Targets = m_desk.Current.Study().Targets;
-        }
-        for (const StudyTable* const table : Asked) {
-            inquiry.Tables.push_back(*table);
-        }
+        StudyInquiry inquiry = Inquiry();
         try {
             m_job.Start(
                 Prepare(inquiry.Design, std::make_shared<const StudySettings>(m_desk.Program)));
@@ -182,8 +206,10 @@ bool CStudyPanel::Poll() {
         try {
             show = m_job.TakeOutcome();
         } catch (...) {
-            ForgetAnswer();
-            throw;
+            if (!m_isDropped) {
+                ForgetAnswer();
+                throw;
+            }
         }
     });
     const bool ended = wasRunning && !IsRunning();
@@ -204,7 +230,7 @@ void CStudyPanel::ShowOutcome(const CStudyJob::Show& show) {
         if (m_asked) { // all that comes of one work is about the same
             m_answered = IsRunning() ? m_asked : std::exchange(m_asked, {});
         }
-        m_isOld = false;
+        m_whyOld.clear();
         show();
         m_hasInterim = IsRunning() && m_answered;
         CheckAge();
@@ -215,8 +241,7 @@ std::vector<OverlayCurve> CStudyPanel::CurvesOf(const Design& design, const std:
                                                 const std::vector<StudyChart>& charts,
                                                 const SolveSettings& settings) {
     std::vector<StudyChart> lines;
-    std::copy_if(charts.begin(), charts.end(), std::back_inserter(lines),
-                 [](const StudyChart& chart) { return chart.Kind != ChartKind::Map; });
+    std::copy_if(charts.begin(), charts.end(), std::back_inserter(lines), IsLine);
     const auto scratch = std::make_unique<Suspension>();
     const DesignResults results = ResultsOf(*scratch, design, settings, lines, {});
     std::vector<OverlayCurve> curves;
@@ -233,6 +258,20 @@ std::string CStudyPanel::ChartTitle() const {
     return n < Charts().size()
                ? std::string(TrimBlanks(m_desk.Program.Channels[Charts()[n].Channel].Title))
                : "the chart";
+}
+
+std::optional<StudyNumber> CStudyPanel::NumberInHand(const ListControl& figures) const {
+    const std::size_t n = m_host.ChartInHand();
+    return n < Charts().size()
+               ? NumberOfChart(Charts()[n], figures.Index(), m_desk.Current.Study().Targets)
+               : std::nullopt;
+}
+
+StudyNumber CStudyPanel::NumberToAsk() const {
+    if (const std::optional<StudyNumber> number = Number()) {
+        return *number;
+    }
+    throw Failure(fnInvalidCall, "The chart in hand has no target: give it one by its menu");
 }
 
 void CStudyPanel::AnswerCame(const std::string& status) {
@@ -252,8 +291,8 @@ void CStudyPanel::StoppedWithoutAnswer() {
     AnswerCame(interim.empty() ? "Stopped" : interim + "stopped");
 }
 
-/// Why the answer is not about what stands there now; null when it is.
-const char* CStudyPanel::WhyOld() const {
+/// Why the answer is not about what stands there now; empty when it is.
+std::string CStudyPanel::WhyOld() const {
     if (!(m_answered->Design == DesignNow())) {
         return "Of the design before its last change: run it again";
     }
@@ -261,23 +300,29 @@ const char* CStudyPanel::WhyOld() const {
         (UsesTargets() && m_answered->Targets != m_desk.Current.Study().Targets)) {
         return "Of what was asked before: run it again";
     }
-    return m_answered->Charts == Charts() ? nullptr : "The charts are others since: run it again";
+    if (m_answered->Charts != Charts()) {
+        return "The charts are others since: run it again";
+    }
+    return m_answered->Number == Number() ? "" : OfAnotherFigure;
 }
 
+/// Tells when the answer is not about what stands there any more, and when it is so again.
 void CStudyPanel::CheckAge() {
-    if (!m_answered || IsLive() || m_isOld) {
-        return;
+    const std::string why = m_answered && !IsLive() ? WhyOld() : "";
+    if (why != m_whyOld) {
+        m_whyOld = why;
+        labStatus.Caption = why.empty() ? m_status : why;
     }
-    if (const char* const words = WhyOld()) {
-        m_isOld = true;
-        Overlay = {};
-        labStatus.Caption = words;
-    }
+}
+
+/// Curves are the same whatever is asked of them, and another chart is in hand with every click.
+const StudyOverlay* CStudyPanel::OverlayNow() const {
+    return m_whyOld.empty() || m_whyOld == OfAnotherFigure ? &Overlay : nullptr;
 }
 
 void CStudyPanel::ForgetAnswer() {
     m_answered.reset();
-    m_isOld = false;
+    m_whyOld.clear();
     m_status.clear();
     for (StudyTable* const table : Answers) {
         table->Grid.Reset();

@@ -8,6 +8,7 @@
 #include "shell/StudyJob.h"
 #include "study/DesignVariable.h"
 #include "study/StudyFile.h"
+#include "study/StudyNumber.h"
 
 #include <cstddef>
 #include <functional>
@@ -79,9 +80,16 @@ struct OverlayBand {
 struct StudyOverlay {
     std::vector<OverlayCurve> Curves;
     std::vector<OverlayBand> Bands;
-    std::string Remark;              ///< in the heads of charts with curves of the study
     std::vector<MarkedPlace> Places; ///< in the drawing of the corner, where points are entered
+
+    /// True when a curve or band of a chart is among it.
+    [[nodiscard]] bool IsOn(const StudyChart& chart) const;
 };
+
+/// True for the same channel along the same travel.
+[[nodiscard]] inline bool IsSameLine(const StudyChart& one, const StudyChart& other) {
+    return one.Channel == other.Channel && one.Kind == other.Kind;
+}
 
 /// What the report of a study says beside its charts and tables.
 struct StudyWords {
@@ -94,7 +102,8 @@ struct StudyWords {
 struct StudyInquiry {
     corvanta::Design Design;
     std::vector<StudyChart> Charts;
-    std::vector<Target> Targets; ///< that the study looks at
+    std::optional<StudyNumber> Number; ///< of the chart in hand, where the study looks at one
+    std::vector<Target> Targets;       ///< that the study looks at
     StudyQuestions Questions;
     std::vector<StudyTable> Tables; ///< as they were filled in
 };
@@ -118,7 +127,7 @@ class CStudyPanel {
     std::vector<StudyTable*> Asked;
     Control cmdAdd, cmdRemove, cmdFill; ///< rows of the tables; invisible where there are none
 
-    /// What came out. The overlay goes with the next change of the document, the tables stay.
+    /// What came out. It stays until the next answer.
     std::vector<StudyTable*> Answers;
     std::vector<ChartSheet> Sheets;
     StudyOverlay Overlay;
@@ -160,6 +169,9 @@ class CStudyPanel {
     /// What the answer is about, as it was asked; there is one where there is an answer.
     [[nodiscard]] const StudyInquiry& Answered() const { return *m_answered; }
 
+    /// The overlay while it is about what stands there now; null otherwise.
+    [[nodiscard]] const StudyOverlay* OverlayNow() const;
+
   protected:
     /// Brings what is asked to fields and tables.
     virtual void ShowQuestion() = 0;
@@ -172,6 +184,16 @@ class CStudyPanel {
 
     /// True for a study that looks at the targets of the document.
     [[nodiscard]] virtual bool UsesTargets() const { return false; }
+
+    /// What a study that looks at one number of the chart in hand would be asked about now. None
+    /// for the deviation from a target that the chart does not have, and for other studies.
+    [[nodiscard]] virtual std::optional<StudyNumber> Number() const { return std::nullopt; }
+
+    /// That number as an entry of a list of figures.
+    [[nodiscard]] std::optional<StudyNumber> NumberInHand(const ListControl& figures) const;
+
+    /// `Number`; throws Failure where there is none.
+    [[nodiscard]] StudyNumber NumberToAsk() const;
 
     virtual void EditCell(std::size_t /*table*/, int /*row*/, int /*column*/,
                           const std::string& /*text*/) {}
@@ -230,10 +252,11 @@ class CStudyPanel {
     void Edit(const std::function<void()>& event);
     void ShowAsked();
     [[nodiscard]] std::vector<std::string> Typed() const;
+    [[nodiscard]] StudyInquiry Inquiry() const;
     void Begin();
     void ShowOutcome(const CStudyJob::Show& show);
     void CheckAge();
-    [[nodiscard]] const char* WhyOld() const;
+    [[nodiscard]] std::string WhyOld() const;
     void ShowButtons();
     void ForgetAnswer();
 
@@ -241,10 +264,10 @@ class CStudyPanel {
     std::optional<StudyInquiry> m_asked;    ///< what the work is about
     std::optional<StudyInquiry> m_answered; ///< what the answer on show is about
     std::string m_status;                   ///< of that answer
-    std::vector<std::string> m_typed;       ///< texts of the fields as they were shown
-    bool m_isOld = false;      ///< the answer is about something else than what stands there now
-    bool m_hasInterim = false; ///< the work that runs has shown an answer already
-    bool m_isDropped = false;  ///< nobody wants what the work finds: another document is there
+    std::string m_whyOld; ///< why it is not about what stands there now; empty when it is
+    std::vector<std::string> m_typed; ///< texts of the fields as they were shown
+    bool m_hasInterim = false;        ///< the work that runs has shown an answer already
+    bool m_isDropped = false; ///< nobody wants what the work finds: another document is there
     bool m_shown = false;
     bool m_again = false; ///< the question is another since the work began
 };

@@ -6,10 +6,14 @@
 #include "shell/ExportCommands.h"
 #include "shell/StudyFigures.h"
 #include "shell/VariableRows.h"
+#include "shell/WorkbenchCharts.h"
 #include "solver/SInitGeo.h"
+#include "study/DesignResults.h"
 
 #include <algorithm>
 #include <array>
+#include <iterator>
+#include <memory>
 
 namespace corvanta {
 
@@ -59,14 +63,26 @@ ReportTable TargetsOf(const Desk& desk, const std::vector<Target>& targets) {
     return table;
 }
 
-bool ShowsStudy(const ChartSheet& sheet, const CStudyPanel& panel) {
-    const auto isNamed = [&](const auto& overlays, const auto& shown) {
-        return std::any_of(shown.begin(), shown.end(), [&](const auto& one) {
-            return std::any_of(overlays.begin(), overlays.end(),
-                               [&](const auto& overlay) { return overlay.Name == one.Name; });
-        });
-    };
-    return isNamed(panel.Overlay.Bands, sheet.Bands) || isNamed(panel.Overlay.Curves, sheet.Curves);
+/// The charts with curves of the study, as they were when it was asked.
+std::vector<ChartSheet> SheetsOf(const Desk& desk, const CStudyPanel& panel) {
+    const StudyInquiry& asked = panel.Answered();
+    std::vector<StudyChart> charts;
+    std::copy_if(asked.Charts.begin(), asked.Charts.end(), std::back_inserter(charts),
+                 [&](const StudyChart& chart) { return panel.Overlay.IsOn(chart); });
+    if (charts.empty()) {
+        return {};
+    }
+    const auto scratch = std::make_unique<Suspension>();
+    const DesignResults results =
+        ResultsOf(*scratch, asked.Design, desk.Current.Settings(), charts, {});
+    ChartsContent content;
+    content.Charts = charts;
+    content.Now = &results;
+    content.Targets = asked.Targets;
+    content.Study = &panel.Overlay;
+    WorkbenchCharts composed(desk.Program);
+    composed.Compose(content);
+    return composed.Sheets();
 }
 
 std::string Joined(const std::vector<std::string>& lines) {
@@ -143,8 +159,7 @@ constexpr const char* HtmlLook =
 
 } // namespace
 
-StudyReport ReportOf(const Desk& desk, const CStudyPanel& panel,
-                     std::span<const ChartSheet> charts) {
+StudyReport ReportOf(const Desk& desk, const CStudyPanel& panel) {
     StudyReport report{desk.Program.DocumentPath, panel.Words(), {}, panel.Sheets, {}};
     for (const StudyTable& table : panel.Answered().Tables) {
         AddTable(report.Asked, table);
@@ -152,11 +167,8 @@ StudyReport ReportOf(const Desk& desk, const CStudyPanel& panel,
     if (!panel.Answered().Targets.empty()) {
         report.Asked.push_back(TargetsOf(desk, panel.Answered().Targets));
     }
-    for (const ChartSheet& sheet : charts) {
-        if (ShowsStudy(sheet, panel)) {
-            report.Sheets.push_back(sheet);
-        }
-    }
+    const std::vector<ChartSheet> sheets = SheetsOf(desk, panel);
+    report.Sheets.insert(report.Sheets.end(), sheets.begin(), sheets.end());
     for (const StudyTable* const table : panel.Answers) {
         AddTable(report.Answers, *table);
     }
@@ -200,8 +212,7 @@ std::string ReportAsHtml(const PageWriter& pages, const ProductVersion& version,
     return html + HtmlOf(report.Answers) + "</body></html>\n";
 }
 
-void AskAndReportStudy(Desk& desk, ShellHost& main, const CStudyPanel& panel,
-                       std::span<const ChartSheet> charts) {
+void AskAndReportStudy(Desk& desk, ShellHost& main, const CStudyPanel& panel) {
     const std::string& document = desk.Program.DocumentPath;
     const std::string name = FileServices::BaseName(document);
     const std::optional<ChosenFile> file = AskForExport(
@@ -211,7 +222,7 @@ void AskAndReportStudy(Desk& desk, ShellHost& main, const CStudyPanel& panel,
         return;
     }
     try {
-        const StudyReport report = ReportOf(desk, panel, charts);
+        const StudyReport report = ReportOf(desk, panel);
         const ProductVersion version = desk.Process.Version();
         PageWriter& pages = desk.Windows.Pages;
         if (file->Extension == "html" || file->Extension == "htm") {

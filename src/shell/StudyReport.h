@@ -8,7 +8,6 @@
 #include "shell/ShellHost.h"
 #include "shell/StudyPanel.h"
 
-#include <span>
 #include <string>
 #include <vector>
 
@@ -30,10 +29,10 @@ struct StudyReport {
     std::vector<ReportTable> Answers; ///< the coordinates of the design are the last one
 };
 
-/// The report of a panel that has an answer. `charts` are those of the workbench; the ones on which
-/// the study shows something are in it.
-[[nodiscard]] StudyReport ReportOf(const Desk& desk, const CStudyPanel& panel,
-                                   std::span<const ChartSheet> charts);
+/// The report of a panel that has an answer. In it are the charts on which the study shows
+/// something, with the design that it was asked about at static travel, wherever the workbench
+/// stands now.
+[[nodiscard]] StudyReport ReportOf(const Desk& desk, const CStudyPanel& panel);
 
 /// Writes a report as a document of pages, in the look of the printed views, and leaves it ended.
 void WriteReport(PageWriter& pages, const ProductVersion& version, const StudyReport& report);
@@ -43,7 +42,6 @@ void WriteReport(PageWriter& pages, const ProductVersion& version, const StudyRe
                                        const StudyReport& report);
 
 /// Asks for a name and writes the report of a panel, as HTML or PDF by the name. A failure is told.
-void AskAndReportStudy(Desk& desk, ShellHost& main, const CStudyPanel& panel,
-                       std::span<const ChartSheet> charts);
+void AskAndReportStudy(Desk& desk, ShellHost& main, const CStudyPanel& panel);
 
 } // namespace corvanta

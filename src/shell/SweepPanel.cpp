@@ -179,10 +179,8 @@ CStudyJob::Work SweepPanel::Prepare(const Design& design,
         throw Failure(fnInvalidCall, "Nothing runs: select a cell among the points and press Add "
                                      "Selected, or add a value");
     }
-    m_askedFigure = cboFigure.Index();
     question.Charts = Charts();
-    question.Number = NumberOfChart(Charts().at(m_host.ChartInHand()), cboFigure.Index(),
-                                    m_desk.Current.Study().Targets);
+    question.Number = NumberToAsk();
     return [this, design, settings, question](const StudyWork& work, const auto&) {
         CSampleRunner runner(work);
         SweepAnswer answer = RunSweep(runner, design, question, settings->Settings());
@@ -195,9 +193,8 @@ void SweepPanel::ShowAnswer(const SweepQuestion& question, const SweepAnswer& an
     Overlay = {};
     Sheets.clear();
     question.Axes.size() == 1 ? ShowFan(question, answer) : ShowMap(question, answer);
-    const std::size_t done = static_cast<std::size_t>(
-        std::count_if(answer.Designs.begin(), answer.Designs.end(),
-                      [](const SweptDesign& design) { return design.Solved; }));
+    const auto done = std::count_if(answer.Designs.begin(), answer.Designs.end(),
+                                    [](const SweptDesign& design) { return design.Solved; });
     std::string found = std::to_string(done) + " designs";
     if (answer.FailedDesigns > 0) {
         found += ", " + std::to_string(answer.FailedDesigns) + " can't be solved";
@@ -250,7 +247,7 @@ void SweepPanel::ShowFan(const SweepQuestion& question, const SweepAnswer& answe
             answer.Designs.size() <= MostNamed || n == 0 || n + 1 == answer.Designs.size();
         const std::string name =
             isNamed ? Text(axis, design.Values[0]) + " " + across.UnitLabel : "";
-        const bool isDrawn = isNamed || n % (answer.Designs.size() / MostDrawn + 1) == 0;
+        const bool isDrawn = isNamed || n % ((answer.Designs.size() - 1) / MostDrawn + 1) == 0;
         for (std::size_t chart = 0; isDrawn && chart < design.Curves.size(); ++chart) {
             if (const std::optional<Curve>& curve = design.Curves[chart]) {
                 Overlay.Curves.push_back(

@@ -25,7 +25,10 @@ class SweepPanel final : public CStudyPanel {
     void RemoveRow(std::size_t table, std::size_t row) override;
     void Fill(std::size_t table) override;
     [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
-        return then.Sweep == Questions().Sweep && m_askedFigure == cboFigure.Index();
+        return then.Sweep == Questions().Sweep;
+    }
+    [[nodiscard]] std::optional<StudyNumber> Number() const override {
+        return NumberInHand(cboFigure);
     }
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;
@@ -40,7 +43,6 @@ class SweepPanel final : public CStudyPanel {
     [[nodiscard]] std::string NameOfAxis(const SuspensionData& data, const SweepAxis& axis) const;
 
     std::vector<SweptValue> m_values; ///< of the list
-    int m_askedFigure = 0;            ///< of the list
     StudyWords m_words;
 };
 

@@ -74,7 +74,8 @@ void TolerancePanel::ShowQuestion() {
 
 void TolerancePanel::TakeFields() {
     const Separators& separators = Units().NumberSeparators;
-    const std::int64_t samples = TypedCount(txtSamples, 2, MostToleranceSamples, separators);
+    const std::int64_t samples =
+        TypedCount(txtSamples, LeastToleranceSamples, MostToleranceSamples, separators);
     const std::int64_t seed = TypedCount(txtSeed, 0, GreatestSeed, separators);
     Change([&](StudyQuestions& questions) {
         questions.Tolerance.Samples = static_cast<std::size_t>(samples);
@@ -130,14 +131,16 @@ CStudyJob::Work TolerancePanel::Prepare(const Design& design,
     return [this, design, settings, question](const StudyWork& work,
                                               const CStudyJob::Interim& interim) {
         const double atOnce =
-            static_cast<double>(SamplesAtOnce) / static_cast<double>(question.Samples);
+            question.Samples > 2 * SamplesAtOnce
+                ? static_cast<double>(SamplesAtOnce) / static_cast<double>(question.Samples)
+                : 0; // of the work
         const auto ask = [&](const ToleranceQuestion& asked, double from,
                              double to) -> CStudyJob::Show {
             CSampleRunner runner(PartOf(work, from, to));
             ToleranceAnswer answer = FindTolerance(runner, design, asked, settings->Settings());
             return [this, asked, answer = std::move(answer)] { ShowAnswer(asked, answer); };
         };
-        if (question.Samples > 2 * SamplesAtOnce) {
+        if (atOnce > 0) {
             ToleranceQuestion first = question;
             first.Samples = SamplesAtOnce;
             interim(ask(first, 0, atOnce));
@@ -236,8 +239,6 @@ void TolerancePanel::ShowShares(const ToleranceQuestion& question, const Toleran
 }
 
 void TolerancePanel::ShowSpread(const ToleranceQuestion& question, const ToleranceAnswer& answer) {
-    constexpr double Low = 0.05;
-    constexpr double High = 0.95;
     DataGrid& grid = grdSpread.Grid;
     LayOutTable(grid,
                 std::array<std::string, 9>{"Figure", "Unit", "Nominal", "Mean",
@@ -268,8 +269,8 @@ void TolerancePanel::ShowSpread(const ToleranceQuestion& question, const Toleran
         show(3, spread.Mean);
         show(4, spread.StandardDeviation);
         show(5, values.front());
-        show(6, QuantileOf(values, Low));
-        show(7, QuantileOf(values, High));
+        show(6, QuantileOf(values, LowProbability));
+        show(7, QuantileOf(values, HighProbability));
         show(8, values.back());
     }
 }

@@ -225,9 +225,6 @@ void WorkbenchCharts::AddStudy(ChartSheet& sheet, const ChartsContent& content,
     const TravelPlace& place = content.Now->Place;
     const bool isStatic = (AlongRack(chart) ? place.Wheel : place.Rack) == 0;
     const double factor = m_program.Channels[chart.Channel].Factor;
-    const auto isHere = [&](const StudyChart& other) {
-        return other.Channel == chart.Channel && other.Kind == chart.Kind;
-    };
     const auto line = [&](const std::vector<double>& travel, const std::vector<double>& values) {
         std::vector<ChartPoint> points;
         for (std::size_t k = 0; k < travel.size(); ++k) {
@@ -235,31 +232,21 @@ void WorkbenchCharts::AddStudy(ChartSheet& sheet, const ChartsContent& content,
         }
         return points;
     };
-    const auto remark = [&](const std::string& words) {
-        if (sheet.MarkText.empty()) {
-            sheet.MarkText = words;
-        }
-    };
     if (!isStatic) { // studies are about the other travel at static
-        const auto any = [&](const auto& overlays) {
-            return std::any_of(overlays.begin(), overlays.end(),
-                               [&](const auto& overlay) { return isHere(overlay.Chart); });
-        };
-        if (any(content.Study->Bands) || any(content.Study->Curves)) {
-            remark(AlongRack(chart) ? "study at static wheel travel"
-                                    : "study at static rack travel");
+        if (content.Study->IsOn(chart) && sheet.MarkText.empty()) {
+            sheet.MarkText =
+                AlongRack(chart) ? "study at static wheel travel" : "study at static rack travel";
         }
         return;
     }
     for (const OverlayBand& band : content.Study->Bands) {
-        if (isHere(band.Chart)) {
+        if (IsSameLine(band.Chart, chart)) {
             sheet.Bands.push_back({band.Name, BandKind::Tolerance, StudyColour,
                                    line(band.Travel, band.Low), line(band.Travel, band.High)});
         }
     }
     for (const OverlayCurve& curve : content.Study->Curves) {
-        if (isHere(curve.Chart)) {
-            remark(content.Study->Remark);
+        if (IsSameLine(curve.Chart, chart)) {
             sheet.Curves.push_back({curve.Name, CurveStyle::Thin, curve.Drawn, false,
                                     line(curve.Travel, curve.Values)});
         }

@@ -173,7 +173,7 @@ void frmWorkbench::Update() {
     ShowLists();
     ShowHead();
     panEmpty.Visible = !m_now;
-    if (m_now) { // its steps speak of what can be seen
+    if (m_now && !Studies.Shown()) { // its steps speak of what can be seen
         Tour.Offer(m_desk.Store);
     }
 }
@@ -273,7 +273,7 @@ void frmWorkbench::ComposeCharts() {
     content.Held = m_held || m_desk.Current.Steps().IsHeld();
     content.Hover = m_hover;
     if (const CStudyPanel* const study = Studies.InSight()) {
-        content.Study = &study->Overlay;
+        content.Study = study->OverlayNow();
     }
     m_charts.Compose(content);
 }
@@ -297,8 +297,9 @@ void frmWorkbench::ShowCorner() {
     content.Catalogue = CatalogueOf(m_now->Design.Data);
     content.Selected = Points.SelectedPoints();
     content.Faulty = results.Faulty;
-    if (const CStudyPanel* const study = Studies.InSight()) {
-        content.Places = study->Overlay.Places;
+    const CStudyPanel* const study = Studies.InSight();
+    if (study != nullptr && study->OverlayNow() != nullptr) {
+        content.Places = study->OverlayNow()->Places;
     }
     Corner.Show(std::move(content));
     if (std::exchange(m_fitCorner, false)) {

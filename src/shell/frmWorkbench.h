@@ -139,7 +139,7 @@ class frmWorkbench final : public Window, private DocumentWatcher, private Study
     void ToggleStudies();
 
     /// Begins the study in sight.
-    void RunStudy();
+    void RunStudy() const;
 
     /// Help on the study in sight, or on the workbench.
     void cmdHelp_Click();

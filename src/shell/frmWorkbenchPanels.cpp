@@ -1,5 +1,5 @@
-// The travel, the history and the variants of the workbench; the window around them is in
-// frmWorkbench.cpp.
+// The travel, the history, the variants and the studies of the workbench; the window around them is
+// in frmWorkbench.cpp.
 
 #include "shell/frmWorkbench.h"
 
@@ -238,7 +238,7 @@ void frmWorkbench::ToggleStudies() {
     ShowStudy(Studies.Shown() ? std::nullopt : std::optional(m_lastStudy));
 }
 
-void frmWorkbench::RunStudy() {
+void frmWorkbench::RunStudy() const {
     const std::optional<std::size_t> shown = Studies.Shown();
     if (shown && Studies.All()[*shown]->cmdRun.Enabled) {
         Studies.All()[*shown]->cmdRun_Click();
@@ -259,7 +259,7 @@ bool frmWorkbench::PollStudies() {
 void frmWorkbench::ReportStudy() {
     if (const CStudyPanel* const study = Studies.InSight();
         study != nullptr && study->HasAnswer()) {
-        AskAndReportStudy(m_desk, m_main, *study, Sheets());
+        AskAndReportStudy(m_desk, m_main, *study);
     }
 }
 

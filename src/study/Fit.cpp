@@ -48,9 +48,7 @@ std::string FaultOfWords(const Measured& measured) {
     if (question.Readings.empty()) {
         return "There is no reading";
     }
-    const ChannelCatalogue& channels = measured.Settings.Channels;
-    std::string fault = FaultOfReadings(question.Readings, channels);
-    return fault.empty() ? FaultOfPlaces(measured.Base, question.Readings, channels) : fault;
+    return FaultOfReadings(question.Readings, measured.Settings.Channels);
 }
 
 /// What a design at a point of the variables has of the readings; nothing when it can't be solved.
@@ -103,6 +101,11 @@ std::string FaultOfBase(Measured& measured, Suspension& scratch) {
     SolveResult result = Solve(scratch, measured.Base, measured.Settings, StaticCut());
     if (!result.Solved) {
         return "The design can't be calculated: " + ReasonOf(result.Failure);
+    }
+    if (std::string fault =
+            FaultOfPlaces(measured.Base, measured.Question.Readings, measured.Settings);
+        !fault.empty()) {
+        return fault;
     }
     measured.Grid =
         GridOfReadings(measured.Base, measured.Question.Readings, measured.Settings.Units);

@@ -132,13 +132,14 @@ std::array<Axis, 2> OwnAxes(const SuspensionData& data, const TravelGrid& grid) 
 } // namespace
 
 std::string FaultOfPlaces(const Design& design, std::span<const Reading> readings,
-                          const ChannelCatalogue& channels) {
-    const double mirrored = std::min(design.Data.Bump, design.Data.Droop) + TravelResolution;
+                          const SolveSettings& settings) {
+    const Axis wheel = OwnAxes(design.Data, CountTravelSteps(design.Data, settings.Units)).front();
+    const double mirrored = std::min(wheel.Up, wheel.Down) + TravelResolution;
     for (std::size_t n = 0; n < readings.size(); ++n) {
         if (design.Data.ChassisMotion == cmRoll && IsRollCentre(readings[n].Channel) &&
             std::abs(readings[n].WheelTravel) > mirrored) {
             return "Reading " + std::to_string(n + 1) + " (" +
-                   std::string(TrimBlanks(channels[readings[n].Channel].Title)) +
+                   std::string(TrimBlanks(settings.Channels[readings[n].Channel].Title)) +
                    "): the opposite wheel has no such travel";
         }
     }

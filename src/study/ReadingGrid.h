@@ -42,9 +42,9 @@ struct ReadingGrid {
 };
 
 /// Why readings have no place on a grid of a design; empty when they have. Under roll there is no
-/// roll centre where the opposite wheel does not get to.
+/// roll centre where the opposite wheel does not get to. Throws Failure as `CountTravelSteps`.
 [[nodiscard]] std::string FaultOfPlaces(const Design& design, std::span<const Reading> readings,
-                                        const ChannelCatalogue& channels);
+                                        const SolveSettings& settings);
 
 /// The grid of readings that have a place. Throws Failure as `CountTravelSteps`.
 [[nodiscard]] ReadingGrid GridOfReadings(const Design& design, std::span<const Reading> readings,

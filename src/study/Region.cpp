@@ -42,10 +42,7 @@ GridCut CutFor(const SuspensionData& data, const RegionQuestion& question,
         }
     }
     for (const Target& target : question.Targets) {
-        const std::vector<double> racks =
-            cut.RackTravels; // all that is asked for, or the static one
         AddCurve(cut, target.Channel, target.Variable);
-        cut.RackTravels = racks;
     }
     return cut;
 }

@@ -4,6 +4,7 @@
 #include "model/NumberText.h"
 #include "model/Views.h"
 
+#include <algorithm>
 #include <string_view>
 #include <vector>
 
@@ -12,7 +13,9 @@ namespace corvanta {
 void AddCurve(GridCut& cut, int channel, std::int32_t variable) {
     std::vector<double>& travels =
         variable == vvAlongRackTravel ? cut.WheelTravels : cut.RackTravels;
-    travels.assign(1, 0);
+    if (std::find(travels.begin(), travels.end(), 0) == travels.end()) {
+        travels.push_back(0);
+    }
     cut.BarRotation = cut.BarRotation || channel == chARBRotation;
 }
 

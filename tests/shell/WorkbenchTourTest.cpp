@@ -20,7 +20,11 @@ class WorkbenchTourTest : public MainFormTest {
 TEST_F(WorkbenchTourTest, ComesOnceByItselfWhenThereIsSomethingToSee) {
     OpenWorkbench();
     EXPECT_FALSE(Tour().IsOpen()) << "there is no document";
+    m_main.Workbench->ShowStudy(1);
     Open(SampleBytes());
+    m_main.Workbench->Update();
+    EXPECT_FALSE(Tour().IsOpen()) << "it would lie upon the study";
+    m_main.Workbench->ShowStudy(std::nullopt);
     m_main.Workbench->Update();
     EXPECT_TRUE(Tour().IsOpen());
     Tour().cmdSkip_Click();

@@ -181,7 +181,7 @@ TEST_F(FitTest, RefusesWhatItCannotAnswer) {
         const FitQuestion question = m_question;
         const Design design = m_design;
         change();
-        const std::string text = FailureOf([&] { Fitted(); }).Description();
+        std::string text = FailureOf([&] { Fitted(); }).Description();
         m_question = question;
         m_design = design;
         return text;

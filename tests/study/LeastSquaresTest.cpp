@@ -32,7 +32,7 @@ LeastSquaresProblem ProblemOf(std::vector<double> start,
 }
 
 /// A straight line a + b t through four values.
-LeastSquaresProblem LineThrough(std::vector<double> values) {
+LeastSquaresProblem LineThrough(const std::vector<double>& values) {
     LeastSquaresProblem problem = ProblemOf({0, 0}, [values](const std::vector<double>& x) {
         std::vector<double> residuals;
         for (std::size_t t = 0; t < values.size(); ++t) {
@@ -84,6 +84,7 @@ TEST(LeastSquaresTest, ALineHasItsClosedForm) {
 
 TEST(LeastSquaresTest, AGrossErrorHasNoWeight) {
     std::vector<double> values;
+    values.reserve(20);
     for (int t = 0; t < 20; ++t) {
         values.push_back(2 + 0.5 * t + (t % 2 == 0 ? 0.01 : -0.01));
     }

@@ -183,7 +183,7 @@ TEST_F(OptimiseTest, RefusesWhatItCannotAnswer) {
         const OptimiseQuestion question = m_question;
         const Design design = m_design;
         change();
-        const std::string text = Refusal();
+        std::string text = Refusal();
         m_question = question;
         m_design = design;
         return text;

@@ -113,6 +113,21 @@ TEST(ReadingsTest, TravelsOffTheGridAreSolvedOrLieOnACubic) {
     EXPECT_NEAR((near.Values[1] - near.Values[0]) / 0.1, -0.025, 0.003);
 }
 
+TEST(ReadingsTest, ALastStepBeyondBumpIsOnTheGrid) {
+    Design design = DesignOf(LoadSample("formula-front-pushrod.WSP"));
+    design.Data.Bump = design.Data.Droop = 22; // the steps reach 25
+    design.Data.WheelTravelStepSize = 5;
+    design.Data.ChassisMotion = cmRoll;
+    std::vector<Reading> readings{{25, 0, chRollCentreToGround, 0, 1}};
+    const FundamentalUnits units = MetricUnits();
+    const ChannelCatalogue channels = MetricChannels();
+    EXPECT_EQ(FaultOfPlaces(design, readings, {units, channels}), "");
+    const ReadingGrid grid = GridOfReadings(design, readings, units);
+    EXPECT_TRUE(grid.Exact && grid.WheelTravelStepSize == 5);
+    readings.front().WheelTravel = 26;
+    EXPECT_THAT(FaultOfPlaces(design, readings, {units, channels}), HasSubstr("opposite wheel"));
+}
+
 TEST(ReadingsTest, TheFarthestReadingsLieWithinTheirFourStepsToo) {
     const Design design = DesignOf(LoadSample("formula-front-pushrod.WSP"));
     const std::vector<Reading> readings{{20.13, 0, chCamberAngle, 0, 1},

@@ -18,8 +18,8 @@ class RegionTest : public ::testing::Test {
     const ChannelCatalogue m_channels = MetricChannels();
     const SolveSettings m_settings{m_units, m_channels};
 
-    RegionAnswer Find(const Design& design, const RegionQuestion& question,
-                      const StudyWork& work = {}) const {
+    [[nodiscard]] RegionAnswer Find(const Design& design, const RegionQuestion& question,
+                                    const StudyWork& work = {}) const {
         CSampleRunner runner(work);
         return FindRegion(runner, design, question, m_settings);
     }
@@ -35,7 +35,8 @@ class RegionTest : public ::testing::Test {
     }
 
     /// A target that the design meets by its channel at a travel, plus or minus.
-    Target Held(const Design& design, int channel, double from, double to, double tolerance) const {
+    [[nodiscard]] Target Held(const Design& design, int channel, double from, double to,
+                              double tolerance) const {
         Suspension scratch;
         (void)Solve(scratch, design, m_settings);
         const double value = *ValueAt(CurveOf(scratch, channel, vvAlongWheelTravel), 0);

@@ -22,13 +22,14 @@ class SetupSheetTest : public ::testing::Test {
     const SolveSettings m_settings{m_units, m_channels};
     const Design m_pushrod = DesignOf(LoadSample("formula-front-pushrod.WSP"));
 
-    SetupSheet Sheet(const Design& design, const SetupQuestion& question,
-                     const StudyWork& work = {}) const {
+    [[nodiscard]] SetupSheet Sheet(const Design& design, const SetupQuestion& question,
+                                   const StudyWork& work = {}) const {
         CSampleRunner runner(work);
         return MakeSetupSheet(runner, design, question, m_settings);
     }
 
-    TurnsAnswer Turns(const TurnsQuestion& question, const StudyWork& work = {}) const {
+    [[nodiscard]] TurnsAnswer Turns(const TurnsQuestion& question,
+                                    const StudyWork& work = {}) const {
         CSampleRunner runner(work);
         return FindTurns(runner, m_pushrod, question, m_settings);
     }
@@ -41,8 +42,8 @@ class SetupSheetTest : public ::testing::Test {
     }
 
     /// Camber, toe and ride height wished for; all else free.
-    TurnsQuestion Question(std::vector<Adjuster> adjusters, double camber, double toe,
-                           double rideHeight) const {
+    [[nodiscard]] TurnsQuestion Question(std::vector<Adjuster> adjusters, double camber, double toe,
+                                         double rideHeight) const {
         TurnsQuestion question;
         question.Sheet.Figures = SheetFiguresOf(m_pushrod.Data);
         question.Wishes.resize(question.Sheet.Figures.size());
