@@ -5,6 +5,7 @@
 #include "solver/SInitGeo.h"
 
 #include <algorithm>
+#include <cctype>
 #include <chrono>
 #include <thread>
 #include <utility>
@@ -24,6 +25,14 @@ bool IsAsked(const StudyQuestions& questions, std::string_view study) {
            (study == "region" && questions.Region != first.Region) ||
            (study == "fit" && questions.Fit != first.Fit) ||
            (study == "setup" && questions.Setup != first.Setup);
+}
+
+/// "What spreads it" as "what-spreads-it".
+std::string KeyOf(std::string title) {
+    for (char& letter : title) {
+        letter = letter == ' ' ? '-' : static_cast<char>(std::tolower(letter));
+    }
+    return title;
 }
 
 /// The place of a chart among those of a study, where it is added if it is not there.
@@ -95,7 +104,8 @@ std::vector<ResultTable> CStudyDesk::Answer(std::size_t study,
         TableOfLines(name + "-found", words.Title, words.Title + ": found", words.Found)};
     for (const StudyTable* const table : panel.Answers) {
         if (table->Grid.Rows() > table->Grid.FixedRows()) {
-            tables.push_back(TableOfGrid(name + "-" + table->Title, table->Title, table->Grid));
+            tables.push_back(
+                TableOfGrid(name + "-" + KeyOf(table->Title), table->Title, table->Grid));
         }
     }
     m_found.reset();

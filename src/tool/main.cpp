@@ -24,6 +24,7 @@ int main(int argc, char** argv) {
     corvanta::AddSweep(app, tool);
     corvanta::AddStudy(app, tool);
     corvanta::AddReport(app, tool);
+    corvanta::AddNames(app, tool);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
