@@ -1,6 +1,7 @@
 // The studies that solve many designs: slopes, sweeps, tolerances. The corner has its own grid, the
 // argument is the number of threads.
 
+#include "automation/Variants.h"
 #include "benchmarks/AgainstOneThread.h"
 #include "benchmarks/Documents.h"
 #include "calculation/SCalcs.h"
@@ -69,6 +70,26 @@ void BM_Tolerance(benchmark::State& state) {
     });
 }
 BENCHMARK(BM_Tolerance)->Arg(1)->Arg(2)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+/// 10,000 variants with three figures, handed out in order as the command line writes them.
+void BM_Variants(benchmark::State& state) {
+    const Corner corner;
+    const auto axis = [&](PointNumber point) {
+        const double height = corner.Loaded.Points[point].Z;
+        return SweepAxis{PointCoordinate{point, 2}, EvenlySpaced(height - 5, height + 5, 100)};
+    };
+    const VariantQuestion question{{axis(ptTRI), axis(ptUWIF)},
+                                   {{chSteerAngleBump, FigureKind::RangeOverTravel},
+                                    {chCamberAngle, FigureKind::GainAtStatic},
+                                    {chRollCentreToGround}}};
+    TimeAgainstOneThread(state, [&](CSampleRunner& runner) {
+        double sum = 0;
+        RunVariants(runner, corner.Loaded, question, corner.Settings, {0, question.Count()},
+                    [&](const VariantRow& row) { sum += row.Figures.front().value_or(0); });
+        benchmark::DoNotOptimize(sum);
+    });
+}
+BENCHMARK(BM_Variants)->Arg(1)->Arg(2)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace corvanta::benchmarks
