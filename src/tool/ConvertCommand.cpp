@@ -8,8 +8,7 @@ namespace corvanta {
 namespace {
 
 struct ConvertChoice {
-    std::vector<std::string> Files;
-    std::string Output;
+    FileChoice Documents;
     std::string To = "WSP";
     std::string Points;
     NumberChoice Numbers;
@@ -17,9 +16,8 @@ struct ConvertChoice {
 
 void Convert(Tool& tool, const ConvertChoice& choice) {
     const FundamentalUnits units = choice.Numbers.Chosen();
-    tool.ForEach(choice.Files, [&](const std::string& path) {
-        const std::string output =
-            OutputFor(tool, choice.Output, path, "." + choice.To, choice.Files.size() > 1);
+    tool.ForEach(choice.Documents.Files, [&](const std::string& path) {
+        const std::string output = choice.Documents.OutputFor(tool, path, "." + choice.To);
         Design design = Open(tool, path, units);
         if (!choice.Points.empty()) {
             TakePoints(design, tool.Files.ReadBytes(choice.Points), units);
@@ -38,9 +36,7 @@ void AddConvert(CLI::App& app, Tool& tool) {
     CLI::App& command = *app.add_subcommand(
         "convert", "Writes documents of any version as present ones, or their points as a table");
     const auto choice = std::make_shared<ConvertChoice>();
-    command.add_option("FILE", choice->Files, "documents; - for standard input")->required();
-    command.add_option("-o,--output", choice->Output,
-                       "file, or folder for several; standard output without it");
+    choice->Documents.AddTo(command);
     command.add_option("-t,--to", choice->To, "a document, or a table of its points")
         ->check(CLI::IsMember({"WSP", "csv"}))
         ->capture_default_str();

@@ -8,8 +8,7 @@ namespace corvanta {
 namespace {
 
 struct DxfChoice {
-    std::vector<std::string> Files;
-    std::string Output;
+    FileChoice Documents;
     std::string Form = "r12";
     double Wheel = 0;
     double Rack = 0;
@@ -19,9 +18,8 @@ struct DxfChoice {
 void WriteDrawings(Tool& tool, const DxfChoice& choice) {
     const FundamentalUnits units = choice.Numbers.Chosen();
     const double factor = units[ucDisplacement].Factor;
-    tool.ForEach(choice.Files, [&](const std::string& path) {
-        const std::string output =
-            OutputFor(tool, choice.Output, path, ".dxf", choice.Files.size() > 1);
+    tool.ForEach(choice.Documents.Files, [&](const std::string& path) {
+        const std::string output = choice.Documents.OutputFor(tool, path, ".dxf");
         const std::unique_ptr<Program> corner = OpenSolved(tool, path, units);
         const Suspension& document = corner->Document;
         const int rack = NearestRackStep(document, choice.Rack / factor);
@@ -39,9 +37,7 @@ void WriteDrawings(Tool& tool, const DxfChoice& choice) {
 void AddDxf(CLI::App& app, Tool& tool) {
     CLI::App& command = *app.add_subcommand("dxf", "Calculates documents and draws the corner");
     const auto choice = std::make_shared<DxfChoice>();
-    command.add_option("FILE", choice->Files, "documents; - for standard input")->required();
-    command.add_option("-o,--output", choice->Output,
-                       "file, or folder for several; standard output without it");
+    choice->Documents.AddTo(command);
     command
         .add_option("--form", choice->Form,
                     "r12, with a header, or classic, as the program exports it")

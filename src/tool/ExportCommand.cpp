@@ -14,11 +14,10 @@ namespace corvanta {
 namespace {
 
 struct ExportChoice {
-    std::vector<std::string> Files;
+    FileChoice Documents;
     ViewChoice Views;
     std::vector<std::string> Channels;
     TableChoice Tables;
-    std::string Output;
     std::string Along = "wheel";
     double Wheel = 0;
     double Rack = 0;
@@ -43,9 +42,9 @@ std::vector<ResultTable> Wanted(Program& corner, const ExportChoice& choice) {
 
 void Export(Tool& tool, const ExportChoice& choice) {
     const FundamentalUnits units = choice.Numbers.Chosen();
-    tool.ForEach(choice.Files, [&](const std::string& path) {
-        const std::string output = OutputFor(tool, choice.Output, path, "." + choice.Tables.Format,
-                                             choice.Files.size() > 1);
+    tool.ForEach(choice.Documents.Files, [&](const std::string& path) {
+        const std::string output =
+            choice.Documents.OutputFor(tool, path, "." + choice.Tables.Format);
         const std::unique_ptr<Program> corner = OpenSolved(tool, path, units);
         tool.Files.WriteBytes(
             output, choice.Tables.BytesOf(Wanted(*corner, choice), units.NumberSeparators));
@@ -57,7 +56,7 @@ void Export(Tool& tool, const ExportChoice& choice) {
 void AddExport(CLI::App& app, Tool& tool) {
     CLI::App& command = *app.add_subcommand("export", "Calculates documents and writes tables");
     const auto choice = std::make_shared<ExportChoice>();
-    command.add_option("FILE", choice->Files, "documents; - for standard input")->required();
+    choice->Documents.AddTo(command);
     choice->Views.AddTo(command, vwAllChannels);
     command
         .add_option("-c,--channels", choice->Channels,
@@ -65,8 +64,6 @@ void AddExport(CLI::App& app, Tool& tool) {
         ->delimiter(',')
         ->allow_extra_args(false);
     choice->Tables.AddTo(command);
-    command.add_option("-o,--output", choice->Output,
-                       "file, or folder for several; standard output without it");
     command.add_option("--along", choice->Along, "what tables run along")
         ->check(CLI::IsMember({"wheel", "rack"}))
         ->capture_default_str();

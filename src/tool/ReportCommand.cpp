@@ -1,5 +1,6 @@
 #include "frame/MOptions.h"
 #include "frame/MSusp.h"
+#include "model/Failure.h"
 #include "platform/IniSettingsStore.h"
 #include "platform/MachineServices.h"
 #include "platform/PageWriter.h"
@@ -13,9 +14,8 @@ namespace corvanta {
 namespace {
 
 struct ReportChoice {
-    std::vector<std::string> Files;
+    FileChoice Documents;
     ViewChoice Views;
-    std::string Output;
     bool Landscape = false;
     bool OnePerPage = false;
     bool NoDetails = false;
@@ -48,9 +48,11 @@ void Report(Tool& tool, const ReportChoice& choice) {
     const CTemporaryPath settings("");
     KeepSettingsIn(settings.Path());
     WriteSettings(tool, choice);
-    tool.ForEach(choice.Files, [&](const std::string& path) {
-        const std::string output =
-            OutputFor(tool, choice.Output, path, ".pdf", choice.Files.size() > 1);
+    tool.ForEach(choice.Documents.Files, [&](const std::string& path) {
+        const std::string output = choice.Documents.OutputFor(tool, path, ".pdf");
+        if (output == StreamPath || path == StreamPath) {
+            throw Failure(fnInvalidCall, "a report is of a file and goes to one: use --output");
+        }
         tool.Failed = !RunDesktopProgram({"--report=" + output, path}) || tool.Failed;
     });
 }
@@ -61,10 +63,8 @@ void AddReport(CLI::App& app, Tool& tool) {
     CLI::App& command =
         *app.add_subcommand("report", "Prints documents into PDF files, by the desktop program");
     const auto choice = std::make_shared<ReportChoice>();
-    command.add_option("FILE", choice->Files, "documents")->required();
+    choice->Documents.AddTo(command, "documents");
     choice->Views.AddTo(command, SelectableViewCount);
-    command.add_option("-o,--output", choice->Output, "PDF file, or folder for several")
-        ->required();
     command.add_flag("--landscape", choice->Landscape, "pages are wider than high");
     command.add_flag("--one-per-page", choice->OnePerPage, "every table begins a page");
     command.add_flag("--no-details", choice->NoDetails, "without the details of the chassis");

@@ -18,13 +18,12 @@ namespace {
 constexpr std::array<std::string_view, 4> FigureNames{"static", "gain", "range", "deviation"};
 
 struct StudyChoice {
-    std::vector<std::string> Files;
+    FileChoice Documents;
     std::vector<std::string> Studies;
     std::string Document;
     std::string Chart;
     std::string Along = "wheel";
     std::string Figure = std::string(FigureNames[1]);
-    std::string Output;
     std::string Keep;
     TableChoice Tables;
     NumberChoice Numbers;
@@ -85,8 +84,7 @@ void RunStudies(Tool& tool, const StudyChoice& choice, const std::string& path) 
     FundamentalUnits units = choice.Numbers.Chosen();
     const StudyData study = ReadStudy(tool.Files.ReadBytes(path), path);
     const Design design = Open(tool, DocumentOf(tool, choice, path, study), units);
-    const std::string output =
-        OutputFor(tool, choice.Output, path, "." + choice.Tables.Format, choice.Files.size() > 1);
+    const std::string output = choice.Documents.OutputFor(tool, path, "." + choice.Tables.Format);
     CStudyDesk desk(design, study, units, AimOf(choice, units));
     std::vector<ResultTable> tables;
     std::optional<Design> found;
@@ -118,7 +116,7 @@ void RunStudies(Tool& tool, const StudyChoice& choice, const std::string& path) 
 void AddStudy(CLI::App& app, Tool& tool) {
     CLI::App& command = *app.add_subcommand("study", "Answers what study files ask");
     const auto choice = std::make_shared<StudyChoice>();
-    command.add_option("FILE", choice->Files, "study files")->required();
+    choice->Documents.AddTo(command, "study files");
     command
         .add_option("-s,--study", choice->Studies,
                     "which studies, parted by commas; without it those that the file asks for")
@@ -136,14 +134,12 @@ void AddStudy(CLI::App& app, Tool& tool) {
     command.add_option("--figure", choice->Figure, "what they look at of it")
         ->check(OneOf(FigureNames))
         ->capture_default_str();
-    command.add_option("-o,--output", choice->Output,
-                       "file, or folder for several; standard output without it");
     command.add_option("--keep", choice->Keep,
                        "a document to write the design to that optimise, fit or setup found");
     choice->Tables.AddTo(command);
     choice->Numbers.AddTo(command);
     command.callback([&tool, choice] {
-        tool.ForEach(choice->Files,
+        tool.ForEach(choice->Documents.Files,
                      [&](const std::string& path) { RunStudies(tool, *choice, path); });
     });
 }

@@ -82,6 +82,27 @@ void Tool::ForEach(const std::vector<std::string>& paths,
     }
 }
 
+void FileChoice::AddTo(CLI::App& command, const std::string& what) {
+    command.add_option("FILE", Files, what)->required();
+    command.add_option("-o,--output", Output,
+                       "file, or folder for several; standard output without it");
+}
+
+std::string FileChoice::OutputFor(const Tool& tool, const std::string& input,
+                                  const std::string& suffix) const {
+    if (Output.empty() || Output == StreamPath) {
+        return std::string(StreamPath);
+    }
+    if (!tool.Files.FolderExists(Output)) {
+        if (Files.size() > 1) {
+            throw Failure(fnInvalidCall, Output + " is no folder, and several files are written");
+        }
+        return Output;
+    }
+    const std::string name = input == StreamPath ? "document" : FileServices::BaseName(input);
+    return Output + FileServices::Separator + name + suffix;
+}
+
 void NumberChoice::AddTo(CLI::App& command) {
     command.add_option("--units", Units, "metric, imperial, or four labels: mm,N,kg,N/mm")
         ->check(CLI::Validator(FaultOfUnits, ""))
@@ -116,21 +137,6 @@ std::unique_ptr<Program> OpenSolved(Tool& tool, const std::string& path,
     }
     corner->DocumentPath = path;
     return corner;
-}
-
-std::string OutputFor(Tool& tool, const std::string& output, const std::string& input,
-                      const std::string& suffix, bool several) {
-    if (output.empty() || output == StreamPath) {
-        return std::string(StreamPath);
-    }
-    if (!tool.Files.FolderExists(output)) {
-        if (several) {
-            throw Failure(fnInvalidCall, output + " is no folder, and several files are written");
-        }
-        return output;
-    }
-    const std::string name = input == StreamPath ? "document" : FileServices::BaseName(input);
-    return output + FileServices::Separator + name + suffix;
 }
 
 } // namespace corvanta

@@ -34,6 +34,20 @@ struct Tool {
                  const std::function<void(const std::string& path)>& work);
 };
 
+/// The documents of a command, and where what it makes of them goes.
+struct FileChoice {
+    std::vector<std::string> Files;
+    std::string Output;
+
+    void AddTo(CLI::App& command, const std::string& what = "documents; - for standard input");
+
+    /// Where the output of a document goes: `Output` as it is for a single one; for several, or
+    /// where it is a folder, a file there, named as the document with `suffix` behind. Without any
+    /// it is standard output. Throws Failure for several files into one that is no folder.
+    [[nodiscard]] std::string OutputFor(const Tool& tool, const std::string& input,
+                                        const std::string& suffix) const;
+};
+
 /// The units and separators in which a command reads and shows numbers.
 struct NumberChoice {
     std::string Units = "metric";
@@ -51,12 +65,6 @@ struct NumberChoice {
 /// Reads and solves. Throws Failure with why and where it has no results.
 [[nodiscard]] std::unique_ptr<Program> OpenSolved(Tool& tool, const std::string& path,
                                                   const FundamentalUnits& units);
-
-/// Where the output of a document goes: `output` as it is for a single one; for several, or where
-/// it is a folder, a file there, named as the document with `suffix` behind. Without any it is
-/// standard output. Throws Failure for several files into one that is no folder.
-[[nodiscard]] std::string OutputFor(Tool& tool, const std::string& output, const std::string& input,
-                                    const std::string& suffix, bool several);
 
 /// The commands. Each adds itself with its options to the command line.
 void AddExport(CLI::App& app, Tool& tool);
