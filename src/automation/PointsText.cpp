@@ -18,7 +18,7 @@ constexpr std::size_t FirstAxis = 2;
 /// Of a line of the table, whose name is that of a point in play that was not named before.
 PointNumber PointOf(const SheetLine& line, const PointCatalogue& catalogue,
                     std::vector<PointNumber>& named) {
-    const auto found = std::ranges::find_if(
+    const auto* const found = std::ranges::find_if(
         AllPoints, [&](PointNumber number) { return PointShortName(number) == line.Cells[0]; });
     const auto refuse = [&](const char* fault) {
         RaiseAtCell(line, 0, Heads[0], QuotedCell(line.Cells[0]) + fault);

@@ -42,6 +42,7 @@ constexpr std::array<std::string_view, LinkLoadViewCount> LoadKeys{"loads-upper"
 void TakeCells(ResultTable& table, const auto& cells, int heads) {
     const auto row = [&](int number) {
         std::vector<std::string> texts;
+        texts.reserve(static_cast<std::size_t>(cells.Columns()));
         for (int column = 0; column < cells.Columns(); ++column) {
             texts.emplace_back(TrimBlanks(cells.Cell(number, column)));
         }
@@ -75,15 +76,13 @@ void TakePoints(ResultTable& table, Program& corner, const TablePlace& place) {
 } // namespace
 
 std::vector<std::string_view> ViewKeys() {
-    std::vector<std::string_view> keys;
-    for (const KeyedView& each : KeyedViews) {
-        keys.push_back(each.Key);
-    }
+    std::vector<std::string_view> keys(KeyedViews.size());
+    std::ranges::transform(KeyedViews, keys.begin(), &KeyedView::Key);
     return keys;
 }
 
 std::optional<std::int32_t> ViewOfKey(std::string_view key) {
-    const auto found = std::ranges::find(KeyedViews, key, &KeyedView::Key);
+    const auto* const found = std::ranges::find(KeyedViews, key, &KeyedView::Key);
     return found == KeyedViews.end() ? std::nullopt : std::optional(found->View);
 }
 

@@ -67,7 +67,7 @@ void Tool::Report(const std::string& path, const std::string& words) {
     Warn(path, words);
 }
 
-void Tool::Warn(const std::string& path, const std::string& words) const {
+void Tool::Warn(const std::string& path, const std::string& words) {
     std::cerr << path << ": " << OneLine(words) << '\n';
 }
 
@@ -120,9 +120,9 @@ FundamentalUnits NumberChoice::Chosen() const {
 
 Design Open(Tool& tool, const std::string& path, const FundamentalUnits& units) {
     std::string words;
-    const Design design = ReadDesign(path, units, tool.Files, words);
+    Design design = ReadDesign(path, units, tool.Files, words);
     if (!words.empty()) {
-        tool.Warn(path, words);
+        Tool::Warn(path, words);
     }
     return design;
 }

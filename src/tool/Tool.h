@@ -27,7 +27,7 @@ struct Tool {
 
     /// Says on standard error what is wrong with a file.
     void Report(const std::string& path, const std::string& words);
-    void Warn(const std::string& path, const std::string& words) const;
+    static void Warn(const std::string& path, const std::string& words);
 
     /// Does work on each file; what it throws is reported, and the next one goes on.
     void ForEach(const std::vector<std::string>& paths,
