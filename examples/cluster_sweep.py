@@ -13,7 +13,6 @@ given again solves what is missing.
 """
 
 import argparse
-import json
 import os
 import pathlib
 import time
@@ -60,7 +59,6 @@ def prepare(corner, axes, figures, parts, folder):
         "figures": list(figures),
         "shards": parts,
     }
-    asked = json.loads(json.dumps(asked))
     store = zarr.open_group(str(folder / "variants.zarr"), mode="a")
     if "sweep" in store.attrs:
         if store.attrs["sweep"] != asked:
@@ -68,9 +66,8 @@ def prepare(corner, axes, figures, parts, folder):
         return
     size = count // parts
     for name, columns in (("values", len(axes)), ("figures", len(figures))):
-        store.create_dataset(
-            name, shape=(count, columns), chunks=(size, columns), dtype=float, fill_value=np.nan
-        )
+        table = {"shape": (count, columns), "chunks": (size, columns), "dtype": float}
+        store.create_dataset(name, **table, fill_value=np.nan, overwrite=True)
     store.attrs["sweep"] = asked  # last: the store is ready
 
 

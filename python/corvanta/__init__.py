@@ -16,12 +16,14 @@ A mistake in what is asked raises ValueError (KeyError for an unknown name), a c
 solved `CornerError`, which is a ValueError too, and a file that can't be read or written OSError.
 """
 
+from ._corvanta import __version__
 from ._corner import Corner, CornerError, Finding
 from ._results import Curve, Results
 from ._studies import (
     Adjuster,
     Band,
     Fit,
+    FittedReadings,
     Free,
     Optimisation,
     Reading,
@@ -30,6 +32,7 @@ from ._studies import (
     SetupSheet,
     SetupTurns,
     Spread,
+    Start,
     Sweep,
     Target,
     TargetCount,
@@ -53,6 +56,7 @@ from ._studies import (
 )
 
 __all__ = [
+    "__version__",
     "Adjuster",
     "Band",
     "Corner",
@@ -60,6 +64,7 @@ __all__ = [
     "Curve",
     "Finding",
     "Fit",
+    "FittedReadings",
     "Free",
     "Optimisation",
     "Reading",
@@ -69,6 +74,7 @@ __all__ = [
     "SetupSheet",
     "SetupTurns",
     "Spread",
+    "Start",
     "Sweep",
     "Target",
     "TargetCount",
@@ -89,4 +95,5 @@ __all__ = [
     "tolerance",
     "tolerances_of",
     "variants",
+    "__version__",
 ]

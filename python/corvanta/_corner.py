@@ -86,8 +86,13 @@ class Corner:
         return cls._of(design)
 
     def save(self, path: Union[str, os.PathLike[str]]) -> None:
-        """Writes a document of the current version, whole or not at all."""
-        self._design.save(os.fspath(path))
+        """Writes a document of the current version, whole or not at all.
+
+        Warns of a description with characters that documents can't hold: they become "?" there.
+        """
+        if not self._design.save(os.fspath(path)):
+            words = f'{path}: some characters of the description were saved as "?"'
+            warnings.warn(words, stacklevel=2)
 
     def copy(self) -> Corner:
         """A corner of its own with the same contents."""
@@ -115,8 +120,8 @@ class Corner:
         """Solves the whole grid of rack and wheel travel.
 
         Raises CornerError where a position can't be solved. A tolerant solve goes on with the
-        others (`Results.reached`, `Results.failure`) and raises when not even the static one can be.
-        Other threads run meanwhile.
+        others (`Results.reached`, `Results.failure`), and raises when not even the static one can
+        be solved. Other threads run meanwhile.
         """
         found, failed = _corvanta.solve(self._design, tolerant)
         failure = None if failed is None else CornerError(*failed)

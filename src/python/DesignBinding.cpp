@@ -3,11 +3,10 @@
 #include "automation/DesignCheck.h"
 #include "model/Failure.h"
 #include "persistence/DesignFile.h"
+#include "platform/CodePage.h"
 #include "platform/DiskFileServices.h"
 #include "study/DesignFields.h"
 #include "study/DesignVariable.h"
-
-#include <pybind11/operators.h>
 
 #include <algorithm>
 #include <cmath>
@@ -19,7 +18,8 @@ namespace corvanta {
 
 namespace {
 
-static_assert(sizeof(SuspPoint) == 3 * sizeof(double) && sizeof(PointSet) == PointCount * 24,
+static_assert(sizeof(SuspPoint) == 3 * sizeof(double) &&
+                  sizeof(PointSet) == PointCount * sizeof(SuspPoint),
               "arrays look at points as at rows of three numbers");
 
 py::tuple Load(const std::string& path) {
@@ -34,10 +34,12 @@ py::tuple Load(const std::string& path) {
     }
 }
 
-void Save(const Design& design, const std::string& path) {
+/// False when the description has characters that a document can't hold.
+bool Save(const Design& design, const std::string& path) {
     const StoredUnits stored;
     DiskFileServices files;
     files.WriteText(path, DesignText(design, stored.Units, files));
+    return FitsCodePage1252(design.Data.Description);
 }
 
 [[noreturn]] void RaiseUnknown(const std::string& name) {
@@ -68,7 +70,7 @@ py::object Get(const Design& design, const std::string& name) {
 }
 
 double FiniteNumber(const py::object& value, const std::string& name) {
-    const double number = value.cast<double>();
+    const auto number = value.cast<double>();
     if (!std::isfinite(number)) {
         throw Failure(fnInvalidCall, name + " must be a finite number");
     }
@@ -194,7 +196,7 @@ void BindDesign(py::module_& module) {
         .def("words", &Words)
         .def("points_in_play", &PointsInPlay)
         .def("check", &Check)
-        .def(py::self == py::self)
+        .def("__eq__", [](const Design& one, const Design& other) { return one == other; })
         .def(py::pickle(&StateOf, &DesignOfState));
     module.def("load", &Load);
     module.def("field_names", &FieldNames);

@@ -38,6 +38,7 @@ void Translate(std::exception_ptr thrown) { // NOLINT(performance-unnecessary-va
 
 PYBIND11_MODULE(_corvanta, module) {
     module.doc() = "What the package corvanta calls; its own documentation is there.";
+    module.attr("__version__") = CORVANTA_VERSION;
     pybind11::register_exception_translator(corvanta::Translate);
     corvanta::BindDesign(module);
     corvanta::BindSolve(module);

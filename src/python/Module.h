@@ -36,6 +36,14 @@ struct StoredUnits {
     ~StoredUnits() = default;
 };
 
+/// A corner in whose name something is calculated: a copy, as another thread may change the one in
+/// Python's hands meanwhile.
+struct AskedCorner : StoredUnits {
+    explicit AskedCorner(const Design& corner) : StoredUnits(corner), Own(corner) {}
+
+    const Design Own;
+};
+
 /// Stands in arrays where there is no value; no calculation gives one.
 inline constexpr double NoNumber = std::numeric_limits<double>::quiet_NaN();
 

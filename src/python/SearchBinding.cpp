@@ -41,14 +41,13 @@ py::dict AnswerDict(const OptimiseAnswer& answer) {
 py::dict RunOptimise(const Design& corner, const std::vector<BoxArgument>& free,
                      const std::vector<TargetArgument>& targets, int starts, std::uint64_t seed,
                      unsigned threads, const py::object& progress) {
-    const Design design = corner;
-    const StoredUnits stored(design);
-    OptimiseQuestion question{{}, TargetsIn(targets, stored), starts, seed};
+    const AskedCorner asked(corner);
+    OptimiseQuestion question{{}, TargetsIn(targets, asked), starts, seed};
     for (const auto& [name, low, high] : free) {
         question.Free.push_back({VariableIn(name), low, high});
     }
     return AnswerDict(CPythonWork(threads, progress).Run([&](CSampleRunner& runner) {
-        return Optimise(runner, design, question, stored.Settings);
+        return Optimise(runner, asked.Own, question, asked.Settings);
     }));
 }
 
@@ -74,14 +73,13 @@ py::dict Region(const Design& corner, const std::string& point,
                 const std::array<std::tuple<double, double, int>, 3>& box,
                 const std::vector<TargetArgument>& targets, bool wholeGrid, unsigned threads,
                 const py::object& progress) {
-    const Design design = corner;
-    const StoredUnits stored(design);
-    RegionQuestion question{PointIn(point), {}, TargetsIn(targets, stored), wholeGrid};
+    const AskedCorner asked(corner);
+    RegionQuestion question{PointIn(point), {}, TargetsIn(targets, asked), wholeGrid};
     std::ranges::transform(box, question.Box.begin(), [](const auto& axis) {
         return RegionAxis{std::get<0>(axis), std::get<1>(axis), std::get<2>(axis)};
     });
     const RegionAnswer answer = CPythonWork(threads, progress).Run([&](CSampleRunner& runner) {
-        return FindRegion(runner, design, question, stored.Settings);
+        return FindRegion(runner, asked.Own, question, asked.Settings);
     });
     return py::dict(
         "places"_a = py::make_tuple(ArrayOf(answer.Places[0]), ArrayOf(answer.Places[1]),

@@ -47,11 +47,10 @@ py::tuple StepTuple(const SheetStep& step) {
 py::dict Sheet(const Design& corner, const std::vector<AdjusterArgument>& adjusters,
                const std::vector<std::string>& figures, double rideHeight, unsigned threads,
                const py::object& progress) {
-    const Design design = corner;
-    const StoredUnits stored(design);
-    const SetupQuestion question = QuestionIn(adjusters, figures, rideHeight, stored);
+    const AskedCorner asked(corner);
+    const SetupQuestion question = QuestionIn(adjusters, figures, rideHeight, asked);
     const SetupSheet sheet = CPythonWork(threads, progress).Run([&](CSampleRunner& runner) {
-        return MakeSetupSheet(runner, design, question, stored.Settings);
+        return MakeSetupSheet(runner, asked.Own, question, asked.Settings);
     });
     py::list rows;
     for (const SheetRow& row : sheet.Rows) {
@@ -67,9 +66,8 @@ py::dict Turns(const Design& corner, const std::vector<AdjusterArgument>& adjust
                const std::vector<std::string>& figures,
                const std::vector<std::pair<double, double>>& wishes, double rideHeight,
                unsigned threads, const py::object& progress) {
-    const Design design = corner;
-    const StoredUnits stored(design);
-    TurnsQuestion question{QuestionIn(adjusters, figures, rideHeight, stored), {}, {}};
+    const AskedCorner asked(corner);
+    TurnsQuestion question{QuestionIn(adjusters, figures, rideHeight, asked), {}, {}};
     for (const auto& [change, tolerance] : wishes) {
         question.Wishes.push_back({false, change, tolerance});
     }
@@ -77,7 +75,7 @@ py::dict Turns(const Design& corner, const std::vector<AdjusterArgument>& adjust
         question.Ranges.push_back({low, high});
     }
     const TurnsAnswer answer = CPythonWork(threads, progress).Run([&](CSampleRunner& runner) {
-        return FindTurns(runner, design, question, stored.Settings);
+        return FindTurns(runner, asked.Own, question, asked.Settings);
     });
     return py::dict("counts"_a = ArrayOf(answer.Counts, [](int count) { return count; }),
                     "holds"_a = answer.Holds, "base"_a = ArrayOf(answer.Base.Values),

@@ -123,26 +123,25 @@ py::dict ResultsOf(const Suspension& solved, const GridPart& reached, const Stor
 
 /// The results, or nothing, and the failure, or nothing: of a tolerant solve there may be both.
 py::tuple SolveDesign(const Design& corner, bool tolerant) {
-    const Design design = corner; // another thread may change the one in Python's hands
-    const StoredUnits stored(design);
+    const AskedCorner asked(corner);
     const auto solved = std::make_unique<Suspension>();
     SolveResult outcome;
     {
         const py::gil_scoped_release others;
         GridCut cut;
-        outcome = Solve(*solved, design, stored.Settings, cut);
+        outcome = Solve(*solved, asked.Own, asked.Settings, cut);
         if (!outcome.Solved && tolerant) {
             cut.Tolerant = true;
-            outcome.Reached = Solve(*solved, design, stored.Settings, cut).Reached;
+            outcome.Reached = Solve(*solved, asked.Own, asked.Settings, cut).Reached;
         }
     }
     if (outcome.Solved) {
-        return py::make_tuple(ResultsOf(*solved, WholeGrid(solved->NR, solved->NW), stored),
+        return py::make_tuple(ResultsOf(*solved, WholeGrid(solved->NR, solved->NW), asked),
                               py::none());
     }
-    const py::object failure = FailureTuple(FailureOf(*solved, outcome), design, stored);
+    const py::object failure = FailureTuple(FailureOf(*solved, outcome), asked.Own, asked);
     const bool reached = outcome.Reached.Has(solved->StaticRack, solved->StaticWheel);
-    return py::make_tuple(reached ? py::object(ResultsOf(*solved, outcome.Reached, stored))
+    return py::make_tuple(reached ? py::object(ResultsOf(*solved, outcome.Reached, asked))
                                   : py::object(py::none()),
                           failure);
 }

@@ -47,16 +47,15 @@ py::dict RunTolerance(const Design& corner, const std::vector<ToleranceArgument>
                       const std::vector<std::string>& figures,
                       const std::vector<TargetArgument>& targets, std::size_t samples,
                       std::uint64_t seed, unsigned threads, const py::object& progress) {
-    const Design design = corner;
-    const StoredUnits stored(design);
+    const AskedCorner asked(corner);
     const ToleranceQuestion question{TolerancesIn(tolerances),
-                                     ChartsIn(curves, stored),
-                                     FiguresIn(figures, stored),
-                                     TargetsIn(targets, stored),
+                                     ChartsIn(curves, asked),
+                                     FiguresIn(figures, asked),
+                                     TargetsIn(targets, asked),
                                      samples,
                                      seed};
     const ToleranceAnswer answer = CPythonWork(threads, progress).Run([&](CSampleRunner& runner) {
-        return FindTolerance(runner, design, question, stored.Settings);
+        return FindTolerance(runner, asked.Own, question, asked.Settings);
     });
     return py::dict("built"_a = answer.Built, "not_built"_a = answer.NotBuilt,
                     "first_reason"_a = answer.FirstReason, "bands"_a = BandDicts(answer.Bands),
@@ -101,15 +100,14 @@ py::dict
 RunFit(const Design& corner, const std::vector<ToleranceArgument>& free,
        const std::vector<std::tuple<double, double, std::string, double, double>>& readings,
        unsigned threads, const py::object& progress) {
-    const Design design = corner;
-    const StoredUnits stored(design);
+    const AskedCorner asked(corner);
     FitQuestion question{TolerancesIn(free), {}};
     for (const auto& [wheel, rack, channel, value, uncertainty] : readings) {
         question.Readings.push_back(
-            {wheel, rack, ChannelOfText(channel, stored.Channels), value, uncertainty});
+            {wheel, rack, ChannelOfText(channel, asked.Channels), value, uncertainty});
     }
     return AnswerDict(CPythonWork(threads, progress).Run([&](CSampleRunner& runner) {
-        return Fit(runner, design, question, stored.Settings);
+        return Fit(runner, asked.Own, question, asked.Settings);
     }));
 }
 

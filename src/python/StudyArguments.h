@@ -57,7 +57,7 @@ inline constexpr std::string_view RideHeightName = "Ride Height";
 [[nodiscard]] std::vector<SweepAxis>
 AxesIn(const std::vector<std::pair<std::string, std::vector<double>>>& axes);
 [[nodiscard]] std::vector<Tolerance> TolerancesIn(const std::vector<ToleranceArgument>& tolerances);
-[[nodiscard]] Adjuster AdjusterIn(const AdjusterArgument& adjuster);
+[[nodiscard]] Adjuster AdjusterIn(const AdjusterArgument& argument);
 [[nodiscard]] AdjusterArgument ArgumentOf(const Adjuster& adjuster);
 [[nodiscard]] SheetFigure SheetFigureIn(const std::string& figure, const StoredUnits& stored);
 

@@ -23,14 +23,13 @@ py::dict Sweep(const Design& corner, const AxesArgument& axes,
                const std::optional<NumberArgument>& number,
                const std::vector<CurveArgument>& curves, unsigned threads,
                const py::object& progress) {
-    const Design design = corner;
-    const StoredUnits stored(design);
-    SweepQuestion question{AxesIn(axes), ChartsIn(curves, stored), {}};
+    const AskedCorner asked(corner);
+    SweepQuestion question{AxesIn(axes), ChartsIn(curves, asked), {}};
     if (number) {
-        question.Number = NumberIn(*number, stored);
+        question.Number = NumberIn(*number, asked);
     }
     const SweepAnswer answer = CPythonWork(threads, progress).Run([&](CSampleRunner& runner) {
-        return RunSweep(runner, design, question, stored.Settings);
+        return RunSweep(runner, asked.Own, question, asked.Settings);
     });
     py::list failures;
     py::list drawn;
@@ -69,13 +68,12 @@ py::array_t<double> TableOf(const std::vector<VariantRow>& rows, std::size_t col
 py::dict Variants(const Design& corner, const AxesArgument& axes,
                   const std::vector<std::string>& figures, std::uint64_t part, std::uint64_t parts,
                   unsigned threads, const py::object& progress) {
-    const Design design = corner;
-    const StoredUnits stored(design);
-    const VariantQuestion question{AxesIn(axes), FiguresIn(figures, stored)};
+    const AskedCorner asked(corner);
+    const VariantQuestion question{AxesIn(axes), FiguresIn(figures, asked)};
     const VariantRange range = ShardOf(question.Count(), part, parts);
     const auto found = CPythonWork(threads, progress).Run([&](CSampleRunner& runner) {
         VariantColumns columns;
-        columns.Stopped = !RunVariants(runner, design, question, stored.Settings, range,
+        columns.Stopped = !RunVariants(runner, asked.Own, question, asked.Settings, range,
                                        [&](const VariantRow& row) { columns.Rows.push_back(row); });
         return columns;
     });
@@ -97,11 +95,10 @@ py::dict Variants(const Design& corner, const AxesArgument& axes,
 
 py::dict Sensitivity(const Design& corner, const NumberArgument& number, unsigned threads,
                      const py::object& progress) {
-    const Design design = corner;
-    const StoredUnits stored(design);
-    const SensitivityQuestion question{NumberIn(number, stored)};
+    const AskedCorner asked(corner);
+    const SensitivityQuestion question{NumberIn(number, asked)};
     const SensitivityAnswer answer = CPythonWork(threads, progress).Run([&](CSampleRunner& runner) {
-        return FindSensitivity(runner, design, question, stored.Settings);
+        return FindSensitivity(runner, asked.Own, question, asked.Settings);
     });
     py::list coordinates;
     py::dict reasons;

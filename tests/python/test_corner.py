@@ -87,6 +87,13 @@ class CornerTest(unittest.TestCase):
             self.assertNotEqual(other, corner)
             corner.SpringMechanism = 1
 
+    def test_a_description_that_a_document_can_not_hold_is_told(self):
+        corner = pushrod()
+        corner.Description = "前 Öhlins"
+        with tempfile.TemporaryDirectory() as folder, self.assertWarnsRegex(UserWarning, "x.WSP"):
+            corner.save(f"{folder}/x.WSP")
+            self.assertEqual(corvanta.Corner.load(f"{folder}/x.WSP").Description, "? Öhlins")
+
     def test_files_that_can_not_be_used_are_named(self):
         with tempfile.TemporaryDirectory() as folder:
             missing = pathlib.Path(folder) / "none.WSP"

@@ -50,7 +50,7 @@ class ExamplesTest(unittest.TestCase):
             with self.assertRaisesRegex(ValueError, "another sweep"):
                 list(cluster_sweep.run(client, *other))
         shards = sorted(self.folder.glob("shard-*.csv"))
-        rows = pandas.concat(pandas.read_csv(shard, float_precision="round_trip") for shard in shards)
+        rows = pandas.concat(pandas.read_csv(path, float_precision="round_trip") for path in shards)
         self.assertEqual(rows["variant"].tolist(), list(range(600)))
         np.testing.assert_array_equal(rows[cluster_sweep.FIGURES], whole.figures)
         store = zarr.open(str(self.folder / "variants.zarr"), mode="r")

@@ -17,7 +17,7 @@ FACTORS = {"%": 100.0, "lb/in": 5.708223, "lb.in/deg": 0.2247319 / 25.4}
 
 
 def exported(document, folder):
-    """Heads, units and rows of all channels along wheel travel, as the batch program writes them."""
+    """Heads, units and rows of all channels along wheel travel from the batch program."""
     text = pathlib.Path(folder) / "all.txt"
     paths = [str(path).replace("/", "\\") for path in (document, text)]
     run("corvanta-batch", f"/input={paths[0]} /output={paths[1]} /type=1 /variable=2")
