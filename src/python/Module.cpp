@@ -2,6 +2,9 @@
 
 #include "model/Failure.h"
 
+#include <exception>
+#include <utility>
+
 namespace corvanta {
 
 StoredUnits::StoredUnits() {
@@ -19,9 +22,9 @@ StoredUnits::StoredUnits(const Design& design) : StoredUnits() {
 
 namespace {
 
-void Translate(std::exception_ptr thrown) { // NOLINT(performance-unnecessary-value-param)
+void Translate(std::exception_ptr thrown) {
     try {
-        std::rethrow_exception(thrown);
+        std::rethrow_exception(std::move(thrown));
     } catch (const Failure& failure) {
         const bool notFound = failure.Number() == fnFileNotFound;
         const bool file = failure.Number() == fnFileAccess;
