@@ -16,6 +16,12 @@ if(CORVANTA_SANITIZE)
   target_link_options(corvanta_settings INTERFACE -fsanitize=address,undefined)
 endif()
 
+# The system's Python, as it is the one that has the system's packages; another one may stand before
+# it on the path.
+if(NOT DEFINED Python3_EXECUTABLE AND EXISTS /usr/bin/python3)
+  set(Python3_EXECUTABLE /usr/bin/python3)
+endif()
+
 # Where there is a compiler cache, it is used.
 find_program(CORVANTA_CCACHE ccache)
 if(CORVANTA_CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
@@ -35,6 +41,9 @@ function(corvanta_floor folder)
     set(scope INTERFACE)
   else()
     add_library(corvanta_${folder} STATIC ${sources})
+    # The Python module is a shared object of these; hidden, their calls stay direct.
+    set_target_properties(corvanta_${folder} PROPERTIES POSITION_INDEPENDENT_CODE ON
+      CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
     set(scope PUBLIC)
   endif()
   target_link_libraries(corvanta_${folder} ${scope} corvanta_settings)

@@ -36,7 +36,7 @@ need_packages() {
 }
 
 # What a build of everything needs.
-build_packages=(g++ cmake ninja-build python3-minimal nlohmann-json3-dev libceres-dev libcli11-dev libxlsxwriter-dev libgtest-dev libgmock-dev libbenchmark-dev
+build_packages=(g++ cmake ninja-build python3-minimal python3-dev pybind11-dev nlohmann-json3-dev libceres-dev libcli11-dev libxlsxwriter-dev libgtest-dev libgmock-dev libbenchmark-dev
     qt6-base-dev qt6-svg-dev libqcustomplot-dev libgl-dev fonts-dejavu-core)
 
 # configure_and_build PRESET [TARGET...]: quiet unless it fails.

@@ -1,11 +1,21 @@
 #include "automation/SolvedCorner.h"
 
-#include "calculation/SCalcs.h"
 #include "model/NumberText.h"
 #include "study/DesignFields.h"
 #include "study/StudySolve.h"
 
 namespace corvanta {
+
+CornerFailure FailureOf(const Suspension& scratch, const SolveResult& outcome) {
+    CornerFailure failure{ReasonOf(outcome.Failure), {}, {}, scratch.FaultyPoints};
+    if (outcome.Failure.WheelStep >= 2) {
+        failure.WheelTravel = WheelTravelAtStep(scratch, outcome.Failure.WheelStep);
+    }
+    if (outcome.Failure.RackStep >= 2) {
+        failure.RackTravel = RackTravelAtStep(scratch, outcome.Failure.RackStep);
+    }
+    return failure;
+}
 
 std::string TextOf(const CornerFailure& failure, const Design& design,
                    const FundamentalUnits& units) {
@@ -37,13 +47,7 @@ std::unique_ptr<Program> SolvedCorner(const Design& design, const FundamentalUni
         corner->Channels.SetFrontRearTitles(IsFrontCorner(document));
         return corner;
     }
-    failure = {ReasonOf(outcome.Failure), {}, {}, document.FaultyPoints};
-    if (outcome.Failure.WheelStep >= 2) {
-        failure.WheelTravel = WheelTravelAtStep(document, outcome.Failure.WheelStep);
-    }
-    if (outcome.Failure.RackStep >= 2) {
-        failure.RackTravel = RackTravelAtStep(document, outcome.Failure.RackStep);
-    }
+    failure = FailureOf(document, outcome);
     return nullptr;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "calculation/SCalcs.h"
 #include "model/Design.h"
 #include "model/Program.h"
 
@@ -17,6 +18,9 @@ struct CornerFailure {
     std::optional<double> RackTravel;
     std::vector<PointNumber> Points; ///< that it is about
 };
+
+/// The failure of a solve that left its scratch document so.
+[[nodiscard]] CornerFailure FailureOf(const Suspension& scratch, const SolveResult& outcome);
 
 /// The failure in one line, travels and names as the units and the design have them.
 [[nodiscard]] std::string TextOf(const CornerFailure& failure, const Design& design,

@@ -40,18 +40,6 @@ double NumberIn(std::string_view text, std::string_view whole, const Fundamental
     return *number;
 }
 
-SweptValue SweptOf(std::string_view name, std::string_view whole) {
-    if (const std::optional<DesignVariable> variable = VariableOf(name)) {
-        return *variable;
-    }
-    for (const auto& word : studyfile::LinkWords) {
-        if (UpperCase(word.Text) == UpperCase(name)) {
-            return word.Meaning;
-        }
-    }
-    Refuse(whole, "there is no coordinate, value or link \"" + std::string(name) + "\"");
-}
-
 std::vector<double> ValuesOf(std::string_view text, std::string_view whole,
                              const FundamentalUnits& units) {
     const std::vector<std::string_view> range = Split(text, ':');
@@ -108,12 +96,24 @@ std::string FaultOf(const VariantQuestion& question, const Design& design) {
 
 } // namespace
 
+SweptValue SweptOfText(std::string_view name) {
+    if (const std::optional<DesignVariable> variable = VariableOf(name)) {
+        return *variable;
+    }
+    for (const auto& word : studyfile::LinkWords) {
+        if (UpperCase(word.Text) == UpperCase(name)) {
+            return word.Meaning;
+        }
+    }
+    Refuse(name, "there is no such coordinate, value or link");
+}
+
 SweepAxis AxisOfText(std::string_view text, const FundamentalUnits& units) {
     const std::size_t mark = text.find('=');
     if (mark == std::string_view::npos) {
         Refuse(text, "an axis is a name, \"=\" and its values");
     }
-    SweepAxis axis{SweptOf(TrimBlanks(text.substr(0, mark)), text),
+    SweepAxis axis{SweptOfText(TrimBlanks(text.substr(0, mark))),
                    ValuesOf(text.substr(mark + 1), text, units)};
     const double factor = SweptDisplay(axis.What, units).Factor;
     for (double& value : axis.Values) {

@@ -12,6 +12,10 @@
 
 namespace corvanta {
 
+/// What an axis runs through by its name: "ptTRI.Z", "KSpring", "trackrod". Throws Failure that
+/// names it.
+[[nodiscard]] SweptValue SweptOfText(std::string_view name);
+
 /// An axis as it is typed, in the units of the user: a coordinate "ptTRI.Z", a value "KSpring" or
 /// a link "trackrod", then "=" and a list "100,120,150" or a range "190:200:11", both ends and how
 /// many. Throws Failure that names the text.

@@ -33,8 +33,12 @@ double RackTravelAtStep(const Suspension& document, int rackStep) {
     return (rackStep - document.StaticRack) * document.Data.RackTravelStepSize;
 }
 
+bool IsFrontCorner(const SuspensionData& data, const PointSet& staticPoints) {
+    return staticPoints[ptWTCP].X <= data.CGX;
+}
+
 bool IsFrontCorner(const Suspension& document) {
-    return document.StaticPoints()[ptWTCP].X <= document.Data.CGX;
+    return IsFrontCorner(document.Data, document.StaticPoints());
 }
 
 } // namespace corvanta

@@ -106,6 +106,7 @@ void ResetDocument(Suspension& document, ViewSettings& settings);
 [[nodiscard]] double RackTravelAtStep(const Suspension& document, int rackStep);
 
 /// True when the corner lies at or ahead of the centre of gravity.
+[[nodiscard]] bool IsFrontCorner(const SuspensionData& data, const PointSet& staticPoints);
 [[nodiscard]] bool IsFrontCorner(const Suspension& document);
 
 } // namespace corvanta
