@@ -176,18 +176,19 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__.split("\n", maxsplit=1)[0])
     parser.add_argument("page", type=lambda name: pathlib.Path(name).resolve())
     parser.add_argument("--samples", required=True, help="what is copied into the page's folder")
-    parser.add_argument("--programs", default="", help="a folder in front of PATH")
-    parser.add_argument("--python-path", default="", help="a folder in front of PYTHONPATH")
+    parser.add_argument("--programs", default=os.curdir, help="a folder in front of PATH")
+    parser.add_argument("--python-path", default="", help="a folder to put on PYTHONPATH")
     options = parser.parse_args()
+    programs = os.path.abspath(options.programs)
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name) / "page"
         shutil.copytree(options.samples, folder / "samples")
-        os.environ |= {"PATH": f"{options.programs}:{os.environ['PATH']}",
+        os.environ |= {"PATH": f"{programs}:{os.environ['PATH']}",
                        "XDG_CONFIG_HOME": f"{name}/config",
                        "LC_ALL": "C.UTF-8", "QT_QPA_PLATFORM": "offscreen"}
         if options.python_path:
-            os.environ["PYTHONPATH"] = options.python_path
-            sys.path.insert(0, options.python_path)
+            os.environ["PYTHONPATH"] = python_path = os.path.abspath(options.python_path)
+            sys.path.insert(0, python_path)
         os.chdir(folder)
         blocks, prose = read_page(options.page.read_text())
         page_run = PageRun(options.page, folder)
