@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <utility>
 
 namespace corvanta {
@@ -53,16 +54,15 @@ void TakeCells(ResultTable& table, const auto& cells, int heads) {
     }
 }
 
-/// A report is a table of its lines.
-void TakeLines(ResultTable& table, const std::string& text) {
-    table.Heads = {"Line"};
-    table.Units = {""};
+std::vector<std::string> LinesOf(const std::string& text) {
+    std::vector<std::string> lines;
     std::string rest = ReplaceAll(text, "\r\n", "\n");
     while (!rest.empty()) {
         const std::size_t end = std::min(rest.find('\n'), rest.size());
-        table.Rows.push_back({rest.substr(0, end)});
+        lines.push_back(rest.substr(0, end));
         rest.erase(0, end + 1);
     }
+    return lines;
 }
 
 void TakePoints(ResultTable& table, Program& corner, const TablePlace& place) {
@@ -85,6 +85,47 @@ std::vector<std::string_view> ViewKeys() {
 std::optional<std::int32_t> ViewOfKey(std::string_view key) {
     const auto found = std::ranges::find(KeyedViews, key, &KeyedView::Key);
     return found == KeyedViews.end() ? std::nullopt : std::optional(found->View);
+}
+
+ResultTable TableOfGrid(std::string key, std::string title, const DataGrid& grid) {
+    ResultTable table{std::move(key), std::move(title), {}, {}, {}, {}};
+    TakeCells(table, grid, grid.FixedRows());
+    const auto notesOf = [&](int row) {
+        std::string notes;
+        for (int column = 0; column < grid.Columns(); ++column) {
+            const std::string& note = grid.Note(row, column);
+            notes += (notes.empty() || note.empty() ? "" : "; ") + note;
+        }
+        return notes;
+    };
+    bool noted = false;
+    for (std::size_t row = 0; row < table.Rows.size(); ++row) {
+        table.Rows[row].push_back(notesOf(grid.FixedRows() + static_cast<int>(row)));
+        noted = noted || !table.Rows[row].back().empty();
+    }
+    table.Heads.emplace_back(noted ? "Note" : "");
+    table.Units.emplace_back();
+    for (std::size_t column = table.Heads.size(); column-- > 0;) {
+        const auto isEmpty = [&](const auto& row) { return row[column].empty(); };
+        if (table.Heads[column].empty() && std::ranges::all_of(table.Rows, isEmpty)) {
+            const auto erase = [&](std::vector<std::string>& cells) {
+                cells.erase(cells.begin() + static_cast<std::ptrdiff_t>(column));
+            };
+            erase(table.Heads);
+            erase(table.Units);
+            std::ranges::for_each(table.Rows, erase);
+        }
+    }
+    return table;
+}
+
+ResultTable TableOfLines(std::string key, std::string title, std::string head,
+                         std::vector<std::string> lines) {
+    ResultTable table{std::move(key), std::move(title), {}, {std::move(head)}, {""}, {}};
+    for (std::string& line : lines) {
+        table.Rows.push_back({std::move(line)});
+    }
+    return table;
 }
 
 std::vector<ResultTable> TablesOf(Program& corner, std::int32_t view, const TablePlace& place) {
@@ -116,7 +157,8 @@ std::vector<ResultTable> TablesOf(Program& corner, std::int32_t view, const Tabl
         TakeCells(table, ShowLinkLengths(corner), 2);
         break;
     case vwDynamicsReport:
-        TakeLines(table, ShowDynamicsReport(corner, messages));
+        table = TableOfLines(std::move(table.Key), std::move(table.Title), "Line",
+                             LinesOf(ShowDynamicsReport(corner, messages)));
         break;
     case vwQuadraticCoefficients:
         TakeCells(table, ShowQuadraticCoefficients(corner), 1);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Program.h"
+#include "platform/DataGrid.h"
 
 #include <cstdint>
 #include <optional>
@@ -19,6 +20,14 @@ struct ResultTable {
     std::vector<std::string> Units; ///< one for each column, "" for none
     std::vector<std::vector<std::string>> Rows;
 };
+
+/// A grid of the program as a table: its fixed rows are heads and units. Columns of nothing but
+/// drawings are left out; notes at cells follow in a column of their own.
+[[nodiscard]] ResultTable TableOfGrid(std::string key, std::string title, const DataGrid& grid);
+
+/// Lines of text as a table of one column.
+[[nodiscard]] ResultTable TableOfLines(std::string key, std::string title, std::string head,
+                                       std::vector<std::string> lines);
 
 /// What tables run along, and where they stand.
 struct TablePlace {

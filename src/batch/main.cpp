@@ -1,4 +1,4 @@
-#include "batch/StandardErrorBox.h"
+#include "platform/StandardErrorBox.h"
 #include "frame/MSusp.h"
 #include "frame/StartRequest.h"
 #include "platform/DiskFileServices.h"

@@ -17,7 +17,7 @@ namespace corvanta {
 
 /// Pages kept as drawings, to be looked at, printed or written as PDF. Inside, a page is measured
 /// in tenths of a point, right and down from its top left corner.
-class QtPageWriter final : public PageWriter {
+class QtPageWriter : public PageWriter {
   public:
     static constexpr double UnitsPerInch = 720;
 

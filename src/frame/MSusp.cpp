@@ -20,7 +20,18 @@ constexpr const char* ExportTablesFile = "exporttables.txt";
 constexpr const char* SettingsFile = "Corvanta.ini";
 constexpr const char* HelpFile = "susp.chm";
 
+/// Where everything that outlives the process is kept, ends in a separator.
+std::string UserFolder(const FileServices& files, const ProcessServices& process) {
+    const std::optional<std::string> userData = files.SpecialFolder(ApplicationDataFolder);
+    return userData ? *userData + NativePath(ProductFolder)
+                    : process.ProgramFolder() + FileServices::Separator;
+}
+
 } // namespace
+
+std::string SettingsPath(const FileServices& files, const ProcessServices& process) {
+    return UserFolder(files, process) + SettingsFile;
+}
 
 ProductVersion BuiltVersion() {
     return {CORVANTA_VERSION_MAJOR, CORVANTA_VERSION_MINOR, CORVANTA_VERSION_REVISION};
@@ -116,12 +127,10 @@ void Application::ReadSettings() {
 }
 
 void Application::SetUpFolders() {
-    const std::optional<std::string> userData = m_files.SpecialFolder(ApplicationDataFolder);
-    const std::string base = userData ? *userData + NativePath(ProductFolder)
-                                      : m_process.ProgramFolder() + FileServices::Separator;
+    const std::string base = UserFolder(m_files, m_process);
     m_settingsFolder = base + "Settings" + FileServices::Separator;
     m_diagnosticsFolder = base + "Diagnostics" + FileServices::Separator;
-    m_settingsPath = base + SettingsFile;
+    m_settingsPath = SettingsPath(m_files, m_process);
     m_recoveryFolder = base + "Recovery" + FileServices::Separator;
 }
 

@@ -90,6 +90,10 @@ class Application {
     frmMain m_main;
 };
 
+/// The file in which a program keeps its settings, in the per-user folder or, where there is none,
+/// beside the program. It need not exist.
+[[nodiscard]] std::string SettingsPath(const FileServices& files, const ProcessServices& process);
+
 /// The product's version.
 [[nodiscard]] ProductVersion BuiltVersion();
 

@@ -14,6 +14,7 @@ namespace {
 constexpr std::string_view HelpOption = "--help";
 constexpr std::string_view VersionOption = "--version";
 constexpr std::string_view WorkbenchOption = "--workbench";
+constexpr std::string_view ReportOption = "--report=";
 
 bool Has(const std::vector<std::string>& arguments, std::string_view option) {
     return std::find(arguments.begin(), arguments.end(), option) != arguments.end();
@@ -49,14 +50,20 @@ StartRequest ParseStart(const std::vector<std::string>& arguments, const FileSer
         return request;
     }
     std::vector<std::string> rest;
-    std::copy_if(arguments.begin(), arguments.end(), std::back_inserter(rest),
-                 [](const std::string& argument) { return argument != WorkbenchOption; });
-    request.Workbench = rest.size() < arguments.size();
+    for (const std::string& argument : arguments) {
+        if (argument == WorkbenchOption) {
+            request.Workbench = true;
+        } else if (argument.starts_with(ReportOption)) {
+            request.Report = argument.substr(ReportOption.size());
+        } else {
+            rest.push_back(argument);
+        }
+    }
+    const bool needsFile = request.Workbench || !request.Report.empty();
     const auto names = [&](const std::string& argument) { return NamesFile(argument, files); };
-    if (rest.size() == 1 && (request.Workbench || names(rest.front()))) {
+    if (rest.size() == 1 && (needsFile || names(rest.front()))) {
         request.File = rest.front();
-    } else if (rest.size() > 1 &&
-               (request.Workbench || std::all_of(rest.begin(), rest.end(), names))) {
+    } else if (rest.size() > 1 && (needsFile || std::all_of(rest.begin(), rest.end(), names))) {
         request.Refusal = "One document can be opened at a time.\rThe name of a file with blanks "
                           "stands in quotes.";
     } else {
@@ -89,8 +96,12 @@ std::string HelpText(std::string_view program) {
     if (program == WithWindows) {
         text = "usage: corvanta [FILE]\n"
                "       corvanta --workbench [FILE]\n"
+               "       corvanta --report=PDF FILE\n"
                "\n"
-               "Opens the suspension document FILE, with --workbench in the workbench.\n"
+               "Opens the suspension document FILE, with --workbench in the workbench. With "
+               "--report\n"
+               "it is printed into a PDF file, as the print dialog last was, and no window is "
+               "shown.\n"
                "\n";
     }
     return text + BatchUsage(program) +

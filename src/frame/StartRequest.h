@@ -15,14 +15,15 @@ struct StartRequest {
     bool Workbench = false; ///< the workbench is to open, with the file or without
     bool Help = false;      ///< only the usage is asked for
     bool Version = false;   ///< only the version is asked for
-    std::string File;       ///< what is to be opened, as it was named; it may not exist
-    std::string Refusal;    ///< why what stands there can't be done, for the user; else empty
+    std::string Report;  ///< the PDF file that the file's report goes to; no window is shown then
+    std::string File;    ///< what is to be opened, as it was named; it may not exist
+    std::string Refusal; ///< why what stands there can't be done, for the user; else empty
 };
 
 /// Reads the arguments of the process. "--help" and "--version" count wherever they stand.
-/// "--workbench" stands before or behind one file, or alone. A single argument is a file when there
-/// is one of that name, when it holds no "/", and when it ends as a document does and holds no "=".
-/// All else that holds a "/" is a batch run.
+/// "--workbench" and "--report=PATH" stand before or behind one file, the first also alone. A
+/// single argument is a file when there is one of that name, when it holds no "/", and when it ends
+/// as a document does and holds no "=". All else that holds a "/" is a batch run.
 [[nodiscard]] StartRequest ParseStart(const std::vector<std::string>& arguments,
                                       const FileServices& files);
 

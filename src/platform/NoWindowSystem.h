@@ -52,8 +52,11 @@ class NoWindowSystem final : private FileDialog,
                              private ScreenUpdate {
   public:
     /// The services; they live as long as this object.
-    [[nodiscard]] WindowSystem Services() {
-        return {*this, *this, *this, *this, *this, *this, m_pages, {}};
+    [[nodiscard]] WindowSystem Services() { return Services(m_pages); }
+
+    /// The same with a page writer that writes.
+    [[nodiscard]] WindowSystem Services(PageWriter& pages) {
+        return {*this, *this, *this, *this, *this, *this, pages, {}};
     }
 
   private:

@@ -20,19 +20,6 @@ constexpr double HundredthsPerUnit = 100;
 constexpr const char* ChartsKey = "Charts";
 constexpr const char* PanelsKey = "Panels";
 
-const std::array DefaultCharts{
-    StudyChart{chCamberAngle, ChartKind::AlongWheelTravel},
-    StudyChart{chSteerAngleBump, ChartKind::AlongWheelTravel},
-    StudyChart{chRollCentreToGround, ChartKind::AlongWheelTravel},
-    StudyChart{chSpringVelocityRatio, ChartKind::AlongWheelTravel},
-    StudyChart{chAckerman, ChartKind::AlongRackTravel},
-    StudyChart{chCamberAngle, ChartKind::Map},
-    StudyChart{chHalfTrack, ChartKind::AlongWheelTravel},
-    StudyChart{chCasterAngle, ChartKind::AlongWheelTravel},
-    StudyChart{chWheelRateTotal, ChartKind::AlongWheelTravel},
-};
-constexpr std::size_t ChartsAtFirst = 6;
-
 /// "14 0 0;37 0 0": channel, kind and mode of each chart.
 std::string TextOf(const std::vector<StudyChart>& charts) {
     std::string text;
@@ -124,7 +111,7 @@ void frmWorkbench::Open() {
         study.Charts =
             ChartsOf(m_desk.Store == nullptr ? "" : m_desk.Store->Read(Frame.Name, ChartsKey, ""));
         if (study.Charts.empty()) {
-            study.Charts.assign(DefaultCharts.begin(), DefaultCharts.begin() + ChartsAtFirst);
+            study.Charts = FirstCharts();
         }
         m_desk.Current.ChangeStudy(std::move(study));
     }

@@ -95,8 +95,8 @@ std::uint64_t KeptRows(const std::string& path, const CVariantLines& lines,
                        const VariantRange& range) {
     std::ifstream file(path, std::ios::binary);
     std::string line;
-    if (!std::getline(file, line)) {
-        return 0;
+    if (!std::getline(file, line) || (file.eof() && lines.Head().starts_with(line))) {
+        return 0; // there is nothing, or less than the head
     }
     if (line + '\n' != lines.Head()) {
         throw Failure(fnInvalidCall, path + " holds another table and can't be resumed");
@@ -168,13 +168,13 @@ void AddSweep(CLI::App& app, Tool& tool) {
                     "ptTRI.Z=190:200:11, KSpring=100,120,150 or trackrod=-1:1:3; the last one "
                     "runs fastest")
         ->required()
-        ->take_all();
+        ->allow_extra_args(false);
     command
         .add_option("--figure", choice->Figures,
                     "a channel at static, by title or number; behind it :gain, :change, :range or "
                     ":at=TRAVEL, and :rack")
         ->required()
-        ->take_all();
+        ->allow_extra_args(false);
     command.add_option("-o,--output", choice->Output, "file; standard output without it");
     command.add_option("--shard", choice->Shard, "part/parts of the variants")
         ->capture_default_str();

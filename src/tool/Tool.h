@@ -65,5 +65,8 @@ void AddCheck(CLI::App& app, Tool& tool);
 void AddInfo(CLI::App& app, Tool& tool);
 void AddConvert(CLI::App& app, Tool& tool);
 void AddSweep(CLI::App& app, Tool& tool);
+void AddNames(CLI::App& app, Tool& tool);
+void AddReport(CLI::App& app, Tool& tool);
+void AddStudy(CLI::App& app, Tool& tool);
 
 } // namespace corvanta

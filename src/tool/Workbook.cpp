@@ -3,13 +3,11 @@
 #include "automation/TableText.h"
 #include "model/Failure.h"
 #include "platform/DiskFileServices.h"
+#include "tool/TemporaryPath.h"
 
 #include <xlsxwriter.h>
 
-#include <filesystem>
 #include <map>
-#include <random>
-#include <system_error>
 
 namespace corvanta {
 
@@ -36,28 +34,6 @@ class CNumberFormats {
   private:
     lxw_workbook* m_book;
     std::map<std::size_t, lxw_format*> m_formats;
-};
-
-/// A name for a file of this run alone, which is gone in the end.
-class CTemporaryFile {
-  public:
-    CTemporaryFile()
-        : m_path((std::filesystem::temp_directory_path() /
-                  ("corvanta-" + std::to_string(std::random_device()()) + "-" +
-                   std::to_string(std::random_device()()) + ".xlsx"))
-                     .string()) {}
-    CTemporaryFile(const CTemporaryFile&) = delete;
-    CTemporaryFile& operator=(const CTemporaryFile&) = delete;
-    CTemporaryFile(CTemporaryFile&&) = delete;
-    CTemporaryFile& operator=(CTemporaryFile&&) = delete;
-    ~CTemporaryFile() {
-        std::error_code ignored;
-        std::filesystem::remove(m_path, ignored);
-    }
-    [[nodiscard]] const std::string& Path() const { return m_path; }
-
-  private:
-    std::string m_path;
 };
 
 constexpr lxw_row_t HeadRow = 2; // below title and position
@@ -91,7 +67,7 @@ void WriteSheet(lxw_workbook* book, lxw_format* bold, CNumberFormats& formats,
 } // namespace
 
 std::string WorkbookOf(std::span<const ResultTable> tables, const Separators& separators) {
-    const CTemporaryFile file; // the library writes to paths alone
+    const CTemporaryPath file(".xlsx"); // the library writes to paths alone
     lxw_workbook* const book = workbook_new(file.Path().c_str());
     if (book == nullptr) {
         throw Failure(fnInvalidCall, "The workbook can't be made");

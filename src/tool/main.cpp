@@ -22,6 +22,9 @@ int main(int argc, char** argv) {
     corvanta::AddInfo(app, tool);
     corvanta::AddConvert(app, tool);
     corvanta::AddSweep(app, tool);
+    corvanta::AddStudy(app, tool);
+    corvanta::AddReport(app, tool);
+    corvanta::AddNames(app, tool);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -1,4 +1,4 @@
-#include "batch/StandardErrorBox.h"
+#include "platform/StandardErrorBox.h"
 
 #include "model/NumberText.h"
 
