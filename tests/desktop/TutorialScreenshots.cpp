@@ -71,8 +71,7 @@ void Tutorial::ChooseUnits() {
 
 void Tutorial::EnterTheCorner() {
     m_user.Choose(mcNew);
-    m_user.Box.Answers = {maYes};
-    m_user.Choose(mcProperties);
+    m_user.Box.Answers = {maYes}; // to leaving the page of mechanisms
     const QMap<QString, QString> fields = FieldsOfThePage();
     frmEditGeometry& editor = *m_user.Logic().EditGeometry;
     QTest::qWait(40); // a window that has just come up is fitted to the screen
