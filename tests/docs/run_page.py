@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """Runs what a page of the documentation shows, from its own text, and follows its links.
 
-    run_page.py PAGE --samples FOLDER [--programs FOLDER] [--python-path FOLDER]
+    run_page.py PAGE [--copy FOLDER]... [--programs FOLDER]
 
-Everything happens in a folder of the page's own, with a copy of the samples, in the order of the page:
+Everything happens in a folder of the page's own, with copies of those that are named, in the order of
+the page:
 
     ```console   "$ COMMAND" is run by bash, continued on lines that begin with "> ". It has to end
                  with status 0, unless the next command is "echo $?". The lines below it, if there
@@ -175,20 +176,21 @@ def broken_links(page, prose):
 def main():
     parser = argparse.ArgumentParser(description=__doc__.split("\n", maxsplit=1)[0])
     parser.add_argument("page", type=lambda name: pathlib.Path(name).resolve())
-    parser.add_argument("--samples", required=True, help="what is copied into the page's folder")
+    parser.add_argument("--copy", action="append", default=[], type=pathlib.Path,
+                        help="a folder that the page's folder has a copy of")
     parser.add_argument("--programs", default=os.curdir, help="a folder in front of PATH")
-    parser.add_argument("--python-path", default="", help="a folder to put on PYTHONPATH")
     options = parser.parse_args()
     programs = os.path.abspath(options.programs)
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name) / "page"
-        shutil.copytree(options.samples, folder / "samples")
-        os.environ |= {"PATH": f"{programs}:{os.environ['PATH']}",
+        folder.mkdir()
+        for original in options.copy:
+            shutil.copytree(original, folder / original.name)
+        # The interpreter of the page's commands is that of its Python.
+        interpreter = os.path.dirname(sys.executable)
+        os.environ |= {"PATH": f"{programs}:{interpreter}:{os.environ['PATH']}",
                        "XDG_CONFIG_HOME": f"{name}/config",
                        "LC_ALL": "C.UTF-8", "QT_QPA_PLATFORM": "offscreen"}
-        if options.python_path:
-            os.environ["PYTHONPATH"] = python_path = os.path.abspath(options.python_path)
-            sys.path.insert(0, python_path)
         os.chdir(folder)
         blocks, prose = read_page(options.page.read_text())
         page_run = PageRun(options.page, folder)

@@ -17,7 +17,7 @@ class RunPageTest(unittest.TestCase):
             (folder / "samples").mkdir()
             (folder / "samples" / "car.WSP").write_text("a car\n")
             (folder / "page.md").write_text(text)
-            done = subprocess.run([sys.executable, RUNNER, folder / "page.md", "--samples",
+            done = subprocess.run([sys.executable, RUNNER, folder / "page.md", "--copy",
                                    folder / "samples"], capture_output=True, text=True, check=False)
         return done.returncode, done.stdout + done.stderr
 
