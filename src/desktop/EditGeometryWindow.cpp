@@ -143,24 +143,32 @@ QWidget* EditGeometryWindow::BuildTypePage() {
 }
 
 QWidget* EditGeometryWindow::BuildPointsPage() {
-    auto* page = new QSplitter(Qt::Horizontal, this);
-    QWidget* const table = BuildPointsTable();
-    page->addWidget(table);
+    auto* page = m_pointsPage = new QSplitter(Qt::Horizontal, this);
+    page->addWidget(BuildPointsTable());
     page->addWidget(BuildPointsDrawing());
     page->setStretchFactor(0, 0);
     page->setStretchFactor(1, 1); // the table has all it needs; more room is the drawing's
     page->setChildrenCollapsible(false);
     connect(page, &QSplitter::splitterMoved, this, [this](int tableWidth) {
         m_window.TableWidth = tableWidth * TwipsPerPixel;
+        m_fittedWidth = tableWidth;
         ShowDrawings();
     });
     m_points->Refresh();
-    const QMargins margins = table->layout()->contentsMargins();
+    FitPointsTable();
+    return page;
+}
+
+/// Gives the table what the user chose, or what its points need: another mechanism has other names.
+void EditGeometryWindow::FitPointsTable() {
+    const QMargins margins = m_pointsPage->widget(0)->layout()->contentsMargins();
     const int needed = m_window.TableWidth > 0
                            ? m_window.TableWidth / TwipsPerPixel
                            : m_points->NeededWidth() + margins.left() + margins.right();
-    page->setSizes({needed, std::max(1, width() - needed)});
-    return page;
+    if (needed != m_fittedWidth) {
+        m_fittedWidth = needed;
+        m_pointsPage->setSizes({needed, std::max(1, width() - needed)});
+    }
 }
 
 QWidget* EditGeometryWindow::BuildPointsTable() {
@@ -402,6 +410,7 @@ void EditGeometryWindow::Refresh() {
 
 void EditGeometryWindow::ShowPoints() {
     m_points->Refresh();
+    FitPointsTable();
     if (m_window.grdPointsSelection != m_shownSelection) {
         m_shownSelection = m_window.grdPointsSelection;
         m_points->SelectRange(m_shownSelection);

@@ -7,6 +7,7 @@
 #include <QWidget>
 
 class QPlainTextEdit;
+class QSplitter;
 class QTabWidget;
 
 namespace corvanta {
@@ -40,6 +41,7 @@ class EditGeometryWindow final : public QWidget {
     QWidget* BuildTypePage();
     QWidget* BuildPointsPage();
     QWidget* BuildPointsTable();
+    void FitPointsTable();
     QWidget* BuildPointsDrawing();
     QWidget* BuildPreview();
     void ConnectTable();
@@ -61,6 +63,8 @@ class EditGeometryWindow final : public QWidget {
     frmEditGeometry& m_window;
     Binder m_binder;
     QTabWidget* m_pages = nullptr;
+    QSplitter* m_pointsPage = nullptr;
+    int m_fittedWidth = 0; ///< of the table of points
     GridView* m_points = nullptr;
     DrawingView* m_typeDrawing = nullptr;
     DrawingView* m_pointsDrawing = nullptr;

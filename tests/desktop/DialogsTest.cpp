@@ -25,6 +25,7 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 #include <QToolTip>
@@ -272,6 +273,19 @@ TEST_F(DialogsTest, SeveralFilesCanBeChosenWhereSeveralAreAskedFor) {
     const std::optional<FileNameAnswer> answer = QtFileDialog().Ask(request);
     ASSERT_TRUE(answer);
     EXPECT_THAT(answer->Paths, testing::ElementsAre(folder / "a.WSP", folder / "b.WSP"));
+}
+
+TEST_F(DialogsTest, ANewCornersTableOfPointsFitsTheNamesOfItsMechanism) {
+    m_user.Choose(mcNew);
+    m_user.Choose(mcProperties);
+    m_user.Box.Answers = {maYes};
+    m_user.Desk.Handle([&] {
+        frmEditGeometry& editor = *m_user.Logic().EditGeometry;
+        editor.cboSpringMechanism.Select(smPushrodToLowerWishbone);
+        editor.tabPages_Changed(pgStaticPoints);
+    });
+    QTest::qWait(40); // a table is laid out once it is seen
+    EXPECT_EQ(m_user.Desk.EditorView()->Points()->horizontalScrollBar()->maximum(), 0);
 }
 
 } // namespace

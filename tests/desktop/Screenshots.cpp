@@ -14,6 +14,7 @@
 #include "tests/desktop/Photographer.h"
 #include "tests/desktop/SampleSheets.h"
 #include "tests/desktop/StudyScreenshots.h"
+#include "tests/desktop/TutorialScreenshots.h"
 #include "tests/desktop/WorkbenchScreenshots.h"
 #include "tests/support/SampleCorners.h"
 #include "tests/support/TemporaryFolder.h"
@@ -200,5 +201,6 @@ int main(int argc, char** argv) {
     }
     const corvanta::test::TemporaryFolder user;
     corvanta::test::TakeAll(user.Path(), argv[1]);
+    corvanta::test::TakeTutorial(corvanta::test::Photographer(argv[1]));
     return 0;
 }
