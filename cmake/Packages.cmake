@@ -27,6 +27,7 @@ of wheel and rack travel and shows tables, plots and drawings in a window. In
 its workbench every curve follows a pickup that is moved.")
 
 set(CPACK_DEBIAN_BATCH_PACKAGE_NAME corvanta-batch)
+set(CPACK_DEBIAN_BATCH_PACKAGE_SUGGESTS corvanta)
 set(CPACK_DEBIAN_BATCH_DESCRIPTION "suspension results on the command line
 corvanta-batch and corvanta-tool calculate the suspension documents of
 Corvanta without a window: tables as text or workbooks, drawings, checks,
