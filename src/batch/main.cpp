@@ -1,10 +1,10 @@
-#include "platform/StandardErrorBox.h"
 #include "frame/MSusp.h"
 #include "frame/StartRequest.h"
 #include "platform/DiskFileServices.h"
 #include "platform/MachineServices.h"
 #include "platform/NativeStart.h"
 #include "platform/NoWindowSystem.h"
+#include "platform/StandardErrorBox.h"
 
 #include <iostream>
 
