@@ -32,10 +32,18 @@ if(CORVANTA_CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
   add_compile_options(-fpch-preprocess)
 endif()
 
+# corvanta_sources(<variable> <folder>): all sources of a folder below src/, but for those that stand
+# on a library and their stand-ins without it.
+function(corvanta_sources variable folder)
+  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp")
+  list(FILTER sources EXCLUDE REGEX "/(LeastSquares|Workbook)(Missing)?\\.cpp$")
+  set(${variable} ${sources} PARENT_SCOPE)
+endfunction()
+
 # corvanta_floor(<folder> <lower folder>...): the library of one folder below src/, from all its
 # sources, on the libraries of the folders that it may know.
 function(corvanta_floor folder)
-  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp")
+  corvanta_sources(sources ${folder})
   if(NOT sources)
     add_library(corvanta_${folder} INTERFACE)
     set(scope INTERFACE)

@@ -1,9 +1,10 @@
-#include "platform/StandardErrorBox.h"
 #include "frame/MSusp.h"
 #include "frame/StartRequest.h"
 #include "platform/DiskFileServices.h"
 #include "platform/MachineServices.h"
+#include "platform/NativeStart.h"
 #include "platform/NoWindowSystem.h"
+#include "platform/StandardErrorBox.h"
 
 #include <iostream>
 
@@ -16,6 +17,7 @@ constexpr const char* Name = "corvanta-batch";
 } // namespace
 
 int main(int argc, char** argv) {
+    const corvanta::CNativeStart start(argc, argv);
     corvanta::MachineServices process(argc, argv, corvanta::BuiltVersion());
     corvanta::DiskFileServices files;
     const corvanta::StartRequest request = corvanta::ParseStart(process.Arguments(), files);

@@ -3,6 +3,7 @@
 #include "export/ListFiles.h"
 #include "frame/MOptions.h"
 #include "model/Failure.h"
+#include "platform/DataFolder.h"
 #include "platform/IniSettingsStore.h"
 #include "platform/NoWindowSystem.h"
 #include "shell/CMousePointer.h"
@@ -92,7 +93,7 @@ StartResult Application::Start() {
         m_main.IsOpen = true;
         m_windows.Screen.Update();
     }
-    m_desk.Help.SetHelpFile(m_process.ProgramFolder() + FileServices::Separator + HelpFile);
+    m_desk.Help.SetHelpFile(DataFolder(m_process, m_files) + FileServices::Separator + HelpFile);
     if (!batch) {
         return StartResult::Interactive;
     }

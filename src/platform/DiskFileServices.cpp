@@ -81,10 +81,17 @@ fs::path WithoutParents(const fs::path& path) {
 }
 
 /// The folder that an environment variable names, or an empty path.
+#ifdef _WIN32
+fs::path FolderFrom(const wchar_t* variable) {
+    const wchar_t* const value = _wgetenv(variable);
+    return value == nullptr ? fs::path() : fs::path(value);
+}
+#else
 fs::path FolderFrom(const char* variable) {
     const char* const value = std::getenv(variable);
     return value == nullptr ? fs::path() : PathOf(value);
 }
+#endif
 
 } // namespace
 
@@ -190,7 +197,7 @@ std::optional<std::string> DiskFileServices::SpecialFolder(int folderNumber) con
         return std::nullopt;
     }
 #ifdef _WIN32
-    const fs::path folder = FolderFrom("APPDATA");
+    const fs::path folder = FolderFrom(L"APPDATA");
 #else
     fs::path folder = FolderFrom("XDG_CONFIG_HOME");
     // A relative path here is invalid by the base directory rules of freedesktop.org.

@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <iterator>
 #include <sstream>
-#include <stdexcept>
 #include <string_view>
 #include <system_error>
 
@@ -78,14 +77,6 @@ std::string FittingText(const std::tm& moment, const std::locale& locale, std::w
 }
 
 } // namespace
-
-std::locale EnvironmentLocale() {
-    try {
-        return std::locale("");
-    } catch (const std::runtime_error&) {
-        return std::locale::classic();
-    }
-}
 
 Separators SeparatorsOf(const std::locale& locale) {
     const auto& numbers = std::use_facet<WideNumbers>(locale);

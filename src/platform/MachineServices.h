@@ -10,7 +10,8 @@
 namespace corvanta {
 
 /// The locale that the environment names, or the classic one when the environment names a locale
-/// that this machine does not have. The process's own locale stays as it is.
+/// that this machine does not have. On Windows it is the classic one with the number characters of
+/// the user's region. The process's own locale stays as it is.
 [[nodiscard]] std::locale EnvironmentLocale();
 
 /// The number characters of a locale. A locale that does not group digits gets "," for thousands,

@@ -106,7 +106,7 @@ std::optional<std::string> DocumentFiles::AskForFile() {
 }
 
 FileOutcome DocumentFiles::AskAndOpenSample() {
-    const std::optional<std::string> path = AskForFile(SamplesFolder(m_desk.Process));
+    const std::optional<std::string> path = AskForFile(SamplesFolder(m_desk.Process, m_desk.Files));
     return path ? OpenAsUser(*path) : FileOutcome::Nothing;
 }
 
@@ -399,13 +399,13 @@ std::string DocumentFiles::MarkOf(const std::string& path) const {
 }
 
 bool DocumentFiles::HasSamples() const {
-    return m_desk.Files.FolderExists(SamplesFolder(m_desk.Process));
+    return m_desk.Files.FolderExists(SamplesFolder(m_desk.Process, m_desk.Files));
 }
 
 bool DocumentFiles::LiesWithSamples(const std::string& path) const {
     const FileServices& files = m_desk.Files;
-    return files.FullPath(path).starts_with(files.FullPath(SamplesFolder(m_desk.Process)) +
-                                            FileServices::Separator);
+    return files.FullPath(path).starts_with(
+        files.FullPath(SamplesFolder(m_desk.Process, m_desk.Files)) + FileServices::Separator);
 }
 
 } // namespace corvanta

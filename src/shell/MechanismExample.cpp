@@ -4,6 +4,7 @@
 #include "model/NumberText.h"
 #include "model/PointsInPlay.h"
 #include "persistence/MData.h"
+#include "platform/DataFolder.h"
 #include "platform/NoWindowSystem.h"
 #include "solver/MLibMaths.h"
 
@@ -94,8 +95,8 @@ void PlaceTBar(PointSet& points) {
 
 } // namespace
 
-std::string SamplesFolder(const ProcessServices& process) {
-    return process.ProgramFolder() + FileServices::Separator + "samples";
+std::string SamplesFolder(const ProcessServices& process, const FileServices& files) {
+    return DataFolder(process, files) + FileServices::Separator + "samples";
 }
 
 std::string ExampleName(std::int32_t springMechanism) {

@@ -12,8 +12,8 @@
 
 namespace corvanta {
 
-/// Folder of the samples, beside the program.
-[[nodiscard]] std::string SamplesFolder(const ProcessServices& process);
+/// Folder of the samples that come with the program.
+[[nodiscard]] std::string SamplesFolder(const ProcessServices& process, const FileServices& files);
 
 /// File name of the sample that shows a spring mechanism, 0 to 11; empty for another number.
 [[nodiscard]] std::string ExampleName(std::int32_t springMechanism);

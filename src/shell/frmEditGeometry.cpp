@@ -404,8 +404,8 @@ Suspension frmEditGeometry::Example() {
     SuspensionData choice = m_desk.Program.Document.Data;
     TakeType(choice);
     if (!m_example || m_example->Data != choice) {
-        m_example = MechanismExample(choice, SamplesFolder(m_desk.Process), m_desk.Program.Units,
-                                     m_desk.Files);
+        m_example = MechanismExample(choice, SamplesFolder(m_desk.Process, m_desk.Files),
+                                     m_desk.Program.Units, m_desk.Files);
     }
     return m_example ? *m_example : Draft();
 }

@@ -125,7 +125,7 @@ bool frmMain::GetFileName(FileNameMode mode, const std::string& filter,
         request.InitialName = chosen.Title;
         request.Extension = chosen.Extension;
         request.Several = chosen.Several;
-        request.Passing = startFolder == SamplesFolder(m_desk.Process);
+        request.Passing = startFolder == SamplesFolder(m_desk.Process, m_desk.Files);
         const std::optional<FileNameAnswer> answer = m_desk.Windows.Files.Ask(request);
         if (!answer || answer->Path.empty()) {
             return false;
@@ -164,7 +164,8 @@ void frmMain::OpenStudy(const std::string& path) {
 }
 
 std::vector<SampleCard> frmMain::Samples() const {
-    return SampleCards(SamplesFolder(m_desk.Process), m_desk.Program.Units, m_desk.Files);
+    return SampleCards(SamplesFolder(m_desk.Process, m_desk.Files), m_desk.Program.Units,
+                       m_desk.Files);
 }
 
 void frmMain::ShowNoDocument() {

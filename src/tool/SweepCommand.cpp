@@ -1,6 +1,7 @@
 #include "automation/Variants.h"
 #include "model/Failure.h"
 #include "model/NumberText.h"
+#include "platform/PathText.h"
 #include "tool/ProgressLine.h"
 #include "tool/Tool.h"
 
@@ -93,7 +94,7 @@ VariantRange RangeOf(const std::string& shard, std::uint64_t count) {
 /// behind them; one that does not begin with the same head is refused.
 std::uint64_t KeptRows(const std::string& path, const CVariantLines& lines,
                        const VariantRange& range) {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(PathOf(path), std::ios::binary);
     std::string line;
     if (!std::getline(file, line) || (file.eof() && lines.Head().starts_with(line))) {
         return 0; // there is nothing, or less than the head
@@ -111,7 +112,7 @@ std::uint64_t KeptRows(const std::string& path, const CVariantLines& lines,
         size += line.size() + 1;
     }
     file.close();
-    std::filesystem::resize_file(path, size);
+    std::filesystem::resize_file(PathOf(path), size);
     return rows;
 }
 
@@ -137,7 +138,8 @@ void Sweep(Tool& tool, const SweepChoice& choice) {
     range.First += kept;
     std::ofstream file;
     if (toFile) {
-        file.open(choice.Output, kept > 0 ? std::ios::binary | std::ios::app : std::ios::binary);
+        file.open(PathOf(choice.Output),
+                  kept > 0 ? std::ios::binary | std::ios::app : std::ios::binary);
     }
     std::ostream& out = toFile ? file : std::cout;
     if (kept == 0) {

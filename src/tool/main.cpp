@@ -1,6 +1,7 @@
 #include "frame/MSusp.h"
 #include "frame/StartRequest.h"
 #include "model/Failure.h"
+#include "platform/NativeStart.h"
 #include "tool/Tool.h"
 
 #include <iostream>
@@ -12,6 +13,7 @@ constexpr const char* Name = "corvanta-tool";
 } // namespace
 
 int main(int argc, char** argv) {
+    const corvanta::CNativeStart start(argc, argv);
     corvanta::Tool tool;
     CLI::App app("Suspension documents on the command line: results, drawings, studies.", Name);
     app.set_version_flag("--version", corvanta::VersionText(Name, corvanta::BuiltVersion()));

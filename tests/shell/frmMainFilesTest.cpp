@@ -92,15 +92,15 @@ TEST_F(frmMainFilesTest, NewAsksAndStartsAnEmptyDocumentInTheEditor) {
 }
 
 TEST_F(frmMainFilesTest, ASampleIsOpenedAsAnUntitledCopyAndNeverWrittenOver) {
-    const std::string sample = "/opt/corvanta/samples/published/roadster.WSP";
+    const std::string sample = "/opt/share/corvanta/samples/published/roadster.WSP";
     EXPECT_FALSE(m_main.Files.HasSamples());
-    m_files.PutFolder("/opt/corvanta/samples");
+    m_files.PutFolder("/opt/share/corvanta/samples"); // as installed
     m_program.Options.LastFolder = "/cars/";
     m_files.Put(sample, SampleBytes());
     EXPECT_TRUE(m_main.Files.HasSamples());
     WillChoose(sample);
     m_main.OpenSample();
-    EXPECT_EQ(m_windowSystem.Requests.at(0).StartFolder, "/opt/corvanta/samples");
+    EXPECT_EQ(m_windowSystem.Requests.at(0).StartFolder, "/opt/share/corvanta/samples");
     EXPECT_TRUE(m_windowSystem.Requests[0].Passing);
     EXPECT_TRUE(m_document.ResultsValid);
     EXPECT_EQ(m_program.DocumentPath + m_program.FileMark, "");
