@@ -1,7 +1,7 @@
 # The Debian packages, one of each component that is installed; scripts/package builds them.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME corvanta)
-set(CPACK_PACKAGE_CONTACT "The Corvanta developers <corvanta@pewterlantern.com>")
+set(CPACK_PACKAGE_CONTACT "The Corvanta developers <corvanta@pewterlantern.example>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS

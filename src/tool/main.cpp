@@ -16,7 +16,7 @@ int main(int argc, char** argv) {
     const corvanta::CNativeStart start(argc, argv);
     corvanta::Tool tool;
     CLI::App app("Suspension documents on the command line: results, drawings, studies.", Name);
-    app.set_version_flag("--version", corvanta::VersionText(Name, corvanta::BuiltVersion()));
+    app.set_version_flag("--version", Name + (" " + corvanta::BuiltVersion().Text()));
     app.require_subcommand(1);
     corvanta::AddExport(app, tool);
     corvanta::AddDxf(app, tool);
