@@ -1,5 +1,6 @@
 #include "automation/PointsText.h"
 
+#include "automation/TableText.h"
 #include "study/DesignFields.h"
 #include "study/SheetText.h"
 
@@ -38,7 +39,7 @@ PointNumber PointOf(const SheetLine& line, const PointCatalogue& catalogue,
 } // namespace
 
 std::string PointsText(const Design& design, const FundamentalUnits& units) {
-    const std::string separator = units.NumberSeparators.Decimal == "," ? ";" : ",";
+    const std::string separator(1, ListSeparator(units.NumberSeparators));
     const UnitRecord& length = UsableUnit(units, ucDisplacement);
     std::string text;
     for (std::size_t n = 0; n < Heads.size(); ++n) {

@@ -17,6 +17,13 @@ CornerFailure FailureOf(const Suspension& scratch, const SolveResult& outcome) {
     return failure;
 }
 
+ChannelCatalogue ChannelsOf(const Design& design, FundamentalUnits& units) {
+    ChannelCatalogue channels;
+    channels.ChannelsSetup(units);
+    channels.SetFrontRearTitles(IsFrontCorner(design.Data, design.Points));
+    return channels;
+}
+
 std::string TextOf(const CornerFailure& failure, const Design& design,
                    const FundamentalUnits& units) {
     const auto travel = [&](const char* what, const std::optional<double>& value) {

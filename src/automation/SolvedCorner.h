@@ -22,6 +22,9 @@ struct CornerFailure {
 /// The failure of a solve that left its scratch document so.
 [[nodiscard]] CornerFailure FailureOf(const Suspension& scratch, const SolveResult& outcome);
 
+/// The channels of a design in units, titled by the end of the car.
+[[nodiscard]] ChannelCatalogue ChannelsOf(const Design& design, FundamentalUnits& units);
+
 /// The failure in one line, travels and names as the units and the design have them.
 [[nodiscard]] std::string TextOf(const CornerFailure& failure, const Design& design,
                                  const FundamentalUnits& units);

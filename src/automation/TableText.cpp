@@ -65,7 +65,7 @@ std::string TableText(std::span<const ResultTable> tables, TableForm form,
         }
         return list.dump(1) + '\n';
     }
-    const char comma = separators.Decimal == "," ? ';' : ',';
+    const char comma = ListSeparator(separators);
     std::string text;
     for (const ResultTable& table : tables) {
         text +=

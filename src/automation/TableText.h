@@ -22,6 +22,11 @@ enum class TableForm : std::uint8_t {
 [[nodiscard]] std::string TableText(std::span<const ResultTable> tables, TableForm form,
                                     const Separators& separators);
 
+/// What parts cells and values: a comma, or a semicolon where the comma is the decimal separator.
+[[nodiscard]] inline char ListSeparator(const Separators& separators) {
+    return separators.Decimal == "," ? ';' : ',';
+}
+
 /// The number that a cell holds; nothing for any other text.
 [[nodiscard]] std::optional<double> NumberOfCell(const std::string& cell,
                                                  const Separators& separators);

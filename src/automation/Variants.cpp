@@ -1,5 +1,6 @@
 #include "automation/Variants.h"
 
+#include "automation/TableText.h"
 #include "model/Failure.h"
 #include "model/NumberText.h"
 #include "study/StudyNumber.h"
@@ -44,7 +45,7 @@ std::vector<double> ValuesOf(std::string_view text, std::string_view whole,
                              const FundamentalUnits& units) {
     const std::vector<std::string_view> range = Split(text, ':');
     if (range.size() == 1) {
-        const char separator = units.NumberSeparators.Decimal == "," ? ';' : ',';
+        const char separator = ListSeparator(units.NumberSeparators);
         std::vector<double> values;
         for (const std::string_view value : Split(text, separator)) {
             values.push_back(NumberIn(value, whole, units));
@@ -79,6 +80,8 @@ GridCut CutFor(const VariantQuestion& question) {
     return cut;
 }
 
+} // namespace
+
 std::string FaultOf(const VariantQuestion& question, const Design& design) {
     if (std::string fault = FaultOfAxes(question.Axes, design); !fault.empty()) {
         return fault;
@@ -93,8 +96,6 @@ std::string FaultOf(const VariantQuestion& question, const Design& design) {
     }
     return {};
 }
-
-} // namespace
 
 SweptValue SweptOfText(std::string_view name) {
     if (const std::optional<DesignVariable> variable = VariableOf(name)) {
@@ -201,6 +202,11 @@ bool RunVariants(CSampleRunner& runner, const Design& design, const VariantQuest
             }
             for (const Figure& figure : question.Figures) {
                 row.Figures.push_back(FigureValue(scratch, figure));
+                if (!row.Figures.back()) {
+                    row.Failure = "The corner has no value of " +
+                                  std::string(TrimBlanks(settings.Channels[figure.Channel].Title)) +
+                                  " there";
+                }
             }
         };
         const auto share = [&](std::uint64_t number) {

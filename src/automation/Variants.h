@@ -39,6 +39,9 @@ struct VariantQuestion {
     [[nodiscard]] std::uint64_t Count() const;
 };
 
+/// Why a question can't be asked of a design; empty when it can.
+[[nodiscard]] std::string FaultOf(const VariantQuestion& question, const Design& design);
+
 /// Those of all variants that are worked on, from the first to below the last.
 struct VariantRange {
     std::uint64_t First = 0;
@@ -53,7 +56,7 @@ struct VariantRow {
     std::uint64_t Number = 0; ///< from 0
     std::vector<double> Values;
     std::vector<std::optional<double>> Figures; ///< empty when it can't be solved
-    std::string Failure;
+    std::string Failure; ///< why not, or which figure a solved corner does not have
 };
 
 /// Solves variants and hands their rows out in order, some at a time, whatever the threads: memory

@@ -1,4 +1,5 @@
 #include "automation/DesignCheck.h"
+#include "persistence/DesignFile.h"
 #include "tool/Tool.h"
 
 #include <iostream>
@@ -16,7 +17,12 @@ struct CheckChoice {
 void Check(Tool& tool, const CheckChoice& choice) {
     const FundamentalUnits units = choice.Numbers.Chosen();
     tool.ForEach(choice.Files, [&](const std::string& path) {
-        const std::vector<Finding> findings = CheckDesign(Open(tool, path, units), units);
+        std::string words;
+        const Design design = ReadDesign(path, units, tool.Files, words);
+        std::vector<Finding> findings = CheckDesign(design, units);
+        if (!words.empty()) { // of what the document lacks
+            findings.push_back({false, OneLine(words)});
+        }
         for (const Finding& finding : findings) {
             tool.Failed = tool.Failed || finding.IsError || choice.Strict;
             std::cout << path << ": " << (finding.IsError ? "error: " : "warning: ") << finding.Text

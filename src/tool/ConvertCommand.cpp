@@ -16,8 +16,7 @@ struct ConvertChoice {
 
 void Convert(Tool& tool, const ConvertChoice& choice) {
     const FundamentalUnits units = choice.Numbers.Chosen();
-    tool.ForEach(choice.Documents.Files, [&](const std::string& path) {
-        const std::string output = choice.Documents.OutputFor(tool, path, "." + choice.To);
+    const auto work = [&](const std::string& path, const std::string& output) {
         Design design = Open(tool, path, units);
         if (!choice.Points.empty()) {
             TakePoints(design, tool.Files.ReadBytes(choice.Points), units);
@@ -27,7 +26,8 @@ void Convert(Tool& tool, const ConvertChoice& choice) {
         } else {
             tool.Files.WriteText(output, DesignText(design, units, tool.Files));
         }
-    });
+    };
+    choice.Documents.ForEach(tool, "." + choice.To, work, choice.To == "WSP");
 }
 
 } // namespace

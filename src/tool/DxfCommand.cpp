@@ -1,4 +1,3 @@
-#include "calculation/SCalcs.h"
 #include "export/CDXF.h"
 #include "results/MDisplay3d.h"
 #include "tool/Tool.h"
@@ -10,26 +9,22 @@ namespace {
 struct DxfChoice {
     FileChoice Documents;
     std::string Form = "r12";
-    double Wheel = 0;
-    double Rack = 0;
+    PlaceChoice Place;
     NumberChoice Numbers;
 };
 
 void WriteDrawings(Tool& tool, const DxfChoice& choice) {
     const FundamentalUnits units = choice.Numbers.Chosen();
-    const double factor = units[ucDisplacement].Factor;
-    tool.ForEach(choice.Documents.Files, [&](const std::string& path) {
-        const std::string output = choice.Documents.OutputFor(tool, path, ".dxf");
+    const auto work = [&](const std::string& path, const std::string& output) {
         const std::unique_ptr<Program> corner = OpenSolved(tool, path, units);
-        const Suspension& document = corner->Document;
-        const int rack = NearestRackStep(document, choice.Rack / factor);
-        const int wheel = NearestWheelStep(document, choice.Wheel / factor);
         CDXF dxf(choice.Form == "r12" ? DxfForm::R12 : DxfForm::Classic);
         dxf.OpenSection();
-        Draw3d(dxf, PositionAt(document, rack, wheel));
+        Draw3d(dxf, PositionAt(corner->Document, choice.Place.RackStep(*corner),
+                               choice.Place.WheelStep(*corner)));
         dxf.CloseSection();
         tool.Files.WriteBytes(output, dxf.Text());
-    });
+    };
+    choice.Documents.ForEach(tool, ".dxf", work);
 }
 
 } // namespace
@@ -43,8 +38,7 @@ void AddDxf(CLI::App& app, Tool& tool) {
                     "r12, with a header, or classic, as the program exports it")
         ->check(CLI::IsMember({"r12", "classic"}))
         ->capture_default_str();
-    command.add_option("--wheel", choice->Wheel, "wheel travel, of the step nearest to it");
-    command.add_option("--rack", choice->Rack, "rack travel, of the step nearest to it");
+    choice->Place.AddTo(command);
     choice->Numbers.AddTo(command);
     command.callback([&tool, choice] { WriteDrawings(tool, *choice); });
 }

@@ -1,5 +1,4 @@
 #include "automation/Variants.h"
-#include "calculation/SCalcs.h"
 #include "model/Failure.h"
 #include "tool/TableOutput.h"
 #include "tool/Tool.h"
@@ -19,8 +18,7 @@ struct ExportChoice {
     std::vector<std::string> Channels;
     TableChoice Tables;
     std::string Along = "wheel";
-    double Wheel = 0;
-    double Rack = 0;
+    PlaceChoice Place;
     NumberChoice Numbers;
 };
 
@@ -28,10 +26,8 @@ std::vector<ResultTable> Wanted(Program& corner, const ExportChoice& choice) {
     for (const std::string& channel : choice.Channels) {
         corner.CustomChannels.Add(ChannelOfText(channel, corner.Channels));
     }
-    const double factor = corner.Units[ucDisplacement].Factor;
     const TablePlace place{choice.Along == "rack" ? vvAlongRackTravel : vvAlongWheelTravel,
-                           NearestWheelStep(corner.Document, choice.Wheel / factor),
-                           NearestRackStep(corner.Document, choice.Rack / factor)};
+                           choice.Place.WheelStep(corner), choice.Place.RackStep(corner)};
     std::vector<ResultTable> tables;
     for (const std::int32_t view : choice.Views.Views(!choice.Channels.empty())) {
         std::vector<ResultTable> more = TablesOf(corner, view, place);
@@ -42,13 +38,12 @@ std::vector<ResultTable> Wanted(Program& corner, const ExportChoice& choice) {
 
 void Export(Tool& tool, const ExportChoice& choice) {
     const FundamentalUnits units = choice.Numbers.Chosen();
-    tool.ForEach(choice.Documents.Files, [&](const std::string& path) {
-        const std::string output =
-            choice.Documents.OutputFor(tool, path, "." + choice.Tables.Format);
+    const auto work = [&](const std::string& path, const std::string& output) {
         const std::unique_ptr<Program> corner = OpenSolved(tool, path, units);
         tool.Files.WriteBytes(
             output, choice.Tables.BytesOf(Wanted(*corner, choice), units.NumberSeparators));
-    });
+    };
+    choice.Documents.ForEach(tool, "." + choice.Tables.Format, work);
 }
 
 } // namespace
@@ -67,8 +62,7 @@ void AddExport(CLI::App& app, Tool& tool) {
     command.add_option("--along", choice->Along, "what tables run along")
         ->check(CLI::IsMember({"wheel", "rack"}))
         ->capture_default_str();
-    command.add_option("--wheel", choice->Wheel, "wheel travel of what runs along rack travel");
-    command.add_option("--rack", choice->Rack, "rack travel of what runs along wheel travel");
+    choice->Place.AddTo(command);
     choice->Numbers.AddTo(command);
     command.callback([&tool, choice] { Export(tool, *choice); });
 }

@@ -10,10 +10,10 @@ namespace corvanta {
 
 namespace {
 
-void ShowNames(const NumberChoice& numbers) {
+void ShowNames(Tool& tool, const std::string& path, const NumberChoice& numbers) {
     FundamentalUnits units = numbers.Chosen();
-    ChannelCatalogue channels;
-    channels.ChannelsSetup(units);
+    const ChannelCatalogue channels =
+        ChannelsOf(path.empty() ? Design() : Open(tool, path, units), units);
     std::cout << "Channels, by number or title\n";
     for (int id = 1; id <= ChannelCount; ++id) {
         const ChannelRecord& record = channels[id];
@@ -36,13 +36,15 @@ void ShowNames(const NumberChoice& numbers) {
 
 } // namespace
 
-void AddNames(CLI::App& app, Tool& /*tool*/) {
+void AddNames(CLI::App& app, Tool& tool) {
     CLI::App& command = *app.add_subcommand(
         "names",
         "Lists the names of channels, values and links; points are those of convert -t csv");
     const auto numbers = std::make_shared<NumberChoice>();
+    const auto file = std::make_shared<std::string>();
+    command.add_option("FILE", *file, "a document: channels are called as in it");
     numbers->AddTo(command);
-    command.callback([numbers] { ShowNames(*numbers); });
+    command.callback([&tool, file, numbers] { ShowNames(tool, *file, *numbers); });
 }
 
 } // namespace corvanta

@@ -48,12 +48,13 @@ void Report(Tool& tool, const ReportChoice& choice) {
     const CTemporaryPath settings("");
     KeepSettingsIn(settings.Path());
     WriteSettings(tool, choice);
-    tool.ForEach(choice.Documents.Files, [&](const std::string& path) {
-        const std::string output = choice.Documents.OutputFor(tool, path, ".pdf");
-        if (output == StreamPath || path == StreamPath) {
-            throw Failure(fnInvalidCall, "a report is of a file and goes to one: use --output");
+    if (choice.Documents.Output.empty() || choice.Documents.Output == StreamPath) {
+        throw Failure(fnInvalidCall, "Reports go to files: use --output");
+    }
+    choice.Documents.ForEach(tool, ".pdf", [&](const std::string& path, const std::string& output) {
+        if (!RunDesktopProgram({"--report=" + output, path})) {
+            throw Failure(fnInvalidCall, "The report could not be made");
         }
-        tool.Failed = !RunDesktopProgram({"--report=" + output, path}) || tool.Failed;
     });
 }
 

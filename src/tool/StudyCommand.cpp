@@ -1,3 +1,4 @@
+#include "automation/SolvedCorner.h"
 #include "automation/Variants.h"
 #include "model/Failure.h"
 #include "persistence/DesignFile.h"
@@ -39,15 +40,13 @@ CLI::IsMember OneOf(const std::array<std::string_view, Count>& names) {
     return CLI::IsMember(std::vector<std::string>(names.begin(), names.end()));
 }
 
-StudyAim AimOf(const StudyChoice& choice, FundamentalUnits& units) {
+StudyAim AimOf(const StudyChoice& choice, const Design& design, FundamentalUnits& units) {
     StudyAim aim;
     aim.Figure = static_cast<int>(PlaceOf(FigureNames, choice.Figure));
     if (!choice.Chart.empty()) {
-        ChannelCatalogue channels;
-        channels.ChannelsSetup(units);
-        aim.Chart = {ChannelOfText(choice.Chart, channels), choice.Along == "rack"
-                                                                ? ChartKind::AlongRackTravel
-                                                                : ChartKind::AlongWheelTravel};
+        aim.Chart = {ChannelOfText(choice.Chart, ChannelsOf(design, units)),
+                     choice.Along == "rack" ? ChartKind::AlongRackTravel
+                                            : ChartKind::AlongWheelTravel};
     }
     return aim;
 }
@@ -80,21 +79,23 @@ std::vector<std::size_t> WantedOf(const StudyChoice& choice, const CStudyDesk& d
     return wanted;
 }
 
-void RunStudies(Tool& tool, const StudyChoice& choice, const std::string& path) {
+void RunStudies(Tool& tool, const StudyChoice& choice, const std::string& path,
+                const std::string& output) {
     FundamentalUnits units = choice.Numbers.Chosen();
     const StudyData study = ReadStudy(tool.Files.ReadBytes(path), path);
     const Design design = Open(tool, DocumentOf(tool, choice, path, study), units);
-    const std::string output = choice.Documents.OutputFor(tool, path, "." + choice.Tables.Format);
-    CStudyDesk desk(design, study, units, AimOf(choice, units));
+    CStudyDesk desk(design, study, units, AimOf(choice, design, units));
     std::vector<ResultTable> tables;
-    std::optional<Design> found;
+    std::vector<Design> found;
     for (const std::size_t wanted : WantedOf(choice, desk)) {
         CProgressLine progress;
         try {
             std::vector<ResultTable> answer =
                 desk.Answer(wanted, [&](double share) { progress.Show(share); });
             std::move(answer.begin(), answer.end(), std::back_inserter(tables));
-            found = desk.Found() ? desk.Found() : found;
+            if (desk.Found()) {
+                found.push_back(*desk.Found());
+            }
         } catch (...) { // the other studies of the file have their answers all the same
             tool.Report(path, std::string(StudyNames.at(wanted)) + ": " +
                                   FailureInFlight().Description());
@@ -104,10 +105,14 @@ void RunStudies(Tool& tool, const StudyChoice& choice, const std::string& path) 
         tool.Files.WriteBytes(output, choice.Tables.BytesOf(tables, units.NumberSeparators));
     }
     if (!choice.Keep.empty()) {
-        if (!found) {
-            throw Failure(fnInvalidCall, "No study found a design to keep");
+        if (found.size() != 1) {
+            throw Failure(fnInvalidCall,
+                          found.empty() ? "No study found a design to keep"
+                                        : "Several studies found designs, and one can be kept: "
+                                          "name a study by --study");
         }
-        tool.Files.WriteText(choice.Keep, DesignText(*found, units, tool.Files));
+        KeepInput(tool, path, choice.Keep);
+        tool.Files.WriteText(choice.Keep, DesignText(found.front(), units, tool.Files));
     }
 }
 
@@ -139,8 +144,13 @@ void AddStudy(CLI::App& app, Tool& tool) {
     choice->Tables.AddTo(command);
     choice->Numbers.AddTo(command);
     command.callback([&tool, choice] {
-        tool.ForEach(choice->Documents.Files,
-                     [&](const std::string& path) { RunStudies(tool, *choice, path); });
+        if (!choice->Keep.empty() && choice->Documents.Files.size() > 1) {
+            throw Failure(fnInvalidCall, "One study file at a time can keep a design");
+        }
+        choice->Documents.ForEach(tool, "." + choice->Tables.Format,
+                                  [&](const std::string& path, const std::string& output) {
+                                      RunStudies(tool, *choice, path, output);
+                                  });
     });
 }
 

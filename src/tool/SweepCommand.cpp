@@ -1,3 +1,5 @@
+#include "automation/SolvedCorner.h"
+#include "automation/TableText.h"
 #include "automation/Variants.h"
 #include "model/Failure.h"
 #include "model/NumberText.h"
@@ -32,7 +34,7 @@ class CVariantLines {
     CVariantLines(const VariantQuestion& question, const Design& design,
                   const ChannelCatalogue& channels, const FundamentalUnits& units)
         : m_separators(units.NumberSeparators),
-          m_comma(units.NumberSeparators.Decimal == "," ? ";" : ",") {
+          m_comma(1, ListSeparator(units.NumberSeparators)) {
         m_head = "variant";
         for (const SweepAxis& axis : question.Axes) {
             const VariableDisplay display = SweptDisplay(axis.What, units);
@@ -90,37 +92,39 @@ VariantRange RangeOf(const std::string& shard, std::uint64_t count) {
     return ShardOf(count, part, parts);
 }
 
-/// What a run that ended early has left: the whole lines that belong to the range. The file is cut
-/// behind them; one that does not begin with the same head is refused.
-std::uint64_t KeptRows(const std::string& path, const CVariantLines& lines,
-                       const VariantRange& range) {
+/// How many rows a run that ended early has left: the whole lines that belong to the range. The
+/// file is cut behind them. One that begins with another head, or whose last row is not what
+/// `lineOf` its number gives, is refused.
+std::uint64_t KeptRows(const std::string& path, const std::string& head, const VariantRange& range,
+                       const std::function<std::string(std::uint64_t number)>& lineOf) {
     std::ifstream file(PathOf(path), std::ios::binary);
     std::string line;
-    if (!std::getline(file, line) || (file.eof() && lines.Head().starts_with(line))) {
+    if (!std::getline(file, line) || (file.eof() && head.starts_with(line))) {
         return 0; // there is nothing, or less than the head
     }
-    if (line + '\n' != lines.Head()) {
+    if (line + '\n' != head) {
         throw Failure(fnInvalidCall, path + " holds another table and can't be resumed");
     }
     std::uint64_t rows = 0;
-    auto size = static_cast<std::uintmax_t>(lines.Head().size());
+    auto size = static_cast<std::uintmax_t>(head.size());
+    std::string last;
     while (std::getline(file, line) && !file.eof()) { // a last line without its end is not whole
-        if (!line.starts_with(std::to_string(range.First + rows) + lines.Head()[7])) {
-            throw Failure(fnInvalidCall, path + " holds other variants and can't be resumed");
-        }
+        last = line + '\n';
         ++rows;
-        size += line.size() + 1;
+        size += last.size();
     }
     file.close();
+    if (rows > range.Last - range.First || (rows > 0 && lineOf(range.First + rows - 1) != last)) {
+        throw Failure(fnInvalidCall, path + " holds other variants and can't be resumed");
+    }
     std::filesystem::resize_file(PathOf(path), size);
     return rows;
 }
 
 void Sweep(Tool& tool, const SweepChoice& choice) {
     FundamentalUnits units = choice.Numbers.Chosen();
-    ChannelCatalogue channels;
-    channels.ChannelsSetup(units);
     const Design design = Open(tool, choice.File, units);
+    const ChannelCatalogue channels = ChannelsOf(design, units);
     VariantQuestion question;
     for (const std::string& text : choice.Axes) {
         question.Axes.push_back(AxisOfText(text, units));
@@ -128,13 +132,27 @@ void Sweep(Tool& tool, const SweepChoice& choice) {
     for (const std::string& text : choice.Figures) {
         question.Figures.push_back(FigureOfText(text, channels, units));
     }
+    if (const std::string fault = FaultOf(question, design); !fault.empty()) {
+        throw Failure(fnInvalidCall, fault); // before an older file is touched
+    }
     VariantRange range = RangeOf(choice.Shard, question.Count());
     const CVariantLines lines(question, design, channels, units);
     const bool toFile = !choice.Output.empty() && choice.Output != StreamPath;
     if (choice.Resume && !toFile) {
         throw Failure(fnInvalidCall, "Only a file can be resumed: name it by --output");
     }
-    const std::uint64_t kept = choice.Resume ? KeptRows(choice.Output, lines, range) : 0;
+    KeepInput(tool, choice.File, choice.Output);
+    CProgressLine progress;
+    CSampleRunner runner({choice.Jobs, {}, [&](double share) { progress.Show(share); }});
+    const SolveSettings settings{units, channels};
+    const auto lineOf = [&](std::uint64_t number) {
+        std::string line;
+        RunVariants(runner, design, question, settings, {number, number + 1},
+                    [&](const VariantRow& row) { line = lines.LineOf(row); });
+        return line;
+    };
+    const std::uint64_t kept =
+        choice.Resume ? KeptRows(choice.Output, lines.Head(), range, lineOf) : 0;
     range.First += kept;
     std::ofstream file;
     if (toFile) {
@@ -145,10 +163,8 @@ void Sweep(Tool& tool, const SweepChoice& choice) {
     if (kept == 0) {
         out << lines.Head();
     }
-    CProgressLine progress;
-    CSampleRunner runner({choice.Jobs, {}, [&](double share) { progress.Show(share); }});
     const bool done =
-        RunVariants(runner, design, question, {units, channels}, range, [&](const VariantRow& row) {
+        RunVariants(runner, design, question, settings, range, [&](const VariantRow& row) {
             if (!(out << lines.LineOf(row))) {
                 throw Failure(fnFileAccess, "The rows can't be written");
             }

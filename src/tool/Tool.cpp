@@ -1,11 +1,15 @@
 #include "tool/Tool.h"
 
+#include "calculation/SCalcs.h"
 #include "model/Failure.h"
 #include "model/NumberText.h"
 #include "persistence/DesignFile.h"
 
 #include <array>
+#include <cmath>
 #include <iostream>
+#include <map>
+#include <set>
 
 namespace corvanta {
 
@@ -55,12 +59,11 @@ std::string FaultOfUnits(const std::string& text) {
     return {};
 }
 
-/// A message of the program in one line.
+} // namespace
+
 std::string OneLine(const std::string& words) {
     return ReplaceAll(ReplaceAll(ReplaceAll(words, "\r\n", "\r"), "\r\r", "\r"), "\r", " ");
 }
-
-} // namespace
 
 void Tool::Report(const std::string& path, const std::string& words) {
     Failed = true;
@@ -94,13 +97,36 @@ std::string FileChoice::OutputFor(const Tool& tool, const std::string& input,
         return std::string(StreamPath);
     }
     if (!tool.Files.FolderExists(Output)) {
-        if (Files.size() > 1) {
-            throw Failure(fnInvalidCall, Output + " is no folder, and several files are written");
-        }
         return Output;
     }
     const std::string name = input == StreamPath ? "document" : FileServices::BaseName(input);
     return Output + FileServices::Separator + name + suffix;
+}
+
+void FileChoice::ForEach(Tool& tool, const std::string& suffix,
+                         const std::function<void(const std::string&, const std::string&)>& work,
+                         bool replaces) const {
+    std::map<std::string, std::string> outputs; // by their inputs
+    std::set<std::string> taken;
+    for (const std::string& path : Files) {
+        const std::string& output = outputs[path] = OutputFor(tool, path, suffix);
+        if (!taken.insert(output).second) {
+            throw Failure(fnInvalidCall, "Several documents can't all go to " + output +
+                                             ": name a folder by --output");
+        }
+        for (const std::string& other : Files) {
+            if (!replaces || other != path) {
+                KeepInput(tool, other, output);
+            }
+        }
+    }
+    tool.ForEach(Files, [&](const std::string& path) { work(path, outputs[path]); });
+}
+
+void KeepInput(const Tool& tool, const std::string& input, const std::string& output) {
+    if (output != StreamPath && input != StreamPath && tool.Files.SameFile(input, output)) {
+        throw Failure(fnInvalidCall, output + " is read and can't be written");
+    }
 }
 
 void NumberChoice::AddTo(CLI::App& command) {
@@ -116,6 +142,46 @@ FundamentalUnits NumberChoice::Chosen() const {
     FundamentalUnits units = UnitsOf(LabelsOf(Units));
     units.NumberSeparators = {Decimal, ""};
     return units;
+}
+
+namespace {
+
+/// The step nearest to a travel that was typed, and is not farther away than half a step.
+int StepAt(const Program& corner, const std::string& text, std::string_view what,
+           int (*nearest)(const Suspension&, double), double (*travelAt)(const Suspension&, int),
+           double stepSize) {
+    const FundamentalUnits& units = corner.Units;
+    const std::optional<double> typed = WholeNumberText(text, units.NumberSeparators.Decimal);
+    if (!typed) {
+        throw Failure(fnInvalidCall, "\"" + text + "\" is no travel");
+    }
+    const double travel = *typed / units[ucDisplacement].Factor;
+    const int step = nearest(corner.Document, travel);
+    constexpr double WithinAStep = 0.501;
+    if (std::abs(travel - travelAt(corner.Document, step)) > WithinAStep * stepSize) {
+        throw Failure(fnInvalidCall, "The corner has no " + std::string(what) + " travel of " +
+                                         text + " " + units[ucDisplacement].Label);
+    }
+    return step;
+}
+
+} // namespace
+
+void PlaceChoice::AddTo(CLI::App& command) {
+    command.add_option("--wheel", Wheel, "wheel travel, of the step nearest to it")
+        ->capture_default_str();
+    command.add_option("--rack", Rack, "rack travel, of the step nearest to it")
+        ->capture_default_str();
+}
+
+int PlaceChoice::WheelStep(const Program& corner) const {
+    return StepAt(corner, Wheel, "wheel", NearestWheelStep, WheelTravelAtStep,
+                  corner.Document.Data.WheelTravelStepSize);
+}
+
+int PlaceChoice::RackStep(const Program& corner) const {
+    return StepAt(corner, Rack, "rack", NearestRackStep, RackTravelAtStep,
+                  corner.Document.Data.RackTravelStepSize);
 }
 
 Design Open(Tool& tool, const std::string& path, const FundamentalUnits& units) {

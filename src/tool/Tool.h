@@ -34,6 +34,9 @@ struct Tool {
                  const std::function<void(const std::string& path)>& work);
 };
 
+/// A message of the program in one line.
+[[nodiscard]] std::string OneLine(const std::string& words);
+
 /// The documents of a command, and where what it makes of them goes.
 struct FileChoice {
     std::vector<std::string> Files;
@@ -41,12 +44,23 @@ struct FileChoice {
 
     void AddTo(CLI::App& command, const std::string& what = "documents; - for standard input");
 
-    /// Where the output of a document goes: `Output` as it is for a single one; for several, or
-    /// where it is a folder, a file there, named as the document with `suffix` behind. Without any
-    /// it is standard output. Throws Failure for several files into one that is no folder.
+    /// Does work on each document. Its output goes to `Output` as it is for a single one; for
+    /// several, or where that is a folder, to a file there, named as the document with `suffix`
+    /// behind; without any to standard output. Throws Failure, before anything is done, for several
+    /// documents that are to go into one file, and for an output that is one of the inputs, unless
+    /// the work `replaces` documents.
+    void
+    ForEach(Tool& tool, const std::string& suffix,
+            const std::function<void(const std::string& path, const std::string& output)>& work,
+            bool replaces = false) const;
+
+  private:
     [[nodiscard]] std::string OutputFor(const Tool& tool, const std::string& input,
                                         const std::string& suffix) const;
 };
+
+/// Refuses an output that is a file that is read: throws Failure then.
+void KeepInput(const Tool& tool, const std::string& input, const std::string& output);
 
 /// The units and separators in which a command reads and shows numbers.
 struct NumberChoice {
@@ -57,6 +71,19 @@ struct NumberChoice {
 
     /// Numbers without marks between thousands.
     [[nodiscard]] FundamentalUnits Chosen() const;
+};
+
+/// Where in the grid a command looks.
+struct PlaceChoice {
+    std::string Wheel = "0"; ///< travels as they are typed
+    std::string Rack = "0";
+
+    void AddTo(CLI::App& command);
+
+    /// The steps nearest to the travels. Throws Failure for what is no number, and for a travel
+    /// that the corner does not have.
+    [[nodiscard]] int WheelStep(const Program& corner) const;
+    [[nodiscard]] int RackStep(const Program& corner) const;
 };
 
 /// Reads a document and tells what there is to say of it. Throws Failure when it can't be used.

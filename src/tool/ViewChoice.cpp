@@ -1,6 +1,7 @@
 #include "tool/ViewChoice.h"
 
 #include "automation/ResultTable.h"
+#include "model/Failure.h"
 
 #include <algorithm>
 
@@ -23,9 +24,13 @@ std::vector<std::int32_t> ViewChoice::Views(bool hasCustom) const {
     std::vector<std::int32_t> views;
     for (const std::string_view key : ViewKeys()) {
         const std::int32_t view = *ViewOfKey(key);
+        const bool isCustom = view == vwCustomTable;
         const bool isNamed = std::ranges::find(Keys, key) != Keys.end();
-        const bool isUsual = view != vwAllChannels && (view != vwCustomTable || hasCustom);
-        if (Keys.empty() ? isUsual : isNamed) {
+        if (isCustom && isNamed && !hasCustom) {
+            throw Failure(fnInvalidCall, "The custom table needs its channels: name them by "
+                                         "--channels");
+        }
+        if (isCustom ? hasCustom : Keys.empty() ? view != vwAllChannels : isNamed) {
             views.push_back(view);
         }
     }

@@ -15,8 +15,9 @@ struct ViewChoice {
     /// `last` is the greatest number of a view that the command knows.
     void AddTo(CLI::App& command, std::int32_t last);
 
-    /// The views in their order. Without any named, all but the table of all channels, and the
-    /// custom table only when it `hasCustom` channels.
+    /// The views in their order; without any named all but the table of all channels. The custom
+    /// table is among them when it `hasCustom` channels; throws Failure when it is named and has
+    /// none.
     [[nodiscard]] std::vector<std::int32_t> Views(bool hasCustom) const;
 };
 

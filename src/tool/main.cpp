@@ -34,5 +34,8 @@ int main(int argc, char** argv) {
     } catch (...) {
         tool.Report(Name, corvanta::FailureInFlight().Description());
     }
+    if (!std::cout.flush()) {
+        tool.Report("standard output", "can't be written");
+    }
     return tool.Failed ? corvanta::tsFailed : corvanta::tsDone;
 }

@@ -18,6 +18,7 @@ import openpyxl
 SOURCE, PROGRAMS = sys.argv.pop(), sys.argv.pop()
 SAMPLES = sorted(glob.glob(f"{SOURCE}/samples/**/*.WSP", recursive=True))
 PUSHROD = f"{SOURCE}/samples/formula-front-pushrod.WSP"
+REAR = f"{SOURCE}/samples/formula-rear-pushrod.WSP"
 BATCH_UNITS = "mm,kg,kg,lb/in"  # those of a program that was never set up
 
 # The tables of the batch program by their numbers, and the view of the tool that shows the same.
@@ -53,13 +54,14 @@ class Folder(unittest.TestCase):
 
 
 def batch_tables(text):
-    """Title, heads and rows of each table that the batch program wrote."""
+    """Title, position, heads and rows of each table that the batch program wrote."""
     tables = []
     for part in text.replace("\r", "").split("TITLE:\t")[1:]:
         title, *lines = part.rstrip("\n").split("\n")
+        place = []
         while lines and lines[0].startswith("Values at"):
-            lines.pop(0)
-        tables.append((title, [[cell.strip() for cell in line.split("\t")] for line in lines]))
+            place.append(lines.pop(0))
+        tables.append((title, ", ".join(place), [[cell.strip() for cell in line.split("\t")] for line in lines]))
     return tables
 
 
@@ -87,13 +89,13 @@ class Export(Folder):
         self.run_program("corvanta-batch", "/input=a.WSP", "/output=b.txt", "/type=2", "/nogui",
                          f"/table={number}", f"/variable={variable}")
         with open(self.path("b.txt"), encoding="cp1252", newline="") as file:
-            expected = [each for each in batch_tables(file.read()) if len(each[1]) > 2]
+            expected = [each for each in batch_tables(file.read()) if len(each[2]) > 2]
         os.remove(self.path("b.txt"))
         found = json.loads(self.tool("export", "-v", VIEWS[number], "--along", along, "--units",
                                      BATCH_UNITS, "-f", "json", "a.WSP"))
         self.assertEqual(len(found), len(expected), (sample, number))
-        for table, (title, rows) in zip(found, expected):
-            self.assertEqual(table["title"], title)
+        for table, (title, place, rows) in zip(found, expected):
+            self.assertEqual((table["title"], table["position"]), (title, place))
             cells = rows if number == 11 else cells_of(table)
             if number == 11:  # lines, not cells
                 rows, cells = table["rows"], [[line[0]] for line in rows]
@@ -102,7 +104,7 @@ class Export(Folder):
                 rows.pop()
             self.assertEqual(len(cells), len(rows), (sample, title))
             for row, line in zip(cells, rows):
-                for cell, text in zip(row, line):
+                for cell, text in zip(row, line, strict=True):
                     self.same(cell, text, (sample, title))
 
     def test_every_view_of_every_sample_is_what_the_batch_program_exports(self):
@@ -151,7 +153,17 @@ class Export(Folder):
         self.assertIn("broken.WSP: ", words)  # and the others are written all the same
         self.assertEqual(sorted(os.listdir(self.path("out"))),
                          [os.path.basename(sample).replace("WSP", "tsv") for sample in SAMPLES[:2]])
-        self.assertIn("no folder", self.tool("export", "-o", "x.tsv", *SAMPLES[:2], status=1))
+        self.assertIn("name a folder", self.tool("export", "-o", "x.tsv", *SAMPLES[:2], status=1))
+        shutil.copy(PUSHROD, self.path("in.WSP"))
+        os.mkdir(self.path("b"))
+        shutil.copy(PUSHROD, self.path("b/in.WSP"))
+        for lost in (["export", "-o", "in.WSP", "in.WSP"], ["dxf", "-o", "./in.WSP", "in.WSP"],
+                     ["sweep", "in.WSP", "--vary", "KSpring=1", "--figure", "14", "-o", "in.WSP"],
+                     ["export", "-o", "out", "in.WSP", "b/in.WSP"], ["export", "in.WSP", "b/in.WSP"],
+                     ["export", "-v", "custom", "in.WSP"]):
+            self.tool(*lost, status=1)
+        with open(self.path("in.WSP"), "rb") as kept, open(PUSHROD, "rb") as sample:
+            self.assertEqual(kept.read(), sample.read())
         for wrong in (["export"], ["export", "-v", "camber", PUSHROD], ["nothing"], [],
                       ["export", "--units", "mm,N", PUSHROD]):
             self.tool(*wrong, status=2)
@@ -178,8 +190,18 @@ class Drawing(Folder):
         self.assertGreater(len(read), 100)
         self.assertEqual(read, classic)
         self.assertEqual(len(modern), len(classic))
-        bumped = self.lines("--wheel", "25")
-        self.assertNotEqual(bumped, modern)
+
+    def test_draws_the_points_of_the_position_that_was_asked_for(self):
+        points = self.tool("export", "-v", "coordinates", "--wheel", "25", "--rack", "-28", PUSHROD)
+        row = next(line.split("\t") for line in points.splitlines() if line.startswith("Trackrod inboard"))
+        drawn = self.lines("--wheel", "25", "--rack", "-28")
+        ends = [drawn[n:n + 3] for n in range(0, len(drawn), 3)]
+        for point, is_drawn in (([float(cell) for cell in row[1:]], True), ([-118, 166.5, 197.5], False)):
+            near = [end for end in ends if max(abs(a - b) for a, b in zip(end, point)) < 0.006]
+            self.assertEqual(bool(near), is_drawn)
+        for travel in ("1000", "nan", "2,5"):
+            self.tool("dxf", "--wheel", travel, "-o", "b.dxf", PUSHROD, status=1)
+        self.tool("dxf", "--decimal", ",", "--wheel", "2,5", "-o", "b.dxf", PUSHROD)
 
 
 class CheckAndConvert(Folder):
@@ -215,6 +237,12 @@ class CheckAndConvert(Folder):
         run = self.run_program("corvanta-tool", "check", "a.WSP")
         self.assertEqual(run.returncode, 1)
         self.assertIn(b"a.WSP: error: ", run.stdout)
+        with open(PUSHROD, encoding="cp1252", newline="") as file:
+            self.write("m.WSP", re.sub("\\[ptTRI\\][^\\[]*", "", file.read()))
+        for options, status in (([], 0), (["--strict"], 1)):
+            run = self.run_program("corvanta-tool", "check", *options, "m.WSP")
+            self.assertEqual(run.returncode, status)
+            self.assertIn(b"m.WSP: warning: ", run.stdout)
         self.assertIn("Camber Angle: -3.200 deg", self.tool("info", PUSHROD))
 
 
@@ -249,12 +277,21 @@ class Sweep(Folder):
             self.sweep("--shard", "2/4", "--resume", "-o", "s.csv")
             with open(self.path("s.csv"), encoding="utf-8", newline="") as file:
                 self.assertEqual(file.read(), text, length)
-        self.assertIn("other variants", self.sweep("--shard", "3/4", "--resume", "-o", "s.csv", status=1))
+        other = [axis.replace("190:205", "191:206") for axis in self.AXES]
+        for options, axes in ((["--shard", "3/4"], None), (["--shard", "2/4"], other), (["--shard", "2/9"], None)):
+            self.assertIn("other variants", self.sweep(*options, "--resume", "-o", "s.csv", axes=axes, status=1))
+        self.sweep("-o", "s.csv", axes=["--vary", "ptSTI.X=1"], status=1)
+        with open(self.path("s.csv"), encoding="utf-8", newline="") as file:
+            self.assertEqual(file.read(), text)
 
     def test_variants_that_can_t_be_solved_have_their_reason_in_their_row(self):
         rows = list(csv.DictReader(io.StringIO(self.sweep(axes=["--vary", "ptTRI.Z=197.5,2500"]))))
         self.assertEqual([bool(row["failure"]) for row in rows], [False, True])
         self.assertEqual(rows[1]["Steer Angle - Bump gain [deg/mm]"], "")
+        text = self.tool("sweep", REAR, "--vary", "KSpring=100", "--figure", "Anti-Rise %", "--figure", "14:at=999")
+        row = next(csv.DictReader(io.StringIO(text)))
+        self.assertGreater(float(row["Anti-Rise % [%]"]), 0)
+        self.assertIn("no value of Camber Angle", row["failure"])
         for axis in ("ptTRI.W=1", "ptTRI.Z", "ptTRI.Z=a", "ptTRI.Z=1:2", "ptTRI.Z=1:2:0", "ptSTI.X=1"):
             self.sweep(axes=["--vary", axis], status=1)
         self.sweep("--shard", "5/4", status=1)
@@ -280,6 +317,7 @@ class Study(Folder):
     def test_what_optimise_found_holds_in_the_document_that_it_kept(self):
         before = self.answers("-s", "optimise", "--keep", "best.WSP")
         self.assertIn("All targets hold", before["optimise-found"]["rows"][0][0])
+        self.assertIn("one can be kept", self.tool("study", "--keep", "k.WSP", self.FILE, status=1))
         after = self.answers("-s", "optimise", "--document", "best.WSP")
         self.assertTrue(all(row[2] == "holds" for row in after["optimise-targets"]["rows"]))
 
