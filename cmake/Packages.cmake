@@ -36,7 +36,7 @@ sweeps of many variants. The sample documents come with them.")
 set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-corvanta)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "python3 (>= 3.11), python3 (<< 3.12), python3-numpy")
-set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-pandas, python3-matplotlib, corvanta-batch")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-pandas, python3-matplotlib, python3-distributed, python3-zarr, corvanta-batch")
 set(CPACK_DEBIAN_PYTHON_DESCRIPTION "suspension corners in Python
 Documents of Corvanta are read, changed, solved and studied from Python;
 results are NumPy arrays.")

@@ -7,8 +7,9 @@ Everything happens in a folder of the page's own, with copies of those that are 
 the page:
 
     ```console   "$ COMMAND" is run by bash, continued on lines that begin with "> ". It has to end
-                 with status 0, unless the next command is "echo $?". The lines below it, if there
-                 are any, are its output and its errors; a line "..." stands for any lines.
+                 with status 0, as has each part of a pipe, unless the next command is "echo $?".
+                 The lines below it, if there are any, are its output and its errors; a line "..."
+                 stands for any lines.
     ```python    With ">>>" a doctest, without it executed. All blocks share one namespace.
     ```sh, text  and other languages that are only shown, see SHOWN.
 
@@ -117,8 +118,8 @@ class PageRun:
         keep = 'status=$?; { export -p; printf "cd %q\\n" "$PWD"; } >"$0"; exit $status'
         script = f". \"$0\"\ntrap '{keep}' EXIT\n(exit {self.status})\n{command}\n"
         with tempfile.TemporaryFile() as output:
-            shell = subprocess.Popen(["bash", "-c", script, str(self.state)], cwd=self.folder,
-                                     stdin=subprocess.DEVNULL, stdout=output,
+            shell = subprocess.Popen(["bash", "-o", "pipefail", "-c", script, str(self.state)],
+                                     cwd=self.folder, stdin=subprocess.DEVNULL, stdout=output,
                                      stderr=subprocess.STDOUT, start_new_session=True)
             self.groups.append(shell.pid)
             self.status = shell.wait()

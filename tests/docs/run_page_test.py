@@ -58,6 +58,7 @@ exit 3
         for text, told in (
                 ("```console\n$ echo 3.1\n3.2\n```\n", "page.md:2: $ echo 3.1\nExpected:\n3.2\nGot:\n3.1\n"),
                 ("```console\n$ false\n$ echo done\n```\n", "page.md:2: $ false\nends with status 1"),
+                ("```console\n$ false | cat\n```\n", "ends with status 1"),
                 ("```console\n$ echo a; echo b\na\n```\n", "Got:\na\nb\n"),
                 ("```console\n$ echo 'open\n```\n", "page.md:2: $ echo 'open\nends with status 2"),
                 ("```python\n>>> 1 + 1\n3\n```\n", "line 2, in page.md"),
