@@ -111,7 +111,8 @@ void FileChoice::ForEach(Tool& tool, const std::string& suffix,
     for (const std::string& path : Files) {
         const std::string& output = outputs[path] = OutputFor(tool, path, suffix);
         if (!taken.insert(output).second) {
-            throw Failure(fnInvalidCall, "Several documents can't all go to " + output +
+            throw Failure(fnInvalidCall, "Several documents can't all go to " +
+                                             (output == StreamPath ? "standard output" : output) +
                                              ": name a folder by --output");
         }
         for (const std::string& other : Files) {
