@@ -1,6 +1,7 @@
 #include "automation/PointsText.h"
 
 #include "automation/TableText.h"
+#include "model/Failure.h"
 #include "study/DesignFields.h"
 #include "study/SheetText.h"
 
@@ -36,6 +37,26 @@ PointNumber PointOf(const SheetLine& line, const PointCatalogue& catalogue,
     return named.emplace_back(*found);
 }
 
+/// What a length of a column is to be divided by: for the unit in its heading, "X [in]", or for
+/// that of the user where the heading has none.
+double FactorOf(const SheetLine& heading, std::size_t column, FundamentalUnits units) {
+    const std::string& cell = heading.Cells[column];
+    const std::size_t begin = cell.find('[');
+    const std::size_t end = cell.find(']');
+    if (begin < end && end != std::string::npos) {
+        const std::string label = cell.substr(begin + 1, end - begin - 1);
+        FundamentalUnits named;
+        named[ucDisplacement].Label = label;
+        named.SetFundUnitsData();
+        if (named[ucDisplacement].Factor == 0) {
+            RaiseAtCell(heading, column, Heads[column],
+                        QuotedCell(label) + " is no unit of length");
+        }
+        units = named;
+    }
+    return UsableUnit(units, ucDisplacement).Factor;
+}
+
 } // namespace
 
 std::string PointsText(const Design& design, const FundamentalUnits& units) {
@@ -64,13 +85,14 @@ std::string PointsText(const Design& design, const FundamentalUnits& units) {
 }
 
 void TakePoints(Design& design, std::string_view text, const FundamentalUnits& units) {
-    const auto factor = static_cast<double>(UsableUnit(units, ucDisplacement).Factor);
+    SheetLine heading{0, std::vector<std::string>(Heads.size())};
     const PointCatalogue catalogue = CatalogueOf(design.Data);
     PointSet points = design.Points;
     std::vector<PointNumber> named;
     bool first = true;
     for (const SheetLine& line : SheetLines(text, Heads.size())) {
         if (std::exchange(first, false) && IsHeading(line, units.NumberSeparators)) {
+            heading = line;
             continue;
         }
         const PointNumber number = PointOf(line, catalogue, named);
@@ -82,8 +104,17 @@ void TakePoints(Design& design, std::string_view text, const FundamentalUnits& u
                             cell.empty() ? "there is no number"
                                          : QuotedCell(cell) + " is no number");
             }
-            points[number].*PointAxes()[axis].Member = *value / factor;
+            points[number].*PointAxes()[axis].Member =
+                *value / FactorOf(heading, FirstAxis + axis, units);
         }
+        if (line.Cells.size() > Heads.size() &&
+            SheetNumber(line.Cells[Heads.size()], units.NumberSeparators)) {
+            RaiseAtCell(line, Heads.size(), "behind Z",
+                        "there is a number too many; a decimal comma asks for semicolons or tabs");
+        }
+    }
+    if (named.empty()) {
+        throw Failure(fnInvalidCall, "The table has no points");
     }
     design.Points = points;
 }

@@ -40,6 +40,9 @@ char SeparatorOf(std::string_view text) {
 } // namespace
 
 std::vector<SheetLine> SheetLines(std::string_view text, std::size_t columns) {
+    if (constexpr std::string_view mark = "\xEF\xBB\xBF"; text.starts_with(mark)) {
+        text.remove_prefix(mark.size()); // spreadsheets mark their UTF-8
+    }
     const char separator = SeparatorOf(text);
     const std::string lines = ReplaceAll(ReplaceAll(text, "\r\n", "\n"), "\r", "\n");
     std::vector<SheetLine> found;

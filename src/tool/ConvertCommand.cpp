@@ -14,12 +14,22 @@ struct ConvertChoice {
     NumberChoice Numbers;
 };
 
+/// Puts a file of points into a design.
+void TakePointsOf(const std::string& path, Tool& tool, const FundamentalUnits& units,
+                  Design& design) {
+    try {
+        TakePoints(design, tool.Files.ReadBytes(path), units);
+    } catch (...) {
+        throw Failure(fnInvalidCall, path + ": " + FailureInFlight().Description());
+    }
+}
+
 void Convert(Tool& tool, const ConvertChoice& choice) {
     const FundamentalUnits units = choice.Numbers.Chosen();
     const auto work = [&](const std::string& path, const std::string& output) {
         Design design = Open(tool, path, units);
         if (!choice.Points.empty()) {
-            TakePoints(design, tool.Files.ReadBytes(choice.Points), units);
+            TakePointsOf(choice.Points, tool, units, design);
         }
         if (choice.To == "csv") {
             tool.Files.WriteBytes(output, PointsText(design, units));
