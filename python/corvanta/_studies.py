@@ -63,7 +63,11 @@ class TargetResult:
 
 
 def _number(number: Number) -> Any:
-    return number._argument() if isinstance(number, Target) else number
+    if isinstance(number, Target):
+        return number._argument()
+    if not isinstance(number, str):
+        raise TypeError(f"a number is a figure such as 'Camber Angle:gain' or a Target, not {number!r}")
+    return number
 
 
 def _targets(targets: Sequence[Target]) -> List[Any]:
@@ -187,7 +191,7 @@ def variants(
     if not 1 <= part <= parts:
         raise ValueError(f"a shard is (i, n), i from 1 to n, not {shard}")
     asked = _axes(axes)
-    names = list(figures)
+    names = [figures] if isinstance(figures, str) else list(figures)
     found = _corvanta.variants(corner._design, asked, names, part, parts, threads, progress)
     return Variants([name for name, _ in asked], names, **found)
 

@@ -62,16 +62,6 @@ std::vector<double> ValuesOf(std::string_view text, std::string_view whole,
                         static_cast<std::size_t>(count));
 }
 
-std::vector<double> ValuesAt(const VariantQuestion& question, std::uint64_t number) {
-    std::vector<double> values(question.Axes.size());
-    for (std::size_t n = question.Axes.size(); n-- > 0;) {
-        const std::vector<double>& along = question.Axes[n].Values;
-        values[n] = along[number % along.size()];
-        number /= along.size();
-    }
-    return values;
-}
-
 GridCut CutFor(const VariantQuestion& question) {
     GridCut cut = StaticCut();
     for (const Figure& figure : question.Figures) {
@@ -79,8 +69,6 @@ GridCut CutFor(const VariantQuestion& question) {
     }
     return cut;
 }
-
-} // namespace
 
 std::string FaultOf(const VariantQuestion& question, const Design& design) {
     if (std::string fault = FaultOfAxes(question.Axes, design); !fault.empty()) {
@@ -96,6 +84,8 @@ std::string FaultOf(const VariantQuestion& question, const Design& design) {
     }
     return {};
 }
+
+} // namespace
 
 SweptValue SweptOfText(std::string_view name) {
     if (const std::optional<DesignVariable> variable = VariableOf(name)) {
@@ -169,6 +159,22 @@ std::uint64_t VariantQuestion::Count() const {
     return count;
 }
 
+std::vector<double> VariantQuestion::ValuesAt(std::uint64_t number) const {
+    std::vector<double> values(Axes.size());
+    for (std::size_t n = Axes.size(); n-- > 0;) {
+        const std::vector<double>& along = Axes[n].Values;
+        values[n] = along[number % along.size()];
+        number /= along.size();
+    }
+    return values;
+}
+
+void VariantQuestion::Check(const Design& design) const {
+    if (const std::string fault = FaultOf(*this, design); !fault.empty()) {
+        throw Failure(fnInvalidCall, fault);
+    }
+}
+
 VariantRange ShardOf(std::uint64_t count, std::uint64_t part, std::uint64_t parts) {
     const auto end = [&](std::uint64_t shard) { // without a product that overflows
         return count / parts * shard + count % parts * shard / parts;
@@ -179,9 +185,7 @@ VariantRange ShardOf(std::uint64_t count, std::uint64_t part, std::uint64_t part
 bool RunVariants(CSampleRunner& runner, const Design& design, const VariantQuestion& question,
                  const SolveSettings& settings, const VariantRange& range,
                  const std::function<void(const VariantRow&)>& take) {
-    if (const std::string fault = FaultOf(question, design); !fault.empty()) {
-        throw Failure(fnInvalidCall, fault);
-    }
+    question.Check(design);
     const GridCut cut = CutFor(question);
     const auto count = static_cast<double>(range.Last - range.First);
     std::vector<VariantRow> rows;
@@ -190,7 +194,7 @@ bool RunVariants(CSampleRunner& runner, const Design& design, const VariantQuest
         const auto solve = [&](std::size_t n, Suspension& scratch) {
             VariantRow& row = rows[n];
             row.Number = first + n;
-            row.Values = ValuesAt(question, row.Number);
+            row.Values = question.ValuesAt(row.Number);
             const Design variant = DesignWith(design, question.Axes, row.Values, row.Failure);
             if (!row.Failure.empty()) {
                 return;

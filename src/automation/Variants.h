@@ -37,10 +37,13 @@ struct VariantQuestion {
 
     /// How many there are. Throws Failure for more than 2^53.
     [[nodiscard]] std::uint64_t Count() const;
-};
 
-/// Why a question can't be asked of a design; empty when it can.
-[[nodiscard]] std::string FaultOf(const VariantQuestion& question, const Design& design);
+    /// The values of a variant, one for each axis.
+    [[nodiscard]] std::vector<double> ValuesAt(std::uint64_t number) const;
+
+    /// Throws Failure `fnInvalidCall` that says what is wrong with the question.
+    void Check(const Design& design) const;
+};
 
 /// Those of all variants that are worked on, from the first to below the last.
 struct VariantRange {

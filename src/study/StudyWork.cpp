@@ -56,8 +56,9 @@ void WorkOn(SharedRun& run, Suspension& scratch) {
 } // namespace
 
 CSampleRunner::CSampleRunner(const StudyWork& work) : m_work(work) {
-    const unsigned threads =
-        work.Threads != 0 ? work.Threads : std::max(1U, std::thread::hardware_concurrency());
+    constexpr unsigned MostThreads = 1024; // each has a document of its own
+    const unsigned threads = work.Threads != 0 ? std::min(work.Threads, MostThreads)
+                                               : std::max(1U, std::thread::hardware_concurrency());
     for (unsigned n = 0; n < threads; ++n) {
         m_scratches.push_back(std::make_unique<Suspension>());
     }

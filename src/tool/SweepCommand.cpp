@@ -7,10 +7,13 @@
 #include "tool/ProgressLine.h"
 #include "tool/Tool.h"
 
+#include <cerrno>
 #include <charconv>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <limits>
+#include <system_error>
 #include <utility>
 
 namespace corvanta {
@@ -42,27 +45,37 @@ class CVariantLines {
         }
         for (const Figure& figure : question.Figures) {
             const FigureDisplay display = DisplayOf(figure, channels, units);
-            AddColumn(display.Title, display.UnitLabel, display.Factor);
+            const bool needsRack = figure.Variable == vvAlongRackTravel &&
+                                   figure.Kind != FigureKind::AtStatic &&
+                                   figure.Kind != FigureKind::ChangeOverTravel; // its title has it
+            AddColumn(display.Title + (needsRack ? ", rack" : ""), display.UnitLabel,
+                      display.Factor);
         }
         m_head += m_comma + "failure\n";
     }
 
     [[nodiscard]] const std::string& Head() const { return m_head; }
 
+    /// What stands in a line before its figures.
+    [[nodiscard]] std::string BeginOf(std::uint64_t number,
+                                      const std::vector<double>& values) const {
+        std::string line = std::to_string(number) + m_comma;
+        for (std::size_t n = 0; n < values.size(); ++n) {
+            line += NumberToText(values[n] * m_factors[n], m_separators) + m_comma;
+        }
+        return line;
+    }
+
     [[nodiscard]] std::string LineOf(const VariantRow& row) const {
-        std::string line = std::to_string(row.Number);
-        std::size_t column = 0;
-        const auto add = [&](const std::optional<double>& value) {
-            line += m_comma + (value ? NumberToText(*value * m_factors[column], m_separators) : "");
-            ++column;
-        };
-        for (const double value : row.Values) {
-            add(value);
+        std::string line = BeginOf(row.Number, row.Values);
+        for (std::size_t n = 0; row.Values.size() + n < m_factors.size(); ++n) {
+            if (n < row.Figures.size() && row.Figures[n]) {
+                line +=
+                    NumberToText(*row.Figures[n] * m_factors[row.Values.size() + n], m_separators);
+            }
+            line += m_comma;
         }
-        for (std::size_t n = 0; column < m_factors.size(); ++n) {
-            add(n < row.Figures.size() ? row.Figures[n] : std::nullopt);
-        }
-        return line + m_comma +
+        return line +
                (row.Failure.empty() ? "" : '"' + ReplaceAll(row.Failure, "\"", "\"\"") + '"') +
                '\n';
     }
@@ -92,80 +105,118 @@ VariantRange RangeOf(const std::string& shard, std::uint64_t count) {
     return ShardOf(count, part, parts);
 }
 
-/// How many rows a run that ended early has left: the whole lines that belong to the range. The
-/// file is cut behind them. One that begins with another head, or whose last row is not what
-/// `lineOf` its number gives, is refused.
-std::uint64_t KeptRows(const std::string& path, const std::string& head, const VariantRange& range,
-                       const std::function<std::string(std::uint64_t number)>& lineOf) {
+/// What is asked, and how it is written.
+struct SweepTask {
+    Design Of;
+    VariantQuestion Question;
+    SolveSettings Settings;
+    CVariantLines Lines;
+};
+
+/// What a run that ended early has left.
+struct KeptLines {
+    std::uint64_t Rows = 0;
+    std::uintmax_t Size = 0; ///< of the file with these rows
+    std::string Last;
+};
+
+[[noreturn]] void RefuseToResume(const std::string& path, const char* what) {
+    throw Failure(fnInvalidCall, path + " holds " + what + " and can't be resumed");
+}
+
+/// The whole lines of a file. One that does not begin as this sweep does is refused.
+KeptLines LinesIn(const std::string& path, const SweepTask& task, const VariantRange& range) {
     std::ifstream file(PathOf(path), std::ios::binary);
+    const std::string& head = task.Lines.Head();
     std::string line;
     if (!std::getline(file, line) || (file.eof() && head.starts_with(line))) {
-        return 0; // there is nothing, or less than the head
+        return {}; // there is nothing, or less than the head
     }
     if (line + '\n' != head) {
-        throw Failure(fnInvalidCall, path + " holds another table and can't be resumed");
+        RefuseToResume(path, "another table");
     }
-    std::uint64_t rows = 0;
-    auto size = static_cast<std::uintmax_t>(head.size());
-    std::string last;
+    KeptLines kept{0, head.size(), {}};
     while (std::getline(file, line) && !file.eof()) { // a last line without its end is not whole
-        last = line + '\n';
-        ++rows;
-        size += last.size();
+        const std::uint64_t number = range.First + kept.Rows;
+        if (number >= range.Last ||
+            !line.starts_with(task.Lines.BeginOf(number, task.Question.ValuesAt(number)))) {
+            RefuseToResume(path, "other variants");
+        }
+        ++kept.Rows;
+        kept.Size += line.size() + 1;
+        kept.Last = line + '\n';
     }
-    file.close();
-    if (rows > range.Last - range.First || (rows > 0 && lineOf(range.First + rows - 1) != last)) {
-        throw Failure(fnInvalidCall, path + " holds other variants and can't be resumed");
+    return kept;
+}
+
+/// How many rows of the range a file has; it is cut behind them. The last of them is solved again,
+/// because rows of another document are numbered alike.
+std::uint64_t KeptRows(const std::string& path, const SweepTask& task, const VariantRange& range) {
+    const KeptLines kept = LinesIn(path, task, range);
+    if (kept.Rows > 0) {
+        CSampleRunner runner({1, {}, {}});
+        const std::uint64_t end = range.First + kept.Rows;
+        RunVariants(runner, task.Of, task.Question, task.Settings, {end - 1, end},
+                    [&](const VariantRow& row) {
+                        if (task.Lines.LineOf(row) != kept.Last) {
+                            RefuseToResume(path, "figures of another corner");
+                        }
+                    });
+        std::filesystem::resize_file(PathOf(path), kept.Size);
     }
-    std::filesystem::resize_file(PathOf(path), size);
-    return rows;
+    return kept.Rows;
+}
+
+std::ofstream OpenRows(const std::string& path, std::ios::openmode mode) {
+    std::ofstream file(PathOf(path), std::ios::binary | mode);
+    if (!file) {
+        throw Failure(fnFileAccess,
+                      path + " can't be written: " + std::generic_category().message(errno));
+    }
+    return file;
+}
+
+VariantQuestion QuestionOf(const SweepChoice& choice, const Design& design,
+                           const SolveSettings& settings) {
+    VariantQuestion question;
+    for (const std::string& text : choice.Axes) {
+        question.Axes.push_back(AxisOfText(text, settings.Units));
+    }
+    for (const std::string& text : choice.Figures) {
+        question.Figures.push_back(FigureOfText(text, settings.Channels, settings.Units));
+    }
+    question.Check(design);
+    return question;
 }
 
 void Sweep(Tool& tool, const SweepChoice& choice) {
     FundamentalUnits units = choice.Numbers.Chosen();
     const Design design = Open(tool, choice.File, units);
     const ChannelCatalogue channels = ChannelsOf(design, units);
-    VariantQuestion question;
-    for (const std::string& text : choice.Axes) {
-        question.Axes.push_back(AxisOfText(text, units));
-    }
-    for (const std::string& text : choice.Figures) {
-        question.Figures.push_back(FigureOfText(text, channels, units));
-    }
-    if (const std::string fault = FaultOf(question, design); !fault.empty()) {
-        throw Failure(fnInvalidCall, fault); // before an older file is touched
-    }
+    const SolveSettings settings{units, channels};
+    const VariantQuestion question = QuestionOf(choice, design, settings);
+    const SweepTask task{design, question, settings, {question, design, channels, units}};
     VariantRange range = RangeOf(choice.Shard, question.Count());
-    const CVariantLines lines(question, design, channels, units);
     const bool toFile = !choice.Output.empty() && choice.Output != StreamPath;
     if (choice.Resume && !toFile) {
         throw Failure(fnInvalidCall, "Only a file can be resumed: name it by --output");
     }
     KeepInput(tool, choice.File, choice.Output);
-    CProgressLine progress;
-    CSampleRunner runner({choice.Jobs, {}, [&](double share) { progress.Show(share); }});
-    const SolveSettings settings{units, channels};
-    const auto lineOf = [&](std::uint64_t number) {
-        std::string line;
-        RunVariants(runner, design, question, settings, {number, number + 1},
-                    [&](const VariantRow& row) { line = lines.LineOf(row); });
-        return line;
-    };
-    const std::uint64_t kept =
-        choice.Resume ? KeptRows(choice.Output, lines.Head(), range, lineOf) : 0;
+    const std::uint64_t kept = choice.Resume ? KeptRows(choice.Output, task, range) : 0;
     range.First += kept;
     std::ofstream file;
     if (toFile) {
-        file.open(PathOf(choice.Output),
-                  kept > 0 ? std::ios::binary | std::ios::app : std::ios::binary);
+        file = OpenRows(choice.Output, kept > 0 ? std::ios::app : std::ios::trunc);
     }
     std::ostream& out = toFile ? file : std::cout;
     if (kept == 0) {
-        out << lines.Head();
+        out << task.Lines.Head();
     }
+    CProgressLine progress;
+    CSampleRunner runner({choice.Jobs, {}, [&](double share) { progress.Show(share); }});
     const bool done =
         RunVariants(runner, design, question, settings, range, [&](const VariantRow& row) {
-            if (!(out << lines.LineOf(row))) {
+            if (!(out << task.Lines.LineOf(row))) {
                 throw Failure(fnFileAccess, "The rows can't be written");
             }
         });

@@ -29,13 +29,17 @@ int main(int argc, char** argv) {
     corvanta::AddNames(app, tool);
     try {
         app.parse(argc, argv);
+        if (!std::cout.flush()) {
+            tool.Report(Name, "Nothing can be written to standard output");
+        }
     } catch (const CLI::ParseError& error) {
+        if (argc > 1 && *argv[1] != '-' && app.get_subcommands().empty()) {
+            tool.Report(argv[1], "there is no such command; --help lists them");
+            return corvanta::tsUsage;
+        }
         return app.exit(error) == 0 ? corvanta::tsDone : corvanta::tsUsage;
     } catch (...) {
         tool.Report(Name, corvanta::FailureInFlight().Description());
-    }
-    if (!std::cout.flush()) {
-        tool.Report("standard output", "can't be written");
     }
     return tool.Failed ? corvanta::tsFailed : corvanta::tsDone;
 }
