@@ -18,42 +18,32 @@ solved `CornerError`, which is a ValueError too, and a file that can't be read o
 
 from ._corvanta import __version__
 from ._corner import Corner, CornerError, Finding
+from ._questions import Target, TargetResult
 from ._results import Curve, Results
-from ._studies import (
+from ._searches import Free, Optimisation, Region, Start, Verdict, optimise, region
+from ._setup import (
     Adjuster,
+    SetupSheet,
+    SetupTurns,
+    Wish,
+    adjusters_of,
+    setup_sheet,
+    setup_turns,
+)
+from ._spreads import (
     Band,
     Fit,
     FittedReadings,
-    Free,
-    Optimisation,
     Reading,
-    Region,
-    Sensitivity,
-    SetupSheet,
-    SetupTurns,
     Spread,
-    Start,
-    Sweep,
-    Target,
     TargetCount,
-    TargetResult,
     Tolerance,
     Tolerances,
-    Variants,
-    Verdict,
-    Wish,
-    adjusters_of,
     fit,
-    optimise,
-    region,
-    sensitivity,
-    setup_sheet,
-    setup_turns,
-    sweep,
     tolerance,
     tolerances_of,
-    variants,
 )
+from ._sweeps import Sensitivity, Sweep, Variants, sensitivity, sweep, variants
 
 __all__ = [
     "__version__",
@@ -95,5 +85,4 @@ __all__ = [
     "tolerance",
     "tolerances_of",
     "variants",
-    "__version__",
 ]

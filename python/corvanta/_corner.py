@@ -88,11 +88,10 @@ class Corner:
     def save(self, path: Union[str, os.PathLike[str]]) -> None:
         """Writes a document of the current version, whole or not at all.
 
-        Warns of a description with characters that documents can't hold: they become "?" there.
+        Raises ValueError for a description that would not come back as it is: one with a "[", with
+        tabs or line ends around it, or with characters that are not in code page 1252.
         """
-        if not self._design.save(os.fspath(path)):
-            words = f'{path}: some characters of the description were saved as "?"'
-            warnings.warn(words, stacklevel=2)
+        self._design.save(os.fspath(path))
 
     def copy(self) -> Corner:
         """A corner of its own with the same contents."""

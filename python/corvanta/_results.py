@@ -2,8 +2,9 @@
 
 from __future__ import annotations
 
+import operator
 from dataclasses import dataclass
-from typing import TYPE_CHECKING, Any, Dict, List, Optional, Tuple, Union
+from typing import TYPE_CHECKING, Any, Dict, List, Optional, SupportsIndex, Tuple, Union
 
 import numpy as np
 import numpy.typing as npt
@@ -14,6 +15,7 @@ if TYPE_CHECKING:
     from ._corner import CornerError
 
 Floats = npt.NDArray[np.float64]
+Channel = Union[str, SupportsIndex]
 
 
 @dataclass(frozen=True, eq=False)
@@ -26,6 +28,8 @@ class Curve:
 
 class Results:
     """A solved corner: arrays of rack steps x wheel steps, both travels growing (droop to bump).
+
+    They are read-only: what shall be changed is copied.
 
         results["Camber Angle"]     channel by title or number, shape (rack, wheel)
         results["ptTRI"]            point in play, shape (rack, wheel, 3), mm
@@ -59,30 +63,41 @@ class Results:
         self._units: List[str] = found["units"]
         self._channels: Floats = found["channels"]
         self._points: Floats = found["points"]
+        self._protect()
 
-    def _channel(self, channel: Union[str, int]) -> int:
-        if isinstance(channel, int):
-            if 1 <= channel <= len(self.channels):
-                return channel - 1
-        else:
+    def _protect(self) -> None:
+        for value in vars(self).values():
+            if isinstance(value, np.ndarray):
+                value.flags.writeable = False
+
+    def __setstate__(self, state: Dict[str, Any]) -> None:
+        vars(self).update(state)
+        self._protect()  # which a pickle does not keep
+
+    def _channel(self, channel: Channel) -> int:
+        if isinstance(channel, str):
             wanted = channel.strip().casefold()
             for n, title in enumerate(self.channels):
                 if wanted == title.casefold():
                     return n
+        else:
+            number = operator.index(channel)
+            if 1 <= number <= len(self.channels):
+                return number - 1
         raise KeyError(f"there is no channel or point in play {channel!r}")
 
-    def __getitem__(self, name: Union[str, int]) -> Floats:
+    def __getitem__(self, name: Channel) -> Floats:
         if isinstance(name, str) and name in self.points:
             found: Floats = self._points[_corvanta.point_names().index(name)]
         else:
             found = self._channels[self._channel(name)]
         return found
 
-    def unit(self, channel: Union[str, int]) -> str:
+    def unit(self, channel: Channel) -> str:
         """The unit of a channel's numbers: "mm", "deg", "N/mm", "N.mm/deg", or "-" for ratios."""
         return self._units[self._channel(channel)]
 
-    def curve(self, channel: Union[str, int], along: str = "wheel") -> Curve:
+    def curve(self, channel: Channel, along: str = "wheel") -> Curve:
         """A channel along "wheel" or "rack" travel, the other travel static."""
         rack, wheel = self.static
         if is_rack(along):
@@ -98,7 +113,7 @@ class Results:
         )
         heads = [f"{title} [{unit}]" for title, unit in zip(self.channels, self._units)]
         rows = self._channels.reshape(len(self.channels), -1).T
-        return pandas.DataFrame(rows, index=index, columns=heads)
+        return pandas.DataFrame(rows, index=index, columns=heads, copy=True)
 
     def __repr__(self) -> str:
         rack, wheel = self.reached.shape

@@ -127,7 +127,15 @@ Figure FigureOfText(std::string_view text, const ChannelCatalogue& channels,
                     const FundamentalUnits& units) {
     const std::vector<std::string_view> parts = Split(text, ':');
     Figure figure{ChannelOfText(parts.front(), channels)};
+    std::size_t kinds = 0;
+    std::size_t racks = 0;
     for (std::size_t n = 1; n < parts.size(); ++n) {
+        if (parts[n] == "rack") {
+            figure.Variable = vvAlongRackTravel;
+            ++racks;
+            continue;
+        }
+        ++kinds;
         if (parts[n] == "gain") {
             figure.Kind = FigureKind::GainAtStatic;
         } else if (parts[n] == "change") {
@@ -138,11 +146,12 @@ Figure FigureOfText(std::string_view text, const ChannelCatalogue& channels,
             figure.Kind = FigureKind::AtTravel;
             figure.Travel = NumberIn(parts[n].substr(3), text, units) /
                             static_cast<double>(UsableUnit(units, ucDisplacement).Factor);
-        } else if (parts[n] == "rack") {
-            figure.Variable = vvAlongRackTravel;
         } else {
             Refuse(text, "behind the channel stands gain, change, range, at= or rack");
         }
+    }
+    if (kinds > 1 || racks > 1) {
+        Refuse(text, "gain, change, range and at= exclude each other, and no word stands twice");
     }
     return figure;
 }

@@ -2,7 +2,9 @@
 
 #include "model/Failure.h"
 #include "model/Suspension.h"
+#include "persistence/CFileStream.h"
 #include "persistence/MData.h"
+#include "platform/CodePage.h"
 #include "solver/SInitGeo.h"
 
 namespace corvanta {
@@ -44,6 +46,15 @@ std::string DesignText(const Design& design, const FundamentalUnits& units, File
     ListeningBox box;
     Messages messages(box);
     return DataText(document, units, files, messages);
+}
+
+std::string DescriptionIn(const std::string& documentText, const FundamentalUnits& units,
+                          FileServices& files) {
+    ListeningBox box;
+    Messages messages(box);
+    CFileStream stream(files, messages, units.NumberSeparators);
+    stream.SetContents(FromCodePage1252(ToCodePage1252(documentText)));
+    return stream.GetFieldString("Description");
 }
 
 } // namespace corvanta

@@ -18,4 +18,9 @@ namespace corvanta {
 [[nodiscard]] std::string DesignText(const Design& design, const FundamentalUnits& units,
                                      FileServices& files);
 
+/// The description as it comes back from a file of such a text. It is another one when it has a
+/// "[", which ends it, tabs or line ends around it, or characters that files lack.
+[[nodiscard]] std::string DescriptionIn(const std::string& documentText,
+                                        const FundamentalUnits& units, FileServices& files);
+
 } // namespace corvanta

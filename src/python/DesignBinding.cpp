@@ -3,7 +3,6 @@
 #include "automation/DesignCheck.h"
 #include "model/Failure.h"
 #include "persistence/DesignFile.h"
-#include "platform/CodePage.h"
 #include "platform/DiskFileServices.h"
 #include "study/DesignFields.h"
 #include "study/DesignVariable.h"
@@ -34,12 +33,17 @@ py::tuple Load(const std::string& path) {
     }
 }
 
-/// False when the description has characters that a document can't hold.
-bool Save(const Design& design, const std::string& path) {
+void Save(const Design& design, const std::string& path) {
     const StoredUnits stored;
     DiskFileServices files;
-    files.WriteText(path, DesignText(design, stored.Units, files));
-    return FitsCodePage1252(design.Data.Description);
+    const std::string text = DesignText(design, stored.Units, files);
+    if (DescriptionIn(text, stored.Units, files) != design.Data.Description) {
+        throw Failure(fnInvalidCall,
+                      path + ": not saved, as a document would not keep the description. Take out "
+                             "\"[\", tabs and line ends around it, and characters that are not in "
+                             "code page 1252");
+    }
+    files.WriteText(path, text);
 }
 
 [[noreturn]] void RaiseUnknown(const std::string& name) {

@@ -87,12 +87,27 @@ class CornerTest(unittest.TestCase):
             self.assertNotEqual(other, corner)
             corner.SpringMechanism = 1
 
-    def test_a_description_that_a_document_can_not_hold_is_told(self):
+    def test_a_description_comes_back_as_it_was_or_is_refused(self):
         corner = pushrod()
-        corner.Description = "前 Öhlins"
-        with tempfile.TemporaryDirectory() as folder, self.assertWarnsRegex(UserWarning, "x.WSP"):
-            corner.save(f"{folder}/x.WSP")
-            self.assertEqual(corvanta.Corner.load(f"{folder}/x.WSP").Description, "? Öhlins")
+        path = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory())) / "x.WSP"
+        for text in ("", " Öhlins ] ", "two\nlines\tand more"):
+            corner.Description = text
+            corner.save(path)
+            self.assertEqual(corvanta.Corner.load(path), corner)
+        kept = path.read_bytes()
+        for text in ("前", "stiff [v2]", "[v2]", "\tstiff", "stiff\t", "stiff\r\n"):
+            corner.Description = text
+            with self.assertRaisesRegex(ValueError, "x.WSP.*description", msg=repr(text)):
+                corner.save(path)
+        self.assertEqual(path.read_bytes(), kept)
+
+    def test_a_check_names_the_coordinates_that_are_no_numbers(self):
+        corner = pushrod()
+        corner.ptTRI[2] = np.nan
+        corner.ptUWO[0] = 1e300
+        found = [(finding.is_error, finding.points) for finding in corner.check()]
+        self.assertEqual(found, [(True, ("ptUWO",)), (True, ("ptTRI",))])
+        self.assertIn("Trackrod inboard pickup Z", corner.check()[1].text)
 
     def test_files_that_can_not_be_used_are_named(self):
         with tempfile.TemporaryDirectory() as folder:

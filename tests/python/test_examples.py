@@ -61,18 +61,18 @@ class ExamplesTest(unittest.TestCase):
         sweep = ["--vary=ptTRI.Z=190:205:7", "--figure=Camber Angle:gain"]
         path = f"{os.environ['CORVANTA_PROGRAMS']}:{os.environ['PATH']}"
 
-        def run_task(task):
+        def run_task(task, tasks):
             subprocess.run(
-                ["bash", EXAMPLES / "sweep.sbatch", PUSHROD, self.folder, *sweep], check=True,
+                ["bash", EXAMPLES / "sweep.sbatch", "3", PUSHROD, self.folder, *sweep], check=True,
                 env={**os.environ, "PATH": path, "SLURM_ARRAY_TASK_ID": str(task),
-                     "SLURM_ARRAY_TASK_COUNT": "3"},
+                     "SLURM_ARRAY_TASK_COUNT": str(tasks)},
             )
 
         for task in (3, 1, 2):
-            run_task(task)
+            run_task(task, 3)
         stopped = self.folder / "shard-0002.csv"
         stopped.write_bytes(stopped.read_bytes()[:-9])
-        run_task(2)
+        run_task(2, 1)  # on its own: --array=2
         shards = [path.read_text().splitlines() for path in sorted(self.folder.glob("*.csv"))]
         joined = [shards[0][0], *(line for shard in shards for line in shard[1:])]
         self.assertEqual(joined, run("corvanta-tool", "sweep", PUSHROD, *sweep).splitlines())

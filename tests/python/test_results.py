@@ -2,6 +2,7 @@
 
 import os
 import pathlib
+import pickle
 import sys
 import tempfile
 import threading
@@ -68,6 +69,18 @@ class ResultsTest(unittest.TestCase):
         for name in ("Chamber", 0, 52, "ptDSO"):
             with self.assertRaises(KeyError):
                 results[name]  # pylint: disable=pointless-statement
+
+    def test_no_array_of_results_can_be_changed(self):
+        results = pushrod().solve()
+        for own in (results, pickle.loads(pickle.dumps(results))):
+            for array in (own["Camber Angle"], own["ptTRI"], own.curve(3).values, own.link_loads,
+                          own.wheel_travel):
+                with self.assertRaisesRegex(ValueError, "read-only"):
+                    array += 1
+        np.testing.assert_array_equal(results[np.int64(3)], results[3])
+        frame = results.to_frame()
+        frame.iloc[0, 0] = -1  # is the user's
+        self.assertNotEqual(results[1][0, 0], -1)
 
     def test_a_frame_has_a_row_for_each_position_and_a_unit_in_each_head(self):
         results = pushrod().solve()

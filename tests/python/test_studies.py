@@ -176,6 +176,8 @@ class StudiesTest(unittest.TestCase):
             lambda: corvanta.sweep(corner, {"ptTRI.Q": [1]}, STEER),
             lambda: corvanta.sweep(corner, {"KSpring": [float("nan")]}, STEER),
             lambda: corvanta.sensitivity(corner, "Chamber Angle"),
+            lambda: corvanta.sensitivity(corner, f"{STEER}:at=24.9:rack:gain"),
+            lambda: corvanta.sensitivity(corner, f"{STEER}:rack:gain:rack"),
             lambda: corvanta.sensitivity(corner, Target(STEER, [])),
             lambda: corvanta.optimise(corner, [Free("ptDSO.Z", 0, 1)], [LEVEL]),
             lambda: corvanta.region(corner, "ptXX", [(0, 1, 2)] * 3),
