@@ -158,10 +158,19 @@ int StepAt(const Program& corner, const std::string& text, std::string_view what
     }
     const double travel = *typed / units[ucDisplacement].Factor;
     const int step = nearest(corner.Document, travel);
+    const double shown = travelAt(corner.Document, step);
+    const std::string label = " " + units[ucDisplacement].Label;
     constexpr double WithinAStep = 0.501;
-    if (std::abs(travel - travelAt(corner.Document, step)) > WithinAStep * stepSize) {
+    constexpr double Same = 0.005; // mm, below what is shown
+    if (std::isnan(travel) || std::abs(travel - shown) > WithinAStep * stepSize) {
         throw Failure(fnInvalidCall, "The corner has no " + std::string(what) + " travel of " +
-                                         text + " " + units[ucDisplacement].Label);
+                                         text + label);
+    }
+    if (std::abs(travel - shown) > Same) {
+        Tool::Warn(corner.DocumentPath, "there is no step at " + text + label + " of " +
+                                            std::string(what) + " travel; shown is " +
+                                            FormatChannelValue(units, shown, ucDisplacement) +
+                                            label);
     }
     return step;
 }

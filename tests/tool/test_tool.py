@@ -199,6 +199,8 @@ class Drawing(Folder):
         for point, is_drawn in (([float(cell) for cell in row[1:]], True), ([-118, 166.5, 197.5], False)):
             near = [end for end in ends if max(abs(a - b) for a, b in zip(end, point)) < 0.006]
             self.assertEqual(bool(near), is_drawn)
+        run = self.run_program("corvanta-tool", "dxf", "--rack", "3", PUSHROD)
+        self.assertIn(b"no step at 3 mm of rack travel; shown is 0.00 mm", run.stderr)
         for travel in ("1000", "nan", "2,5"):
             self.tool("dxf", "--wheel", travel, "-o", "b.dxf", PUSHROD, status=1)
         self.tool("dxf", "--decimal", ",", "--wheel", "2,5", "-o", "b.dxf", PUSHROD)
