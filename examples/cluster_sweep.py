@@ -96,7 +96,7 @@ def main():
     parser.add_argument("--every", type=int, default=1, help="of each axis take every n-th value")
     options = parser.parse_args()
     axes = {name: values[:: options.every] for name, values in AXES.items()}
-    own = {"n_workers": options.workers, "threads_per_worker": 1, "dashboard_address": None}
+    own = {"n_workers": options.workers, "threads_per_worker": 1, "dashboard_address": ":0"}
     with Client(options.scheduler) if options.scheduler else Client(**own) as client:
         corner = corvanta.Corner.load(options.corner)
         began, rows = time.perf_counter(), 0

@@ -37,7 +37,7 @@ class ExamplesTest(unittest.TestCase):
         whole = corvanta.variants(pushrod(), axes, cluster_sweep.FIGURES)
         sweep = (pushrod(), axes, cluster_sweep.FIGURES, 20, self.folder)
         with distributed.LocalCluster(
-            n_workers=2, threads_per_worker=1, dashboard_address=None
+            n_workers=2, threads_per_worker=1, dashboard_address=":0"
         ) as cluster, distributed.Client(cluster) as client:
             lost = cluster.workers[0].pid
             for n, _ in enumerate(cluster_sweep.run(client, *sweep)):
