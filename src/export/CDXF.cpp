@@ -90,14 +90,18 @@ void CDXF::CloseSection() {
     m_text += Pair(gcEntityType, "ENDSEC") + Pair(gcEntityType, "EOF");
 }
 
+std::string DxfText(const Suspension& document, int rackStep, int wheelStep, DxfForm form) {
+    CDXF dxf(form);
+    dxf.OpenSection();
+    Draw3d(dxf, PositionAt(document, rackStep, wheelStep));
+    dxf.CloseSection();
+    return dxf.Text();
+}
+
 bool ExportDXF(const Suspension& document, int rackStep, int wheelStep, const std::string& path,
                FileServices& files, Messages& messages) {
     try {
-        CDXF dxf;
-        dxf.OpenSection();
-        Draw3d(dxf, PositionAt(document, rackStep, wheelStep));
-        dxf.CloseSection();
-        files.WriteBytes(path, dxf.Text());
+        files.WriteBytes(path, DxfText(document, rackStep, wheelStep, DxfForm::Classic));
         return true;
     } catch (...) {
         ReportExportFailure(messages);

@@ -43,9 +43,13 @@ class CDXF final : public DrawingSink {
     std::string m_text;
 };
 
-/// The DXF export: draws the corner at a rack and wheel step of the solved grid, 0 for the static
-/// one, into a file. A failure is reported, and the file then stays as it was. True if it holds the
-/// drawing.
+/// The corner at a rack and wheel step of the solved grid, 0 for the static one, as a DXF file.
+/// Throws Failure "Overflow" for a coordinate that is no number.
+[[nodiscard]] std::string DxfText(const Suspension& document, int rackStep, int wheelStep,
+                                  DxfForm form);
+
+/// The DXF export: the same in the classic form into a file. A failure is reported, and the file
+/// then stays as it was. True if it holds the drawing.
 bool ExportDXF(const Suspension& document, int rackStep, int wheelStep, const std::string& path,
                FileServices& files, Messages& messages);
 

@@ -15,6 +15,9 @@ class FitPanel final : public CStudyPanel {
 
     void cmdKeep_Click() override;
     [[nodiscard]] StudyWords Words() const override { return m_words; }
+    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
+        return then.Fit == Questions().Fit;
+    }
 
   private:
     void ShowQuestion() override;
@@ -26,9 +29,6 @@ class FitPanel final : public CStudyPanel {
 
     /// Readings from the clipboard.
     void Fill(std::size_t table) override;
-    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
-        return then.Fit == Questions().Fit;
-    }
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;
     void ShowAnswer(const FitQuestion& question, const FitAnswer& answer);

@@ -16,6 +16,9 @@ class OptimisePanel final : public CStudyPanel {
 
     void cmdKeep_Click() override;
     [[nodiscard]] StudyWords Words() const override { return m_words; }
+    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
+        return then.Optimise == Questions().Optimise;
+    }
 
   private:
     void ShowQuestion() override;
@@ -23,9 +26,6 @@ class OptimisePanel final : public CStudyPanel {
     void EditCell(std::size_t table, int row, int column, const std::string& text) override;
     void AddRows(std::size_t table) override;
     void RemoveRow(std::size_t table, std::size_t row) override;
-    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
-        return then.Optimise == Questions().Optimise;
-    }
     [[nodiscard]] bool UsesTargets() const override { return true; }
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;

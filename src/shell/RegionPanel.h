@@ -16,15 +16,15 @@ class RegionPanel final : public CStudyPanel {
     StudyTable grdVerdicts;
 
     [[nodiscard]] StudyWords Words() const override { return m_words; }
+    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
+        return then.Region == Questions().Region;
+    }
 
   private:
     void ShowQuestion() override;
     void TakeFields() override;
     void EditCell(std::size_t table, int row, int column, const std::string& text) override;
     void Fill(std::size_t table) override;
-    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
-        return then.Region == Questions().Region;
-    }
     [[nodiscard]] bool UsesTargets() const override { return true; }
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;

@@ -16,11 +16,11 @@ class SensitivityPanel final : public CStudyPanel {
     /// Selects the cell of the coordinate.
     void Answer_Clicked(std::size_t table, int row) override;
     [[nodiscard]] StudyWords Words() const override;
+    [[nodiscard]] bool AsksTheSame(const StudyQuestions& /*then*/) const override { return true; }
 
   private:
     void ShowQuestion() override;
     [[nodiscard]] bool IsLive() const override { return true; }
-    [[nodiscard]] bool AsksTheSame(const StudyQuestions& /*then*/) const override { return true; }
     [[nodiscard]] bool EndsSoon() const override { return true; }
     [[nodiscard]] std::optional<StudyNumber> Number() const override {
         return NumberInHand(cboFigure);

@@ -17,6 +17,9 @@ class SetupPanel final : public CStudyPanel {
 
     void cmdKeep_Click() override;
     [[nodiscard]] StudyWords Words() const override { return m_words; }
+    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
+        return then.Setup == Questions().Setup;
+    }
 
   private:
     /// What came out of both directions.
@@ -37,9 +40,6 @@ class SetupPanel final : public CStudyPanel {
     void AddRows(std::size_t table) override;
     void RemoveRow(std::size_t table, std::size_t row) override;
     void Fill(std::size_t table) override;
-    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
-        return then.Setup == Questions().Setup;
-    }
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;
     void ShowAnswer(const TurnsQuestion& question, const Answer& answer);

@@ -172,15 +172,15 @@ class CStudyPanel {
     /// The overlay while it is about what stands there now; null otherwise.
     [[nodiscard]] const StudyOverlay* OverlayNow() const;
 
+    /// True for questions of which this study's is the one that there is now.
+    [[nodiscard]] virtual bool AsksTheSame(const StudyQuestions& then) const = 0;
+
   protected:
     /// Brings what is asked to fields and tables.
     virtual void ShowQuestion() = 0;
 
     /// Takes what the fields hold. Throws Failure for a text that can't be taken.
     virtual void TakeFields() {}
-
-    /// True for questions of which this study's is the one that there is now.
-    [[nodiscard]] virtual bool AsksTheSame(const StudyQuestions& then) const = 0;
 
     /// True for a study that looks at the targets of the document.
     [[nodiscard]] virtual bool UsesTargets() const { return false; }

@@ -17,6 +17,9 @@ class SweepPanel final : public CStudyPanel {
     StudyTable grdDesigns;
 
     [[nodiscard]] StudyWords Words() const override { return m_words; }
+    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
+        return then.Sweep == Questions().Sweep;
+    }
 
   private:
     void ShowQuestion() override;
@@ -24,9 +27,6 @@ class SweepPanel final : public CStudyPanel {
     void AddRows(std::size_t table) override;
     void RemoveRow(std::size_t table, std::size_t row) override;
     void Fill(std::size_t table) override;
-    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
-        return then.Sweep == Questions().Sweep;
-    }
     [[nodiscard]] std::optional<StudyNumber> Number() const override {
         return NumberInHand(cboFigure);
     }

@@ -17,6 +17,9 @@ class TolerancePanel final : public CStudyPanel {
 
     void Answer_Clicked(std::size_t table, int row) override;
     [[nodiscard]] StudyWords Words() const override { return m_words; }
+    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
+        return then.Tolerance == Questions().Tolerance;
+    }
 
   private:
     void ShowQuestion() override;
@@ -25,9 +28,6 @@ class TolerancePanel final : public CStudyPanel {
     void AddRows(std::size_t table) override;
     void RemoveRow(std::size_t table, std::size_t row) override;
     void Fill(std::size_t table) override;
-    [[nodiscard]] bool AsksTheSame(const StudyQuestions& then) const override {
-        return then.Tolerance == Questions().Tolerance;
-    }
     [[nodiscard]] bool UsesTargets() const override { return true; }
     [[nodiscard]] CStudyJob::Work Prepare(const Design& design,
                                           std::shared_ptr<const StudySettings> settings) override;

@@ -29,6 +29,7 @@ void Convert(Tool& tool, const ConvertChoice& choice) {
     const auto work = [&](const std::string& path, const std::string& output) {
         Design design = Open(tool, path, units);
         if (!choice.Points.empty()) {
+            KeepInput(tool, choice.Points, output);
             TakePointsOf(choice.Points, tool, units, design);
         }
         if (choice.To == "csv") {

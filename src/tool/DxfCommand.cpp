@@ -1,5 +1,4 @@
 #include "export/CDXF.h"
-#include "results/MDisplay3d.h"
 #include "tool/Tool.h"
 
 namespace corvanta {
@@ -17,12 +16,9 @@ void WriteDrawings(Tool& tool, const DxfChoice& choice) {
     const FundamentalUnits units = choice.Numbers.Chosen();
     const auto work = [&](const std::string& path, const std::string& output) {
         const std::unique_ptr<Program> corner = OpenSolved(tool, path, units);
-        CDXF dxf(choice.Form == "r12" ? DxfForm::R12 : DxfForm::Classic);
-        dxf.OpenSection();
-        Draw3d(dxf, PositionAt(corner->Document, choice.Place.RackStep(*corner),
-                               choice.Place.WheelStep(*corner)));
-        dxf.CloseSection();
-        tool.Files.WriteBytes(output, dxf.Text());
+        const DxfForm form = choice.Form == "r12" ? DxfForm::R12 : DxfForm::Classic;
+        tool.Files.WriteBytes(output, DxfText(corner->Document, choice.Place.RackStep(*corner),
+                                              choice.Place.WheelStep(*corner), form));
     };
     choice.Documents.ForEach(tool, ".dxf", work);
 }

@@ -83,7 +83,9 @@ void RunStudies(Tool& tool, const StudyChoice& choice, const std::string& path,
                 const std::string& output) {
     FundamentalUnits units = choice.Numbers.Chosen();
     const StudyData study = ReadStudy(tool.Files.ReadBytes(path), path);
-    const Design design = Open(tool, DocumentOf(tool, choice, path, study), units);
+    const std::string document = DocumentOf(tool, choice, path, study);
+    KeepInput(tool, document, output);
+    const Design design = Open(tool, document, units);
     CStudyDesk desk(design, study, units, AimOf(choice, design, units));
     std::vector<ResultTable> tables;
     std::vector<Design> found;

@@ -17,16 +17,6 @@ namespace {
 /// How often is looked whether a study has ended.
 constexpr auto PollTime = std::chrono::milliseconds(5);
 
-bool IsAsked(const StudyQuestions& questions, std::string_view study) {
-    const StudyQuestions first;
-    return (study == "sweep" && questions.Sweep != first.Sweep) ||
-           (study == "tolerance" && questions.Tolerance != first.Tolerance) ||
-           (study == "optimise" && questions.Optimise != first.Optimise) ||
-           (study == "region" && questions.Region != first.Region) ||
-           (study == "fit" && questions.Fit != first.Fit) ||
-           (study == "setup" && questions.Setup != first.Setup);
-}
-
 /// "What spreads it" as "what-spreads-it".
 std::string KeyOf(std::string title) {
     for (char& letter : title) {
@@ -75,7 +65,7 @@ CStudyDesk::CStudyDesk(const Design& design, StudyData study, const FundamentalU
 std::vector<std::size_t> CStudyDesk::Asked() const {
     std::vector<std::size_t> asked;
     for (std::size_t n = 0; n < StudyNames.size(); ++n) {
-        if (IsAsked(m_current.Study().Questions, StudyNames.at(n))) {
+        if (!m_panels.All().at(n)->AsksTheSame({})) {
             asked.push_back(n);
         }
     }

@@ -22,7 +22,7 @@ REAR = f"{SOURCE}/samples/formula-rear-pushrod.WSP"
 BATCH_UNITS = "mm,kg,kg,lb/in"  # those of a program that was never set up
 
 # The tables of the batch program by their numbers, and the view of the tool that shows the same.
-VIEWS = {1: "antis", 2: "lateral", 3: "plan", 4: "spring", 5: "bar", 6: "angles", 8: "coordinates",
+VIEWS = {1: "antis", 2: "lateral", 3: "plan", 4: "spring", 5: "bar", 6: "angles", 7: "custom", 8: "coordinates",
          9: "loads", 10: "lengths", 11: "dynamics", 12: "coefficients", 16: "all-channels"}
 
 
@@ -86,12 +86,13 @@ class Export(Folder):
     def compare(self, sample, number, along):
         shutil.copy(sample, self.path("a.WSP"))
         variable = "2" if along == "wheel" else "1"
+        custom = ["-c", "14,36"] if number == 7 else []
         self.run_program("corvanta-batch", "/input=a.WSP", "/output=b.txt", "/type=2", "/nogui",
                          f"/table={number}", f"/variable={variable}")
         with open(self.path("b.txt"), encoding="cp1252", newline="") as file:
             expected = [each for each in batch_tables(file.read()) if len(each[2]) > 2]
         os.remove(self.path("b.txt"))
-        found = json.loads(self.tool("export", "-v", VIEWS[number], "--along", along, "--units",
+        found = json.loads(self.tool("export", "-v", VIEWS[number], "--along", along, *custom, "--units",
                                      BATCH_UNITS, "-f", "json", "a.WSP"))
         self.assertEqual(len(found), len(expected), (sample, number))
         for table, (title, place, rows) in zip(found, expected):
@@ -108,9 +109,14 @@ class Export(Folder):
                     self.same(cell, text, (sample, title))
 
     def test_every_view_of_every_sample_is_what_the_batch_program_exports(self):
+        lists = self.path("config/Pewter Lantern/Corvanta/Settings")
+        os.makedirs(lists)
+        self.write(f"{lists[len(self.folder) + 1:]}/customchannels.txt",
+                   "[DEC SEP]\t.\r\n[FILEVERSION]\tSUSP CUSTOM EXPORT LIST 2.0\r\n[COUNT]\t2\r\n"
+                   "[0]\t14\r\n[1]\t36\r\n\r\n")
         for sample in SAMPLES:
             for number in VIEWS:
-                for along in ("wheel", "rack") if number < 7 else ("wheel",):
+                for along in ("wheel", "rack") if number < 8 else ("wheel",):
                     self.compare(sample, number, along)
 
     def test_all_forms_hold_the_same(self):
@@ -331,6 +337,10 @@ class Study(Folder):
         self.assertAlmostEqual(rows["Trackrod inboard Z"], (high - low) / 0.2, delta=1e-6)
 
     def test_tells_what_can_t_be_answered(self):
+        shutil.copy(PUSHROD, self.path("in.WSP"))
+        self.tool("study", "-d", "in.WSP", "-s", "optimise", "-o", "in.WSP", self.FILE, status=1)
+        with open(self.path("in.WSP"), "rb") as kept, open(PUSHROD, "rb") as sample:
+            self.assertEqual(kept.read(), sample.read())
         empty = self.write("e.study", '{"schema": "corvanta-study", "version": 1, "document": "gone.WSP", '
                                       '"variants": [], "targets": [], "charts": []}')
         self.assertIn("gone.WSP is not there", self.tool("study", empty, status=1))
